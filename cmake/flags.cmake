@@ -1,0 +1,39 @@
+# What every target of this project is compiled with; nothing of it reaches a user of the installed package.
+add_library(tool_flags INTERFACE)
+target_compile_features(tool_flags INTERFACE cxx_std_20)
+set(CMAKE_CXX_EXTENSIONS OFF)
+set(CMAKE_CXX_VISIBILITY_PRESET hidden)
+set(CMAKE_VISIBILITY_INLINES_HIDDEN ON)
+set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
+if(NOT CMAKE_BUILD_TYPE AND NOT CMAKE_CONFIGURATION_TYPES)
+    set(CMAKE_BUILD_TYPE Release CACHE STRING "" FORCE)
+endif()
+
+# Fused multiply-add rounds once where the formulas round twice: other bits, and now and then another pixel.
+if(MSVC)
+    target_compile_options(tool_flags INTERFACE /fp:precise /utf-8)
+else()
+    target_compile_options(tool_flags INTERFACE -ffp-contract=off)
+endif()
+
+option(TOOL_WERROR "Treat warnings as errors" OFF)
+add_library(tool_warnings INTERFACE)
+if(MSVC)
+    target_compile_options(tool_warnings INTERFACE /W4 $<$<BOOL:${TOOL_WERROR}>:/WX>)
+else()
+    target_compile_options(tool_warnings INTERFACE
+        -Wall -Wextra -Wshadow -Wconversion -Wno-sign-conversion -Wnon-virtual-dtor -Woverloaded-virtual
+        $<$<BOOL:${TOOL_WERROR}>:-Werror>)
+endif()
+
+set(TOOL_SANITIZE "" CACHE STRING "Sanitizers to build with, separated by commas")
+if(TOOL_SANITIZE)
+    add_compile_options(-fsanitize=${TOOL_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
+    add_link_options(-fsanitize=${TOOL_SANITIZE})
+endif()
+
+option(TOOL_COVERAGE "Count the lines and branches that the tests reach" OFF)
+if(TOOL_COVERAGE)
+    add_compile_options(--coverage -O0)
+    add_link_options(--coverage)
+endif()

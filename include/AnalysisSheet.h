@@ -1,0 +1,75 @@
+// Addition of this project: one analysis definition file loaded once and evaluated for any number of records.
+// Gives bit for bit what CCephCalc::Calc_1 and Get_MeanSD give for the same file. After construction a sheet never
+// changes, so any number of threads may share it.
+#pragma once
+
+#include <memory>
+
+#include "Records.h"
+#include "framework/export.h"
+#include "framework/text.h"
+
+// Whose landmarks are measured, as in the calls of CCephCalc.
+struct SheetSubject {
+    void* record = nullptr;
+    unsigned short* kCount = nullptr;
+    tagKPOINT* kPoints = nullptr;
+    unsigned short* uCount = nullptr;
+    tagUPOINT* uPoints = nullptr;
+    int sex = 0;   // 1 male, any other value female
+    int band = 0;  // band mod 100: first-set norm column; band / 100: second-set norm column
+};
+
+struct SheetItem {
+    CString name;
+    CString expression;    // without its type suffix; alternatives included
+    CString unit;          // "deg", "mm", "%", "SD" or "" (no unit, or none that can be told), read off the formula
+    int column = 0;        // result-list column 0..2
+    int mode = 0;          // row mark 0..3
+    bool second = false;  // stands in a "Calc2:" section
+};
+
+struct SheetRow {
+    double value = 0;
+    bool has_mean = false, has_sd = false;  // a numeric norm exists
+    double mean = 0, sd = 0;
+    double deviation = 0;  // (value - mean) / sd; 0 without mean or with SD 0
+    CString text;          // the selected alternative of a text item, without its quotes; value is then 0
+};
+
+// What of an item is asked for.
+enum class SheetPart { value, mean, sd };
+
+class TOOL_API AnalysisSheet {
+ public:
+    // Reads the definition file at `path` (code page 932). An unreadable one leaves an empty sheet.
+    AnalysisSheet(int kind, const char* path);
+    // The same from `size` bytes in memory, which are copied.
+    AnalysisSheet(int kind, const char* text, std::size_t size);
+    AnalysisSheet(AnalysisSheet&&) noexcept;
+    AnalysisSheet& operator=(AnalysisSheet&&) noexcept;
+    ~AnalysisSheet();
+
+    bool IsLoaded() const;  // the file could be read
+    int Kind() const;
+    CString Title() const;
+    CString Comment() const;
+
+    // Items in the order of the file. An index outside 0 .. GetCount() - 1 gives an empty item or row.
+    int GetCount() const;
+    SheetItem GetItem(int index) const;
+    SheetRow Evaluate(int index, const SheetSubject& subject) const;
+
+    // As the calls of the same name of CCephCalc.
+    double Calc_1(int mode, const char* name, const SheetSubject& subject, double scale, double* valueOut,
+                  double* sdOut) const;
+    CString Get_MeanSD(const char* name, int which, const SheetSubject& subject, double scale, int keepDecimals) const;
+
+    // Landmarks that a part of an item needs and the subject lacks (unknown, or at the empty point (0, 0)), each once,
+    // in the order met; items, norms and virtual landmarks that it refers to are followed. Empty: nothing is missing.
+    CStringArray Missing(int index, SheetPart part, const SheetSubject& subject) const;
+
+ private:
+    struct Body;
+    std::unique_ptr<const Body> body_;
+};

@@ -1,0 +1,14 @@
+// Addition of this project: text between code page 932 and UTF-8, for hosts whose terminals, files and pictures speak
+// UTF-8. The library itself converts only where it names files to the system.
+#pragma once
+
+#include <string>
+
+#include "framework/export.h"
+#include "framework/text.h"
+
+// Undefined codes become U+30FB (the platform's own choice), a NUL ends the text.
+TOOL_API std::string Utf8FromCodePage932(const char* text);
+
+// False when a character has no place in code page 932 or the UTF-8 is broken; *out is then "".
+TOOL_API bool CodePage932FromUtf8(const char* utf8, CString* out);

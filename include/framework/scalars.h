@@ -1,0 +1,31 @@
+// The host framework's integer types at their own widths (LONG is 32 bits on every system) and the colour type.
+#pragma once
+
+#include <cstdint>
+
+using BOOL = int;
+using BYTE = std::uint8_t;
+using WORD = std::uint16_t;
+using DWORD = std::uint32_t;
+using UINT = std::uint32_t;
+using LONG = std::int32_t;
+using LPCSTR = const char*;
+using LPSTR = char*;
+
+#ifndef TRUE
+#define TRUE 1
+#endif
+#ifndef FALSE
+#define FALSE 0
+#endif
+
+// A colour: red in the low byte, then green, then blue; the top byte is 0.
+using COLORREF = DWORD;
+
+constexpr COLORREF RGB(int red, int green, int blue) {
+    return static_cast<COLORREF>(static_cast<BYTE>(red)) | static_cast<COLORREF>(static_cast<BYTE>(green)) << 8 |
+           static_cast<COLORREF>(static_cast<BYTE>(blue)) << 16;
+}
+constexpr BYTE GetRValue(COLORREF colour) { return static_cast<BYTE>(colour); }
+constexpr BYTE GetGValue(COLORREF colour) { return static_cast<BYTE>(colour >> 8); }
+constexpr BYTE GetBValue(COLORREF colour) { return static_cast<BYTE>(colour >> 16); }
