@@ -1,0 +1,37 @@
+// Points on lines: the middle of a segment, feet of perpendiculars, intersections.
+//
+// Kept: all of it works on slopes and offsets with exactly vertical and horizontal lines apart, although vectors and
+// determinants would be steadier; stored measurements were made this way.
+#pragma once
+
+#include <optional>
+
+#include "geometry/vec2.h"
+
+namespace tool {
+
+// The directed line from a through b. With a == b it counts as vertical.
+struct Line {
+    Vec2 a, b;
+
+    constexpr bool vertical() const { return a.x == b.x; }
+    constexpr bool horizontal() const { return a.y == b.y; }
+    constexpr Vec2 direction() const { return b - a; }
+    constexpr double slope() const { return (b.y - a.y) / (b.x - a.x); }  // of a line that is not vertical
+    constexpr double offset() const { return a.y - a.x * slope(); }       // y at x = 0, likewise
+};
+
+Vec2 midpoint(Vec2 a, Vec2 b);
+
+Vec2 foot_of_perpendicular(Vec2 p, const Line& line);
+
+// The foot of p on the parallel to `line` through `through`.
+Vec2 foot_on_parallel(Vec2 p, const Line& line, Vec2 through);
+
+// The point that both lines share; nothing when they are parallel (both vertical, or exactly equal slopes).
+std::optional<Vec2> intersection(const Line& ab, const Line& cd);
+
+// The same with (0, 0), the empty point, for parallel lines; a shared point at the origin looks just so.
+Vec2 intersection_or_empty(const Line& ab, const Line& cd);
+
+}  // namespace tool
