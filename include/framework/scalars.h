@@ -11,6 +11,16 @@ using UINT = std::uint32_t;
 using LONG = std::int32_t;
 using LPCSTR = const char*;
 using LPSTR = char*;
+using LONGLONG = std::int64_t;
+using ULONGLONG = std::uint64_t;
+using INT_PTR = std::intptr_t;
+using DWORD_PTR = std::uintptr_t;
+using WPARAM = std::uintptr_t;
+using LPARAM = std::intptr_t;
+
+// Handles stand for a window or a drawing surface and are never pointed into.
+using HWND = struct HWND__*;
+using HDC = struct HDC__*;
 
 #ifndef TRUE
 #define TRUE 1

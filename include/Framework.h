@@ -1,0 +1,14 @@
+// Everything of the host framework that the exported classes mention, for a host that does not stand on it itself.
+#pragma once
+
+#include "framework/application.h"
+#include "framework/exceptions.h"
+#include "framework/export.h"
+#include "framework/files.h"
+#include "framework/input_method.h"
+#include "framework/plane.h"
+#include "framework/scalars.h"
+#include "framework/settings.h"
+#include "framework/system.h"
+#include "framework/text.h"
+#include "framework/window.h"

@@ -1,0 +1,128 @@
+// The one door to the operating system. Each system has a folder that implements it; nobody else asks which one runs.
+//
+// Paths are code page 932, "\" and "/" alike. Where the system tells names apart by case, a path that is not there is
+// looked for again, component by component, ignoring case. A call that fails returns false or nothing and leaves the
+// reason in the thread's last error.
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace tool {
+
+// --- Whole files ---------------------------------------------------------------------------------------------------
+
+// One open, one read into a text of exactly the file's size.
+std::optional<std::string> read_file(std::string_view path);
+
+// Readers see the old file or the new one, never a part; on failure the old one stays.
+bool write_file_atomically(std::string_view path, std::string_view bytes);
+
+// The copy appears whole or not at all. With fail_if_exists an existing target is left alone.
+bool copy_file(std::string_view from, std::string_view to, bool fail_if_exists);
+
+// --- Names ---------------------------------------------------------------------------------------------------------
+
+struct FileStatus {
+    bool is_folder = false;
+    bool is_link = false;  // a symbolic link; the other members describe what it points to
+    bool hidden = false;   // off Windows: the name begins with "."
+    bool system = false;   // off Windows: neither file nor folder (a device, a pipe)
+    bool read_only = false;
+    std::uint64_t size = 0;  // bytes; 0 for a folder
+};
+
+// Nothing when there is nothing of that name; a link that points nowhere counts as being there.
+std::optional<FileStatus> file_status(std::string_view path);
+
+bool remove_file(std::string_view path);
+bool remove_folder(std::string_view path);  // only an empty one
+bool rename_file(std::string_view from, std::string_view to);
+bool make_folder(std::string_view path);  // its parent must be there
+bool clear_read_only(std::string_view path);
+bool set_current_folder(std::string_view path);
+// Both name the same folder, whatever links lead there.
+bool same_folder(std::string_view a, std::string_view b);
+// Absolute, links followed as far as the path exists; the path itself when that fails.
+std::string canonical_path(std::string_view path);
+
+struct FolderEntry {
+    std::string name;  // code page 932, without the folder
+    FileStatus status;
+};
+
+// Everything in the folder but "." and "..", in the order of the names. Names that code page 932 can't write are left
+// out: no path could name them. Nothing when the folder can't be read.
+std::optional<std::vector<FolderEntry>> list_folder(std::string_view path);
+
+// --- One open file -------------------------------------------------------------------------------------------------
+
+enum class FileFault {
+    none,
+    other,
+    not_found,
+    bad_path,
+    too_many_open,
+    access_denied,
+    invalid_file,
+    bad_seek,
+    disk_full,
+    io
+};
+
+class OpenFile {
+ public:
+    enum class Access { read, write, read_write };
+    struct Mode {
+        Access access = Access::read;
+        bool create = false;    // make it when it is missing
+        bool truncate = false;  // with create: empty an existing one
+    };
+
+    // Null on failure; *fault then says why.
+    static std::unique_ptr<OpenFile> open(std::string_view path, Mode mode, FileFault* fault);
+    ~OpenFile();
+    OpenFile(const OpenFile&) = delete;
+    OpenFile& operator=(const OpenFile&) = delete;
+
+    // Fewer bytes than asked for only at the end of the file.
+    FileFault read(void* buffer, std::size_t count, std::size_t* done);
+    FileFault write(const void* data, std::size_t count);
+    enum class From { begin, current, end };
+    FileFault seek(std::int64_t offset, From from, std::uint64_t* position);
+    FileFault length(std::uint64_t* bytes) const;
+    FileFault set_length(std::uint64_t bytes);
+    FileFault flush();
+    FileFault close();
+
+ private:
+    explicit OpenFile(std::intptr_t handle) : handle_(handle) {}
+    std::intptr_t handle_;
+};
+
+// --- The process ---------------------------------------------------------------------------------------------------
+
+// Full path of the running program, or what set_module_file_name put in its place (nothing: the program's own again).
+std::string module_file_name();
+void set_module_file_name(std::optional<std::string> path);
+
+// Of the calling thread; 0 is no error.
+std::uint32_t last_error();
+void set_last_error(std::uint32_t code);
+std::string error_text(std::uint32_t code);
+
+struct LocalTime {
+    int year, month, day;  // month and day from 1
+    int weekday;           // 0 is Sunday
+    int hour, minute, second, millisecond;
+};
+LocalTime local_time();
+
+// UTF-8, without a line end; one write.
+void write_to_standard_error(std::string_view utf8_line);
+
+}  // namespace tool
