@@ -1,0 +1,49 @@
+#include "geometry/angle.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "platform/numbers.h"
+
+namespace tool {
+
+namespace {
+
+// x' = x cos - y sin, y' = x sin + y cos
+Vec2 turned(Vec2 v, double radians) {
+    const double c = std::cos(radians), s = std::sin(radians);
+    return {v.x * c - v.y * s, v.x * s + v.y * c};
+}
+
+// Kept: vectors along one line count as parallel whichever way they point; only exact negatives are opposite.
+bool parallel(Vec2 u, Vec2 v) {
+    return (u.y != 0 && v.y != 0 && v.x / v.y == u.x / u.y) || (u.x != 0 && v.x != 0 && u.y / u.x == v.y / v.x);
+}
+
+}  // namespace
+
+double angle_at(Vec2 a, Vec2 b, Vec2 c, ToDegrees to_degrees) {
+    const Vec2 u = b - a, v = c - b;
+    const double lengths = length(u) * length(v);
+    if (lengths == 0) return -1.0;
+    // Rounding can carry the cosine of a straight angle a little past 1.
+    return 180.0 - to_degrees(std::acos(std::clamp(dot(u, v) / lengths, -1.0, 1.0)));
+}
+
+double signed_angle(const Line& ab, const Line& cd, ToDegrees to_degrees) {
+    const Vec2 u = ab.direction(), v = cd.direction();
+    if (u == v) return 0.0;
+    if (-v.x == u.x && -v.y == u.y) return 180.0;
+    if (parallel(u, v)) return 0.0;
+
+    const double cosine = dot(u, v) / (length(u) * length(v));
+    if (!(cosine < 1.0)) return 0.0;  // also NaN, which a line without length gives
+    if (cosine <= -1.0) return 180.0;
+
+    const double radians = std::acos(cosine);
+    const Vec2 from = u / length(u), to = v / length(v);
+    const bool back = distance(turned(from, -radians), to) <= distance(turned(from, radians), to);
+    return to_degrees(back ? radians : -radians);
+}
+
+}  // namespace tool

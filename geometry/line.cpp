@@ -1,0 +1,53 @@
+#include "geometry/line.h"
+
+namespace tool {
+
+namespace {
+
+double halfway(double from, double to) {
+    return from == to ? from : from + (to - from) * 0.5;
+}
+
+}  // namespace
+
+Vec2 midpoint(Vec2 a, Vec2 b) {
+    return {halfway(a.x, b.x), halfway(a.y, b.y)};
+}
+
+Vec2 foot_of_perpendicular(Vec2 p, const Line& line) {
+    if (line.vertical()) return {line.a.x, p.y};
+    if (line.horizontal()) return {p.x, line.a.y};
+    // With y = m x + k and the perpendicular y = p.y - (x - p.x) / m, both multiplied by m.
+    const double m = line.slope(), k = line.offset();
+    const double w = p.x / m + p.y - k;
+    return {m * w / (1.0 + m * m), w * m * m / (1.0 + m * m) + k};
+}
+
+Vec2 foot_on_parallel(Vec2 p, const Line& line, Vec2 through) {
+    if (line.vertical()) return {through.x, p.y};
+    if (line.horizontal()) return {p.x, through.y};
+    const double m = line.slope();
+    const double n = -(line.b.x - line.a.x) / (line.b.y - line.a.y);  // not -1 / m, which rounds otherwise
+    const double k1 = p.y - p.x * n;
+    const double k2 = through.y - through.x * m - k1;
+    const double x = k2 / (n - m);
+    return {x, n * x + k1};
+}
+
+std::optional<Vec2> intersection(const Line& ab, const Line& cd) {
+    if (ab.vertical()) {
+        if (cd.vertical()) return std::nullopt;
+        return Vec2(ab.a.x, cd.slope() * ab.a.x + cd.offset());
+    }
+    const double m = ab.slope(), k = ab.offset();
+    if (cd.vertical()) return Vec2(cd.a.x, m * cd.a.x + k);
+    if (m == cd.slope()) return std::nullopt;
+    const double x = (cd.offset() - k) / (m - cd.slope());
+    return Vec2(x, m * x + k);
+}
+
+Vec2 intersection_or_empty(const Line& ab, const Line& cd) {
+    return intersection(ab, cd).value_or(Vec2());
+}
+
+}  // namespace tool
