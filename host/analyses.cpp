@@ -1,0 +1,151 @@
+// cephtool analyses: what there is to measure with.
+#include <CodePage.h>
+
+#include <nlohmann/json.hpp>
+#include <ostream>
+
+#include "host/case_record.h"
+#include "host/catalogue.h"
+#include "host/command_line.h"
+#include "host/profile.h"
+#include "host/text_width.h"
+
+namespace cephtool {
+namespace {
+
+using Json = nlohmann::ordered_json;
+
+constexpr int page_width = 80;
+
+struct Norm {
+    std::string mean, sd;  // as the file has them; "formula" where it takes landmarks to know
+};
+
+// What the first band says about one item.
+struct ItemSummary {
+    std::string name, formula, unit;
+    Norm male, female;
+};
+
+std::string norm_text(const AnalysisSheet& sheet, int index, const SheetItem& item, SheetPart part,
+                      const SheetSubject& nobody) {
+    if (!sheet.Missing(index, part, nobody).IsEmpty()) return "formula";
+    constexpr double unused_scale = 1;
+    return printable(Utf8FromCodePage932(sheet.Get_MeanSD(item.name, part == SheetPart::sd, nobody, unused_scale, 1)));
+}
+
+std::vector<ItemSummary> items_of(const Analysis& analysis) {
+    Case blank;
+    blank.kind = case_kind(analysis);
+    blank.mm_per_pixel = 1;
+    CaseRecord fields(blank);
+    std::vector<ItemSummary> items;
+    for (int index = 0; index < analysis.sheet.GetCount(); ++index) {
+        const SheetItem item = analysis.sheet.GetItem(index);
+        const auto norm = [&](Sex sex) {
+            const SheetSubject nobody = fields.subject(static_cast<int>(sex), 0);
+            return Norm{norm_text(analysis.sheet, index, item, SheetPart::mean, nobody),
+                        norm_text(analysis.sheet, index, item, SheetPart::sd, nobody)};
+        };
+        items.push_back({printable(Utf8FromCodePage932(item.name)), printable(Utf8FromCodePage932(item.expression)),
+                         printable(Utf8FromCodePage932(item.unit)), norm(Sex::male), norm(Sex::female)});
+    }
+    return items;
+}
+
+std::string shown(const Norm& norm) {
+    if (norm.mean.empty()) return "no norm";
+    return norm.mean + (norm.sd.empty() ? "" : " ± " + norm.sd);
+}
+
+std::string shown(const ItemSummary& item) {
+    const std::string male = shown(item.male), female = shown(item.female);
+    const std::string norm = male == female ? male : "men " + male + ", women " + female;
+    constexpr int name_width = 34;
+    return left_aligned(fitted(item.name, name_width), name_width) + " " + left_aligned(item.unit, 4) + " " + norm +
+           "\n    " + wrapped(item.formula, page_width - 4, "    ") + "\n";
+}
+
+std::string shown(const Analysis& analysis) {
+    std::string text = analysis.title + "\n";
+    if (!analysis.comment.empty()) text += wrapped(analysis.comment, page_width, "") + "\n";
+    text += std::string(name_of_engine_kind(analysis.engine_kind)) + ", " + analysis.file + "\n\n";
+    for (const ItemSummary& item : items_of(analysis)) text += shown(item);
+    return text;
+}
+
+std::string shown(std::span<const Analysis> analyses) {
+    constexpr int kind_width = 10, title_width = 40;
+    std::string text = left_aligned("Kind", kind_width) + left_aligned("Analysis", title_width) + " Items  File\n";
+    for (const Analysis& analysis : analyses) {
+        text += left_aligned(name_of_engine_kind(analysis.engine_kind), kind_width) +
+                left_aligned(fitted(analysis.title, title_width), title_width) + " " +
+                right_aligned(std::to_string(analysis.sheet.GetCount()), 5) + "  " + analysis.file + "\n";
+        if (!analysis.comment.empty()) {
+            const std::string indent(kind_width + 2, ' ');
+            text += indent + wrapped(analysis.comment, page_width - kind_width - 2, indent) + "\n";
+        }
+    }
+    return text;
+}
+
+Json json_of(const Norm& norm) {
+    return {{"mean", norm.mean}, {"sd", norm.sd}};
+}
+
+Json json_of(const Analysis& analysis, bool with_items) {
+    Json json = {{"title", analysis.title},
+                 {"kind", name_of_engine_kind(analysis.engine_kind)},
+                 {"file", analysis.file},
+                 {"comment", analysis.comment},
+                 {"item_count", analysis.sheet.GetCount()}};
+    if (!with_items) return json;
+    json["items"] = Json::array();
+    for (const ItemSummary& item : items_of(analysis)) {
+        json["items"].push_back({{"name", item.name},
+                                 {"formula", item.formula},
+                                 {"unit", item.unit},
+                                 {"male", json_of(item.male)},
+                                 {"female", json_of(item.female)}});
+    }
+    return json;
+}
+
+std::string as_json(std::span<const Analysis* const> analyses, bool with_items) {
+    Json all = Json::array();
+    for (const Analysis* analysis : analyses) all.push_back(json_of(*analysis, with_items));
+    return Json({{"analyses", all}}).dump(2) + "\n";
+}
+
+}  // namespace
+
+ExitCode run_analyses(const Command& command, const Arguments& arguments, Streams& streams) {
+    std::string name, folder, format = "table";
+    CommandLine line(command, "cephtool analyses", "cephtool analyses --format json");
+    line.options().add_option("NAME", name, "title or file name of an analysis")->type_name("");
+    line.options().add_option("--anaitem", folder, "another folder of analyses")->type_name("FOLDER");
+    line.add_choice("--format", format, {"table", "json"}, "table or json");
+    if (!line.parse(arguments, streams)) return ExitCode::done;
+    const ProgramProfile profile(folder);
+    std::vector<std::string> notes;
+    const std::vector<Analysis> analyses = listed_analyses(notes);
+    for (const std::string& note : notes) streams.err << "note: " << note << "\n";
+
+    std::vector<const Analysis*> chosen;
+    if (name.empty()) {
+        for (const Analysis& analysis : analyses) chosen.push_back(&analysis);
+    } else {
+        chosen = named(analyses, name);
+        if (chosen.empty()) throw unknown_analysis(analyses, name);
+    }
+    if (format == "json") {
+        streams.out << as_json(chosen, !name.empty());
+    } else if (name.empty()) {
+        streams.out << shown(analyses);
+    } else {
+        for (const Analysis* analysis : chosen) streams.out << shown(*analysis);
+    }
+    return ExitCode::done;
+}
+
+}  // namespace cephtool

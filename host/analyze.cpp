@@ -1,0 +1,108 @@
+// cephtool analyze: measures cases.
+#include <algorithm>
+#include <ostream>
+
+#include "host/command_line.h"
+#include "host/output.h"
+#include "host/profile.h"
+#include "host/report.h"
+#include "host/text_width.h"
+
+namespace cephtool {
+namespace {
+
+constexpr int highest_band = 9999;  // two columns of two digits
+
+// The analyses that the command line names, or all.
+class Selection {
+ public:
+    Selection(const std::vector<std::string>& names, Streams& streams) {
+        std::vector<std::string> notes;
+        listed_ = listed_analyses(notes);
+        for (const std::string& note : notes) streams.err << "note: " << note << "\n";
+        for (const std::string& name : names) choose(name, streams);
+        if (!names.empty()) return;
+        for (const Analysis& analysis : listed_) chosen_.push_back(&analysis);
+    }
+
+    std::span<const Analysis* const> chosen() const { return chosen_; }
+
+ private:
+    void choose(const std::string& name, Streams& streams) {
+        const bool is_path = name.find_first_of("/\\") != std::string::npos || lower_case(name).ends_with(".txt");
+        std::vector<const Analysis*> found = named(listed_, name);
+        if (found.empty() && !is_path) throw unknown_analysis(listed_, name);
+        if (found.empty()) {
+            from_files_.push_back(analyses_in_file(name, streams.in));
+            for (const Analysis& analysis : from_files_.back()) found.push_back(&analysis);
+        }
+        for (const Analysis* analysis : found)
+            if (std::ranges::find(chosen_, analysis) == chosen_.end()) chosen_.push_back(analysis);
+    }
+
+    std::vector<Analysis> listed_;
+    std::vector<std::vector<Analysis>> from_files_;
+    std::vector<const Analysis*> chosen_;
+};
+
+std::string report(std::span<const CaseResult> results, const std::string& format, bool colour) {
+    if (format == "json") return report_json(results);
+    if (format == "csv") return report_csv(results);
+    std::string text;
+    for (const CaseResult& result : results) text += (text.empty() ? "" : "\n") + report_table(result, colour);
+    return text;
+}
+
+}  // namespace
+
+ExitCode run_analyze(const Command& command, const Arguments& arguments, Streams& streams) {
+    std::vector<std::string> paths, names;
+    std::string folder, output, format = "table";
+    int band = 0;
+    CommandLine line(command, "cephtool analyze film.json", "cephtool analyze --format csv --sex f film.csv 001.txt");
+    CLI::App& options = line.options();
+    options.add_option("CASE", paths, "files with landmarks; - is standard input")->required()->type_name("");
+    options.add_option("--analysis", names, "title or file name of an analysis, or\na definition file; again for more")
+        ->allow_extra_args(false)
+        ->type_name("NAME");
+    options.add_option("--anaitem", folder, "another folder of analyses")->type_name("FOLDER");
+    options.add_option("--band", band, "code of the norms' age band (0)")
+        ->check(CLI::Range(0, highest_band))
+        ->type_name("N");
+    const CaseOptionFlags case_options(line);
+    line.add_choice("--format", format, {"table", "json", "csv"}, "table, json or csv");
+    options.add_option("-o,--output", output, "write to FILE, not to standard output")->type_name("FILE");
+    if (!line.parse(arguments, streams)) return ExitCode::done;
+    check_inputs(paths);
+    const ProgramProfile profile(folder);
+    const Selection selection(names, streams);
+    if (selection.chosen().empty()) {
+        throw Error(ExitCode::bad_command_line, "no analyses in " + in_quotes(profile.analysis_folder()),
+                    "A folder of analyses holds \"CalcForm\" with a \"list.txt\". Name one with --anaitem FOLDER.");
+    }
+
+    std::vector<CaseResult> results;
+    ExitCode code = ExitCode::done;
+    for (const std::string& path : paths) {
+        try {
+            const Source source = checked_text(read_bytes(path, streams.in));
+            CaseResult result =
+                measured(read_case(source, case_options.options()), selection.chosen(), band, names.empty());
+            for (const std::string& note : result.record.notes) streams.err << printable(path) << ": " << note << "\n";
+            if (!names.empty() && result.analyses.empty()) {
+                throw source.error(std::string("this is a ") + name_of(result.record.kind) +
+                                       " case, and none of the analyses named is for its kind",
+                                   "\"cephtool analyses\" lists the analyses by kind.");
+            }
+            results.push_back(std::move(result));
+        } catch (const Error& error) {
+            streams.err << shown(error);
+            code = error.code;
+        }
+    }
+    const bool to_terminal = output.empty() && streams.colour;
+    if (!results.empty()) write_result(report(results, format, to_terminal), output, streams.out);
+    return code;
+}
+
+}  // namespace cephtool

@@ -1,0 +1,91 @@
+// A case: one film or cast with its landmarks, as a person hands it in. Texts are UTF-8, coordinates pixels of the
+// image, x to the right, y down, whole or fractional; a lateral face looks right.
+#pragma once
+
+#include <chrono>
+#include <istream>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "host/source.h"
+
+namespace cephtool {
+
+// The values are the engine's codes.
+enum class Kind { lateral = 0, frontal = 1, model = 2 };
+enum class Sex { male = 1, female = 2 };
+
+inline constexpr Kind all_kinds[] = {Kind::lateral, Kind::frontal, Kind::model};
+
+const char* name_of(Kind kind);
+const char* name_of(Sex sex);
+
+using Date = std::chrono::year_month_day;
+
+// "YYYY-MM-DD", and nothing else, of a day that exists.
+std::optional<Date> date_from(std::string_view text);
+std::string text_of(Date date);
+
+struct Age {
+    int years, months;
+};
+
+// Completed years and months from `birth` to `day`.
+Age age_at(Date day, Date birth);
+
+struct Position {
+    double x = 0, y = 0;
+};
+
+struct Landmark {
+    std::string name;
+    Position position;
+};
+
+struct VirtualLandmark {
+    std::string name, construction;
+};
+
+struct Outline {
+    std::string name;
+    bool closed = false;
+    std::vector<Position> points;
+    std::vector<std::string> anchors;  // landmarks that are among the points
+};
+
+struct Case {
+    std::string file;  // where it was read from
+    std::string name;
+    Kind kind = Kind::lateral;
+    std::optional<Sex> sex;
+    std::optional<Date> birth, film;
+    std::optional<double> mm_per_pixel;
+    std::vector<Landmark> landmarks;  // of the kind's table, placed ones only
+    std::vector<Landmark> user;
+    std::vector<VirtualLandmark> virtuals;
+    std::vector<Outline> outlines;
+    std::optional<int> palate;       // of a cast
+    std::vector<std::string> notes;  // what the reader took for granted or left out
+};
+
+// What the command line says about a case; it goes before what the case says about itself.
+struct CaseOptions {
+    std::optional<Sex> sex;
+    std::optional<double> mm_per_pixel;
+};
+
+// Reads a case in any of the formats of docs/case_format.md, told apart by content and extension. Throws an Error.
+Case read_case(const Source& source, const CaseOptions& options = {});
+
+// The case in the project's own format; reading it again gives an equal case but for `file` and `notes`.
+std::string to_json(const Case& record);
+
+// The readers of the single formats.
+Case read_json_case(const Source& source);
+Case read_csv_case(const Source& source);
+Case read_challenge_case(const Source& source);
+// Whether the first line with content is a pair of numbers.
+bool is_challenge_text(const Source& source);
+
+}  // namespace cephtool

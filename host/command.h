@@ -1,0 +1,39 @@
+// The commands of the program: each a file and a row in the table, from which help and dispatch both come.
+#pragma once
+
+#include <iosfwd>
+#include <span>
+#include <string>
+#include <vector>
+
+#include "host/error.h"
+
+namespace cephtool {
+
+// What a command reads and writes. Results go to `out`, all else to `err`.
+struct Streams {
+    std::istream& in;
+    std::ostream& out;
+    std::ostream& err;
+    bool colour = false;  // `out` is a terminal that shows colours
+};
+
+using Arguments = std::vector<std::string>;
+
+struct Command {
+    const char* name;
+    const char* help;  // one line
+    ExitCode (*run)(const Command& command, const Arguments& arguments, Streams& streams);
+};
+
+std::span<const Command> commands();
+
+ExitCode run_analyze(const Command& command, const Arguments& arguments, Streams& streams);
+ExitCode run_analyses(const Command& command, const Arguments& arguments, Streams& streams);
+ExitCode run_convert(const Command& command, const Arguments& arguments, Streams& streams);
+ExitCode run_help(const Command& command, const Arguments& arguments, Streams& streams);
+
+// The whole program but for the process round it: finds the command, runs it, reports errors.
+ExitCode run_program(const Arguments& arguments, Streams& streams);
+
+}  // namespace cephtool

@@ -1,0 +1,86 @@
+#include "host/command_line.h"
+
+#include <algorithm>
+#include <ostream>
+
+#include "host/case_record.h"
+#include "host/numbers.h"
+#include "host/suggestion.h"
+#include "host/text_width.h"
+
+namespace cephtool {
+
+CommandLine::CommandLine(const Command& command, const std::string& first_example, const std::string& second_example)
+    : name_(command.name), app_(command.help, std::string("cephtool ") + command.name) {
+    app_.footer("Examples:\n  " + first_example + "\n  " + second_example);
+    app_.get_formatter()->column_width(28);
+}
+
+void CommandLine::add_choice(const std::string& option, std::string& value, std::vector<std::string> choices,
+                             const std::string& help) {
+    const CLI::Validator one_of(
+        [choices = std::move(choices)](std::string& given) -> std::string {
+            if (std::ranges::find(choices, given) != choices.end()) return {};
+            std::string all;
+            for (const std::string& choice : choices) all += (all.empty() ? "" : ", ") + choice;
+            const std::string meant = did_you_mean(given, choices);
+            return in_quotes(given) + " is none of " + all + (meant.empty() ? "" : ". " + meant);
+        },
+        "");
+    app_.add_option(option, value, help)->check(one_of)->type_name("");
+}
+
+Error CommandLine::unknown_option(const std::string& word) const {
+    const std::string option = word.substr(0, word.find('='));
+    std::vector<std::string> known;
+    for (const CLI::Option* each : app_.get_options())
+        for (const std::string& name : each->get_lnames()) known.push_back("--" + name);
+    const std::string meant = did_you_mean(option, known);
+    return {ExitCode::bad_command_line, "unknown option " + in_quotes(option),
+            meant.empty() ? "\"cephtool help " + name_ + "\" lists the options." : meant};
+}
+
+bool CommandLine::parse(const Arguments& arguments, Streams& streams) {
+    try {
+        app_.parse(std::vector<std::string>(arguments.rbegin(), arguments.rend()));  // CLI11 takes them last first
+        return true;
+    } catch (const CLI::CallForHelp&) {
+        streams.out << app_.help();
+        return false;
+    } catch (const CLI::ExtrasError& error) {
+        for (const std::string& word : app_.remaining())
+            if (word.starts_with("-")) throw unknown_option(word);
+        throw Error(ExitCode::bad_command_line, error.what(), "\"cephtool help " + name_ + "\" shows how it is used.");
+    } catch (const CLI::ParseError& error) {
+        // A slip in an option's name can leave a required argument missing: name the slip.
+        for (const std::string& word : app_.remaining())
+            if (word.size() > 1 && word.starts_with("-")) throw unknown_option(word);
+        throw Error(ExitCode::bad_command_line, error.what(), "\"cephtool help " + name_ + "\" shows how it is used.");
+    }
+}
+
+CaseOptionFlags::CaseOptionFlags(CommandLine& line) {
+    line.add_choice("--sex", sex_, {"m", "f"}, "m or f: the patient's sex");
+    const CLI::Validator scale(
+        [](std::string& given) {
+            const std::optional<double> number = number_from(given);
+            return number && is_scale(*number) ? "" : in_quotes(given) + " is no width of a pixel in millimetres";
+        },
+        "");
+    line.options().add_option("--scale", scale_, "width of a pixel in millimetres")->check(scale)->type_name("MM");
+}
+
+CaseOptions CaseOptionFlags::options() const {
+    CaseOptions options;
+    if (!sex_.empty()) options.sex = sex_ == "m" ? Sex::male : Sex::female;
+    options.mm_per_pixel = number_from(scale_);
+    return options;
+}
+
+void check_inputs(const std::vector<std::string>& paths) {
+    if (std::ranges::count(paths, "-") > 1) {
+        throw Error(ExitCode::bad_command_line, "standard input is named more than once", "Give \"-\" only once.");
+    }
+}
+
+}  // namespace cephtool

@@ -1,0 +1,76 @@
+#include "host/csv.h"
+
+#include <algorithm>
+
+#include "host/text_width.h"
+
+namespace cephtool {
+
+bool CsvReader::at_end_of_line() const {
+    return at_ == source_.text.size() || source_.text[at_] == '\n' || source_.text[at_] == '\r';
+}
+
+void CsvReader::skip_line_end() {
+    if (at_ < source_.text.size() && source_.text[at_] == '\r') ++at_;
+    if (at_ < source_.text.size() && source_.text[at_] == '\n') ++at_;
+}
+
+CsvField CsvReader::quoted_field() {
+    CsvField field{{}, at_};
+    for (++at_;; ++at_) {
+        const std::size_t quote = source_.text.find('"', at_);
+        if (quote == std::string::npos) {
+            throw source_.error_at(field.at, "this quote is never closed",
+                                   "Close it, or write the field without quotes.");
+        }
+        field.text += source_.text.substr(at_, quote - at_);
+        at_ = quote + 1;
+        if (at_ == source_.text.size() || source_.text[at_] != '"') break;
+        field.text += '"';
+    }
+    while (!at_end_of_line() && (source_.text[at_] == ' ' || source_.text[at_] == '\t')) ++at_;
+    if (!at_end_of_line() && source_.text[at_] != ',') {
+        throw source_.error_at(at_, "text behind the closing quote", "Write a quote inside a field as two quotes.");
+    }
+    return field;
+}
+
+CsvField CsvReader::plain_field() {
+    const std::string_view text = source_.text;
+    const std::size_t end = std::min(text.find_first_of(",\r\n", at_), text.size());
+    CsvField field{std::string(trimmed(text.substr(at_, end - at_))), at_};
+    at_ = end;
+    return field;
+}
+
+bool CsvReader::next(CsvRow& row) {
+    row = {};
+    const std::string_view text = source_.text;
+    at_ = std::min(text.find_first_not_of(" \t\r\n", at_), text.size());
+    if (at_ == text.size()) return false;
+    if (text[at_] == '#') {
+        const std::size_t end = std::min(text.find_first_of("\r\n", at_), text.size());
+        row.comment = true;
+        row.fields.push_back({std::string(text.substr(at_, end - at_)), at_});
+        at_ = end;
+        return true;
+    }
+    for (;;) {
+        at_ = std::min(text.find_first_not_of(" \t", at_), text.size());
+        const bool quoted = at_ < text.size() && text[at_] == '"';
+        row.fields.push_back(quoted ? quoted_field() : plain_field());
+        if (at_end_of_line()) break;
+        ++at_;  // the comma
+    }
+    skip_line_end();
+    return true;
+}
+
+std::string csv_field(std::string_view text) {
+    if (text.find_first_of(",\"\r\n") == std::string_view::npos) return std::string(text);
+    std::string field = "\"";
+    for (const char c : text) field += c == '"' ? std::string("\"\"") : std::string(1, c);
+    return field + "\"";
+}
+
+}  // namespace cephtool

@@ -1,0 +1,22 @@
+// Numbers as text, the same in every locale.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace cephtool {
+
+// A decimal number, with nothing around it but blanks. "inf", "nan" and numbers too large for a double are none.
+std::optional<double> number_from(std::string_view text);
+
+// As few digits as give the same double when read again.
+std::string shortest(double value);
+
+// With `decimals` digits behind the point, never "-0.0". Values from 10^7 on are written as "1.235e+08".
+std::string with_decimals(double value, int decimals);
+
+// Digits behind the point that `value` was probably written with: 82.0 gives 0, 0.65 gives 2.
+int decimals_of(double value);
+
+}  // namespace cephtool

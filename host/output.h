@@ -1,0 +1,12 @@
+#pragma once
+
+#include <ostream>
+#include <string>
+
+namespace cephtool {
+
+// Writes `text` to `out` when `path` is "" or "-", else to the file: whole under another name first, then renamed, so
+// that nobody ever sees half a file. Throws an Error when it can't be written.
+void write_result(const std::string& text, const std::string& path, std::ostream& out);
+
+}  // namespace cephtool

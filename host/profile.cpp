@@ -1,0 +1,56 @@
+#include "host/profile.h"
+
+#include <CodePage.h>
+
+#include <filesystem>
+#include <string_view>
+
+#include "host/error.h"
+#include "host/text_width.h"
+
+namespace cephtool {
+namespace {
+
+// Beside the program's own folder: the same in the build tree and where it is installed.
+std::string shipped_folder() {
+    char path[4096];
+    GetModuleFileNameA(nullptr, path, sizeof path);
+    const std::string program = Utf8FromCodePage932(path);
+    const std::size_t last = program.find_last_of("/\\");
+    return program.substr(0, last == std::string::npos ? 0 : last + 1) + "../share/tool/anaitem";
+}
+
+}  // namespace
+
+ProgramProfile::ProgramProfile(const std::string& analysis_folder)
+    : CWinApp("cephtool"), folder_(analysis_folder.empty() ? shipped_folder() : analysis_folder) {
+    std::error_code failure;
+    if (!std::filesystem::is_directory(folder_, failure)) {
+        throw Error(ExitCode::bad_command_line, in_quotes(folder_) + " is no folder of analyses",
+                    "Name one with --anaitem FOLDER.");
+    }
+    if (!CodePage932FromUtf8(folder_.c_str(), &folder_in_profile_)) {
+        throw Error(ExitCode::bad_command_line,
+                    "the folder " + in_quotes(folder_) + " has a name outside code page 932",
+                    "Use a folder whose whole path is in plain or Japanese letters.");
+    }
+}
+
+CString ProgramProfile::GetProfileString(LPCSTR section, LPCSTR entry, LPCSTR defaultValue) {
+    const bool asks_folder = std::string_view(section) == "DB_DIR" && std::string_view(entry) == "ANAITEMPATH";
+    return asks_folder ? folder_in_profile_ : CString(defaultValue);
+}
+
+UINT ProgramProfile::GetProfileInt(LPCSTR, LPCSTR, int defaultValue) {
+    return static_cast<UINT>(defaultValue);
+}
+
+BOOL ProgramProfile::WriteProfileString(LPCSTR, LPCSTR, LPCSTR) {
+    return FALSE;
+}
+
+BOOL ProgramProfile::WriteProfileInt(LPCSTR, LPCSTR, int) {
+    return FALSE;
+}
+
+}  // namespace cephtool

@@ -1,0 +1,32 @@
+#include "host/csv.h"
+#include "host/numbers.h"
+#include "host/report.h"
+#include "host/text_width.h"
+
+namespace cephtool {
+namespace {
+
+std::string field(const std::optional<double>& value) {
+    return value ? shortest(*value) : std::string();
+}
+
+std::string row(const CaseResult& result, const AnalysisResult& analysis, const Measurement& item) {
+    std::string missing;
+    for (const std::string& name : item.missing) missing += (missing.empty() ? "" : " ") + name;
+    const std::string value = item.text.empty() ? field(item.value) : csv_field(item.text);
+    return csv_field(printable(result.record.file)) + "," + csv_field(analysis.analysis->title) + "," +
+           csv_field(item.name) + "," + value + "," + item.unit + "," + field(item.mean) + "," + field(item.sd) + "," +
+           field(item.deviation) + "," + csv_field(missing) + "\r\n";
+}
+
+}  // namespace
+
+std::string report_csv(std::span<const CaseResult> results) {
+    std::string text = "case,analysis,item,value,unit,mean,sd,deviation,missing\r\n";
+    for (const CaseResult& result : results)
+        for (const AnalysisResult& analysis : result.analyses)
+            for (const Measurement& item : analysis.items) text += row(result, analysis, item);
+    return text;
+}
+
+}  // namespace cephtool

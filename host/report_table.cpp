@@ -1,0 +1,154 @@
+#include <algorithm>
+#include <cmath>
+
+#include "host/numbers.h"
+#include "host/report.h"
+#include "host/text_width.h"
+
+namespace cephtool {
+namespace {
+
+constexpr int page_width = 80;
+constexpr int value_width = 9, unit_width = 4, mean_width = 9, sd_width = 7, deviation_width = 7, stars_width = 6;
+constexpr int columns_behind_name =
+    1 + value_width + 1 + unit_width + 1 + mean_width + 1 + sd_width + 1 + deviation_width + 1 + stars_width;
+constexpr int widest_name = page_width - columns_behind_name;
+
+constexpr const char* none = "–";
+
+constexpr const char* bold = "\x1b[1m";
+constexpr const char* green = "\x1b[32m";
+constexpr const char* amber = "\x1b[33m";
+constexpr const char* red = "\x1b[31m";
+constexpr const char* plain = "\x1b[0m";
+
+std::string painted(const std::string& text, const char* paint, bool colour) {
+    return colour ? paint + text + plain : text;
+}
+
+const char* paint_of(double deviation) {
+    const double size = std::abs(deviation);
+    return size <= 1 ? green : size <= 2 ? amber : red;
+}
+
+// One for every whole SD; more than five are not counted out.
+std::string stars(double deviation) {
+    constexpr double most = 5;
+    const double whole = std::floor(std::abs(deviation));
+    return std::string(static_cast<std::size_t>(std::min(whole, most)), '*') + (whole > most ? "+" : "");
+}
+
+int decimals(const Measurement& item) {
+    constexpr int most = 2;
+    int needed = item.unit.empty() ? most : 1;
+    for (const std::optional<double>& norm : {item.mean, item.sd})
+        if (norm) needed = std::max(needed, decimals_of(*norm));
+    return std::min(needed, most);
+}
+
+std::string number(const std::optional<double>& value, int digits) {
+    return value ? with_decimals(*value, digits) : none;
+}
+
+std::string joined(const std::vector<std::string>& names) {
+    std::string text;
+    for (const std::string& name : names) text += (text.empty() ? "" : ", ") + name;
+    return text;
+}
+
+// The line of case facts: "film.json: Hanako, female, 12 years 3 months, lateral, 0.1 mm a pixel".
+std::string heading(const Case& record) {
+    std::string text = printable(record.file) + ": ";
+    if (!record.name.empty()) text += record.name + ", ";
+    text += record.sex ? name_of(*record.sex) : "sex not given";
+    if (record.birth && record.film) {
+        const Age age = age_at(*record.film, *record.birth);
+        text += ", " + std::to_string(age.years) + " years " + std::to_string(age.months) + " months";
+    }
+    text += std::string(", ") + name_of(record.kind) + ", " + shortest(record.mm_per_pixel.value()) + " mm a pixel";
+    return wrapped(text, page_width, "  ") + "\n";
+}
+
+class AnalysisTable {
+ public:
+    AnalysisTable(const AnalysisResult& result, bool colour) : result_(result), colour_(colour) {
+        for (const Measurement& item : result.items) name_width_ = std::max(name_width_, display_width(item.name));
+        name_width_ = std::min(name_width_, widest_name);
+    }
+
+    std::string text() const {
+        std::string lines = painted(fitted(result_.analysis->title, page_width), bold, colour_) + "\n";
+        lines += row("Item", "Value", "Unit", "Mean", "SD") + right_aligned("in SD", deviation_width) + "\n";
+        for (const Measurement& item : result_.items) lines += line(item);
+        return lines;
+    }
+
+ private:
+    std::string row(const std::string& name, const std::string& value, const std::string& unit, const std::string& mean,
+                    const std::string& sd) const {
+        return name_cell(name) + " " + right_aligned(value, value_width) + " " + left_aligned(unit, unit_width) + " " +
+               right_aligned(mean, mean_width) + " " + right_aligned(sd, sd_width) + " ";
+    }
+
+    std::string name_cell(const std::string& name) const {
+        return left_aligned(fitted(name, name_width_), name_width_);
+    }
+
+    std::string line(const Measurement& item) const {
+        if (!item.missing.empty()) return remark(item, "missing: " + joined(item.missing));
+        if (!item.text.empty()) return words(item);
+        if (!item.value) return remark(item, item.reason);
+        const int digits = decimals(item);
+        std::string text =
+            row(item.name, number(item.value, digits), item.unit, number(item.mean, digits), number(item.sd, digits)) +
+            deviation_cell(item) + "\n";
+        if (!item.norm_missing.empty()) text += remark_below("norm missing: " + joined(item.norm_missing));
+        return text;
+    }
+
+    std::string deviation_cell(const Measurement& item) const {
+        if (!item.deviation) return right_aligned(none, deviation_width);
+        const std::string size = with_decimals(*item.deviation, 2);
+        const std::string sign = *item.deviation > 0 && size.find_first_of("123456789") != std::string::npos ? "+" : "";
+        const std::string marks = stars(*item.deviation);
+        return painted(right_aligned(sign + size, deviation_width) + (marks.empty() ? "" : " " + marks),
+                       paint_of(*item.deviation), colour_);
+    }
+
+    // A dash in place of the value, and behind it why.
+    std::string remark(const Measurement& item, const std::string& why) const {
+        return behind(name_cell(item.name) + " " + right_aligned(none, value_width) + " ", why);
+    }
+
+    std::string remark_below(const std::string& why) const {
+        return behind(left_aligned("", name_width_ + 1 + value_width + 1), why);
+    }
+
+    std::string words(const Measurement& item) const { return behind(name_cell(item.name) + "  ", item.text); }
+
+    // `text` behind `start`, its further lines below its first.
+    static std::string behind(const std::string& start, const std::string& text) {
+        const int indent = display_width(start);
+        return start + wrapped(text, page_width - indent, left_aligned("", indent)) + "\n";
+    }
+
+    const AnalysisResult& result_;
+    bool colour_;
+    int name_width_ = 4;
+};
+
+}  // namespace
+
+std::string report_table(const CaseResult& result, bool colour) {
+    std::string text = heading(result.record);
+    for (const AnalysisResult& analysis : result.analyses) text += "\n" + AnalysisTable(analysis, colour).text();
+    if (result.analyses.empty()) text += "\nThe case has the landmarks of no item of any analysis.\n";
+    if (result.norms_differ) {
+        text +=
+            "\nSex not given: norms that differ between men and women are left out.\n"
+            "Say which with --sex m or --sex f.\n";
+    }
+    return text;
+}
+
+}  // namespace cephtool

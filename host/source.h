@@ -1,0 +1,31 @@
+// The bytes of one input and the name under which messages speak of it.
+#pragma once
+
+#include <istream>
+#include <string>
+
+#include "host/error.h"
+
+namespace cephtool {
+
+// Inputs beyond this are no cases; they are refused before they are read.
+inline constexpr std::size_t largest_input = std::size_t{64} << 20;
+
+struct Source {
+    std::string name;
+    std::string text;
+
+    // An error at byte `offset` of the text, which is turned into line and column.
+    Error error_at(std::size_t offset, const std::string& message, std::string way_out = {}) const;
+    // An error of the input as a whole.
+    Error error(const std::string& message, std::string way_out = {}) const;
+};
+
+// The bytes of the file `path`, or of `standard_input` when it is "-". Throws an Error when they can't be read or are
+// more than `largest_input`.
+Source read_bytes(const std::string& path, std::istream& standard_input);
+
+// Drops a byte order mark. Throws an Error when the text is empty, no UTF-8 or holds a NUL.
+Source checked_text(Source source);
+
+}  // namespace cephtool

@@ -1,0 +1,42 @@
+// UTF-8 text on a terminal: how many columns it takes, and how it is cut and padded to a number of them.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace cephtool {
+
+// Takes the next character off `text`, which must not be empty. Malformed bytes give U+FFFD, one byte at a time.
+char32_t next_character(std::string_view& text);
+
+// Offset of the first byte that is not UTF-8, npos when all are.
+std::size_t first_malformed(std::string_view text);
+
+// East Asian wide and fullwidth characters take two columns, combining marks and other invisible ones none.
+int display_width(std::string_view text);
+
+// `text` in at most `width` columns, cut with "…" only when it is wider. A width below 1 gives "".
+std::string fitted(std::string_view text, int width);
+
+// `text` filled up with blanks to `width` columns; unchanged when it is wider.
+std::string left_aligned(std::string_view text, int width);
+std::string right_aligned(std::string_view text, int width);
+
+// `text` in lines of at most `width` columns, broken at blanks; a single word that is wider stays whole.
+std::string wrapped(std::string_view text, int width, std::string_view indent);
+
+// Safe to show: control characters become "\x1B", malformed bytes U+FFFD.
+std::string printable(std::string_view text);
+
+// printable(), cut to a readable length, in double quotes: what was found, in a message.
+std::string in_quotes(std::string_view text);
+
+bool has_control_character(std::string_view text);
+
+// Letters A to Z in lower case, everything else as it is.
+std::string lower_case(std::string_view text);
+
+// Without blanks and tabs at both ends.
+std::string_view trimmed(std::string_view text);
+
+}  // namespace cephtool
