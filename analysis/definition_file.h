@@ -1,0 +1,81 @@
+// One analysis definition file: a text in memory and the readers that find things in it.
+//
+// 1. A line ends at CR LF or at a bare LF; a NUL ends one too. Nothing follows the last line end.
+// 2. A line that is a key (key_line.h) opens a section; the next key line ends it. Other lines are its content.
+// 3. Content in front of the first key belongs to no section. There are no comments.
+// 4. In item and norm sections a line is "name=rest"; a line without "=" is all name. Names keep 50 bytes.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <vector>
+
+#include "analysis/key_line.h"
+
+namespace tool {
+
+enum class NormPart { mean, sd };
+
+// A content line of an item or norm section. Views into the file's text; name.data() tells lines apart.
+struct NamedLine {
+    std::string_view name;
+    std::string_view rest;
+    int section = 0;  // SectionCode of the section it stands in
+    bool second_set() const { return section > 100; }
+};
+
+class DefinitionFile {
+ public:
+    explicit DefinitionFile(std::string text);
+    // Views into the text are handed out: the file stays where it is.
+    DefinitionFile(const DefinitionFile&) = delete;
+    DefinitionFile& operator=(const DefinitionFile&) = delete;
+
+    // First content line that is not empty in a title section; a key line in between ends the search of that section.
+    std::string_view title() const;
+    // The line behind the first "Comment:", whatever it holds.
+    std::string_view comment() const;
+    // Items of both sets in the order of the file.
+    std::vector<NamedLine> items() const;
+
+    // First item line of either set with this name (case-sensitive).
+    std::optional<NamedLine> find_item(std::string_view name) const;
+    // First line with this name in any section that holds the part's norms for the sex (1 male, else female).
+    std::optional<NamedLine> find_norm(std::string_view name, NormPart part, int sex) const;
+
+    // From here on look-ups use a table and change nothing, so that threads may share the file. Without it the first
+    // look-ups walk the text and the 16th builds the table.
+    void build_index() const;
+
+    std::string_view text() const { return text_; }
+
+ private:
+    struct FirstLines {
+        std::optional<NamedLine> item, mean_male, mean_female, sd_male, sd_female;
+    };
+    std::string text_;
+    bool indexed() const;
+
+    mutable std::optional<std::unordered_map<std::string_view, FirstLines>> index_;
+    mutable int lookups_ = 0;
+};
+
+// Whether a section holds norms of a part for a sex.
+bool holds_norms(int section, NormPart part, int sex);
+
+// Calls visit(line, code) for every line; code is its key_code. Stops when visit returns true.
+template <class Visit>
+void for_each_line(std::string_view text, Visit&& visit) {
+    while (!text.empty()) {
+        const std::size_t end = text.find('\n');
+        std::string_view line = text.substr(0, end);
+        if (!line.empty() && line.back() == '\r') line.remove_suffix(1);
+        if (visit(line, key_code(line))) return;
+        if (end == std::string_view::npos) return;
+        text.remove_prefix(end + 1);
+    }
+}
+
+}  // namespace tool

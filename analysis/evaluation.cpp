@@ -1,0 +1,213 @@
+#include "analysis/evaluation.h"
+
+#include <algorithm>
+
+#include "analysis/item_text.h"
+#include "platform/number_text.h"
+#include "platform/numbers.h"
+#include "platform/text.h"
+#include "util/decimal_text.h"
+
+namespace tool {
+namespace {
+
+constexpr int most_evaluations = 10000;
+
+struct Alternative {
+    std::string_view text;
+    std::string_view up_to_here;  // the list from its start to the alternative's end
+};
+
+// Number `selector` of the list, cut toward zero; nothing below zero, beyond the list or for NaN.
+std::optional<Alternative> select(std::string_view list, double selector) {
+    const int number = truncated(selector);
+    if (number < 0 || selector != selector) return std::nullopt;
+    std::size_t begin = 0;
+    for (int left = number; left > 0; --left) {
+        const std::size_t semicolon = list.find(';', begin);
+        if (semicolon == std::string_view::npos) return std::nullopt;
+        begin = semicolon + 1;
+    }
+    const std::size_t end = std::min(list.find(';', begin), list.size());
+    return Alternative{list.substr(begin, end - begin), list.substr(0, end)};
+}
+
+bool judges_palate(std::string_view expression) {
+    if (!expression.starts_with("Model")) return false;
+    const std::string_view token = expression.substr(std::min<std::size_t>(6, expression.size()), 6);
+    return token == "[PLTU]" || token == "[PLTL]";
+}
+
+// Kept: without decimals the printed text is read as an integer and printed again, so that -0.2 shows as 0.
+std::string norm_formula_text(double value, int decimals) {
+    const std::string text = print_fixed(value, decimals);
+    return decimals == 0 ? print_int(read_int(text)) : text;
+}
+
+Norm norm_of_text(std::string_view text) {
+    Norm norm{std::string(text), std::nullopt};
+    if (!norm.text.empty() && is_number(norm.text)) norm.value = read_double(norm.text);
+    return norm;
+}
+
+}  // namespace
+
+double deviation(double value, double mean, double sd) {
+    return sd == 0 ? 0.0 : (value - mean) / sd;
+}
+
+double ItemResult::asked(Ask ask) const {
+    switch (ask) {
+        case Ask::deviation:
+            return deviation(value, mean.value.value_or(0.0), sd.value.value_or(0.0));
+        case Ask::mean:
+            return mean.value.value_or(0.0);
+        case Ask::sd:
+            return sd.value.value_or(0.0);
+        case Ask::value:
+            break;
+    }
+    return value;
+}
+
+Evaluation::Evaluation(FileSource file, Landmarks& landmarks, int sex, int band)
+    : source_(std::move(file)), points_(landmarks), sex_(sex), band_(band) {}
+
+const DefinitionFile* Evaluation::file() {
+    if (!file_) file_ = source_();
+    return *file_;
+}
+
+std::optional<ItemResult> Evaluation::item(std::string_view name, Ask ask) {
+    if (!begin_item(name, ask)) return std::nullopt;
+    run(nullptr);
+    return std::move(finished_);
+}
+
+Norm Evaluation::norm(std::string_view name, NormPart part) {
+    Frame& frame = frames_.emplace_back();
+    frame.item.name = name;
+    begin_norm(frame, part);
+    run(nullptr);
+    return std::move(part == NormPart::mean ? finished_.mean : finished_.sd);
+}
+
+std::size_t Evaluation::formula(std::string_view text, bool top_level, ValueList values) {
+    Formula root(text, top_level, values, points_);
+    run(&root);
+    return root.extent();
+}
+
+// False when the item is worth 0 without being evaluated.
+bool Evaluation::begin_item(std::string_view name, Ask ask) {
+    if (evaluations_ == most_evaluations) return false;
+    ++evaluations_;
+    const DefinitionFile* definitions = file();
+    if (!definitions) return false;
+    const auto line = definitions->find_item(name);
+    if (!line || line->rest.empty() || being_evaluated(line->name.data())) return false;
+    Frame& frame = frames_.emplace_back();
+    frame.ask = ask;
+    frame.item = *line;
+    if (ask == Ask::mean || ask == Ask::sd) {
+        begin_norm(frame, ask == Ask::mean ? NormPart::mean : NormPart::sd);
+    } else {
+        frame.item.rest = split_type(line->rest).expression;
+        begin_formula(frame, Stage::expression, frame.item.rest);
+    }
+    return true;
+}
+
+bool Evaluation::being_evaluated(const char* line) const {
+    return std::ranges::any_of(frames_, [line](const Frame& frame) {
+        const bool measuring = frame.stage == Stage::expression || frame.stage == Stage::alternative;
+        return (measuring ? frame.item.name.data() : frame.norm_line) == line;
+    });
+}
+
+void Evaluation::begin_formula(Frame& frame, Stage stage, std::string_view text) {
+    frame.stage = stage;
+    frame.count = 0;
+    frame.formula.emplace(text, true, ValueList(frame.values, &frame.count), points_);
+}
+
+void Evaluation::begin_norm(Frame& frame, NormPart part) {
+    frame.stage = part == NormPart::mean ? Stage::mean : Stage::sd;
+    const DefinitionFile* definitions = file();
+    const auto line = definitions ? definitions->find_norm(frame.item.name, part, sex_) : std::nullopt;
+    if (!line || being_evaluated(line->name.data())) return norm_done(frame, {});
+    Norm norm = norm_of_text(norm_field(line->rest, line->second_set() ? band_ / 100 : band_ % 100));
+    if (norm.value || norm.text.empty()) return norm_done(frame, std::move(norm));
+    // A formula, a separator and the number of decimals.
+    if (!is_digit(norm.text.back())) return norm_done(frame, {});
+    frame.norm_line = line->name.data();
+    frame.norm_decimals = norm.text.back() - '0';
+    const std::string_view formula =
+        std::string_view(norm.text).substr(0, std::max<std::size_t>(norm.text.size(), 2) - 2);
+    begin_formula(frame, frame.stage, formula);
+}
+
+void Evaluation::norm_done(Frame& frame, Norm norm) {
+    frame.norm_line = nullptr;
+    const bool mean = frame.stage == Stage::mean;
+    (mean ? frame.result.mean : frame.result.sd) = std::move(norm);
+    frame.stage = Stage::done;
+    if (mean && frame.ask == Ask::deviation) begin_norm(frame, NormPart::sd);
+}
+
+void Evaluation::formula_done(Frame& frame) {
+    const double value = frame.formula->result();
+    frame.formula.reset();
+    switch (frame.stage) {
+        case Stage::expression:
+            return expression_done(frame, value);
+        case Stage::alternative:
+            return item_done(frame, value);
+        default:
+            return norm_done(frame, norm_of_text(norm_formula_text(value, frame.norm_decimals)));
+    }
+}
+
+void Evaluation::expression_done(Frame& frame, double value) {
+    // Kept: -1 is a palate that nobody has judged yet, which selects nothing.
+    if (value == -1.0 && judges_palate(frame.item.rest)) return item_done(frame, 0.0);
+    const std::size_t semicolon = frame.item.rest.find(';');
+    if (semicolon == std::string_view::npos) return item_done(frame, value);
+    const auto selected = select(frame.item.rest.substr(semicolon + 1), value);
+    if (!selected) return item_done(frame, 0.0);
+    frame.result.alternative = selected->text;
+    frame.result.is_text = selected->up_to_here.find('"') != std::string_view::npos;
+    if (frame.result.is_text) return item_done(frame, 0.0);
+    begin_formula(frame, Stage::alternative, selected->text);
+}
+
+void Evaluation::item_done(Frame& frame, double value) {
+    frame.result.value = value;
+    frame.stage = Stage::done;
+    if (frame.ask == Ask::deviation) begin_norm(frame, NormPart::mean);
+}
+
+// Works until the frames that were begun are done, and with them the root formula that asked for them.
+void Evaluation::run(Formula* root) {
+    for (;;) {
+        Formula* formula = frames_.empty() ? root : frames_.back().formula ? &*frames_.back().formula : nullptr;
+        if (formula) {
+            if (const auto reference = formula->advance()) {
+                if (!begin_item(reference->name, reference->ask)) formula->supply(0.0);
+            } else if (frames_.empty()) {
+                return;
+            } else {
+                formula_done(frames_.back());
+            }
+            continue;
+        }
+        finished_ = std::move(frames_.back().result);
+        const Ask ask = frames_.back().ask;
+        frames_.pop_back();
+        Formula* asking = frames_.empty() ? root : &*frames_.back().formula;
+        if (!asking) return;
+        asking->supply(finished_.asked(ask));
+    }
+}
+
+}  // namespace tool

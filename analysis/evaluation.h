@@ -1,0 +1,94 @@
+// Items and norms of one definition file evaluated for one subject.
+#pragma once
+
+#include <deque>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "analysis/definition_file.h"
+#include "analysis/formula.h"
+#include "analysis/landmarks.h"
+#include "analysis/point_expression.h"
+
+namespace tool {
+
+// What an item gives in place of its value when it has no numeric mean.
+inline constexpr double no_norm = 999999999.0;
+
+// (value - mean) / sd; 0 when sd is exactly 0.
+double deviation(double value, double mean, double sd);
+
+// An item's norm as its text and, when that text is a number, as one.
+struct Norm {
+    std::string text;
+    std::optional<double> value;
+};
+
+struct ItemResult {
+    double value = 0;
+    Norm mean, sd;                   // as far as they were asked for
+    std::string_view alternative{};  // the selected one, into the file's text
+    bool is_text = false;            // the alternative is a text, and the value 0
+    double asked(Ask ask) const;
+};
+
+// One call's worth of evaluation. Items that refer to items are worked off on a stack of the heap, so their number is
+// bounded by the limit below and not by the thread's stack.
+//
+// 1. An item or norm met again while it is being evaluated is 0.
+// 2. After 10,000 items every further one is 0.
+class Evaluation {
+ public:
+    // The file of the items that formulas refer to, asked for at the first reference; null: none.
+    using FileSource = std::function<const DefinitionFile*()>;
+
+    Evaluation(FileSource file, Landmarks& landmarks, int sex, int band);
+
+    // Nothing when there is no such item or it has no formula.
+    std::optional<ItemResult> item(std::string_view name, Ask ask);
+    Norm norm(std::string_view name, NormPart part);
+    // Evaluates a text that belongs to no item; returns the bytes of it that were read.
+    std::size_t formula(std::string_view text, bool top_level, ValueList values);
+
+    PointReader& points() { return points_; }
+
+ private:
+    enum class Stage { expression, alternative, mean, sd, done };
+    // An item, or a norm that was asked for alone, on its way. Without a formula it is done.
+    struct Frame {
+        Stage stage = Stage::done;
+        Ask ask = Ask::value;
+        NamedLine item;  // rest without the type suffix
+        ItemResult result;
+        const char* norm_line = nullptr;  // tells the norm apart whose formula is being evaluated
+        int norm_decimals = 0;
+        int count = 0;
+        double values[ValueList::capacity];
+        std::optional<Formula> formula;
+    };
+
+    bool begin_item(std::string_view name, Ask ask);
+    void begin_formula(Frame& frame, Stage stage, std::string_view text);
+    void begin_norm(Frame& frame, NormPart part);
+    void formula_done(Frame& frame);
+    void expression_done(Frame& frame, double value);
+    void item_done(Frame& frame, double value);
+    void norm_done(Frame& frame, Norm norm);
+    bool being_evaluated(const char* line) const;
+    const DefinitionFile* file();
+    void run(Formula* root);
+
+    FileSource source_;
+    std::optional<const DefinitionFile*> file_;
+    PointReader points_;
+    int sex_, band_;
+    int evaluations_ = 0;
+    std::deque<Frame> frames_;
+    ItemResult finished_;
+};
+
+}  // namespace tool

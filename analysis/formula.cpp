@@ -1,0 +1,275 @@
+#include "analysis/formula.h"
+
+#include <algorithm>
+#include <cstdio>
+
+#include "platform/number_text.h"
+#include "platform/numbers.h"
+#include "platform/text.h"
+
+namespace tool {
+
+struct Formula::Keyword {
+    std::string_view text;
+    Measure measure;
+    std::optional<Ask> ask;  // a reference, not a measure
+};
+
+// Kept: in this order, since "lenR" and "lenD" begin with "len".
+const Formula::Keyword Formula::keywords[] = {
+    {"Model", Measure::model, {}},
+    {"lenR", Measure::length_right, {}},
+    {"lenD", Measure::length_down, {}},
+    {"len", Measure::length, {}},
+    {"angle1", Measure::angle1, {}},
+    {"angle3", Measure::angle3, {}},
+    {"angle2", Measure::angle2, {}},
+    {"angle4", Measure::angle4, {}},
+    {"case", {}, Ask::value},
+    {"sdu", {}, Ask::deviation},
+    {"mean", {}, Ask::mean},
+    {"sdv", {}, Ask::sd},
+};
+
+namespace {
+
+constexpr std::size_t token_length = 3;
+constexpr std::size_t longest_name = 99;
+// Groups that open right behind an operator inside each other; deeper ones count as 0.
+constexpr int deepest_group = 400;
+
+bool is_number_char(char c) {
+    return is_digit(c) || c == '.';
+}
+
+double combined(char operation, bool or_equal, double left, double right) {
+    switch (operation) {
+        case '*':
+            return left * right;
+        case '/':
+            return left / right;
+        case '+':
+            return left + right;
+        case '-':
+            return left - right;
+        case '<':
+            return or_equal ? left <= right : left < right;
+        case '>':
+            return or_equal ? left >= right : left > right;
+        default:
+            return left == right;
+    }
+}
+
+// Position of the "(" that matches the ")" at `close`, or npos.
+std::size_t matching_open(std::string_view text, std::size_t begin, std::size_t close) {
+    int depth = 0;
+    for (std::size_t at = close + 1; at-- > begin;) {
+        if (text[at] == ')') ++depth;
+        if (text[at] == '(' && --depth == 0) return at;
+    }
+    return std::string_view::npos;
+}
+
+int token_number(std::string_view digits) {
+    int number = 0;
+    for (const char c : digits.substr(0, 2)) number = number * 10 + (c - '0');
+    return number;
+}
+
+}  // namespace
+
+ValueList::ValueList(double* values, int* count) : values_(values), count_(count) {
+    *count_ = std::clamp(*count_, 0, capacity);
+}
+
+double ValueList::at(int position) const {
+    position = std::max(position, 1);
+    return position <= *count_ ? values_[position - 1] : 0.0;
+}
+
+std::optional<QuotedName> quoted_name(std::string_view text) {
+    const std::size_t open = text.find('"');
+    if (open == std::string_view::npos) return std::nullopt;
+    const std::size_t close = std::min(text.find('"', open + 1), text.size());
+    const std::size_t bracket = text.find(')', close);
+    return QuotedName{text.substr(open + 1, std::min(close - open - 1, longest_name)),
+                      bracket == std::string_view::npos ? text.size() : bracket + 1};
+}
+
+Formula::Formula(std::string_view text, bool top_level, ValueList values, PointReader& points)
+    : text_(text), values_(values), points_(points) {
+    const bool is_group = !top_level && text.starts_with('(');
+    extent_ = std::min(text.find_first_of(is_group ? ");" : ";"), text.size());
+    if (is_group) {
+        text_[0] = ' ';
+        if (extent_ < text.size() && text[extent_] == ')') text_[extent_++] = ' ';
+    }
+    text_.resize(extent_);
+    find_keywords();
+}
+
+// Notes where the keywords stand, in the order in which they are replaced. What a step blanks or writes never makes a
+// new keyword; those that it blanks are found out when their turn comes.
+void Formula::find_keywords() {
+    bool quoted = false, bracketed = false;
+    const std::string_view text = text_;
+    for (std::size_t at = 0; at < text.size(); at += char_length(text.substr(at))) {
+        const char c = text[at];
+        if (c == '"' && !bracketed) quoted = !quoted;
+        if (c == '[' && !quoted) bracketed = true;
+        if (c == ']') bracketed = false;
+        if (quoted || bracketed || c < 'M' || c > 's') continue;
+        for (std::size_t k = 0; k < std::size(keywords); ++k)
+            if (text.substr(at).starts_with(keywords[k].text)) hits_.push_back({k, at});
+    }
+    std::ranges::stable_sort(hits_, {}, &Hit::keyword);
+}
+
+std::optional<Reference> Formula::advance() {
+    if (finished_) return std::nullopt;
+    for (; next_hit_ < hits_.size() && !values_.full(); ++next_hit_) {
+        const Hit& hit = hits_[next_hit_];
+        const Keyword& keyword = keywords[hit.keyword];
+        const std::string_view rest = std::string_view(text_).substr(hit.at);
+        if (!rest.starts_with(keyword.text)) continue;
+        const std::string_view behind = rest.substr(keyword.text.size());
+        const std::size_t behind_at = hit.at + keyword.text.size();
+        if (!keyword.ask) {
+            const Measured result = measured(keyword.measure, behind, points_);
+            replace_hit(hit, result.value, behind_at + result.end);
+        } else if (const auto name = quoted_name(behind)) {
+            pending_end_ = behind_at + name->end;
+            return Reference{*keyword.ask, name->name};
+        } else {
+            replace_hit(hit, 0.0, behind_at);
+        }
+    }
+    arithmetic(0, 0, 0);
+    evaluate_switch(0, 0);
+    finished_ = true;
+    return std::nullopt;
+}
+
+void Formula::supply(double value) {
+    replace_hit(hits_[next_hit_++], value, pending_end_);
+}
+
+void Formula::replace_hit(const Hit& hit, double value, std::size_t arguments_end) {
+    if (values_.full()) return;  // filled by the values of a group or item in between
+    values_.append(value);
+    std::fill(text_.begin() + hit.at, text_.begin() + arguments_end, ' ');
+    write_token(hit.at, arguments_end);
+}
+
+// Writes the token of the last value over the blanks at `begin`, making room when there are too few. Returns the
+// position behind it.
+std::size_t Formula::write_token(std::size_t begin, std::size_t end) {
+    std::size_t room = 0;
+    while (room < token_length && begin + room < end && text_[begin + room] == ' ') ++room;
+    const int number = values_.count();
+    const char token[] = {'d', static_cast<char>('0' + number / 10), static_cast<char>('0' + number % 10)};
+    text_.replace(begin, room, token, token_length);
+    return begin + token_length;
+}
+
+void Formula::arithmetic(std::size_t begin, FromEnd end, int depth) {
+    combine_all(begin, end, "*/", depth);
+    combine_all(begin, end, "+-", depth);
+    combine_all(begin, end, "<>=", depth);
+}
+
+void Formula::combine_all(std::size_t begin, FromEnd end, std::string_view operators, int depth) {
+    for (std::size_t at = begin; (at = text_.find_first_of(operators, at)) < position(end) && !values_.full();) {
+        const char operation = text_[at];
+        std::size_t operation_end = at + 1;
+        const bool comparison = operators[0] == '<';
+        const bool or_equal = comparison && operation_end < position(end) && text_[operation_end] == '=';
+        if (or_equal) ++operation_end;
+        const FromEnd right_begin = text_.size() - operation_end;
+        const Operand left = left_operand(begin, at, depth);
+        const Operand right = right_operand(position(right_begin), end, depth);
+        if (values_.full()) return;
+        values_.append(combined(operation, or_equal, left.value, right.value));
+        for (std::size_t i = left.edge; i < right.edge; ++i)
+            if (text_[i] != ',') text_[i] = ' ';
+        at = write_token(left.edge, right.edge);
+    }
+}
+
+Formula::Operand Formula::left_operand(std::size_t begin, std::size_t at, int depth) {
+    std::string digits;
+    std::size_t edge = at;
+    for (; edge > begin && (text_[edge - 1] == ' ' || is_number_char(text_[edge - 1])); --edge)
+        if (text_[edge - 1] != ' ') digits += text_[edge - 1];
+    std::ranges::reverse(digits);
+    if (edge > begin && text_[edge - 1] == 'd') return {values_.at(token_number(digits)), edge - 1};
+    if (edge > begin && text_[edge - 1] == ')') {
+        const std::size_t open = matching_open(text_, begin, edge - 1);
+        if (open == std::string::npos) return {0.0, edge};
+        std::size_t end = 0;
+        return {group(open, text_.size() - edge, depth, &end), open};
+    }
+    return {read_double(digits), edge};
+}
+
+Formula::Operand Formula::right_operand(std::size_t at, FromEnd end, int depth) {
+    std::string digits;
+    std::size_t edge = at;
+    for (; edge < position(end) && (text_[edge] == ' ' || is_number_char(text_[edge])); ++edge)
+        if (text_[edge] != ' ') digits += text_[edge];
+    if (!digits.empty() || edge >= position(end)) return {read_double(digits), edge};
+    if (text_[edge] == 'd') {
+        std::size_t digits_end = edge + 1;
+        while (digits_end < position(end) && digits_end < edge + token_length && is_digit(text_[digits_end]))
+            ++digits_end;
+        return {values_.at(token_number(std::string_view(text_).substr(edge + 1, digits_end - edge - 1))), digits_end};
+    }
+    if (text_[edge] == '(') {
+        std::size_t group_end = 0;
+        const double value = group(edge, end, depth, &group_end);
+        return {value, group_end};
+    }
+    return {0.0, at};
+}
+
+// Evaluates the group that opens at `open`, up to its first ")" and not beyond `limit`, and blanks it.
+double Formula::group(std::size_t open, FromEnd limit, int depth, std::size_t* end) {
+    std::size_t close = open;
+    while (close < position(limit) && text_[close] != ')') ++close;
+    text_[open] = ' ';
+    const bool closed = close < position(limit);
+    if (closed) text_[close] = ' ';
+    const FromEnd from_end = text_.size() - close;
+    if (depth < deepest_group) {
+        arithmetic(open, from_end, depth + 1);
+        evaluate_switch(open, from_end);
+    }
+    std::fill(text_.begin() + open, text_.begin() + position(from_end), ' ');
+    *end = position(from_end) + (closed ? 1 : 0);
+    return values_.last();
+}
+
+void Formula::evaluate_switch(std::size_t begin, FromEnd end) {
+    constexpr std::string_view keyword = "switch";
+    const std::size_t at = text_.find(keyword, begin);
+    if (at == std::string::npos || at + keyword.size() > position(end) || values_.full()) return;
+    const std::size_t open = text_.find('(', at + keyword.size());
+    if (open >= position(end)) return;
+    const std::size_t close = std::min(text_.find(')', open), position(end));
+    int place = 0;
+    for (std::size_t argument = open + 1; argument <= close; ++place) {
+        const std::size_t argument_end = std::min(text_.find(',', argument), close);
+        std::string_view text = std::string_view(text_).substr(argument, argument_end - argument);
+        text.remove_prefix(std::min(text.find_first_not_of(' '), text.size()));
+        const bool token = text.starts_with('d');
+        const int value = token ? truncated(values_.at(read_int(text.substr(1, 2)))) : read_int(text);
+        if (value != 0) break;
+        argument = argument_end + 1;
+    }
+    values_.append(place);
+    std::fill(text_.begin() + at, text_.begin() + position(end), ' ');
+    write_token(at, at + keyword.size());
+}
+
+}  // namespace tool

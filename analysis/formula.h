@@ -1,0 +1,109 @@
+// The formula evaluator. A formula is evaluated by rewriting its text: each step takes what it measures or combines
+// out of the text, appends the result to a list of values and leaves a token, "d01" to "d99", in its place.
+//
+// 1. Functions are replaced first, one keyword after another (Model, lenR, lenD, len, angle1, angle3, angle2, angle4,
+//    case, sdu, mean, sdv), each from left to right. Keywords inside double quotes or square brackets are names.
+// 2. Then come "*" and "/", then "+" and "-", then "<" ">" "=" "<=" ">=" "==" (1 or 0), each left to right.
+// 3. An operand is a number, a token or a group; a missing one is 0.
+// 4. Then "switch(a,b,...)" gives the position, from 0, of its first argument that is not zero.
+// 5. The result is the last value made; without any it is 0.
+//
+// Kept: a formula that is only a number makes no value, so it is 0; a group that holds only a value gives the last
+// value made; a group ends at the first ")". So (2*3)-(4*5) is 0. Formulas in use were written with these rules.
+#pragma once
+
+#include <cstddef>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "analysis/measures.h"
+#include "analysis/point_expression.h"
+
+namespace tool {
+
+// The caller's array of 100 doubles and the count of those in use.
+class ValueList {
+ public:
+    static constexpr int capacity = 100, last_made = 99;
+
+    ValueList(double* values, int* count);
+
+    bool full() const { return *count_ >= last_made; }
+    void append(double value) { values_[(*count_)++] = value; }
+    int count() const { return *count_; }
+    double last() const { return *count_ > 0 ? values_[*count_ - 1] : 0.0; }
+    double at(int position) const;  // from 1; below reads the first, beyond the count 0
+
+ private:
+    double* values_;
+    int* count_;
+};
+
+// What a reference asks of another item.
+enum class Ask { value = 0, deviation = 1, mean = 2, sd = 3 };
+
+struct Reference {
+    Ask ask;
+    std::string_view name;  // into the formula's text; good until supply()
+};
+
+struct QuotedName {
+    std::string_view name;  // at most 99 bytes
+    std::size_t end;        // behind the next ")" after the closing quote; the text's end without one
+};
+
+// The first text in double quotes; nothing without an opening quote.
+std::optional<QuotedName> quoted_name(std::string_view text);
+
+// One formula on its way. It stops at each reference to another item until that item's value is supplied, so that
+// items that refer to items take no stack.
+class Formula {
+ public:
+    // Top level reads to the first ";" or the end; a group, which begins with "(", to its first ")".
+    Formula(std::string_view text, bool top_level, ValueList values, PointReader& points);
+
+    // Works on up to the next reference; nothing when the formula is done.
+    std::optional<Reference> advance();
+    void supply(double value);  // the value of the reference that advance() gave
+
+    double result() const { return values_.last(); }
+    std::size_t extent() const { return extent_; }  // bytes of the caller's text that were read
+
+ private:
+    // Positions count from the end of the text: what stands behind a place does not move when a token needs room.
+    using FromEnd = std::size_t;
+    struct Operand {
+        double value;
+        std::size_t edge;  // where it begins (left) or ends (right)
+    };
+    struct Hit {
+        std::size_t keyword;
+        std::size_t at;
+    };
+    struct Keyword;
+    static const Keyword keywords[];
+
+    void find_keywords();
+    void replace_hit(const Hit& hit, double value, std::size_t arguments_end);
+    void arithmetic(std::size_t begin, FromEnd end, int depth);
+    void combine_all(std::size_t begin, FromEnd end, std::string_view operators, int depth);
+    Operand left_operand(std::size_t begin, std::size_t at, int depth);
+    Operand right_operand(std::size_t at, FromEnd end, int depth);
+    double group(std::size_t open, FromEnd limit, int depth, std::size_t* end);
+    std::size_t write_token(std::size_t begin, std::size_t end);
+    void evaluate_switch(std::size_t begin, FromEnd end);
+    std::size_t position(FromEnd end) const { return text_.size() - end; }
+
+    std::string text_;
+    ValueList values_;
+    PointReader& points_;
+    std::size_t extent_ = 0;
+    std::vector<Hit> hits_;
+    std::size_t next_hit_ = 0;
+    std::size_t pending_end_ = 0;
+    bool finished_ = false;
+};
+
+}  // namespace tool

@@ -1,0 +1,55 @@
+#include "analysis/formula_names.h"
+
+#include <algorithm>
+#include <iterator>
+
+#include "platform/text.h"
+
+namespace tool {
+namespace {
+
+constexpr struct {
+    std::string_view keyword;
+    Ask ask;
+} references[] = {{"case", Ask::value}, {"sdu", Ask::deviation}, {"mean", Ask::mean}, {"sdv", Ask::sd}};
+
+constexpr std::string_view cast_function = "Model([", effective_a = "EffectiveA(";
+
+std::size_t find_closing(std::string_view text, std::size_t from) {
+    while (from < text.size() && text[from] != ']') from += char_length(text.substr(from));
+    return std::min(from, text.size());
+}
+
+}  // namespace
+
+void visit_names(std::string_view formula, FormulaNames& names) {
+    for (std::size_t at = 0; at < formula.size();) {
+        const std::string_view rest = formula.substr(at);
+        if (rest.starts_with(cast_function)) {
+            const std::size_t close = find_closing(formula, at + cast_function.size());
+            names.cast_measure(formula.substr(at + cast_function.size() - 1, close - at - cast_function.size() + 2));
+            at = close + 1;
+        } else if (rest.starts_with(effective_a)) {
+            for (const std::string_view name : {"N", "A", "U1R", "U1", "U1C"}) names.landmark(name);
+            at += effective_a.size();
+        } else if (rest[0] == '[') {
+            const std::size_t close = find_closing(formula, at);
+            names.landmark(formula.substr(at + 1, close - at - 1));
+            at = close + 1;
+        } else if (rest[0] == '"') {
+            at = std::min(formula.find('"', at + 1), formula.size() - 1) + 1;
+        } else if (const auto found =
+                       std::ranges::find_if(references, [rest](const auto& r) { return rest.starts_with(r.keyword); });
+                   found != std::end(references)) {
+            at += found->keyword.size();
+            if (const auto name = quoted_name(formula.substr(at))) {
+                names.reference(found->ask, name->name);
+                at += name->end;
+            }
+        } else {
+            at += char_length(rest);
+        }
+    }
+}
+
+}  // namespace tool

@@ -1,0 +1,20 @@
+// What a formula's text names, read without evaluating it.
+#pragma once
+
+#include <string_view>
+
+#include "analysis/formula.h"
+
+namespace tool {
+
+// Called for each name in the order of the text. Names inside quotes that no reference reads are passed over.
+struct FormulaNames {
+    virtual ~FormulaNames() = default;
+    virtual void landmark(std::string_view name) = 0;
+    virtual void cast_measure(std::string_view token) = 0;  // "[UCAW]"
+    virtual void reference(Ask ask, std::string_view item) = 0;
+};
+
+void visit_names(std::string_view formula, FormulaNames& names);
+
+}  // namespace tool

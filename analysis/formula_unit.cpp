@@ -1,0 +1,178 @@
+#include "analysis/formula_unit.h"
+
+#include <algorithm>
+#include <vector>
+
+#include "analysis/formula.h"
+#include "analysis/item_text.h"
+#include "platform/number_text.h"
+#include "platform/text.h"
+
+namespace tool {
+namespace {
+
+enum class Unit { number, ratio, millimetres, degrees, percent, deviations, unknown };
+
+constexpr int deepest = 40;  // brackets and references; deeper ones have no unit
+
+std::string_view name_of(Unit unit) {
+    switch (unit) {
+        case Unit::millimetres:
+            return "mm";
+        case Unit::degrees:
+            return "deg";
+        case Unit::percent:
+            return "%";
+        case Unit::deviations:
+            return "SD";
+        default:
+            return "";
+    }
+}
+
+// Reads sums of products over functions, numbers and groups, with the groups as an author means them.
+class UnitReader {
+ public:
+    UnitReader(const DefinitionFile& file, std::string_view text, int depth)
+        : file_(file), text_(text), depth_(depth) {}
+
+    static Unit unit_of(const DefinitionFile& file, std::string_view name, int depth) {
+        const auto line = file.find_item(name);
+        if (!line || depth > deepest) return Unit::unknown;
+        const std::string_view text = split_type(line->rest).expression;
+        const std::size_t semicolon = text.find(';');
+        // An item with alternatives shows one of them.
+        if (semicolon == std::string_view::npos) return UnitReader(file, text, depth).comparison();
+        const std::string_view alternatives = text.substr(semicolon + 1);
+        return alternatives.find_first_of(";\"") == std::string_view::npos
+                   ? UnitReader(file, alternatives, depth).comparison()
+                   : Unit::unknown;
+    }
+
+ private:
+    Unit comparison() {
+        const Unit unit = sum();
+        return peek('<') || peek('>') || peek('=') ? Unit::number : unit;
+    }
+
+    Unit sum() {
+        Unit unit = product();
+        while (peek('+') || peek('-')) {
+            ++at_;
+            const Unit other = product();
+            if (unit == Unit::number) unit = other;
+            if (other != unit && other != Unit::number) unit = Unit::unknown;
+        }
+        return unit;
+    }
+
+    Unit product() {
+        Unit unit = factor();
+        for (char operation; (operation = next()) == '*' || operation == '/';) {
+            ++at_;
+            const Unit other = factor();
+            if (operation == '/')
+                unit = other == Unit::number ? unit : other == unit ? Unit::ratio : Unit::unknown;
+            else if (other == Unit::number)
+                unit = unit == Unit::ratio && last_number_ == 100 ? Unit::percent : unit;
+            else
+                unit = unit == Unit::number ? other : Unit::unknown;
+        }
+        return unit;
+    }
+
+    Unit factor() {
+        if (depth_ >= deepest) return give_up();
+        ++depth_;
+        const Unit unit = function_or_number();
+        --depth_;
+        return unit;
+    }
+
+    Unit function_or_number() {
+        const char first = next();
+        if (first == '(') {
+            ++at_;
+            const Unit unit = comparison();
+            if (peek(')')) ++at_;
+            return unit;
+        }
+        if (is_digit(first) || first == '.') {
+            std::size_t used = 0;
+            last_number_ = read_double(text_.substr(at_), &used);
+            at_ += std::max<std::size_t>(used, 1);
+            return Unit::number;
+        }
+        for (const auto& [keyword, unit] : functions) {
+            if (!text_.substr(at_).starts_with(keyword)) continue;
+            at_ += std::min(keyword.find('('), keyword.size());
+            pass_over_arguments();
+            return unit;
+        }
+        return reference();
+    }
+
+    Unit reference() {
+        for (const std::string_view keyword : {"case", "mean", "sdv"}) {
+            if (!text_.substr(at_).starts_with(keyword)) continue;
+            const auto name = quoted_name(text_.substr(at_));
+            if (!name) break;
+            at_ += name->end;
+            return unit_of(file_, name->name, depth_ + 1);
+        }
+        return give_up();
+    }
+
+    Unit give_up() {
+        at_ = text_.size();
+        return Unit::unknown;
+    }
+
+    // "(...)" with its groups, names and quotes.
+    void pass_over_arguments() {
+        if (next() != '(') return;
+        int open = 0;
+        do {
+            const char c = text_[at_];
+            if (c == '(') ++open;
+            if (c == ')') --open;
+            if (c == '[' || c == '"') {
+                const std::size_t close = text_.find(c == '[' ? ']' : '"', at_ + 1);
+                at_ = std::min(close, text_.size() - 1);
+            }
+            at_ += char_length(text_.substr(at_));
+        } while (open > 0 && at_ < text_.size());
+    }
+
+    char next() {
+        while (at_ < text_.size() && text_[at_] == ' ') ++at_;
+        return at_ < text_.size() ? text_[at_] : '\0';
+    }
+    bool peek(char c) { return next() == c; }
+
+    struct Function {
+        std::string_view keyword;
+        Unit unit;
+    };
+    // The ratios of casts come before the lengths that "Model" otherwise gives.
+    static constexpr Function functions[] = {
+        {"Model([ATR])", Unit::percent}, {"Model([TTR])", Unit::percent}, {"Model([PLT", Unit::number},
+        {"Model", Unit::millimetres},    {"lenR", Unit::millimetres},     {"lenD", Unit::millimetres},
+        {"len", Unit::millimetres},      {"angle1", Unit::degrees},       {"angle2", Unit::degrees},
+        {"angle3", Unit::degrees},       {"angle4", Unit::degrees},       {"sdu", Unit::deviations},
+        {"switch", Unit::number}};
+
+    const DefinitionFile& file_;
+    std::string_view text_;
+    std::size_t at_ = 0;
+    int depth_;
+    double last_number_ = 0;
+};
+
+}  // namespace
+
+std::string_view unit_of_item(const DefinitionFile& file, std::string_view name) {
+    return name_of(UnitReader::unit_of(file, name, 0));
+}
+
+}  // namespace tool

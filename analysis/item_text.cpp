@@ -1,0 +1,54 @@
+#include "analysis/item_text.h"
+
+#include <algorithm>
+#include <string>
+
+#include "platform/number_text.h"
+#include "platform/text.h"
+
+namespace tool {
+namespace {
+
+constexpr std::size_t max_type_digits = 4;
+constexpr std::size_t max_field = 100;
+
+ItemType type_of_number(int n) {
+    const bool marked = n >= 10;
+    if (marked) n -= 10;
+    return {n % 3, (marked ? 2 : 0) + (n < 3 ? 1 : 0)};
+}
+
+}  // namespace
+
+TypedExpression split_type(std::string_view expression) {
+    expression = expression.substr(0, expression.find_first_of(std::string_view("\r\n\0", 3)));
+    const std::size_t first = expression.find(':');
+    if (first == std::string_view::npos) return {expression, type_of_number(0)};
+    std::string digits;
+    for (const char c : expression.substr(first))
+        if (c != ':' && digits.size() < max_type_digits) digits += c;
+    return {expression.substr(0, expression.rfind(':')), type_of_number(std::max(read_int(digits), 0))};
+}
+
+std::string_view number_field(std::string_view text, int n) {
+    std::size_t begin = 0;
+    for (std::size_t comma; n > 0 && (comma = text.find(',', begin)) != std::string_view::npos; --n) begin = comma + 1;
+    return text.substr(begin, std::min(text.find(',', begin) - begin, max_field));
+}
+
+std::string_view norm_field(std::string_view text, int n) {
+    // Double-byte trail bytes can look like "[" and "]", never like "(", ")" or ",".
+    if (text.find_first_of("([") == std::string_view::npos) return number_field(text, n);
+    std::size_t begin = 0, at = 0;
+    for (int depth = 0; at < text.size(); at += char_length(text.substr(at))) {
+        const char c = text[at];
+        if (c == '(' || c == '[') ++depth;
+        if (c == ')' || c == ']') depth = std::max(depth - 1, 0);
+        if (c != ',' || depth > 0) continue;
+        if (n <= 0) break;
+        --n, begin = at + 1;
+    }
+    return text.substr(begin, std::min(at - begin, max_field));
+}
+
+}  // namespace tool

@@ -1,0 +1,95 @@
+#include "analysis/measures.h"
+
+#include <cmath>
+
+#include "analysis/cast_measures.h"
+#include "framework/application.h"
+#include "geometry/angle.h"
+#include "platform/number_text.h"
+#include "platform/numbers.h"
+
+namespace tool {
+namespace {
+
+// Kept: formulas multiply by 180 before they divide by pi, the exported angles the other way round; the last bits
+// differ, and stored measurements have these.
+double formula_degrees(double radians) {
+    return radians * 180.0 / short_pi;
+}
+
+// Decimals of cast measures: key MODEL_DECIMALS in section ENV of the host's profile, 2 when it is not there.
+int cast_decimals() {
+    return static_cast<int>(AfxGetApp()->GetProfileInt("ENV", "MODEL_DECIMALS", 2));
+}
+
+Measured cast_function(std::string_view text, PointReader& points) {
+    const Landmarks& landmarks = points.landmarks();
+    // Only "([TOKEN])", without blanks, is a cast measure.
+    const std::size_t close = text.find("])");
+    const std::string_view token =
+        text.substr(0, 2) == "([" && close != std::string_view::npos ? text.substr(1, close) : std::string_view();
+    if (!is_cast_token(token)) return {0.0, points.arguments(text, 0).end};
+    if (landmarks.kind() != 2 || !landmarks.cast()) return {0.0, close + 2};
+    return {rounded_cast_measure(cast_measure(token, *landmarks.cast()), cast_decimals()), close + 2};
+}
+
+int points_needed(Measure function) {
+    switch (function) {
+        case Measure::length:
+        case Measure::length_right:
+        case Measure::length_down:
+            return 2;
+        case Measure::angle1:
+        case Measure::angle3:
+            return 3;
+        case Measure::angle2:
+        case Measure::angle4:
+            return 4;
+        default:
+            return 0;
+    }
+}
+
+double value_of(Measure function, const std::array<Vec2, 4>& p, double scale) {
+    const auto length = [&] { return distance(p[0], p[1]) * scale; };
+    switch (function) {
+        case Measure::length:
+            return length();
+        case Measure::length_right:
+            return p[0].x > p[1].x ? -length() : length();
+        case Measure::length_down:
+            return p[0].y > p[1].y ? -length() : length();
+        case Measure::angle1:
+        case Measure::angle3: {
+            const double angle = angle_at(p[0], p[1], p[2], formula_degrees);
+            return angle == -1.0 ? 0.0 : angle;
+        }
+        case Measure::angle2:
+        case Measure::angle4:
+            return signed_angle({p[0], p[1]}, {p[2], p[3]}, formula_degrees);
+        default:
+            return 0.0;
+    }
+}
+
+}  // namespace
+
+Measured measured(Measure function, std::string_view text, PointReader& points) {
+    if (function == Measure::model) return cast_function(text, points);
+    const PointReader::Arguments arguments = points.arguments(text, points_needed(function));
+    if (!arguments.complete) return {0.0, arguments.end};
+    return {value_of(function, arguments.points, points.landmarks().scale()), arguments.end};
+}
+
+double rounded_cast_measure(double value, int decimals) {
+    if (decimals == 9) {
+        const double whole = std::floor(value), fraction = value - whole;
+        value = fraction < 0.25 ? whole : fraction < 0.75 ? whole + 0.5 : whole + 1.0;
+        decimals = 1;
+    } else if (decimals != 0 && decimals != 1) {
+        decimals = 2;
+    }
+    return read_double(print_fixed(value, decimals));
+}
+
+}  // namespace tool

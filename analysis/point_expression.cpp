@@ -1,0 +1,210 @@
+#include "analysis/point_expression.h"
+
+#include <algorithm>
+#include <cstring>
+
+#include "analysis/landmark_names.h"
+#include "analysis/virtual_landmarks.h"
+#include "geometry/angle.h"
+#include "geometry/line.h"
+#include "geometry/translation.h"
+#include "platform/number_text.h"
+#include "platform/text.h"
+
+namespace tool {
+
+struct PointReader::Prefix {
+    std::string_view text;
+    Shape shape;
+    int points;
+};
+
+const PointReader::Prefix PointReader::prefixes[] = {
+    {"mid(", Shape::middle, 2},          {"vertical(", Shape::foot, 3},
+    {"cross(", Shape::crossing, 4},      {"AngleBisector(", Shape::bisector, 3},
+    {"extension(", Shape::extension, 2}, {"EffectiveA(", Shape::effective_a, 0},
+};
+
+namespace {
+
+constexpr std::size_t longest_name = 99;
+constexpr std::size_t longest_distance = 20;
+
+// Position of the "]" that closes the "[" at `open`, or npos.
+std::size_t closing_bracket(std::string_view text, std::size_t open) {
+    for (std::size_t at = open + 1; at < text.size(); at += char_length(text.substr(at)))
+        if (text[at] == ']') return at;
+    return std::string_view::npos;
+}
+
+std::string_view construction_of(const tagKPOINT& landmark) {
+    return {landmark.Construction, strnlen(landmark.Construction, sizeof landmark.Construction)};
+}
+
+}  // namespace
+
+std::optional<PointReader::Point> PointReader::first(std::string_view text) {
+    std::size_t end = 0;
+    const Frame frame = run(text, -1, Shape::first, 1, &end);
+    if (!frame.complete) return std::nullopt;
+    return Point{frame.points[0], end};
+}
+
+PointReader::Arguments PointReader::arguments(std::string_view text, int count) {
+    Arguments result{};
+    const std::size_t open = text.starts_with('(') ? 1 : 0;
+    const Frame frame = run(text.substr(open), -1, Shape::arguments, count, &result.end);
+    result.end += open;
+    result.complete = frame.complete;
+    result.points = frame.points;
+    return result;
+}
+
+Vec2 PointReader::landmark(std::string_view name) {
+    const Landmarks::Found found = landmarks_.find(name);
+    if (found.source == Landmarks::Source::virtually) return virtual_landmark(found.slot).value_or(Vec2());
+    return landmarks_.position(found);
+}
+
+std::optional<Vec2> PointReader::virtual_landmark(int index) {
+    if (!landmarks_.virtuals().refer(-1, index)) {
+        landmarks_.virtuals().begin(index);
+        run(construction_of(landmarks_.virtual_landmark(index)), index, Shape::first, 1, nullptr);
+    }
+    if (!landmarks_.virtuals().resolved(index)) return std::nullopt;
+    return landmarks_.virtuals().refer(-1, index);
+}
+
+std::optional<Vec2> PointReader::construction(std::string_view text) {
+    const auto point = first(text);
+    return point ? std::optional(point->position) : std::nullopt;
+}
+
+// Walks the text with one frame for each construction that is open, and one source for each virtual landmark that is
+// being resolved on the way.
+PointReader::Frame PointReader::run(std::string_view text, int landmark, Shape shape, int needed, std::size_t* end) {
+    frames_.clear();
+    sources_.clear();
+    frames_.push_back({shape, needed});
+    sources_.push_back({text, 0, landmark, 0});
+    for (;;) {
+        if (frames_.back().read < frames_.back().needed) {
+            find_argument();
+            continue;
+        }
+        const Source& source = sources_.back();
+        if (frames_.size() - 1 > source.first_frame) {
+            const Vec2 point = constructed(frames_.back(), number_and_close());
+            frames_.pop_back();
+            deliver(point);
+            continue;
+        }
+        if (frames_.back().shape == Shape::arguments) number_and_close();
+        const Frame finished = frames_.back();
+        const int resolved = source.landmark;
+        if (end) *end = source.at;
+        if (resolved >= 0) landmarks_.virtuals().finish(resolved, finished.points[0], finished.complete);
+        if (sources_.size() == 1) return finished;
+        frames_.pop_back();
+        sources_.pop_back();
+        deliver(landmarks_.virtuals().refer(sources_.back().landmark, resolved).value_or(Vec2()));
+    }
+}
+
+void PointReader::deliver(Vec2 point) {
+    Frame& frame = frames_.back();
+    frame.points[frame.read++] = point;
+}
+
+// Moves to the next argument of the innermost construction: reads a landmark, opens a nested construction, or finds
+// that the rest is missing.
+void PointReader::find_argument() {
+    Frame& frame = frames_.back();
+    Source& source = sources_.back();
+    for (; source.at < source.text.size(); source.at += char_length(source.text.substr(source.at))) {
+        const std::string_view rest = source.text.substr(source.at);
+        if (rest[0] == '[') return read_name();
+        for (const Prefix& prefix : prefixes) {
+            if (!rest.starts_with(prefix.text)) continue;
+            source.at += prefix.text.size();
+            frames_.push_back({prefix.shape, prefix.points});
+            return;
+        }
+        if (frame.shape == Shape::first) continue;
+        if (rest[0] == '(') ++frame.open_brackets;
+        if (rest[0] == ')' && frame.open_brackets-- == 0) {
+            frame.open_brackets = 0;
+            break;
+        }
+    }
+    frame.complete = false;
+    frame.read = frame.needed;
+}
+
+void PointReader::read_name() {
+    Source& source = sources_.back();
+    const std::size_t begin = source.at + 1;
+    const std::size_t close = closing_bracket(source.text, source.at);
+    const std::string_view name = source.text.substr(begin, std::min(close - begin, longest_name));
+    source.at = close == std::string_view::npos ? source.text.size() : close + 1;
+    const Landmarks::Found found = landmarks_.find(name);
+    if (found.source != Landmarks::Source::virtually) return deliver(landmarks_.position(found));
+    if (const auto known = landmarks_.virtuals().refer(source.landmark, found.slot)) return deliver(*known);
+    landmarks_.virtuals().begin(found.slot);
+    const std::size_t first_frame = frames_.size();
+    frames_.push_back({Shape::first, 1});
+    sources_.push_back({construction_of(landmarks_.virtual_landmark(found.slot)), 0, found.slot, first_frame});
+}
+
+// Moves behind the innermost construction's own ")". Returns what stands between the last "," on the way and it.
+std::string_view PointReader::number_and_close() {
+    Source& source = sources_.back();
+    int open_brackets = frames_.back().open_brackets;
+    std::size_t number = std::string_view::npos, at = source.at;
+    for (; at < source.text.size(); at += char_length(source.text.substr(at))) {
+        const char c = source.text[at];
+        if (c == ',') number = at + 1;
+        if (c == '(') ++open_brackets;
+        if (c == ')' && open_brackets-- == 0) break;
+        if (c == '[') at = std::min(closing_bracket(source.text, at), source.text.size() - 1);
+    }
+    source.at = std::min(at + 1, source.text.size());
+    return number == std::string_view::npos ? std::string_view() : source.text.substr(number, at - number);
+}
+
+Vec2 PointReader::constructed(const Frame& frame, std::string_view number) const {
+    const auto& p = frame.points;
+    switch (frame.shape) {
+        case Shape::middle:
+            return midpoint(p[0], p[1]);
+        case Shape::foot:
+            return foot_of_perpendicular(p[0], {p[1], p[2]});
+        case Shape::crossing:
+            return intersection_or_empty({p[0], p[1]}, {p[2], p[3]});
+        case Shape::bisector: {
+            const int n = read_int(number);
+            if (n == 0) return p[0];
+            // Kept: the arms are cut at 100 pixels, whatever the scale, and n counts pixels.
+            const Vec2 arm = translated_along(p[0], p[1], p[0], 100.0, 0.0, 1.0);
+            const Vec2 other_arm = translated_along(p[0], p[2], p[0], 100.0, 0.0, 1.0);
+            return translated_along(p[0], midpoint(arm, other_arm), p[0], n, 0.0, 1.0);
+        }
+        case Shape::extension:
+            return translated_along(p[0], p[1], p[1], read_double(number.substr(0, longest_distance)), 0.0,
+                                    landmarks_.scale());
+        case Shape::effective_a:
+            return effective_a();
+        default:
+            return {};
+    }
+}
+
+// A moved at right angles to N-A by 0.4 mm for each degree that the upper incisor leans away from 12 degrees to N-A.
+Vec2 PointReader::effective_a() const {
+    if (!is_lateral(landmarks_.kind())) return {};
+    const Vec2 n = landmarks_.fixed("N"), a = landmarks_.fixed("A");
+    const double lean = signed_angle({n, a}, {landmarks_.fixed("U1R"), landmarks_.fixed("U1")});
+    return translated_along(n, a, landmarks_.fixed("U1C"), (lean - 12.0) * -1.0 * 0.4, -90.0, landmarks_.scale());
+}
+
+}  // namespace tool

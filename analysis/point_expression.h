@@ -1,0 +1,97 @@
+// Point expressions: landmarks in square brackets and constructions over them. In the order in which they are tried:
+//
+//   mid(P,P)             the middle of two points
+//   vertical(P,P,P)      foot of the perpendicular from the first on the line through the other two
+//   cross(P,P,P,P)       where the lines 1-2 and 3-4 meet; (0, 0) when parallel
+//   AngleBisector(P,P,P,n)  n pixels from the first point, the vertex, along the bisector of the angle to the others
+//   extension(P,P,d)     d mm beyond the second point on the line from the first
+//   EffectiveA()         effective point A of a lateral film: A moved for the upper incisor's inclination
+//   [name]               a landmark
+//
+// 1. Arguments are point expressions; text between them is passed over, so blanks and commas do not matter.
+// 2. An argument is looked for up to the construction's own ")"; a missing one is (0, 0), a missing number 0.
+// 3. An unknown landmark is (0, 0), and not an error.
+// 4. Characters are read double-byte aware: a trail byte is never a bracket.
+#pragma once
+
+#include <array>
+#include <optional>
+#include <string_view>
+#include <vector>
+
+#include "analysis/landmarks.h"
+
+namespace tool {
+
+// Reads point expressions over one set of landmarks. Nesting of any depth takes heap, not stack.
+class PointReader {
+ public:
+    explicit PointReader(Landmarks& landmarks) : landmarks_(landmarks) {}
+
+    struct Point {
+        Vec2 position;
+        std::size_t end;  // bytes of the text that were read
+    };
+    // The first point expression in the text.
+    std::optional<Point> first(std::string_view text);
+
+    struct Arguments {
+        bool complete;  // all of them were there
+        std::array<Vec2, 4> points;
+        std::size_t end;  // bytes read, the own ")" included
+    };
+    // The `count` (at most 4) arguments of a function whose text begins with its "(".
+    Arguments arguments(std::string_view text, int count);
+
+    Vec2 landmark(std::string_view name);
+    // A virtual landmark by index, or a construction that is in no list; nothing when it fails.
+    std::optional<Vec2> virtual_landmark(int index);
+    std::optional<Vec2> construction(std::string_view text);
+
+    Landmarks& landmarks() { return landmarks_; }
+
+ private:
+    enum class Shape {
+        first,  // the first expression of a text
+        arguments,
+        middle,
+        foot,
+        crossing,
+        bisector,
+        extension,
+        effective_a
+    };
+    struct Prefix;
+    static const Prefix prefixes[];
+
+    // A construction whose arguments are being read.
+    struct Frame {
+        Shape shape;
+        int needed;
+        int read = 0;
+        int open_brackets = 0;  // "(" met between arguments
+        bool complete = true;
+        std::array<Vec2, 4> points{};
+    };
+    // A text being read: the caller's or a virtual landmark's construction. Its frames begin at first_frame.
+    struct Source {
+        std::string_view text;
+        std::size_t at;
+        int landmark;  // -1 when the text is nobody's
+        std::size_t first_frame;
+    };
+
+    Frame run(std::string_view text, int landmark, Shape shape, int needed, std::size_t* end);
+    void find_argument();
+    void read_name();
+    std::string_view number_and_close();
+    Vec2 constructed(const Frame& frame, std::string_view number) const;
+    Vec2 effective_a() const;
+    void deliver(Vec2 point);
+
+    Landmarks& landmarks_;
+    std::vector<Frame> frames_;
+    std::vector<Source> sources_;
+};
+
+}  // namespace tool
