@@ -1,0 +1,193 @@
+#!/usr/bin/env python3
+"""Makes the other sample cases from lateral-average.json: two faces out of the norm, a CSV and a challenge text.
+
+Coordinates are pixels, x to the right, y down; the face looks right. Run it after a change to the average face; the
+files it writes are kept beside it.
+"""
+import json
+import math
+from pathlib import Path
+
+FOLDER = Path(__file__).parent
+
+CHALLENGE_POINTS = ["S", "N", "Or", "Po", "A", "B", "Pog", "Me", "Gn", "Go", "L1", "U1", "TUL", "TLL", "SN", "Pog(s)",
+                    "PNS", "ANS", "Ar"]
+
+# Which part of the face a landmark or an outline belongs to; what is not named here stays where it is.
+PART_OF_LANDMARK = {
+    "maxilla": ["ANS", "A", "PNS"],
+    "mandible": ["B", "PM", "Pog(R)", "Pog", "Gn", "Me", "Go(L)", "Go", "Go(P)", "DC", "Cd", "Xi", "D", "CdE"],
+    "upper incisor": ["U1", "U1C", "U1R"],
+    "lower incisor": ["L1", "L1C", "L1R"],
+    "upper molar": ["UMo", "UMo(D)", "UMoR"],
+    "lower molar": ["LMo", "LMo(D)", "LMoR"],
+}
+PART_OF_OUTLINE = {
+    "maxilla": ["Maxilla", "Palate"],
+    "mandible": ["Mandible", "Symphysis, inner"],
+    "upper incisor": ["Upper incisor, crown", "Upper incisor, root"],
+    "lower incisor": ["Lower incisor, crown", "Lower incisor, root"],
+    "upper molar": ["Upper molar, crown", "Upper molar, roots"],
+    "lower molar": ["Lower molar, crown", "Lower molar, roots"],
+    "skin": ["Soft tissue profile"],
+}
+
+# How much of the way of hard tissue a point of the skin goes along.
+SKIN_FOLLOWS = {
+    "SN": {"A": 0.6},
+    "TUL": {"U1": 0.6},
+    "Sto": {"U1": 0.45, "L1": 0.35},
+    "TLL": {"L1": 0.55, "U1": 0.25},
+    "Vmi": {"L1": 0.4, "B": 0.45},
+    "Pog(s)": {"Pog": 1.0},
+    "TC": {"Pog": 1.0},
+    "Me(s)": {"Me": 1.0},
+}
+
+# The ramus bends between these heights: above it rests in the joint, below it goes with the body of the jaw.
+RAMUS_TOP, RAMUS_BOTTOM = 1160, 1600
+
+
+def motion(pivot, degrees=0.0, scale=1.0, shift=(0.0, 0.0)):
+    """Turns (clockwise on the film), scales and then shifts a point about a pivot."""
+    c, s = (scale * f(math.radians(degrees)) for f in (math.cos, math.sin))
+
+    def move(p):
+        x, y = p[0] - pivot[0], p[1] - pivot[1]
+        return (pivot[0] + x * c - y * s + shift[0], pivot[1] + x * s + y * c + shift[1])
+
+    return move
+
+
+def still(p):
+    return tuple(p)
+
+
+def mandible(body):
+    """The jaw whose body moves by `body` while its condyle stays in the joint."""
+
+    def move(p):
+        t = min(1.0, max(0.0, (p[1] - RAMUS_TOP) / (RAMUS_BOTTOM - RAMUS_TOP)))
+        weight = t * t * (3 - 2 * t)
+        return tuple(a + weight * (b - a) for a, b in zip(p, body(p)))
+
+    return move
+
+
+def tooth(landmarks, tip, root, bone, degrees, shift):
+    """A tooth keeps its shape: it is carried by its bone, turned about its middle, and shifted."""
+    middle = tuple((a + b) / 2 for a, b in zip(landmarks[tip], landmarks[root]))
+    carried = tuple(b - a for a, b in zip(middle, bone(middle)))
+    return motion(middle, degrees, 1.0, tuple(a + b for a, b in zip(carried, shift)))
+
+
+def skin(landmarks, moved, points):
+    """Moves a skin outline: between its landmarks, the way along the curve decides; its ends stay."""
+    names = {tuple(landmarks[name]): name for name in landmarks}
+    way = [0.0]
+    for p, q in zip(points, points[1:]):
+        way.append(way[-1] + math.dist(p, q))
+    knots = [(way[0], (0, 0))]
+    for at, p in zip(way, points):
+        if tuple(p) in names:
+            name = names[tuple(p)]
+            knots.append((at, tuple(b - a for a, b in zip(p, moved[name]))))
+    knots.append((way[-1], (0, 0)))
+
+    def offset(at):
+        for (left, a), (right, b) in zip(knots, knots[1:]):
+            if left <= at <= right:
+                t = (at - left) / (right - left) if right > left else 0
+                return tuple(u + t * (v - u) for u, v in zip(a, b))
+        raise ValueError(at)
+
+    return [tuple(a + b for a, b in zip(p, offset(at))) for at, p in zip(way, points)]
+
+
+def derived(average, name, sex, birth, film, upper, body, teeth):
+    """A face whose upper jaw moves by `upper` and lower jaw by `body`; teeth: part -> (degrees, shift)."""
+    old = average["landmarks"]
+    moves = {"maxilla": upper, "mandible": mandible(body)}
+    for part, tip, root, bone in (("upper incisor", "U1", "U1R", upper), ("lower incisor", "L1", "L1R", body),
+                                  ("upper molar", "UMo", "UMoR", upper), ("lower molar", "LMo", "LMoR", body)):
+        moves[part] = tooth(old, tip, root, bone, *teeth[part])
+    new = {mark: still(p) for mark, p in old.items()}
+    for part, marks in PART_OF_LANDMARK.items():
+        new.update((mark, moves[part](old[mark])) for mark in marks)
+    # The premolars meet half way between where the upper and the lower ones go.
+    new["PMo"] = tuple((a + b) / 2 for a, b in zip(moves["upper molar"](old["PMo"]), moves["lower molar"](old["PMo"])))
+    for mark, shares in SKIN_FOLLOWS.items():
+        new[mark] = tuple(old[mark][i] + sum(share * (new[leader][i] - old[leader][i])
+                                             for leader, share in shares.items()) for i in (0, 1))
+    new = {mark: whole(p) for mark, p in new.items()}
+
+    part_of = {outline: part for part, outlines in PART_OF_OUTLINE.items() for outline in outlines}
+    outlines = []
+    for outline in average["outlines"]:
+        part = part_of.get(outline["name"])
+        if part == "skin":
+            points = skin(old, new, outline["points"])
+        else:
+            points = [moves.get(part, still)(p) for p in outline["points"]]
+        anchors = {tuple(old[mark]): new[mark] for mark in outline["anchors"]}
+        points = [anchors.get(tuple(before), whole(after)) for before, after in zip(outline["points"], points)]
+        outlines.append({**outline, "points": points})
+    return {**average, "name": name, "sex": sex, "birth": birth, "film": film, "landmarks": new, "outlines": outlines}
+
+
+def whole(p):
+    return [round(p[0]), round(p[1])]
+
+
+def write_case(path, case):
+    """One landmark, one outline a line, so that a change to a file can be read."""
+    def rows(entries):
+        return ",\n    ".join(entries)
+
+    def text(value):
+        return json.dumps(value, ensure_ascii=False)
+
+    parts = []
+    for key, value in case.items():
+        if key in ("landmarks", "virtual"):
+            value = "{\n    " + rows(f"{text(k)}: {text(v)}" for k, v in value.items()) + "\n  }"
+        elif key == "outlines":
+            value = "[\n    " + rows(text(outline) for outline in value) + "\n  ]"
+        else:
+            value = text(value)
+        parts.append(f"  {text(key)}: {value}")
+    Path(path).write_text("{\n" + ",\n".join(parts) + "\n}\n", encoding="utf-8", newline="\n")
+
+
+def main():
+    average = json.loads((FOLDER / "lateral-average.json").read_text(encoding="utf-8"))
+    marks = average["landmarks"]
+
+    # Class II, division 1: a short lower jaw, turned a little downward; upper incisors lean forward, lower ones have
+    # grown up past the upper ones' edges.
+    write_case(FOLDER / "lateral-class2.json", derived(
+        average, "Mihon Taro (見本 太郎), Class II", "male", "2006-11-03", "2025-04-21",
+        upper=motion(marks["PNS"], 0, 1.0, (8, 0)),
+        body=motion(marks["Ar"], 2.5, 0.93),
+        teeth={"upper incisor": (-6, (0, 8)), "lower incisor": (7, (6, -42)),
+               "upper molar": (0, (0, 0)), "lower molar": (0, (0, -1))}))
+
+    # Open bite: a short ramus and a lower jaw that turns downward behind the chin, palate tipped up in front; the
+    # molars have grown together, the incisors do not reach each other.
+    write_case(FOLDER / "lateral-openbite.json", derived(
+        average, "Mihon Yuki (見本 由紀), open bite", "female", "2003-02-27", "2025-09-12",
+        upper=motion(marks["PNS"], -2),
+        body=motion((1080, 1560), 9),
+        teeth={"upper incisor": (-2, (0, 10)), "lower incisor": (3, (4, -17)),
+               "upper molar": (2, (0, 30)), "lower molar": (-6, (0, -22))}))
+
+    lines = ["# scale_mm_per_px=0.1", "# kind=lateral", "# sex=female", "name,x,y"]
+    lines += [f"{mark},{x},{y}" for mark, (x, y) in marks.items()]
+    (FOLDER / "lateral-average.csv").write_text("\n".join(lines) + "\n", encoding="utf-8", newline="\n")
+
+    lines = ["{},{}".format(*marks[mark]) for mark in CHALLENGE_POINTS]
+    (FOLDER / "lateral-average-19-points.txt").write_text("\n".join(lines) + "\n", encoding="utf-8", newline="\n")
+
+
+if __name__ == "__main__":
+    main()
