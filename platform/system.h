@@ -5,9 +5,11 @@
 // reason in the thread's last error.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <memory>
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -106,9 +108,8 @@ class OpenFile {
 
 // --- The process ---------------------------------------------------------------------------------------------------
 
-// Full path of the running program, or what set_module_file_name put in its place (nothing: the program's own again).
-std::string module_file_name();
-void set_module_file_name(std::optional<std::string> path);
+// Full path of the running program; "" when the system does not tell, or code page 932 can't write it.
+std::string program_path();
 
 // Of the calling thread; 0 is no error.
 std::uint32_t last_error();
@@ -120,9 +121,22 @@ struct LocalTime {
     int weekday;           // 0 is Sunday
     int hour, minute, second, millisecond;
 };
-LocalTime local_time();
+LocalTime system_time();
+
+// What a host or a test may put in place of the last two (the same on every system: process.cpp).
+std::string module_file_name();  // the path set, else the program's own
+void set_module_file_name(std::optional<std::string> path);
+LocalTime local_time();  // by the clock set, else the system's
+void set_local_clock(LocalTime (*clock)());
 
 // UTF-8, without a line end; one write.
 void write_to_standard_error(std::string_view utf8_line);
+
+// --- Characters ----------------------------------------------------------------------------------------------------
+
+// The system's table of the double-byte characters: rows of 188, one a lead byte (81..9F, E0..FC), in the order of the
+// trail bytes (40..7E, 80..FC). 0 is an undefined code; without a table of its own a system leaves all of it 0.
+inline constexpr std::size_t lead_byte_count = 60, trail_byte_count = 188;
+void read_double_byte_table(std::span<char16_t, lead_byte_count * trail_byte_count> table);
 
 }  // namespace tool

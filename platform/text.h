@@ -44,7 +44,7 @@ inline constexpr const char* next_char(const char* text) {
 // Position of the first (last) `wanted` that is a character of its own, not a trail byte; npos when there is none.
 std::size_t find_char(std::string_view text, char wanted);
 std::size_t find_last_char(std::string_view text, char wanted);
-// The same for a text that begins at a character's boundary.
+// Position of `wanted` where a character of `text` begins; 0 for an empty one.
 std::size_t find_text(std::string_view text, std::string_view wanted);
 
 // Letters A to Z are equal to a to z, every other byte only to itself. For keys and keywords.
@@ -55,6 +55,9 @@ bool equal_ignoring_case(std::string_view a, std::string_view b);
 int compare_text(const char* a, const char* b);
 // The same with capitals equal to small letters.
 int compare_ignoring_case(const char* a, const char* b);
+
+// The order of the character codes, a double-byte character counting as its two bytes together.
+int compare_codes(std::string_view a, std::string_view b);
 
 // Latin letters of one or two bytes, Greek and Cyrillic; every other character stays.
 std::string upper(std::string_view text);

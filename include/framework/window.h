@@ -110,6 +110,8 @@ class TOOL_API CComboBox : public CWnd {
         CString text;
         DWORD_PTR data = 0;
     };
+    const Item* item(int index) const;
+
     std::vector<Item> items_;
     int selected_ = CB_ERR;
 };

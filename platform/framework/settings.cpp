@@ -1,0 +1,78 @@
+#include "framework/settings.h"
+
+#include <mutex>
+
+#include "platform/framework/caller_buffer.h"
+#include "platform/framework/profile.h"
+#include "platform/number_text.h"
+#include "platform/path.h"
+#include "platform/settings_file.h"
+#include "platform/system.h"
+
+namespace tool {
+
+std::string profile_path(std::string_view file) {
+    const PathParts parts = split_path(file);
+    if (!parts.drive.empty() || !parts.dir.empty()) return std::string(file);
+    const std::string program = module_file_name();
+    const PathParts beside = split_path(program);
+    return std::string(beside.drive).append(beside.dir).append(file);
+}
+
+std::string profile_text(const char* section, const char* key, const char* default_value, const char* file) {
+    if (const auto text = read_file(profile_path(view_or_empty(file))))
+        if (const auto value = setting(*text, view_or_empty(section), view_or_empty(key))) return std::string(*value);
+    std::string_view fallback = view_or_empty(default_value);
+    while (fallback.ends_with(' ')) fallback.remove_suffix(1);
+    return std::string(fallback);
+}
+
+}  // namespace tool
+
+namespace {
+
+// Names one after the other, each with its NUL, and a NUL behind the last.
+DWORD copy_list(const std::vector<std::string_view>& names, LPSTR buffer, DWORD size) {
+    std::string list;
+    for (const std::string_view name : names) list.append(name) += '\0';
+    tool::copy_cut("", buffer, size);
+    if (size < 2) return 0;
+    buffer[1] = '\0';
+    if (list.size() < size) {
+        tool::copy_cut(list, buffer, size);
+        return static_cast<DWORD>(list.size());
+    }
+    tool::copy_cut(list.substr(0, size - 2), buffer, size);
+    buffer[size - 1] = '\0';
+    return size - 2;
+}
+
+}  // namespace
+
+DWORD GetPrivateProfileStringA(LPCSTR section, LPCSTR key, LPCSTR defaultValue, LPSTR buffer, DWORD size, LPCSTR file) {
+    if (!buffer || size == 0) return 0;
+    if (section && key)
+        return static_cast<DWORD>(tool::copy_cut(tool::profile_text(section, key, defaultValue, file), buffer, size));
+    const std::string text = tool::read_file(tool::profile_path(tool::view_or_empty(file))).value_or("");
+    return copy_list(section ? tool::setting_keys(text, section) : tool::setting_sections(text), buffer, size);
+}
+
+UINT GetPrivateProfileIntA(LPCSTR section, LPCSTR key, int defaultValue, LPCSTR file) {
+    const std::string text = tool::profile_text(section, key, "", file);
+    // Values from 2^31 on are the numbers that have the same 32 bits.
+    return static_cast<UINT>(text.empty() ? defaultValue : tool::read_leading_integer(text).value);
+}
+
+BOOL WritePrivateProfileStringA(LPCSTR section, LPCSTR key, LPCSTR value, LPCSTR file) {
+    if (!section || !file) return FALSE;
+    static std::mutex one_at_a_time;  // so that no thread's change is lost between another's reading and writing
+    const std::lock_guard lock(one_at_a_time);
+    const std::string path = tool::profile_path(file);
+    const auto found = tool::read_file(path);
+    if (!found && tool::file_status(path)) return FALSE;  // there, but not to be read: writing would lose it
+    const std::string before = found.value_or("");
+    const auto after = !key     ? tool::without_section(before, section)
+                       : !value ? tool::without_setting(before, section, key)
+                                : tool::with_setting(before, section, key, value);
+    return after && (*after == before || tool::write_file_atomically(path, *after));
+}
