@@ -59,7 +59,8 @@ ExitCode run_analyze(const Command& command, const Arguments& arguments, Streams
     std::vector<std::string> paths, names;
     std::string folder, output, format = "table";
     int band = 0;
-    CommandLine line(command, "cephtool analyze film.json", "cephtool analyze --format csv --sex f film.csv 001.txt");
+    CommandLine line(command, "cephtool analyze lateral-average.json",
+                     "cephtool analyze --format csv --sex f lateral-average.csv lateral-class2.json");
     CLI::App& options = line.options();
     options.add_option("CASE", paths, "files with landmarks; - is standard input")->required()->type_name("");
     options.add_option("--analysis", names, "title or file name of an analysis, or\na definition file; again for more")

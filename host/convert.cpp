@@ -9,7 +9,8 @@ namespace cephtool {
 
 ExitCode run_convert(const Command& command, const Arguments& arguments, Streams& streams) {
     std::string path, output;
-    CommandLine line(command, "cephtool convert film.csv -o new.json", "cephtool convert --scale 0.12 --sex m 001.txt");
+    CommandLine line(command, "cephtool convert lateral-average.csv -o new.json",
+                     "cephtool convert --scale 0.12 --sex m lateral-average-19-points.txt");
     line.options().add_option("CASE", path, "file with landmarks; - is standard input")->required()->type_name("");
     const CaseOptionFlags case_options(line);
     line.options().add_option("-o,--output", output, "write to FILE, not to standard output")->type_name("FILE");

@@ -5,9 +5,9 @@ namespace cephtool {
 std::string shown(const Error& error) {
     std::string text = "cephtool: ";
     if (!error.file.empty()) {
-        text += error.file;
-        if (error.line > 0) text += ":" + std::to_string(error.line) + ":" + std::to_string(error.column);
-        text += ": ";
+        text += error.file + ":";
+        if (error.line > 0) text += std::to_string(error.line) + ":" + std::to_string(error.column) + ":";
+        text += " ";
     }
     text += error.what();
     text += "\n";

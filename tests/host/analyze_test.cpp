@@ -1,0 +1,132 @@
+#include <gmock/gmock.h>
+
+#include "host/host_test.h"
+
+namespace cephtool {
+namespace {
+
+using host_test::Folder;
+using host_test::run;
+using host_test::Run;
+using testing::HasSubstr;
+using testing::Not;
+
+constexpr const char* film = "# scale_mm_per_px=0.1\nS,100,100\nN,200,100\n";
+
+// A clinic's folder with a lateral, a frontal and a diagnosis file, and one that the catalogue only promises.
+class Clinic : public testing::Test {
+ protected:
+    Clinic() {
+        folder_.add("clinic/CalcForm/list.txt", "Base.txt\r\nSoft.txt\r\nGone.txt\r\n");
+        folder_.add("clinic/CalcForm/Base.txt",
+                    "Title:\r\nCranial base\r\nComment:\r\nTwo points\r\nCalc:\r\n"
+                    "S-N=len([S],[N])\r\nMean_M:\r\nS-N=9\r\nMean_F:\r\nS-N=8,6\r\n"
+                    "SD:\r\nS-N=1\r\n");
+        folder_.add("clinic/CalcForm/Soft.txt", "Title:\r\nLips\r\nCalc:\r\nUpper=len([TUL],[SN])\r\n");
+        folder_.add("clinic/CalcForm_PA/list.txt", "Face.txt\r\n");
+        folder_.add("clinic/CalcForm_PA/Face.txt", "Calc:\r\nWidth=len([ZR],[ZL])\r\n");
+        folder_.add("clinic/CalcForm_Diag/list.txt", "Sheet.txt\r\n");
+        folder_.add("clinic/CalcForm_Diag/Sheet.txt",
+                    "title:\r\nSheet\r\nCalc:\r\nLong=len([S],[N])>5;\"no\";\"yes\"\r\n");
+        folder_.add("film.csv", film);
+        folder_.add("face.csv", "# scale_mm_per_px=0.1\nZR,100,100\nZL,200,100\n");
+    }
+
+    static Run analyze(Arguments arguments, const std::string& input = {}) {
+        arguments.insert(arguments.begin(), {"analyze", "--anaitem", "clinic", "--format", "csv"});
+        return run(arguments, input);
+    }
+
+    Folder folder_;
+};
+
+TEST_F(Clinic, EveryAnalysisOfTheKindThatYieldsAnythingIsMeasured) {
+    const Run lateral = analyze({"film.csv"});
+    EXPECT_EQ(lateral.code, ExitCode::done) << lateral.err;
+    EXPECT_EQ(lateral.out,
+              "case,analysis,item,value,unit,mean,sd,deviation,missing\r\n"
+              "film.csv,Cranial base,S-N,10,mm,,,,\r\n"
+              "film.csv,Sheet,Long,yes,,,,,\r\n");
+    EXPECT_THAT(lateral.err, HasSubstr("Gone.txt is listed, but can't be read"));
+    EXPECT_THAT(analyze({"face.csv"}).out, HasSubstr("face.csv,Face,Width,10,mm"));
+}
+
+TEST_F(Clinic, SexAndBandChooseTheNorm) {
+    EXPECT_THAT(analyze({"--sex", "m", "film.csv"}).out, HasSubstr("S-N,10,mm,9,1,1,"));
+    EXPECT_THAT(analyze({"--sex", "f", "film.csv"}).out, HasSubstr("S-N,10,mm,8,1,2,"));
+    EXPECT_THAT(analyze({"--sex", "f", "--band", "1", "film.csv"}).out, HasSubstr("S-N,10,mm,6,1,4,"));
+    EXPECT_THAT(analyze({"--scale", "0.2", "film.csv"}).out, HasSubstr("S-N,20,mm"));
+}
+
+TEST_F(Clinic, AnalysesAreChosenByTitleFileNameOrPath) {
+    for (const char* name : {"cranial BASE", "base", "Base.txt", "clinic/CalcForm/Base.txt"}) {
+        const Run one = analyze({"--analysis", name, "film.csv"});
+        EXPECT_THAT(one.out, HasSubstr("Cranial base,S-N,10")) << name;
+        EXPECT_THAT(one.out, Not(HasSubstr("Sheet"))) << name;
+    }
+    EXPECT_THAT(analyze({"--analysis", "lips", "film.csv"}).out, HasSubstr("Lips,Upper,,mm,,,,TUL SN\r\n"));
+    EXPECT_THAT(analyze({"--analysis", "base", "--analysis", "Sheet", "film.csv"}).out, HasSubstr("Sheet"));
+}
+
+TEST_F(Clinic, EveryFaultHasItsExitCodeAndItsWayOut) {
+    const struct {
+        Arguments arguments;
+        ExitCode code;
+        const char* words;
+    } rows[] = {
+        {{"--analysis", "cranal base", "film.csv"}, ExitCode::bad_command_line, "Did you mean \"Cranial base\"?"},
+        {{"--analysis", "face", "film.csv"}, ExitCode::bad_input, "none of the analyses named is for its kind"},
+        {{"--analysis", "./none.txt", "film.csv"}, ExitCode::bad_input, "./none.txt: there is no such file"},
+        {{"--analysis", "./film.csv", "film.csv"}, ExitCode::bad_input, "holds no item"},
+        {{"--band", "-1", "film.csv"}, ExitCode::bad_command_line, "--band"},
+        {{"--band", "x", "film.csv"}, ExitCode::bad_command_line, "--band"},
+        {{"--scale", "0", "film.csv"}, ExitCode::bad_command_line, "no width of a pixel"},
+        {{"--sex", "mm", "film.csv"}, ExitCode::bad_command_line, "\"mm\" is none of m, f"},
+        {{"--analysi", "x", "film.csv"}, ExitCode::bad_command_line, "Did you mean \"--analysis\"?"},
+        {{"--bnad=3"}, ExitCode::bad_command_line, "Did you mean \"--band\"?"},
+        {{}, ExitCode::bad_command_line, "CASE"},
+        {{"-", "-"}, ExitCode::bad_command_line, "more than once"},
+        {{"--anaitem", "nowhere", "film.csv"}, ExitCode::bad_command_line, "--anaitem"},
+        {{"-o", "no/such/folder.csv", "film.csv"}, ExitCode::bad_input, "could not be written"},
+        {{"absent.csv"}, ExitCode::bad_input, "absent.csv: there is no such file"},
+    };
+    for (const auto& row : rows) {
+        const Run one = analyze(row.arguments);
+        EXPECT_EQ(one.code, row.code) << one.err;
+        EXPECT_THAT(one.err, HasSubstr(row.words));
+        EXPECT_EQ(one.out, "");
+    }
+}
+
+TEST_F(Clinic, ABadCaseDoesNotHideTheGoodOnes) {
+    const Run both = analyze({"absent.csv", "film.csv"});
+    EXPECT_EQ(both.code, ExitCode::bad_input);
+    EXPECT_THAT(both.out, HasSubstr("film.csv,Cranial base,S-N,10"));
+}
+
+TEST_F(Clinic, TheResultReplacesAFileWhole) {
+    folder_.add("old.csv", "old");
+    EXPECT_EQ(analyze({"-o", "old.csv", "-"}, film).out, "");
+    EXPECT_THAT(host_test::bytes_of("old.csv"), HasSubstr("standard input,Cranial base,S-N,10"));
+    analyze({"-o", "old.csv", "absent.csv"});
+    EXPECT_THAT(host_test::bytes_of("old.csv"), HasSubstr("S-N,10"));
+    for (const auto& entry : std::filesystem::directory_iterator(folder_.path)) {
+        EXPECT_THAT(entry.path().string(), Not(HasSubstr(".part")));
+    }
+}
+
+TEST_F(Clinic, AnalysesAreListedWithTheirItemsAndNorms) {
+    const std::string list = run({"analyses", "--anaitem", "clinic"}).out;
+    EXPECT_THAT(list, HasSubstr("lateral   Cranial base                                 1  Base.txt\n"
+                                "            Two points\n"));
+    EXPECT_THAT(list, HasSubstr("diagnosis Sheet"));
+    EXPECT_THAT(list, HasSubstr("frontal   Face "));
+    EXPECT_THAT(run({"analyses", "--anaitem", "clinic", "base"}).out,
+                HasSubstr("S-N                                mm   men 9 ± 1, women 8 ± 1\n    len([S],[N])\n"));
+    EXPECT_THAT(run({"analyses", "--anaitem", "clinic", "base", "--format", "json"}).out,
+                HasSubstr("\"formula\": \"len([S],[N])\""));
+    EXPECT_EQ(run({"analyses", "--anaitem", "clinic", "bsae"}).code, ExitCode::bad_command_line);
+}
+
+}  // namespace
+}  // namespace cephtool
