@@ -73,8 +73,7 @@ double CCephCalc::Calc_Mult(int kind, unsigned int function, char* text, void* r
 }
 
 double CCephCalc::Calc_SDU(int kind, int mode, int index, char* text, void* record, unsigned short* kCount,
-                           tagKPOINT* kPoints, unsigned short* uCount, tagUPOINT* uPoints, int sex, int band,
-                           double scale) {
+                           tagKPOINT* kPoints, unsigned short* uCount, tagUPOINT*, int sex, int band, double) {
     return or_failed(0.0, [&] {
         const auto quoted = tool::quoted_name(text_or_empty(text));
         if (!quoted) return 0.0;

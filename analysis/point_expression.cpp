@@ -156,7 +156,8 @@ void PointReader::read_name() {
     sources_.push_back({construction_of(landmarks_.virtual_landmark(found.slot)), 0, found.slot, first_frame});
 }
 
-// Moves behind the innermost construction's own ")". Returns what stands between the last "," on the way and it.
+// Moves behind the innermost construction's own ")". Returns what stands between the last "," on the way and it. A
+// construction that is never closed takes the rest of the text, a function only the arguments that it has read.
 std::string_view PointReader::number_and_close() {
     Source& source = sources_.back();
     int open_brackets = frames_.back().open_brackets;
@@ -168,7 +169,11 @@ std::string_view PointReader::number_and_close() {
         if (c == ')' && open_brackets-- == 0) break;
         if (c == '[') at = std::min(closing_bracket(source.text, at), source.text.size() - 1);
     }
-    source.at = std::min(at + 1, source.text.size());
+    at = std::min(at, source.text.size());
+    if (at < source.text.size())
+        source.at = at + 1;
+    else if (frames_.back().shape != Shape::arguments)
+        source.at = at;
     return number == std::string_view::npos ? std::string_view() : source.text.substr(number, at - number);
 }
 

@@ -1,0 +1,253 @@
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <thread>
+
+#include "tests/analysis/subject.h"
+
+namespace tool_test {
+namespace {
+
+TEST(Item, ReferencesAlternativesAndCircles) {
+    AnalysisFolder folder;
+    folder.write_analysis(
+        "title:\r\nTable\r\nCalc:\r\n"
+        "SN=len([S],[N]):11\r\nTwice=case(\"SN\")*2\r\nScore=sdu(\"SN\")+0\r\nNorm=mean(\"SN\")-sdv(\"SN\")\r\n"
+        "Unquoted=case(SN)+1\r\nNoItem=case(\"none\")+1\r\nBare=12\r\nEmpty=\r\nNothing\r\n"
+        "Pick=len([S],[N])/150;0;len([N],[A]);7*1:2\r\nBeyond=5*1;1+1;2+2\r\nNegative=-2*1;1+1;2+2\r\n"
+        "Fraction=1.9*1;1+1;2+2\r\nNumberOnly=0*1;9\r\nText=1*1;\"low\";\"high\"\r\nTextBefore=1*1;\"low\";2+2\r\n"
+        "TextAfter=0*1;2+2;\"high\"\r\nNotANumber=0/0;1+1\r\nHuge=1/0;1+1\r\n"
+        "Ping=case(\"Pong\")+1\r\nPong=case(\"Ping\")+2\r\nOuter=case(\"Ping\")+10\r\nSelf=case(\"Self\")+1\r\n"
+        "Doubled=1+1\r\nDoubled=9+9\r\nlong" +
+        std::string(60, 'g') +
+        "=3+3\r\n"
+        "Calc2:\r\nSecond=4+4\r\n"
+        "Mean:\r\nSN=140\r\nSD:\r\nSN=4\r\n");
+    struct {
+        const char* name;
+        double value;
+    } const cases[] = {{"SN", 150},   {"Twice", 300},    {"Score", 2.5},   {"Norm", 136},     {"Unquoted", 1},
+                       {"NoItem", 1}, {"Bare", 0},       {"Empty", 0},     {"Nothing", 0},    {"none", 0},
+                       {"Pick", 100}, {"Beyond", 0},     {"Negative", 0},  {"Fraction", 4},   {"NumberOnly", 0},
+                       {"Text", 0},   {"TextBefore", 0}, {"TextAfter", 4}, {"NotANumber", 0}, {"Huge", 0},
+                       {"Ping", 3},   {"Pong", 3},       {"Outer", 13},    {"Self", 1},       {"Doubled", 2},
+                       {"Second", 8}, {"sn", 0},         {"", 0}};
+    Lateral face = small_face();
+    for (const auto& c : cases) EXPECT_EQ(face.item(c.name), c.value) << c.name;
+    EXPECT_EQ(face.item(("long" + std::string(46, 'g')).c_str()), 6);
+    EXPECT_EQ(face.item(("long" + std::string(60, 'g')).c_str()), 0);
+    char reference[] = "(\"Twice\") + 1";
+    EXPECT_EQ(CCephCalc::Calc_SDU(0, 0, 0, reference, &face.record, nullptr, nullptr, nullptr, nullptr, 1, 0, 0), 300);
+    EXPECT_STREQ(reference, "          + 1");
+}
+
+TEST(Item, ModesAndTheirOutputs) {
+    AnalysisFolder folder;
+    folder.write_analysis(
+        "Calc:\nSN=len([S],[N])\nNoNorm=len([S],[N])\nOnlySD=len([S],[N])\nZero=len([S],[N])\nEmpty=\n"
+        "Mean_M:\nSN=140\nZero=1\nEmpty=5\nMean_F:\nSN=145\nSD:\nSN=4\nOnlySD=3\nZero=0\nEmpty=5\n");
+    struct {
+        const char* name;
+        int mode, sex;
+        double result, value, sd;
+    } const cases[] = {{"SN", 0, 1, 150, -7, -7},
+                       {"SN", 1, 1, 2.5, 150, 4},
+                       {"SN", 1, 0, 1.25, 150, 4},
+                       {"SN", 2, 1, 140, 140, -7},
+                       {"SN", 3, 5, 4, 4, -7},
+                       {"NoNorm", 1, 1, 0, 999999999.0, 0},
+                       {"OnlySD", 1, 1, 50, 999999999.0, 3},
+                       {"Zero", 1, 1, 0, 150, 0},
+                       {"Empty", 1, 1, 0, -7, -7},
+                       {"Empty", 2, 1, 0, -7, -7},
+                       {"SN", 4, 1, 0, -7, -7},
+                       {"SN", -1, 1, 0, -7, -7}};
+    for (const auto& c : cases) {
+        double value = -7, sd = -7;
+        EXPECT_EQ(small_face().item(c.name, c.mode, c.sex, 0, &value, &sd), c.result) << c.name << c.mode;
+        EXPECT_EQ(value, c.value) << c.name << c.mode;
+        EXPECT_EQ(sd, c.sd) << c.name << c.mode;
+        EXPECT_EQ(small_face().item(c.name, c.mode, c.sex), c.result) << c.name << c.mode;
+    }
+    EXPECT_EQ(CCephCalc::GetSDU(85, 82, 3), 1);
+    EXPECT_EQ(CCephCalc::GetSDU(76.6, 82, 2), -2);
+    EXPECT_EQ(CCephCalc::GetSDU(80, 82, 0), 0);
+    EXPECT_EQ(CCephCalc::GetDoubleSDU(79, 82, 2), -1.5);
+}
+
+TEST(Norm, IsChosenBySexBandAndSet) {
+    AnalysisFolder folder;
+    folder.write_analysis(
+        "Calc:\nX=1+1\nC=case(\"X\")+1\nLoop=1+1\nMean:\nX=80.0,82.0\nTrim=82.00,3.50,100,12.\nBlank=\nWords="
+        "abc\nWordy=x 1\n"
+        "F=angle1([S],[N],[A]):1,len([S],[N])*2.0:0,-0.2*1:0,1/"
+        "0:0,len([S],[N])\nC=case(\"C\")*2:1\nLoop=mean(\"Loop\")+1:0\n"
+        "Mean_M2:\nS=1,2,3\nMean_F:\nX=70\n");
+    struct {
+        const char* name;
+        int sex, band, keep;
+        const char* text;
+    } const cases[] = {
+        {"X", 1, 0, 1, "80.0"},     {"X", 1, 5, 1, "82.0"},  {"X", 1, 105, 1, "82.0"}, {"X", 2, 0, 1, "80.0"},
+        {"X", 1, -3, 1, "80.0"},    {"S", 1, 105, 1, "2"},   {"S", 1, 5, 1, "1"},      {"S", 1, 900, 1, "3"},
+        {"S", 2, 105, 1, ""},       {"Trim", 1, 0, 0, "82"}, {"Trim", 1, 1, 0, "3.5"}, {"Trim", 1, 2, 0, "100"},
+        {"Trim", 1, 0, 1, "82.00"}, {"Blank", 1, 0, 1, ""},  {"Words", 1, 0, 1, ""},   {"none", 1, 0, 1, ""},
+        {"Wordy", 1, 0, 1, "0.0"},  // "x" is a formula without a value
+        {"F", 1, 0, 1, "90.0"},     {"F", 1, 1, 1, "300"},   {"F", 1, 2, 1, "0"},      {"F", 1, 4, 1, ""},
+        {"F", 1, 0, 0, "90"},       {"C", 1, 0, 1, "6.0"},   {"Loop", 1, 0, 1, "1"}};
+    for (const auto& c : cases)
+        EXPECT_EQ(small_face().norm(c.name, 0, c.sex, c.band, c.keep), c.text) << c.name << ' ' << c.band;
+    double out = -7;
+    const auto numeric = [&](const char* name) {
+        return CCephCalc::Get_MeanSD(0, 0, &out, 0, 1, 0, name, nullptr, nullptr, nullptr, nullptr, nullptr, 1.1);
+    };
+    EXPECT_EQ(numeric("X"), 1);
+    EXPECT_EQ(out, 80.0);
+    EXPECT_EQ(numeric("Words"), 0);
+    EXPECT_EQ(out, 0.0);
+}
+
+TEST(Item, LongChainsEndAndDoublingOnesAreCutOff) {
+    AnalysisFolder folder;
+    std::string chain = "Calc:\n", doubling = chain;
+    for (int i = 0; i < 9000; ++i) chain += "I" + std::to_string(i) + "=case(\"I" + std::to_string(i + 1) + "\")+1\n";
+    chain += "I9000=1+1\n";
+    for (int i = 0; i < 60; ++i) {
+        const std::string next = "case(\"D" + std::to_string(i + 1) + "\")";
+        doubling += "D" + std::to_string(i) + "=" + next + "+" + next + "\n";
+    }
+    doubling += "D60=1*1\n";
+    folder.write_analysis(chain);
+    EXPECT_EQ(small_face().item("I0"), 9002);
+    folder.write_analysis(doubling);
+    EXPECT_LT(small_face().item("D0"), 10000);
+    EXPECT_EQ(small_face().item("D52"), 256);
+}
+
+TEST(Item, AnUnreadableFolderGivesTheFailureValues) {
+    AnalysisFolder folder;
+    EXPECT_EQ(small_face().item("SN"), 0);
+    EXPECT_EQ(small_face().norm("SN"), "");
+    EXPECT_EQ(small_face().calc("1+case(\"SN\")"), 1);
+    EXPECT_TRUE(CCephCalc::GetComment(0, 0).IsEmpty());
+    EXPECT_TRUE(CCephCalc::Get_Title("/nowhere/at all").IsEmpty());
+}
+
+const char* const sheet_text =
+    "title:\r\nSheet\r\nComment:\r\nFor tests\r\nCalc:\r\n"
+    "S-N=len([S],[N]):11\r\nAngle=angle1([S],[N],[A])\r\nShare=len([S],[N])/len([N],[Me])*100\r\n"
+    "Sum=case(\"S-N\")+len([Foo],[Me])\r\nScore=sdu(\"S-N\")\r\nVerdict=case(\"S-N\")>100;\"short\";\"long\"\r\n"
+    "Picked=1*1;len([PNS],[N]);len([S],[V])\r\nMixed=len([S],[N])*angle1([S],[N],[A])\r\nLess=angle1([S],[N],[A])-"
+    "90\r\n"
+    "Effective=len(EffectiveA(),[PNS])\r\n"
+    "Mean:\r\nS-N=140,141\r\nAngle=angle1([S],[N],[PNS]):1\r\nSD:\r\nS-N=4\r\n";
+
+TEST(AnalysisSheet, GivesTheBitsOfTheExportedCalls) {
+    AnalysisFolder folder;
+    folder.write_analysis(sheet_text);
+    Lateral face = small_face();
+    face.add_virtual("V", "mid([N],[A])");
+    face.add_user("Foo", {5, 6});
+    const AnalysisSheet sheet(0, CCephCalc::FormFile(0, 0));
+    ASSERT_TRUE(sheet.IsLoaded());
+    ASSERT_EQ(sheet.GetCount(), 10);
+    EXPECT_EQ(sheet.Title(), "Sheet");
+    EXPECT_EQ(sheet.Comment(), "For tests");
+    const auto check = [&] {
+        for (int band : {0, 1})
+            for (int i = 0; i < sheet.GetCount(); ++i) {
+                const CString name = sheet.GetItem(i).name;
+                double value = -7, sd = -7;
+                const double score = face.item(name, 1, 1, band, &value, &sd);
+                const SheetRow row = sheet.Evaluate(i, face.on_sheet(1, band));
+                EXPECT_EQ(row.value, face.item(name, 0, 1, band)) << name;
+                EXPECT_EQ(row.deviation, row.has_mean ? score : 0) << name;
+                EXPECT_EQ(row.has_mean ? row.value : 999999999.0, value) << name;
+                EXPECT_EQ(row.sd, sd) << name;
+                EXPECT_EQ(sheet.Get_MeanSD(name, 0, face.on_sheet(1, band), 1.1, 1).View(),
+                          face.norm(name, 0, 1, band));
+                EXPECT_EQ(sheet.Calc_1(2, name, face.on_sheet(1, band), 0, nullptr, nullptr),
+                          face.item(name, 2, 1, band));
+            }
+    };
+    std::thread one(check), other(check);
+    one.join();
+    other.join();
+    EXPECT_EQ(sheet.Evaluate(5, face.on_sheet()).text, "long");
+    EXPECT_EQ(sheet.Evaluate(-1, face.on_sheet()).value, 0);
+    EXPECT_TRUE(sheet.GetItem(10).name.IsEmpty());
+    EXPECT_FALSE(AnalysisSheet(0, "/nowhere").IsLoaded());
+}
+
+TEST(AnalysisSheet, TellsUnitsAndWhatIsMissing) {
+    const AnalysisSheet sheet(0, sheet_text, std::strlen(sheet_text));
+    Lateral face = small_face();
+    face.add_virtual("V", "mid([W],[PT])");
+    face.add_virtual("W", "mid([V],[Xi])");
+    struct {
+        const char *unit, *missing;
+    } const items[] = {{"mm", ""}, {"deg", ""},   {"%", ""}, {"mm", "Foo"}, {"SD", ""},
+                       {"", ""},   {"", "PT Xi"}, {"", ""},  {"deg", ""},   {"mm", "PNS"}};
+    const auto listed = [](const CStringArray& names) {
+        std::string all;
+        for (int i = 0; i < names.GetSize(); ++i) all += (i ? " " : "") + std::string(names[i].View());
+        return all;
+    };
+    for (int i = 0; i < sheet.GetCount(); ++i) {
+        EXPECT_EQ(sheet.GetItem(i).unit, items[i].unit) << sheet.GetItem(i).name;
+        EXPECT_EQ(listed(sheet.Missing(i, SheetPart::value, face.on_sheet())), items[i].missing) << i;
+    }
+    EXPECT_EQ(listed(sheet.Missing(1, SheetPart::mean, face.on_sheet())), "PNS");
+    EXPECT_EQ(listed(sheet.Missing(1, SheetPart::sd, face.on_sheet())), "");
+    EXPECT_EQ(listed(sheet.Missing(0, SheetPart::value, SheetSubject())), "S N");
+}
+
+TEST(Cast, IsMeasuredThroughItsTokens) {
+    Cast cast;
+    cast.record.Palate = -1;
+    const char* const teeth[] = {"16", "15", "14", "13", "12", "11", "21", "22", "23", "24", "25", "26",
+                                 "46", "45", "44", "43", "42", "41", "31", "32", "33", "34", "35", "36"};
+    for (int i = 0; i < 24; ++i) {  // upper teeth 20 pixels wide, lower ones 15
+        cast.place((std::string(teeth[i]) + "m").c_str(), {100 + 30 * i, 50});
+        cast.place((std::string(teeth[i]) + "d").c_str(), {100 + 30 * i + (i < 12 ? 20 : 15), 50});
+    }
+    const char* const curves[] = {"UC", "UB", "LC", "LB"};
+    for (int i = 0; i < 4; ++i) {
+        const std::string curve = curves[i];
+        cast.place((curve + "WR").c_str(), {100, 200 + i});
+        cast.place((curve + "WL").c_str(), {170 + 2 * i, 200 + i});
+        cast.place((curve + "F").c_str(), {135, 100 - 4 * i});
+        cast.place((curve + "RR").c_str(), {80, 300});
+        cast.place((curve + "RL").c_str(), {190, 300});
+    }
+    struct {
+        const char* token;
+        double value;
+    } const cases[] = {{"[UCAW]", 35},  {"[UBAW]", 36},  {"[LCAW]", 37},  {"[LBAW]", 38}, {"[UCAL]", 100},
+                       {"[UBAL]", 102}, {"[LCAL]", 104}, {"[LBAL]", 106}, {"[UATW]", 60}, {"[UTTW]", 120},
+                       {"[LATW]", 45},  {"[LTTW]", 90},  {"[ATR]", 75},   {"[TTR]", 75},  {"[PLTU]", -1},
+                       {"[PLTL]", 0},   {"UCAW", 0},     {"", 0}};
+    AnalysisFolder folder;
+    folder.write("CalcForm_Model/list.txt", "M.txt");
+    folder.write("CalcForm_Model/M.txt", "Calc:\nPalate=Model([PLTU]);1+1;2+2\nTwo=Model([UCAW])/3*1\n");
+    for (const auto& c : cases) {
+        EXPECT_EQ(CCephCalc::Calc_Model(c.token, &cast.record), c.value) << c.token;
+        EXPECT_EQ(cast.calc(std::string("Model(") + c.token + ")"), c.value) << c.token;
+    }
+    // Kept: -1 is a palate not judged yet.
+    EXPECT_EQ(cast.item("Palate"), 0);
+    cast.record.Palate = 1;
+    EXPECT_EQ(cast.item("Palate"), 4);
+    *LandmarkTable::Point(2, &cast.record, LandmarkTable::Find(2, "UCWL")) = {171, 200};
+    EXPECT_EQ(cast.calc("Model([UCAW])"), 35.5);
+    folder.model_decimals = 0;
+    EXPECT_EQ(cast.calc("Model([UCAW])"), 36);
+    EXPECT_EQ(small_face().calc("Model([UCAW])+1"), 1);
+    cast.place("13d", {0, 0});
+    EXPECT_EQ(CCephCalc::Calc_Model("[UATW]", &cast.record), 0);
+    EXPECT_EQ(CCephCalc::Calc_Model("[TTR]", &cast.record), 0);
+    EXPECT_EQ(CCephCalc::Calc_Model("[LATW]", &cast.record), 45);
+}
+
+}  // namespace
+}  // namespace tool_test

@@ -1,0 +1,145 @@
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <random>
+
+#include "analysis/measures.h"
+#include "tests/analysis/subject.h"
+
+namespace tool_test {
+namespace {
+
+TEST(Formula, GivesTheWrittenValues) {
+    std::ifstream table(TOOL_TEST_DATA "/formulas.txt");
+    int rows = 0;
+    for (std::string line; std::getline(table, line);) {
+        const std::size_t arrow = line.find("=> ");
+        if (line.starts_with('#') || arrow == std::string::npos) continue;
+        const std::string formula = arrow == 0 ? "" : line.substr(0, arrow - 1);
+        EXPECT_EQ(small_face().calc(formula), std::stod(line.substr(arrow + 3))) << line;
+        ++rows;
+    }
+    EXPECT_GT(rows, 50);
+}
+
+// Kept: the short pi, multiplied before it is divided by.
+TEST(Formula, AnglesCarryTheShortPi) {
+    const double right_angle = 180.0 - std::acos(0.0) * 180.0 / 3.141592654;
+    EXPECT_EQ(small_face().calc("angle1([S],[N],[A])"), right_angle);
+    EXPECT_EQ(small_face().calc("angle3([S],[N],[A])"), right_angle);
+    // From (1, 0) to (0, 1) on the screen is clockwise on the film, hence negative.
+    EXPECT_EQ(small_face().calc("angle2([S],[N],[N],[A])"), -(std::acos(0.0) * 180.0 / 3.141592654));
+    EXPECT_EQ(small_face().calc("angle4([N],[A],[S],[N])"), std::acos(0.0) * 180.0 / 3.141592654);
+}
+
+// An obvious evaluator of numbers and operators: products first, then sums, each from the left.
+double plainly(const std::vector<double>& numbers, const std::string& operators) {
+    std::vector<double> terms = {numbers[0]};
+    std::string signs;
+    for (std::size_t i = 0; i < operators.size(); ++i) {
+        if (operators[i] == '*') terms.back() = terms.back() * numbers[i + 1];
+        if (operators[i] == '/') terms.back() = terms.back() / numbers[i + 1];
+        if (operators[i] == '+' || operators[i] == '-') signs += operators[i], terms.push_back(numbers[i + 1]);
+    }
+    double sum = terms[0];
+    for (std::size_t i = 0; i < signs.size(); ++i) sum = signs[i] == '+' ? sum + terms[i + 1] : sum - terms[i + 1];
+    return sum;
+}
+
+TEST(Formula, AgreesWithAPlainEvaluatorOnRandomSums) {
+    const unsigned seed = std::random_device()();
+    std::mt19937 random(seed);
+    for (int round = 0; round < 3000; ++round) {
+        std::vector<double> numbers;
+        std::string operators, text;
+        for (int terms = 2 + static_cast<int>(random() % 12); terms-- > 0;) {
+            const std::string number = std::to_string(random() % 1000) + (random() % 2 ? ".25" : "");
+            numbers.push_back(std::stod(number));
+            text += (random() % 3 ? "" : " ") + number;
+            if (terms > 0) operators += "*/+-"[random() % 4], text += operators.back();
+        }
+        const double expected = plainly(numbers, operators), got = small_face().calc(text);
+        ASSERT_TRUE(got == expected || (std::isnan(got) && std::isnan(expected))) << text << ", seed " << seed;
+    }
+}
+
+TEST(Formula, BlanksWhatItReadAndNothingElse) {
+    struct {
+        const char* formula;
+        int top_level;
+        const char* left;
+    } const cases[] = {
+        {"2+3;100", 1, "   ;100"}, {"-1", 1, "  "},   {"(2+3)*4", 0, "     *4"},
+        {"(2+3;4)", 0, "    ;4)"}, {"1=2", 0, "   "}, {"case(\"None\")+1;x", 1, "              ;x"},
+    };
+    for (const auto& c : cases) {
+        std::string text = c.formula;
+        double values[100];
+        int count = 0;
+        small_face().calc(text, values, count, c.top_level);
+        EXPECT_EQ(text, c.left) << c.formula;
+    }
+}
+
+TEST(Formula, SharesTheCallersValues) {
+    double values[100] = {41, 42};
+    int count = 2;
+    std::string bare = "[S]", sum = "d01+1", beyond = "1+d77";
+    EXPECT_EQ(small_face().calc(bare, values, count), 42);
+    EXPECT_EQ(small_face().calc(sum, values, count), 42);
+    EXPECT_EQ(count, 3);
+    EXPECT_EQ(small_face().calc(beyond, values, count), 1);
+}
+
+TEST(Formula, MakesNinetyNineValuesAndStops) {
+    for (const std::string step : {"+1", "+len([S],[N])", "+(1+1)", "*(1", "<1", "+case(\"x\")"}) {
+        std::string text = "1";
+        for (int i = 0; i < 200; ++i) text += step;
+        double values[100] = {};
+        int count = 0;
+        small_face().calc(text, values, count);
+        EXPECT_EQ(count, 99) << step;
+        EXPECT_EQ(values[99], 0.0) << step;
+    }
+    std::string sum = "1";
+    for (int i = 0; i < 200; ++i) sum += "+1";
+    EXPECT_EQ(small_face().calc(sum), 100);
+}
+
+TEST(Formula, EndsWhateverTheNesting) {
+    const auto repeated = [](const std::string& piece, int times) {
+        std::string text;
+        while (times-- > 0) text += piece;
+        return text;
+    };
+    EXPECT_EQ(small_face().calc(repeated("(", 50000) + "1+2" + repeated(")", 50000)), 3);
+    EXPECT_EQ(small_face().calc("len(" + repeated("mid([S],", 50000) + "[S]" + repeated(")", 50000) + ",[N])"), 150);
+    for (const char* piece :
+         {"1+(", "1*((", "angle1(", "len(mid(", "case(\"", "switch(", ")*", "d99-", "\"", "[", "Model"})
+        EXPECT_FALSE(std::isnan(small_face().calc(repeated(piece, 20000)))) << piece;
+}
+
+TEST(Formula, JapaneseTrailBytesAreNoKeywordsOrBrackets) {
+    // Trail bytes: 0x5B "[", 0x5D "]" and 0x6C "l".
+    Lateral face = small_face();
+    face.add_user("\x83\x5B", {100, 300});
+    face.add_user("\x83\x5D", {100, 500});
+    EXPECT_EQ(face.calc("len([\x83\x5B],[\x83\x5D])"), 100);
+    EXPECT_EQ(face.calc("3\x83\x6C"
+                        "en([S],[N])+1"),
+              1);
+}
+
+TEST(Measures, ACastMeasureIsRoundedThroughText) {
+    struct {
+        double value;
+        int decimals;
+        double rounded;
+    } const cases[] = {{35.125, 2, 35.12}, {35.135, 2, 35.13}, {35.15, 1, 35.1},  {35.5, 0, 36},
+                       {34.5, 0, 34},      {35.24, 9, 35},     {35.25, 9, 35.5},  {35.74, 9, 35.5},
+                       {35.75, 9, 36},     {-1, 9, -1},        {35.126, 7, 35.13}};
+    for (const auto& c : cases) EXPECT_EQ(tool::rounded_cast_measure(c.value, c.decimals), c.rounded) << c.value;
+}
+
+}  // namespace
+}  // namespace tool_test
