@@ -1,0 +1,157 @@
+#include "framework/files.h"
+
+#include <thread>
+
+#include "framework/system.h"
+#include "gtest/gtest.h"
+#include "platform/system.h"
+#include "temporary_folder.h"
+
+namespace {
+
+TEST(Names, AreFoundIgnoringCaseWithEitherDelimiterAndInCodePage932) {
+    const TemporaryFolder folder;
+    std::filesystem::create_directories(folder.path("CalcForm/表ソ"));
+    folder.write("CalcForm/表ソ/Ａnalysis.TXT", "found");
+    for (const std::string name :
+         {"CalcForm/\x95\x5C\x83\x5C/\x82\x60nalysis.TXT", "calcform\\\x95\x5C\x83\x5C\\\x82\x60nalysis.txt",
+          "CALCFORM/\x95\x5C\x83\x5C\\\x82\x81NALYSIS.txt"})
+        EXPECT_EQ(tool::read_file(folder.path(name)), "found") << name;
+    EXPECT_FALSE(tool::read_file(folder.path("CalcForm/\x95\x5C")));
+    EXPECT_FALSE(tool::read_file(folder.path("CalcForm")));
+    const auto entries = tool::list_folder(folder.path("calcform"));
+    ASSERT_TRUE(entries && entries->size() == 1);
+    EXPECT_EQ(entries->front().name, "\x95\x5C\x83\x5C");
+    EXPECT_TRUE(entries->front().status.is_folder);
+}
+
+TEST(Names, TakeTheExactOneBeforeOneOfOtherCase) {
+    const TemporaryFolder folder;
+    folder.write("a.txt", "small");
+    folder.write("A.txt", "capital");
+    EXPECT_EQ(tool::read_file(folder.path("a.txt")), "small");
+    EXPECT_EQ(tool::read_file(folder.path("A.txt")), "capital");
+    EXPECT_EQ(tool::read_file(folder.path("a.TXT")), "capital");
+}
+
+TEST(WholeFiles, AreCopiedWholeOrNotAtAll) {
+    const TemporaryFolder folder;
+    const std::string big(200'000, 'x');
+    folder.write("from", big);
+    folder.write("to", "old");
+    EXPECT_FALSE(tool::copy_file(folder.path("from"), folder.path("to"), true));
+    EXPECT_EQ(tool::last_error(), static_cast<std::uint32_t>(EEXIST));
+    EXPECT_EQ(folder.read("to"), "old");
+    EXPECT_TRUE(tool::copy_file(folder.path("from"), folder.path("new"), true));
+    EXPECT_TRUE(tool::copy_file(folder.path("from"), folder.path("to"), false));
+    EXPECT_EQ(folder.read("to"), big);
+    EXPECT_FALSE(tool::copy_file(folder.path("none"), folder.path("to"), false));
+    EXPECT_FALSE(tool::copy_file(folder.path("from"), folder.path("no/folder"), false));
+    EXPECT_EQ(tool::list_folder(folder.path(""))->size(), 3u);  // nothing left over
+}
+
+TEST(WholeFiles, KeepReadOnlyFilesAndLinksWhatTheyAre) {
+    const TemporaryFolder folder;
+    folder.write("target", "old");
+    std::filesystem::create_symlink("target", folder.path("link"));
+    EXPECT_TRUE(tool::write_file_atomically(folder.path("link"), "new"));
+    EXPECT_EQ(folder.read("target"), "new");
+    EXPECT_TRUE(tool::file_status(folder.path("link"))->is_link);
+    std::filesystem::permissions(folder.path("target"), std::filesystem::perms::owner_read);
+    EXPECT_FALSE(tool::write_file_atomically(folder.path("link"), "newer"));
+    EXPECT_TRUE(tool::copy_file(folder.path("target"), folder.path("copy"), false));
+    EXPECT_TRUE(tool::file_status(folder.path("copy"))->read_only);
+    EXPECT_TRUE(tool::clear_read_only(folder.path("copy")));
+    EXPECT_FALSE(tool::file_status(folder.path("copy"))->read_only);
+}
+
+TEST(CanonicalPath, KeepsWhatDoesNotExistYet) {
+    const TemporaryFolder folder;
+    const std::string real = std::filesystem::canonical(folder.path(".")).string();
+    std::filesystem::create_directory(folder.path("a"));
+    std::filesystem::create_symlink("a", folder.path("b"));
+    EXPECT_EQ(tool::canonical_path(folder.path("b/../b")), real + "/a");
+    EXPECT_EQ(tool::canonical_path(folder.path("b/c/d")), real + "/a/c/d");
+    EXPECT_TRUE(tool::same_folder(folder.path("a"), folder.path("B")));
+}
+
+TEST(CFile, WritesSeeksAndReadsBack) {
+    const TemporaryFolder folder;
+    const std::string path = folder.path("f");
+    CFile file(path.c_str(), CFile::modeCreate | CFile::modeReadWrite);
+    file.Write("0123456789", 10);
+    EXPECT_EQ(file.Seek(-4, CFile::end), 6u);
+    char buffer[8] = {};
+    EXPECT_EQ(file.Read(buffer, 8), 4u);
+    EXPECT_STREQ(buffer, "6789");
+    EXPECT_THROW(
+        try { file.Seek(-1, CFile::begin); } catch (CFileException* failure) {
+            EXPECT_EQ(failure->m_cause, CFileException::badSeek);
+            failure->Delete();
+            throw 1;
+        },
+        int);
+    file.Close();
+    CFileStatus status;
+    EXPECT_TRUE(CFile::GetStatus(path.c_str(), status));
+    EXPECT_EQ(status.m_size, 10);
+    EXPECT_TRUE(CFile().Open(path.c_str(), CFile::modeCreate | CFile::modeNoTruncate | CFile::modeWrite));
+    EXPECT_EQ(folder.read("f"), "0123456789");
+    EXPECT_TRUE(CFile().Open(path.c_str(), CFile::modeCreate | CFile::modeWrite));
+    EXPECT_EQ(folder.read("f"), "");
+    CFile::Remove(path.c_str());
+    EXPECT_FALSE(CFile::GetStatus(path.c_str(), status));
+}
+
+TEST(CFile, TellsWhyItFailed) {
+    const TemporaryFolder folder;
+    CFileException failure;
+    EXPECT_FALSE(CFile().Open(folder.path("none").c_str(), CFile::modeRead, &failure));
+    EXPECT_EQ(failure.m_cause, CFileException::fileNotFound);
+    EXPECT_FALSE(CFile().Open(folder.path("").c_str(), CFile::modeRead, &failure));
+    EXPECT_EQ(failure.m_cause, CFileException::accessDenied);
+    char text[12];
+    EXPECT_TRUE(failure.GetErrorMessage(text, sizeof text));
+    EXPECT_EQ(std::string(text).size(), 11u);
+    CFile full;
+    if (!full.Open("/dev/full", CFile::modeWrite)) GTEST_SKIP() << "no full device here";
+    try {
+        full.Write("x", 1);
+        ADD_FAILURE();
+    } catch (CException* exception) {
+        EXPECT_EQ(dynamic_cast<CFileException&>(*exception).m_cause, CFileException::diskFull);
+        exception->Delete();
+    }
+}
+
+TEST(Process, KeepsTheLastErrorOfEachThread) {
+    SetLastError(5);
+    std::thread([] { SetLastError(7); }).join();
+    EXPECT_EQ(GetLastError(), 5u);
+    EXPECT_FALSE(GetErrorText(2).IsEmpty());
+}
+
+TEST(Process, TellsItsPathCutToTheBuffer) {
+    SetModuleFileNameA("/a/\x95\x5C/tool");
+    char path[8];
+    EXPECT_EQ(GetModuleFileNameA(nullptr, path, 8), 8u);
+    EXPECT_STREQ(path, "/a/\x95\x5C/t");
+    SetModuleFileNameA(nullptr);
+    char own[300];
+    EXPECT_NE(std::string(own, GetModuleFileNameA(nullptr, own, sizeof own)).find("platform_tests"), std::string::npos);
+}
+
+TEST(Process, AsksTheClockThatWasSet) {
+    SetLocalClock([] { return SYSTEMTIME{2024, 2, 4, 29, 23, 59, 58, 7}; });
+    EXPECT_EQ(tool::local_time().day, 29);
+    SYSTEMTIME now;
+    GetLocalTime(&now);
+    EXPECT_EQ(now.wDay, 29);
+    EXPECT_EQ(now.wDayOfWeek, 4);
+    SetLocalClock(nullptr);
+    GetLocalTime(&now);
+    EXPECT_NE(now.wYear, 2024 - 1);
+    EXPECT_GE(now.wYear, 2024);
+}
+
+}  // namespace
