@@ -1,5 +1,6 @@
 #include "util/decimal_text.h"
 
+#include <cmath>
 #include <cstdint>
 
 #include "platform/number_text.h"
@@ -18,7 +19,7 @@ constexpr std::size_t exact_digits = 15;
 }  // namespace
 
 std::string fixed_text(double value, int decimals) {
-    const double magnitude = value < 0 ? -value : value;
+    const double magnitude = std::fabs(value);
     const std::int32_t whole = truncated(magnitude);
 
     // Kept: a fraction that rounds up to "1.000000" does not carry into the whole part, so 2.9999999 becomes "2.".

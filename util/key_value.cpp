@@ -1,21 +1,17 @@
 #include "util/key_value.h"
 
 namespace tool {
-namespace {
-
-constexpr std::size_t key_limit = 50;
-
-}  // namespace
+namespace {}  // namespace
 
 KeyValue split_at_equals_long(std::string_view line) {
     const std::size_t equals = line.find('=');  // 0x3D is never the second byte of a character
-    if (equals == std::string_view::npos) return {line.substr(0, key_limit), {}};
+    if (equals == std::string_view::npos) return {line.substr(0, longest_key), {}};
     return {line.substr(0, equals), line.substr(equals + 1)};
 }
 
 KeyValue split_at_equals(std::string_view line) {
     const KeyValue parts = split_at_equals_long(line);
-    return {parts.key.substr(0, key_limit), parts.value};
+    return {parts.key.substr(0, longest_key), parts.value};
 }
 
 std::string printed_without_arguments(std::string_view text) {

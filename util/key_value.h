@@ -11,6 +11,8 @@ struct KeyValue {
     std::string_view key, value;
 };
 
+inline constexpr std::size_t longest_key = 50;  // bytes
+
 // Splits at the first "="; without one the whole line is the key. A key is cut to 50 bytes.
 KeyValue split_at_equals(std::string_view line);
 
