@@ -8,6 +8,11 @@ namespace tool {
 namespace {
 
 constexpr int lookups_without_index = 16;
+constexpr int male = 1, female = 2;
+
+void keep_first(std::optional<NamedLine>& slot, const NamedLine& line) {
+    if (!slot) slot = line;
+}
 
 bool is_item_section(int section) {
     return section == items_section || section == second_set + items_section;
@@ -18,23 +23,23 @@ NamedLine named_line(std::string_view line, int section) {
     return {parts.key, parts.value, section};
 }
 
-// First non-empty content line of the wanted sections whose name matches.
-template <class Wanted>
-std::optional<NamedLine> find_named(std::string_view text, std::string_view name, Wanted&& wanted) {
-    std::optional<NamedLine> found;
+// Visits the content lines of the wanted sections whose name matches, until visit returns true.
+template <class Wanted, class Visit>
+void for_each_named(std::string_view text, std::string_view name, Wanted&& wanted, Visit&& visit) {
     int section = content_line;
     bool searching = false;
     for_each_line(text, [&](std::string_view line, int code) {
         if (code != content_line) {
             section = code;
             searching = wanted(section);
-        } else if (searching && line.starts_with(name) && !line.empty()) {
-            const NamedLine candidate = named_line(line, section);
-            if (candidate.name == name) found = candidate;
         }
-        return found.has_value();
+        // Most lines are told apart by one byte. A name that was cut has no "=" behind it.
+        const bool possible = code == content_line && searching && !line.empty() && line.size() >= name.size() &&
+                              (line.size() == name.size() || line[name.size()] == '=' || name.size() == longest_key);
+        if (!possible || !line.starts_with(name)) return false;
+        const NamedLine candidate = named_line(line, section);
+        return candidate.name == name && visit(candidate);
     });
-    return found;
 }
 
 }  // namespace
@@ -91,18 +96,32 @@ std::vector<NamedLine> DefinitionFile::items() const {
 }
 
 std::optional<NamedLine> DefinitionFile::find_item(std::string_view name) const {
-    if (!indexed()) return find_named(text_, name, is_item_section);
-    const auto entry = index_->find(name);
-    return entry == index_->end() ? std::nullopt : entry->second.item;
+    if (indexed()) {
+        const auto entry = index_->find(name);
+        return entry == index_->end() ? std::nullopt : entry->second.item;
+    }
+    std::optional<NamedLine> found;
+    for_each_named(text_, name, is_item_section, [&](const NamedLine& line) {
+        found = line;
+        return true;
+    });
+    return found;
 }
 
-std::optional<NamedLine> DefinitionFile::find_norm(std::string_view name, NormPart part, int sex) const {
-    if (!indexed()) return find_named(text_, name, [&](int section) { return holds_norms(section, part, sex); });
-    const auto entry = index_->find(name);
-    if (entry == index_->end()) return std::nullopt;
-    const FirstLines& lines = entry->second;
-    if (part == NormPart::mean) return sex == 1 ? lines.mean_male : lines.mean_female;
-    return sex == 1 ? lines.sd_male : lines.sd_female;
+DefinitionFile::Norms DefinitionFile::find_norms(std::string_view name, int sex) const {
+    if (indexed()) {
+        const auto entry = index_->find(name);
+        return entry == index_->end() ? Norms() : sex == 1 ? entry->second.male : entry->second.female;
+    }
+    Norms found;
+    const auto wanted = [sex](int section) {
+        return holds_norms(section, NormPart::mean, sex) || holds_norms(section, NormPart::sd, sex);
+    };
+    for_each_named(text_, name, wanted, [&](const NamedLine& line) {
+        keep_first(holds_norms(line.section, NormPart::mean, sex) ? found.mean : found.sd, line);
+        return found.mean && found.sd;
+    });
+    return found;
 }
 
 bool DefinitionFile::indexed() const {
@@ -113,27 +132,24 @@ bool DefinitionFile::indexed() const {
 void DefinitionFile::build_index() const {
     if (index_) return;
     auto& index = index_.emplace();
-    const auto keep_first = [](std::optional<NamedLine>& slot, const NamedLine& line) {
-        if (!slot) slot = line;
-    };
     int section = content_line;
     for_each_line(text_, [&](std::string_view text, int code) {
         if (code != content_line) {
             section = code;
             return false;
         }
-        const bool male_mean = holds_norms(section, NormPart::mean, 1), male_sd = holds_norms(section, NormPart::sd, 1);
-        const bool female_mean = holds_norms(section, NormPart::mean, 2);
-        const bool female_sd = holds_norms(section, NormPart::sd, 2);
-        const bool item = is_item_section(section);
-        if (text.empty() || !(item || male_mean || female_mean || male_sd || female_sd)) return false;
-        const NamedLine line = named_line(text, section);
-        FirstLines& first = index[line.name];
-        if (item) keep_first(first.item, line);
-        if (male_mean) keep_first(first.mean_male, line);
-        if (female_mean) keep_first(first.mean_female, line);
-        if (male_sd) keep_first(first.sd_male, line);
-        if (female_sd) keep_first(first.sd_female, line);
+        if (text.empty()) return false;
+        if (is_item_section(section)) {
+            const NamedLine line = named_line(text, section);
+            keep_first(index[line.name].item, line);
+        }
+        for (const int sex : {male, female})
+            for (const NormPart part : {NormPart::mean, NormPart::sd}) {
+                if (!holds_norms(section, part, sex)) continue;
+                const NamedLine line = named_line(text, section);
+                Norms& norms = sex == male ? index[line.name].male : index[line.name].female;
+                keep_first(part == NormPart::mean ? norms.mean : norms.sd, line);
+            }
         return false;
     });
 }

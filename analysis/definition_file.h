@@ -42,8 +42,11 @@ class DefinitionFile {
 
     // First item line of either set with this name (case-sensitive).
     std::optional<NamedLine> find_item(std::string_view name) const;
-    // First line with this name in any section that holds the part's norms for the sex (1 male, else female).
-    std::optional<NamedLine> find_norm(std::string_view name, NormPart part, int sex) const;
+    // First lines with this name in any section that holds norms for the sex (1 male, else female).
+    struct Norms {
+        std::optional<NamedLine> mean, sd;
+    };
+    Norms find_norms(std::string_view name, int sex) const;
 
     // From here on look-ups use a table and change nothing, so that threads may share the file. Without it the first
     // look-ups walk the text and the 16th builds the table.
@@ -53,7 +56,8 @@ class DefinitionFile {
 
  private:
     struct FirstLines {
-        std::optional<NamedLine> item, mean_male, mean_female, sd_male, sd_female;
+        std::optional<NamedLine> item;
+        Norms male, female;
     };
     std::string text_;
     bool indexed() const;

@@ -133,8 +133,8 @@ void Evaluation::begin_formula(Frame& frame, Stage stage, std::string_view text)
 
 void Evaluation::begin_norm(Frame& frame, NormPart part) {
     frame.stage = part == NormPart::mean ? Stage::mean : Stage::sd;
-    const DefinitionFile* definitions = file();
-    const auto line = definitions ? definitions->find_norm(frame.item.name, part, sex_) : std::nullopt;
+    if (!frame.norms) frame.norms = file() ? file()->find_norms(frame.item.name, sex_) : DefinitionFile::Norms();
+    const auto& line = part == NormPart::mean ? frame.norms->mean : frame.norms->sd;
     if (!line || being_evaluated(line->name.data())) return norm_done(frame, {});
     Norm norm = norm_of_text(norm_field(line->rest, line->second_set() ? band_ / 100 : band_ % 100));
     if (norm.value || norm.text.empty()) return norm_done(frame, std::move(norm));

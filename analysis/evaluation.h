@@ -64,6 +64,7 @@ class Evaluation {
         Ask ask = Ask::value;
         NamedLine item;  // rest without the type suffix
         ItemResult result;
+        std::optional<DefinitionFile::Norms> norms;
         const char* norm_line = nullptr;  // tells the norm apart whose formula is being evaluated
         int norm_decimals = 0;
         int count = 0;

@@ -100,7 +100,8 @@ std::optional<QuotedName> quoted_name(std::string_view text) {
 Formula::Formula(std::string_view text, bool top_level, ValueList values, PointReader& points)
     : text_(text), values_(values), points_(points) {
     const bool is_group = !top_level && text.starts_with('(');
-    extent_ = std::min(text.find_first_of(is_group ? ");" : ";"), text.size());
+    extent_ = std::min(text.find(';'), text.size());
+    if (is_group) extent_ = std::min(text.find(')'), extent_);
     if (is_group) {
         text_[0] = ' ';
         if (extent_ < text.size() && text[extent_] == ')') text_[extent_++] = ' ';
@@ -121,7 +122,7 @@ void Formula::find_keywords() {
         if (c == ']') bracketed = false;
         if (quoted || bracketed || c < 'M' || c > 's') continue;
         for (std::size_t k = 0; k < std::size(keywords); ++k)
-            if (text.substr(at).starts_with(keywords[k].text)) hits_.push_back({k, at});
+            if (c == keywords[k].text[0] && text.substr(at).starts_with(keywords[k].text)) hits_.push_back({k, at});
     }
     std::ranges::stable_sort(hits_, {}, &Hit::keyword);
 }
@@ -180,8 +181,12 @@ void Formula::arithmetic(std::size_t begin, FromEnd end, int depth) {
 }
 
 void Formula::combine_all(std::size_t begin, FromEnd end, std::string_view operators, int depth) {
-    for (std::size_t at = begin; (at = text_.find_first_of(operators, at)) < position(end) && !values_.full();) {
+    for (std::size_t at = begin; at < position(end) && !values_.full();) {
         const char operation = text_[at];
+        if (operators.find(operation) == std::string_view::npos) {
+            ++at;
+            continue;
+        }
         std::size_t operation_end = at + 1;
         const bool comparison = operators[0] == '<';
         const bool or_equal = comparison && operation_end < position(end) && text_[operation_end] == '=';

@@ -21,7 +21,8 @@ ItemType type_of_number(int n) {
 }  // namespace
 
 TypedExpression split_type(std::string_view expression) {
-    expression = expression.substr(0, expression.find_first_of(std::string_view("\r\n\0", 3)));
+    const auto end = std::ranges::find_if(expression, [](char c) { return c == '\r' || c == '\n' || c == '\0'; });
+    expression = expression.substr(0, static_cast<std::size_t>(end - expression.begin()));
     const std::size_t first = expression.find(':');
     if (first == std::string_view::npos) return {expression, type_of_number(0)};
     std::string digits;

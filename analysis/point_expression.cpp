@@ -125,7 +125,7 @@ void PointReader::find_argument() {
         const std::string_view rest = source.text.substr(source.at);
         if (rest[0] == '[') return read_name();
         for (const Prefix& prefix : prefixes) {
-            if (!rest.starts_with(prefix.text)) continue;
+            if (rest[0] != prefix.text[0] || !rest.starts_with(prefix.text)) continue;
             source.at += prefix.text.size();
             frames_.push_back({prefix.shape, prefix.points});
             return;

@@ -9,7 +9,6 @@ namespace tool_test {
 namespace {
 
 using tool::DefinitionFile;
-using tool::NormPart;
 
 TEST(KeyLine, CodesAreThoseOfTheSections) {
     struct {
@@ -94,13 +93,14 @@ TEST(DefinitionFile, TheTableFindsWhatTheWalkFinds) {
     for (const std::string& name : {std::string("A"), std::string("B"), std::string("C"), std::string("D"), fifty,
                                     fifty + "n", std::string(), std::string("a")}) {
         same(DefinitionFile(text).find_item(name), indexed.find_item(name), name);
-        for (const NormPart part : {NormPart::mean, NormPart::sd})
-            for (const int sex : {1, 2})
-                same(DefinitionFile(text).find_norm(name, part, sex), indexed.find_norm(name, part, sex), name);
+        for (const int sex : {1, 2}) {
+            same(DefinitionFile(text).find_norms(name, sex).mean, indexed.find_norms(name, sex).mean, name);
+            same(DefinitionFile(text).find_norms(name, sex).sd, indexed.find_norms(name, sex).sd, name);
+        }
     }
-    EXPECT_EQ(walked.find_norm("A", NormPart::mean, 1)->rest, "70");
-    EXPECT_EQ(walked.find_norm("A", NormPart::mean, 0)->rest, "80");
-    EXPECT_EQ(walked.find_norm("A", NormPart::sd, 1)->rest, "9");
+    EXPECT_EQ(walked.find_norms("A", 1).mean->rest, "70");
+    EXPECT_EQ(walked.find_norms("A", 0).mean->rest, "80");
+    EXPECT_EQ(walked.find_norms("A", 1).sd->rest, "9");
     EXPECT_EQ(walked.find_item(fifty)->rest, "cut");
     EXPECT_EQ(walked.find_item("B")->rest, "");
 }
