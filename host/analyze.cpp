@@ -68,7 +68,7 @@ ExitCode run_analyze(const Command& command, const Arguments& arguments, Streams
         ->type_name("NAME");
     options.add_option("--anaitem", folder, "another folder of analyses")->type_name("FOLDER");
     options.add_option("--band", band, "code of the norms' age band (0)")
-        ->check(CLI::Range(0, highest_band))
+        ->check(CLI::Range(0, highest_band).description(""))
         ->type_name("N");
     const CaseOptionFlags case_options(line);
     line.add_choice("--format", format, {"table", "json", "csv"}, "table, json or csv");
@@ -78,7 +78,7 @@ ExitCode run_analyze(const Command& command, const Arguments& arguments, Streams
     const ProgramProfile profile(folder);
     const Selection selection(names, streams);
     if (selection.chosen().empty()) {
-        throw Error(ExitCode::bad_command_line, "no analyses in " + in_quotes(profile.analysis_folder()),
+        throw Error(ExitCode::bad_command_line, "no analyses in " + printable(profile.analysis_folder()),
                     "A folder of analyses holds \"CalcForm\" with a \"list.txt\". Name one with --anaitem FOLDER.");
     }
 

@@ -24,7 +24,8 @@ constexpr std::size_t no_place = std::string::npos;
 // Bytes in the code page that the engine's records hold, or `no_place` when a character has none there.
 std::size_t record_bytes(const std::string& text) {
     CString bytes;
-    if (!CodePage932FromUtf8(text.c_str(), &bytes)) return no_place;
+    // A character may come out as one that resembles it ("ü" as "u"); that is another name.
+    if (!CodePage932FromUtf8(text.c_str(), &bytes) || Utf8FromCodePage932(bytes) != text) return no_place;
     return static_cast<std::size_t>(bytes.GetLength());
 }
 

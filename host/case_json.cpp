@@ -35,6 +35,7 @@ class JsonCaseReader {
         const JsonValue root = read_json(source_);
         const JsonObject& members = as<JsonObject>(root, "a case");
         check_format(members, root.at);
+        check_keys(members, key_names());  // first, so that a slip is not reported as the lack of a key
         // Landmarks are judged by the kind's table, and outlines by the landmarks, whatever the order in the file.
         builder_.kind(as<std::string>(required(members, "kind", root.at), "\"kind\""),
                       required(members, "kind", root.at).at);
@@ -42,7 +43,6 @@ class JsonCaseReader {
         for (const Key& key : keys()) {
             if (const JsonValue* value = find(members, key.name); value && key.read) (this->*key.read)(*value);
         }
-        check_keys(members, key_names());
         return builder_.finished();
     }
 

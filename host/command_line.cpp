@@ -45,7 +45,7 @@ bool CommandLine::parse(const Arguments& arguments, Streams& streams) {
         app_.parse(std::vector<std::string>(arguments.rbegin(), arguments.rend()));  // CLI11 takes them last first
         return true;
     } catch (const CLI::CallForHelp&) {
-        streams.out << app_.help();
+        streams.out << app_.help() << "\n";
         return false;
     } catch (const CLI::ExtrasError& error) {
         for (const std::string& word : app_.remaining())

@@ -12,7 +12,8 @@ std::string shown(const Error& error) {
     text += error.what();
     text += "\n";
     if (!error.excerpt.empty()) {
-        text += "    " + error.excerpt + "\n    " + std::string(static_cast<std::size_t>(error.caret), ' ') + "^\n";
+        text.append(4, ' ').append(error.excerpt).append("\n");
+        text.append(4 + static_cast<std::size_t>(error.caret), ' ').append("^\n");
     }
     if (!error.way_out.empty()) text += "  " + error.way_out + "\n";
     return text;

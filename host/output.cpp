@@ -13,7 +13,7 @@ namespace {
 namespace fs = std::filesystem;
 
 Error not_written(const std::string& path) {
-    return {ExitCode::bad_input, in_quotes(path) + " could not be written",
+    return {ExitCode::bad_input, printable(path) + " could not be written",
             "Check that the folder exists, that you may write there, and that the disk has room."};
 }
 

@@ -2,6 +2,7 @@
 
 #include <CodePage.h>
 
+#include <algorithm>
 #include <filesystem>
 #include <string_view>
 
@@ -15,9 +16,9 @@ namespace {
 std::string shipped_folder() {
     char path[4096];
     GetModuleFileNameA(nullptr, path, sizeof path);
-    const std::string program = Utf8FromCodePage932(path);
-    const std::size_t last = program.find_last_of("/\\");
-    return program.substr(0, last == std::string::npos ? 0 : last + 1) + "../share/tool/anaitem";
+    std::string program = Utf8FromCodePage932(path);
+    std::ranges::replace(program, '\\', '/');
+    return (std::filesystem::path(program).parent_path() / "../share/tool/anaitem").lexically_normal().string();
 }
 
 }  // namespace
@@ -26,12 +27,12 @@ ProgramProfile::ProgramProfile(const std::string& analysis_folder)
     : CWinApp("cephtool"), folder_(analysis_folder.empty() ? shipped_folder() : analysis_folder) {
     std::error_code failure;
     if (!std::filesystem::is_directory(folder_, failure)) {
-        throw Error(ExitCode::bad_command_line, in_quotes(folder_) + " is no folder of analyses",
+        throw Error(ExitCode::bad_command_line, printable(folder_) + " is no folder of analyses",
                     "Name one with --anaitem FOLDER.");
     }
     if (!CodePage932FromUtf8(folder_.c_str(), &folder_in_profile_)) {
         throw Error(ExitCode::bad_command_line,
-                    "the folder " + in_quotes(folder_) + " has a name outside code page 932",
+                    "the folder " + printable(folder_) + " has a name outside code page 932",
                     "Use a folder whose whole path is in plain or Japanese letters.");
     }
 }

@@ -71,10 +71,8 @@ std::string heading(const Case& record) {
 
 class AnalysisTable {
  public:
-    AnalysisTable(const AnalysisResult& result, bool colour) : result_(result), colour_(colour) {
-        for (const Measurement& item : result.items) name_width_ = std::max(name_width_, display_width(item.name));
-        name_width_ = std::min(name_width_, widest_name);
-    }
+    AnalysisTable(const AnalysisResult& result, int name_width, bool colour)
+        : result_(result), name_width_(name_width), colour_(colour) {}
 
     std::string text() const {
         std::string lines = painted(fitted(result_.analysis->title, page_width), bold, colour_) + "\n";
@@ -133,15 +131,24 @@ class AnalysisTable {
     }
 
     const AnalysisResult& result_;
+    int name_width_;
     bool colour_;
-    int name_width_ = 4;
 };
+
+// The same for all analyses of a case, so that their columns stand below each other.
+int name_width(const CaseResult& result) {
+    int width = 0;
+    for (const AnalysisResult& analysis : result.analyses)
+        for (const Measurement& item : analysis.items) width = std::max(width, display_width(item.name));
+    return std::min(width, widest_name);
+}
 
 }  // namespace
 
 std::string report_table(const CaseResult& result, bool colour) {
+    const int width = name_width(result);
     std::string text = heading(result.record);
-    for (const AnalysisResult& analysis : result.analyses) text += "\n" + AnalysisTable(analysis, colour).text();
+    for (const AnalysisResult& analysis : result.analyses) text += "\n" + AnalysisTable(analysis, width, colour).text();
     if (result.analyses.empty()) text += "\nThe case has the landmarks of no item of any analysis.\n";
     if (result.norms_differ) {
         text +=

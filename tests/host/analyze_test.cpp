@@ -6,8 +6,8 @@ namespace cephtool {
 namespace {
 
 using host_test::Folder;
+using host_test::Outcome;
 using host_test::run;
-using host_test::Run;
 using testing::HasSubstr;
 using testing::Not;
 
@@ -32,7 +32,7 @@ class Clinic : public testing::Test {
         folder_.add("face.csv", "# scale_mm_per_px=0.1\nZR,100,100\nZL,200,100\n");
     }
 
-    static Run analyze(Arguments arguments, const std::string& input = {}) {
+    static Outcome analyze(Arguments arguments, const std::string& input = {}) {
         arguments.insert(arguments.begin(), {"analyze", "--anaitem", "clinic", "--format", "csv"});
         return run(arguments, input);
     }
@@ -41,7 +41,7 @@ class Clinic : public testing::Test {
 };
 
 TEST_F(Clinic, EveryAnalysisOfTheKindThatYieldsAnythingIsMeasured) {
-    const Run lateral = analyze({"film.csv"});
+    const Outcome lateral = analyze({"film.csv"});
     EXPECT_EQ(lateral.code, ExitCode::done) << lateral.err;
     EXPECT_EQ(lateral.out,
               "case,analysis,item,value,unit,mean,sd,deviation,missing\r\n"
@@ -60,7 +60,7 @@ TEST_F(Clinic, SexAndBandChooseTheNorm) {
 
 TEST_F(Clinic, AnalysesAreChosenByTitleFileNameOrPath) {
     for (const char* name : {"cranial BASE", "base", "Base.txt", "clinic/CalcForm/Base.txt"}) {
-        const Run one = analyze({"--analysis", name, "film.csv"});
+        const Outcome one = analyze({"--analysis", name, "film.csv"});
         EXPECT_THAT(one.out, HasSubstr("Cranial base,S-N,10")) << name;
         EXPECT_THAT(one.out, Not(HasSubstr("Sheet"))) << name;
     }
@@ -91,7 +91,7 @@ TEST_F(Clinic, EveryFaultHasItsExitCodeAndItsWayOut) {
         {{"absent.csv"}, ExitCode::bad_input, "absent.csv: there is no such file"},
     };
     for (const auto& row : rows) {
-        const Run one = analyze(row.arguments);
+        const Outcome one = analyze(row.arguments);
         EXPECT_EQ(one.code, row.code) << one.err;
         EXPECT_THAT(one.err, HasSubstr(row.words));
         EXPECT_EQ(one.out, "");
@@ -99,7 +99,7 @@ TEST_F(Clinic, EveryFaultHasItsExitCodeAndItsWayOut) {
 }
 
 TEST_F(Clinic, ABadCaseDoesNotHideTheGoodOnes) {
-    const Run both = analyze({"absent.csv", "film.csv"});
+    const Outcome both = analyze({"absent.csv", "film.csv"});
     EXPECT_EQ(both.code, ExitCode::bad_input);
     EXPECT_THAT(both.out, HasSubstr("film.csv,Cranial base,S-N,10"));
 }

@@ -35,18 +35,18 @@ TEST(CaseRecord, HoldsFractionsToASixtyFourthOfAPixel) {
 }
 
 TEST(CaseRecord, CarriesEverySortOfLandmark) {
-    CaseRecord fields(read("a.json", R"({"format": "cephtool-case", "version": 1, "kind": "lateral", "mm_per_pixel": 1,
-        "landmarks": {"S": [10, 20], "Vmi": [30, 40]}, "user": {"顎": [5, 6]}, "virtual": {"V 1": "mid([S],[Vmi])"
-}
-})"));
+    CaseRecord fields(read("a.json", R"json({
+        "format": "cephtool-case", "version": 1, "kind": "lateral", "mm_per_pixel": 1,
+        "landmarks": {"S": [10, 20], "Vmi": [30, 40]}, "user": {"顎": [5, 6]},
+        "virtual": {"V 1": "mid([S],[Vmi])"}})json"));
     const SheetSubject who = fields.subject(1, 0);
-const auto position = [&](const char* name) {
-    const CPointD p = CCephCalc::PointPos(0, name, who.record, who.kCount, who.kPoints, who.uCount, who.uPoints);
-    return std::pair(p.x, p.y);
-};
-EXPECT_EQ(position("Vmi"), std::pair(30.0, 40.0));
-EXPECT_EQ(position("V 1"), std::pair(20.0, 30.0));
-EXPECT_EQ(position("\x8A\x7B"), std::pair(5.0, 6.0));
+    const auto position = [&](const char* name) {
+        const CPointD p = CCephCalc::PointPos(0, name, who.record, who.kCount, who.kPoints, who.uCount, who.uPoints);
+        return std::pair(p.x, p.y);
+    };
+    EXPECT_EQ(position("Vmi"), std::pair(30.0, 40.0));
+    EXPECT_EQ(position("V 1"), std::pair(20.0, 30.0));
+    EXPECT_EQ(position("\x8A\x7B"), std::pair(5.0, 6.0));
 }
 
 TEST(CaseRecord, ACastWithoutAPalateIsNotJudged) {

@@ -83,18 +83,21 @@ TEST(CaseReader, NamesThePlaceAndTheWayOut) {
         {"a.json", json("\"virtual\": {\"V\": \"" + std::string(256, '[') + "\"},"), "is no formula of 1 to 255 bytes"},
         {"a.json", json("\"virtual\": {\"" + std::string(32, 'v') + "\": \"[S]\"},"), "takes 32 bytes"},
         {"a.json", json("\"outlines\": [{\"name\": \"\", \"points\": [], \"anchors\": [\"Pog(r)\"]}],"),
-         "2:52 the anchor \"Pog(r)\" is no landmark of this case | Did you mean \"Pog(R)\"?"},
+         "2:53 the anchor \"Pog(r)\" is no landmark of this case | Did you mean \"Pog(R)\"?"},
         {"a.json", json("", R"({"s": [1, 2]})"),
          "3:15 \"s\" is no landmark of a lateral case | Did you mean \"S\"? A "
          "landmark of your own goes under \"user\"."},
         {"a.json", json("", R"({"S": [1, 2, 3]})"), "landmark \"S\" holds 3 numbers | A point is [x, y]"},
-        {"a.json", json("", R"({"S": [1, 1000001]})"), "3:23 the coordinate 1000001 lies outside every image"},
-        {"a.json", json("", R"({"S": [1, "2"]})"), "3:23 a coordinate should be a number"},
+        {"a.json", json("", R"({"S": [1, 1000001]})"), "3:24 the coordinate 1000001 lies outside every image"},
+        {"a.json", json("", R"({"S": [1, "2"]})"), "3:24 a coordinate should be a number"},
         {"a.json", json("", R"({"S": [1, 1e999]})"), "3:"},
         {"a.json", json("", R"({"S\\\"": [1, 1]})"), "3:15 \"S\\\"\" is no landmark"},
         {"a.json", "{\"format\": \"other\"}", "1:12 this is another format"},
         {"a.json", "{\"format\": \"cephtool-case\", \"version\": 2}", "1:40 this program reads version 1"},
         {"a.json", "{\"format\": \"cephtool-case\", \"version\": 1}", "1:1 the key \"kind\" is missing"},
+        {"a.json", "{\"format\": \"cephtool-case\", \"version\": 1, \"kid\": 1}",
+         "1:41 the key \"kid\" is not known here | "
+         "Did you mean \"kind\"?"},
         {"a.json", "[]", "1:1 a case should be an object"},
         {"a.json", "{\"a\": }", "1:7 this is no JSON"},
         {"a.json", "S,1,2", "1:1 this is no JSON"},
@@ -169,7 +172,7 @@ TEST(CaseReader, GuessesTheKindFromTheNames) {
 TEST(CaseReader, SaysWhatItTookForGranted) {
     const Case record = read("a.csv", csv("S,1,2\nN,0,0\nU1A,3,4\naux54,1,1\n"));
     EXPECT_THAT(record.notes, testing::ElementsAre("landmark \"N\" at (0, 0) counts as not placed",
-                                                   "\"U1A\" is kept as a landmark of your own. Did you mean \"U1\"?",
+                                                   "\"U1A\" is kept as a landmark of your own. Did you mean \"U1C\"?",
                                                    "auxiliary points (auxNN) left out"));
     const Case given = read_case({"a.csv", csv("# sex=m\nS,1,2\n")}, {Sex::female, 0.5});
     EXPECT_EQ(given.sex, Sex::female);

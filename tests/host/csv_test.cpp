@@ -32,8 +32,7 @@ TEST(CsvReader, TakesRowsApart) {
 
 TEST(CsvField, ComesBackAsItWas) {
     for (const std::string text : {"plain", "a,b", "\"", "\"\"", "two\r\nlines", "", "漢,字"}) {
-        EXPECT_THAT(first_row(csv_field(text) + "," + csv_field(text)),
-                    text.empty() ? ElementsAre("", "") : ElementsAre(text, text));
+        EXPECT_THAT(first_row(csv_field(text) + "," + csv_field(text)), ElementsAre(text, text));
     }
     EXPECT_EQ(csv_field("plain"), "plain");
 }

@@ -12,12 +12,12 @@
 
 namespace host_test {
 
-struct Run {
+struct Outcome {
     cephtool::ExitCode code;
     std::string out, err;
 };
 
-inline Run run(const cephtool::Arguments& arguments, const std::string& input = {}) {
+inline Outcome run(const cephtool::Arguments& arguments, const std::string& input = {}) {
     std::istringstream in(input);
     std::ostringstream out, err;
     cephtool::Streams streams{in, out, err};

@@ -6,8 +6,8 @@
 namespace cephtool {
 namespace {
 
+using host_test::Outcome;
 using host_test::run;
-using host_test::Run;
 using testing::HasSubstr;
 
 std::vector<std::string> example_lines(const std::string& help) {
@@ -20,13 +20,13 @@ std::vector<std::string> example_lines(const std::string& help) {
 
 TEST(Program, EveryCommandsTwoExamplesRunInTheFolderOfSamples) {
     const host_test::Folder folder;
-    std::filesystem::create_directories("bin");
+    std::filesystem::create_directories("share/tool");
     std::filesystem::copy(SAMPLES, folder.path, std::filesystem::copy_options::recursive);
     std::filesystem::copy(ANALYSES, folder.path / "share/tool/anaitem", std::filesystem::copy_options::recursive);
     SetModuleFileNameA((folder.path / "bin/cephtool").c_str());
     for (const Command& command : commands()) {
         if (std::string(command.name) == "help") continue;
-        const Run help = run({"help", command.name});
+        const Outcome help = run({"help", command.name});
         EXPECT_EQ(help.code, ExitCode::done);
         EXPECT_EQ(run({command.name, "--help"}).out, help.out);
         EXPECT_THAT(help.out, HasSubstr(command.help));
@@ -36,7 +36,7 @@ TEST(Program, EveryCommandsTwoExamplesRunInTheFolderOfSamples) {
             std::istringstream words(example);
             Arguments arguments{std::istream_iterator<std::string>(words), {}};
             arguments.erase(arguments.begin());
-            const Run one = run(arguments);
+            const Outcome one = run(arguments);
             EXPECT_EQ(one.code, ExitCode::done) << example << "\n" << one.err;
             EXPECT_TRUE(!one.out.empty() || std::filesystem::exists("new.json")) << example;
         }
@@ -51,14 +51,14 @@ TEST(Program, KnowsItsCommands) {
     EXPECT_THAT(run({"--version"}).out, testing::MatchesRegex("cephtool [0-9.]+\n"));
     EXPECT_THAT(run({"help"}).out, HasSubstr("analyze     measure cases"));
     EXPECT_EQ(run({"--help"}).out, run({"help"}).out);
-    const Run slip = run({"conver"});
+    const Outcome slip = run({"conver"});
     EXPECT_EQ(slip.code, ExitCode::bad_command_line);
     EXPECT_EQ(slip.err, "cephtool: there is no command \"conver\"\n  Did you mean \"convert\"?\n");
     EXPECT_EQ(run({"help", "conver"}).code, ExitCode::bad_command_line);
 }
 
 TEST(Program, ConvertedCasesReadAsBefore) {
-    const Run json = run({"convert", "--sex", "f", "-"}, "# scale_mm_per_px=0.1\nS,1.25,2\nChin,3,4\n");
+    const Outcome json = run({"convert", "--sex", "f", "-"}, "# scale_mm_per_px=0.1\nS,1.25,2\nChin,3,4\n");
     ASSERT_EQ(json.code, ExitCode::done) << json.err;
     EXPECT_EQ(run({"convert", "-"}, json.out).out, json.out);
     EXPECT_THAT(json.err, HasSubstr("\"Chin\" is kept as a landmark of your own"));
