@@ -9,6 +9,8 @@
 namespace tool {
 
 // The number that `text` begins with, behind white space: sign, digits, point, exponent (e, E, d or D), nothing else.
+// Kept: "d" as an exponent letter and no hexadecimal, "inf" or "nan", because the run-time library of the stored files
+// read them so.
 // Correctly rounded; too large is an infinity, too small 0. Without a number 0. *used: the bytes read, 0 for no number.
 double read_double(std::string_view text, std::size_t* used = nullptr);
 

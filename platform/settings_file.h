@@ -7,8 +7,8 @@
 // 4. The key goes to the first "=", the value from there to the end of the line, both without the blanks round them.
 // Then
 //    the value loses one pair of equal quotes, ' or ", that encloses it; what they enclose stays, blanks too.
-// 5. Names are found without regard to the case of ASCII letters. The first section of a name is the only one searched,
-//    and the first key in it wins.
+// 5. Names are found without regard to the case of ASCII letters. Kept: the first section of a name is the only one
+//    searched, and the first key in it wins, as the platform reads the clinics' files.
 // 6. A NUL ends a value.
 #pragma once
 

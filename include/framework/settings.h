@@ -12,7 +12,8 @@
 TOOL_API DWORD GetPrivateProfileStringA(LPCSTR section, LPCSTR key, LPCSTR defaultValue, LPSTR buffer, DWORD size,
                                         LPCSTR file);
 
-// The value's leading decimal number; a negative one comes back as its 32 bits. 0 when the value holds no number.
+// The value's leading decimal number; a negative one comes back as its 32 bits. 0 when the value holds no number, the
+// default when it is missing or empty.
 TOOL_API UINT GetPrivateProfileIntA(LPCSTR section, LPCSTR key, int defaultValue, LPCSTR file);
 
 // A null value removes the key, a null key the section. Everything else in the file stays as it is, and a failure

@@ -22,6 +22,7 @@ std::string profile_path(std::string_view file) {
 std::string profile_text(const char* section, const char* key, const char* default_value, const char* file) {
     if (const auto text = read_file(profile_path(view_or_empty(file))))
         if (const auto value = setting(*text, view_or_empty(section), view_or_empty(key))) return std::string(*value);
+    // Kept: a default loses its trailing blanks only, a value those on both sides, as the platform has it.
     std::string_view fallback = view_or_empty(default_value);
     while (fallback.ends_with(' ')) fallback.remove_suffix(1);
     return std::string(fallback);
@@ -59,7 +60,7 @@ DWORD GetPrivateProfileStringA(LPCSTR section, LPCSTR key, LPCSTR defaultValue, 
 
 UINT GetPrivateProfileIntA(LPCSTR section, LPCSTR key, int defaultValue, LPCSTR file) {
     const std::string text = tool::profile_text(section, key, "", file);
-    // Values from 2^31 on are the numbers that have the same 32 bits.
+    // Kept: values from 2^31 on are the numbers with the same 32 bits, where other readers of integers saturate.
     return static_cast<UINT>(text.empty() ? defaultValue : tool::read_leading_integer(text).value);
 }
 

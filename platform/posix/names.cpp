@@ -3,6 +3,8 @@
 #include <dirent.h>
 #include <sys/stat.h>
 
+#include <algorithm>
+#include <ctime>
 #include <memory>
 
 #include "platform/code_page.h"
@@ -16,19 +18,49 @@ bool is_there(const std::string& path) {
     return lstat(path.c_str(), &status) == 0;
 }
 
-bool same_name(std::string_view a, std::string_view b) {
-    return equal_ignoring_case(a, b) || lower(a) == lower(b);
+bool is_ascii(std::string_view text) {
+    return std::ranges::all_of(text, [](char c) { return static_cast<unsigned char>(c) < 0x80; });
 }
+
+// `entry` as the system spells it, `name` in code page 932. Most entries differ in length, which case never changes.
+bool same_name(std::string_view entry, std::string_view name) {
+    if (is_ascii(entry)) return entry.size() == name.size() && equal_ignoring_case(entry, name);
+    const std::optional<std::string> own = code_page_name(entry);
+    return own && own->size() == name.size() && lower(*own) == lower(name);
+}
+
+// A search that found nothing, remembered as long as the folder has not changed since: a program without a settings
+// file asks for it in every call, and its folder may hold thousands of names.
+struct VainSearch {
+    dev_t device = 0;
+    ino_t folder = 0;
+    timespec changed{};
+    std::string name;
+
+    bool operator==(const VainSearch& other) const {
+        return device == other.device && folder == other.folder && changed.tv_sec == other.changed.tv_sec &&
+               changed.tv_nsec == other.changed.tv_nsec && name == other.name;
+    }
+    // A folder changed just now may change once more without a new time.
+    bool is_certain() const { return std::time(nullptr) - changed.tv_sec > 3; }
+};
 
 // The entry of `folder` that `name` (code page 932) names ignoring case.
 std::optional<std::string> entry_ignoring_case(const std::string& folder, std::string_view name) {
-    const std::unique_ptr<DIR, int (*)(DIR*)> listing(opendir(folder.empty() ? "." : folder.c_str()), closedir);
+    thread_local VainSearch last;
+    struct stat status;
+    const char* const path = folder.empty() ? "." : folder.c_str();
+    if (stat(path, &status) != 0) return std::nullopt;
+    const VainSearch search{status.st_dev, status.st_ino, status.st_mtim, std::string(name)};
+    const bool certain = search.is_certain();  // before the folder is read
+    if (certain && search == last) return std::nullopt;
+
+    const std::unique_ptr<DIR, int (*)(DIR*)> listing(opendir(path), closedir);
+    if (!listing) return std::nullopt;
     std::optional<std::string> best;
-    if (!listing) return best;
-    while (const dirent* entry = readdir(listing.get())) {
-        const std::optional<std::string> candidate = code_page_name(entry->d_name);
-        if (candidate && same_name(*candidate, name) && (!best || entry->d_name < *best)) best = entry->d_name;
-    }
+    while (const dirent* entry = readdir(listing.get()))
+        if (same_name(entry->d_name, name) && (!best || entry->d_name < *best)) best = entry->d_name;
+    if (!best && certain) last = search;
     return best;
 }
 

@@ -1,5 +1,6 @@
 #include "framework/files.h"
 
+#include <chrono>
 #include <thread>
 
 #include "framework/system.h"
@@ -32,6 +33,15 @@ TEST(Names, TakeTheExactOneBeforeOneOfOtherCase) {
     EXPECT_EQ(tool::read_file(folder.path("a.txt")), "small");
     EXPECT_EQ(tool::read_file(folder.path("A.txt")), "capital");
     EXPECT_EQ(tool::read_file(folder.path("a.TXT")), "capital");
+}
+
+TEST(Names, MissedOnceAreFoundWhenTheyAppear) {
+    const TemporaryFolder folder;
+    std::filesystem::last_write_time(folder.path(""),
+                                     std::filesystem::file_time_type::clock::now() - std::chrono::hours(1));
+    for (int i = 0; i < 2; ++i) EXPECT_FALSE(tool::read_file(folder.path("Korvane9.ini")));
+    folder.write("KORVANE9.INI", "new");
+    EXPECT_EQ(tool::read_file(folder.path("Korvane9.ini")), "new");
 }
 
 TEST(WholeFiles, AreCopiedWholeOrNotAtAll) {
