@@ -1,7 +1,6 @@
 #include "util/key_value.h"
 
 namespace tool {
-namespace {}  // namespace
 
 KeyValue split_at_equals_long(std::string_view line) {
     const std::size_t equals = line.find('=');  // 0x3D is never the second byte of a character

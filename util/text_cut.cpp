@@ -3,8 +3,9 @@
 namespace tool {
 
 std::string_view cut(std::string_view text, int start, int count) {
-    if (start < 0 || count < 0 || static_cast<std::size_t>(start) >= text.size()) return {};
-    return text.substr(static_cast<std::size_t>(start), static_cast<std::size_t>(count));
+    const auto first = static_cast<std::size_t>(start);  // a negative one lies far behind any text
+    if (count < 0 || first >= text.size()) return {};
+    return text.substr(first, static_cast<std::size_t>(count));
 }
 
 std::string_view without_trailing_blanks(std::string_view text) {
