@@ -23,9 +23,9 @@ class TOOL_API CCalcTool {
     // Touei, projection: the length of c-d projected on the line a-b; 0.0 when a-b is vertical. With a mode other
     // than 0 it is negative when it runs against a-b.
     static double Get_Touei_Length(AnyPoint a, AnyPoint b, AnyPoint c, AnyPoint d, double scale, int mode);
-    // Distances of p from the axes a-c (*out1) and a-b (*out2); feet are whole pixels. Each is positive when p's foot
-    // on the other axis lies inside that axis' segment. When a-b is horizontal, *out2's distance is a.y - p.y with
-    // its sign; when a-c is horizontal, *out1's is a.x - p.x.
+    // Vartical, vertical: the distances of p from the axes a-c (*out1) and a-b (*out2); feet are whole pixels. Each is
+    // positive when p's foot on the other axis lies inside that axis' segment. When a-b is horizontal, *out2's distance
+    // is a.y - p.y with its sign; when a-c is horizontal, *out1's is a.x - p.x.
     static void Vartical_Length(CPoint a, CPoint b, CPoint c, CPoint p, double scale, double* out1, double* out2);
 
     // --- Angles ----------------------------------------------------------------------------------------------

@@ -16,7 +16,7 @@ TEST(CalcTool, EdgesAndOddities) {
     const auto weight = CT::Get_NormalWeight;
     const CPointD far(INFINITY, 0);
     tagDPOINT* const none = nullptr;
-    CPointD two;
+    CPointD two(1, 0);
     const std::tuple<const char*, CPointD, CPointD> rows[] = {
         {"short pi; no side", {CT::Angle_Cald(o, Pt(1, 0), p1), CT::Angle_Cal(o, o, p1)}, {90.00000001175155, -1}},
         {"antiparallel", {CT::Get_Angle(o, p1, o, Pt(-2, -2)), CT::Get_Angle(o, p1, o, Pt(-1, -1))}, {0, 180}},
@@ -38,6 +38,7 @@ TEST(CalcTool, EdgesAndOddities) {
         {"touei from far", {CT::Get_Touei_Length(o, p1, &far, &far, 1, 1), 0}, {0, 0}},
         {"d1 0 overrules d2", AT(Vartical_Pointd, p1, p10, o, 1, 0, 5), {1, 1}},
         {"d1 below 0 with d2 0", AT(Vartical_Pointd, o, x10, o, 1, -5, 0), {5, 0}},
+        {"out may be an input", (CT::Get_Pointd(o, p10, &two, &two), two), {0.5, 0.5}},
         {"null is empty", AT(V_Moved, none, p1, p10), {11, 11}},
         {"two horizontal axes", (CT::Vartical_Length(o, x10, x10, d, 2, &two.x, &two.y), two), {-4, -14}},
     };

@@ -76,6 +76,8 @@ TEST(ExactBits, RandomAndExtremePictures) {
         const auto point = [&] { return CPointD(real(), real()); };
         const auto pixel = [&] { return CPoint(whole(), whole()); };
         check(point(), point(), point(), point(), real(), real(), real());
+        const CPointD u = point(), v = u * 2 + point() / std::pow(2, i % 60);  // nearly parallel
+        same("slight angle", CCalcTool::Get_Angled(CPoint(), &u, CPoint(), &v), Plain::signed_angle(u, v));
         check_pixels(pixel(), pixel(), pixel(), pixel(), 0.1);
         ASSERT_FALSE(HasFailure()) << "seed " << seed << ", picture " << i;
     }
