@@ -47,9 +47,13 @@ std::string_view entry(std::string_view catalogue, int index) {
 
 }  // namespace
 
+std::string configured_analysis_root() {
+    return std::string(AfxGetApp()->GetProfileString("DB_DIR", "ANAITEMPATH", "").View());
+}
+
 std::string analysis_root() {
-    const CString configured = AfxGetApp()->GetProfileString("DB_DIR", "ANAITEMPATH", "");
-    if (!configured.IsEmpty()) return with_delimiter(std::string(static_cast<LPCSTR>(configured)));
+    std::string configured = configured_analysis_root();
+    if (!configured.empty()) return with_delimiter(std::move(configured));
     char module[260] = "";
     GetModuleFileNameA(nullptr, module, sizeof module);
     const PathParts parts = split_path(module);

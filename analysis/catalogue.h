@@ -6,6 +6,9 @@
 
 namespace tool {
 
+// The analysis folder as the host's profile names it, "" when it does not.
+std::string configured_analysis_root();
+
 // The analysis folder with its delimiter: key ANAITEMPATH in section DB_DIR of the host's profile, else ANAITEM
 // beside the running program.
 std::string analysis_root();

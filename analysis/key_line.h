@@ -11,6 +11,8 @@ enum SectionCode {
     title_section = 1,
     items_section = 2,
     stages_section = 3,
+    stages_male_section = 4,
+    stages_female_section = 5,
     mean_section = 6,
     mean_male_section = 7,
     mean_female_section = 8,

@@ -10,6 +10,7 @@
 #include "Records.h"
 #include "framework/export.h"
 #include "framework/text.h"
+#include "framework/window.h"
 
 class TOOL_API CCephCalc {
  public:
@@ -77,4 +78,40 @@ class TOOL_API CCephCalc {
     static double GetDoubleSDU(double value, double mean, double sd);
     // A cast measure for a token such as "[UCAW]", in mm (ratios in percent); 0.0 when unknown or incomplete.
     static double Calc_Model(const char* token, tagPOINTMO* record);
+
+    // --- Growth stages ---------------------------------------------------------------------------------------
+    // Ordinal of a Hellman dental stage: "I" 0 ... "VA" 8, anything else 9.
+    static double GetDentalAge(const char* text);
+    // Stage (from 0) of the Ricketts table for an age in years, or for `value` where the table's type is not age; the
+    // last one that matches, 0 when none does or the table is missing.
+    static int Get_RickettsStage(int sex, double age, double value);
+    // Fills the combo box with the stage names of analysis file `index` and selects `selected`, else the stage that
+    // `age` (years) or `dentalStage` (ordinal) lies in. `set` 2 reads the second set. Returns the number of names.
+    static int SetStageList(int kind, CComboBox* combo, int index, int sex, double age, double dentalStage, int set,
+                            const char* selected);
+    // (value - mean) / SD of item number `item` of the Ricketts table; 0 without the item or one of its norms. Outputs
+    // may be null and stay untouched without the item: `name` takes 51 bytes; a missing norm is stored as 0.
+    static double Get_RickettsParam(tagPOINTLAT* points, int item, int sex, int band, double scale,
+                                    unsigned int reserved, char* name, double* value, double* sd, double* mean);
+    // Bone age in years from points 11 to 21 (see tagCVBA); sex 1 is male. Infinite or NaN when a length that divides
+    // is 0.
+    static double Calc_CVBA(tagCVBA* points, int sex);
+
+    // --- Records ---------------------------------------------------------------------------------------------
+    // Places the auxiliary points (slots 54 to 58) that are empty, at fixed offsets in mm from their landmarks.
+    static void Check_LatPoint(tagPOINTLAT* record);
+
+    // --- Display modes (kinds 0, 1 and 2) ----------------------------------------------------------------------
+    // Appends "-----------" and the titles of the kind's modes to the combo box, item data 0 and the mode's number, and
+    // selects entry 0; with fewer than two entries it is disabled.
+    static void SetCalcMode(int kind, CComboBox* combo);
+    // Path of the index-th listed mode file that exists, "" when there is none.
+    static CString CalcModeFile(int kind, int index);
+    // Reads a mode file: landmark names, packed measurements and landmark settings are appended to the three lists,
+    // supplementary lines fill `suppLines` (30 tagSUPPLINE) from its start; further ones stay untouched.
+    // A measurement is "RRRGGGBBBd<position>SIZE=<size>CALC=<text>", d the decimals code (0, 1, 2, or 9 for 0.5).
+    static void ReadCalcMode(const char* path, void* suppLines, CStringArray* points, CStringArray* calcs,
+                             CStringArray* pointSettings);
+    // 1 when the list holds the name, or is empty; else 0.
+    static int CheckCalcModePoint(CStringArray* points, const char* name);
 };

@@ -59,7 +59,17 @@ struct tagPOINTMO {
     int Palate;
 };
 
-// Cervical vertebra points of a bone age, in their numbered order.
+// Cervical vertebra points of a bone age. In use: of C3 the ends of the lower border 14 and 15, the front corner of the
+// upper border 11, the ends of the depth 12 and 13; of C4 the lower border 20 and 21, the upper front corner 17, the
+// upper rear corner 16, the depth 18 and 19.
 struct tagCVBA {
     CPoint Point[22];
+};
+
+// A supplementary line of a display mode. `style` is a weight: 101 normal, 102 bold.
+struct tagSUPPLINE {
+    char from[6];
+    char to[6];
+    COLORREF color;
+    std::int32_t style;
 };

@@ -16,6 +16,10 @@ inline constexpr double short_two_pi = 6.283185308;
 inline constexpr double degrees_from_radians(double radians) { return radians / short_pi * 180.0; }
 inline constexpr double radians_from_degrees(double degrees) { return degrees / 180.0 * short_pi; }
 
+inline constexpr bool fits_32_bits(double value) {
+    return value > -2147483649.0 && value < 2147483648.0;
+}
+
 // Toward zero. NaN gives 0, a value outside 32 bits the nearest bound.
 inline constexpr std::int32_t truncated(double value) {
     if (value != value) return 0;

@@ -1,0 +1,66 @@
+// CCephCalc: display modes.
+#include <algorithm>
+
+#include "CephCalc.h"
+#include "analysis/catalogue.h"
+#include "analysis/definition_file.h"
+#include "analysis/display_mode.h"
+#include "analysis/face.h"
+#include "platform/system.h"
+
+using tool::text_or_empty;
+
+namespace {
+
+void append(CStringArray* list, const auto& texts) {
+    if (!list) return;
+    for (const auto& text : texts) list->Add(CString(std::string_view(text)));
+}
+
+}  // namespace
+
+void CCephCalc::SetCalcMode(int kind, CComboBox* combo) {
+    if (!combo) return;
+    combo->AddString("-----------");
+    tool::or_failed(0, [&] {
+        for (const tool::ModeEntry& entry : tool::listed_modes(kind)) {
+            const tool::DefinitionFile file(tool::file_text(entry.path));
+            if (file.title().empty()) continue;
+            const int index = combo->AddString(CString(file.title()));
+            combo->SetItemData(index, static_cast<DWORD_PTR>(entry.number));
+        }
+        return 0;
+    });
+    combo->SetCurSel(0);
+    if (combo->GetCount() < 2) combo->EnableWindow(FALSE);
+}
+
+// Kept: this counts files that exist, SetCalcMode those with a title.
+CString CCephCalc::CalcModeFile(int kind, int index) {
+    return tool::or_failed(CString(), [&] {
+        int counter = 0;
+        for (const tool::ModeEntry& entry : tool::listed_modes(kind))
+            if (tool::file_status(entry.path) && counter++ == index) return CString(entry.path);
+        return CString();
+    });
+}
+
+void CCephCalc::ReadCalcMode(const char* path, void* suppLines, CStringArray* points, CStringArray* calcs,
+                             CStringArray* pointSettings) {
+    tool::or_failed(0, [&] {
+        const std::string text = tool::file_text(text_or_empty(path));
+        const tool::DisplayMode mode = tool::read_display_mode(text);
+        append(points, mode.points);
+        append(calcs, mode.measurements);
+        append(pointSettings, mode.point_settings);
+        if (suppLines) std::ranges::copy(mode.lines, static_cast<tagSUPPLINE*>(suppLines));
+        return 0;
+    });
+}
+
+int CCephCalc::CheckCalcModePoint(CStringArray* points, const char* name) {
+    if (!points || points->IsEmpty()) return 1;
+    for (int i = 0; i < points->GetSize(); ++i)
+        if ((*points)[i].View() == text_or_empty(name)) return 1;
+    return 0;
+}
