@@ -96,7 +96,7 @@ TEST(CaseReader, NamesThePlaceAndTheWayOut) {
         {"a.json", "{\"format\": \"cephtool-case\", \"version\": 2}", "1:40 this program reads version 1"},
         {"a.json", "{\"format\": \"cephtool-case\", \"version\": 1}", "1:1 the key \"kind\" is missing"},
         {"a.json", "{\"format\": \"cephtool-case\", \"version\": 1, \"kid\": 1}",
-         "1:41 the key \"kid\" is not known here | "
+         "1:43 the key \"kid\" is not known here | "
          "Did you mean \"kind\"?"},
         {"a.json", "[]", "1:1 a case should be an object"},
         {"a.json", "{\"a\": }", "1:7 this is no JSON"},
