@@ -31,12 +31,9 @@ void replace(std::optional<Value>& own, const std::optional<Value>& given, const
 
 const char* name_of(Kind kind) {
     switch (kind) {
-        case Kind::lateral:
-            return "lateral";
-        case Kind::frontal:
-            return "frontal";
-        case Kind::model:
-            return "model";
+        case Kind::lateral: return "lateral";
+        case Kind::frontal: return "frontal";
+        case Kind::model: return "model";
     }
     return "";
 }

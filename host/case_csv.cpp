@@ -11,6 +11,8 @@
 namespace cephtool {
 namespace {
 
+constexpr std::size_t most_rows = 1000;  // the largest table, a person's own landmarks, and some to spare
+
 struct Row {
     CsvField name, x, y;
 };
@@ -82,7 +84,12 @@ class CsvCaseReader {
         const CsvField* const fields = &row.fields[count - 3];
         const bool header = first_row_ && lower_case(fields[1].text) == "x" && lower_case(fields[2].text) == "y";
         first_row_ = false;
-        if (!header) rows_.push_back({fields[0], fields[1], fields[2]});
+        if (header) return;
+        if (rows_.size() == most_rows) {
+            throw source_.error_at(row.fields.front().at, "more than " + std::to_string(most_rows) + " landmarks",
+                                   "One file holds one case.");
+        }
+        rows_.push_back({fields[0], fields[1], fields[2]});
     }
 
     // The kind whose table knows most of the names.

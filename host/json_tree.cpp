@@ -13,6 +13,7 @@ using nlohmann::json;
 
 constexpr std::size_t deepest = 16;
 constexpr std::size_t most_values = 1'000'000;
+constexpr int longest_reason = 200;  // the parser quotes the token it was reading, however long that is
 
 // Reads the text for the parser and tells how far it has come, which the parser itself does not.
 class Tape {
@@ -83,9 +84,10 @@ class TreeBuilder {
         const std::string_view text = fault.what();
         const std::size_t colon = text.find(": ");
         const std::string_view reason = colon == std::string_view::npos ? text : text.substr(colon + 2);
-        throw source_.error_at(std::min(position > 0 ? position - 1 : 0, source_.text.size()),
-                               "this is no JSON: " + printable(reason),
-                               "docs/case_format.md shows how a case is written.");
+        throw source_.error_at(
+            std::min(position > 0 ? position - 1 : 0, source_.text.size()),
+            "this is no JSON: " + fitted(printable(reason.substr(0, 4 * longest_reason)), longest_reason),
+            "docs/case_format.md shows how a case is written.");
     }
 
  private:

@@ -46,6 +46,7 @@ std::string complaint(const std::string& name, const std::string& text) {
         read(name, text);
         return "none";
     } catch (const Error& error) {
+        EXPECT_LT(shown(error).size(), 1500u);
         EXPECT_EQ(error.code, ExitCode::bad_input);
         return std::to_string(error.line) + ":" + std::to_string(error.column) + " " + error.what() + " | " +
                error.way_out;
@@ -113,6 +114,8 @@ TEST(CaseReader, NamesThePlaceAndTheWayOut) {
          "3:1 \"Pog(r)\" is no landmark of a lateral case | Did you mean \"Pog(R)\"?"},
         {"a.csv", csv("Foo,1,2\n"), "2:1 no landmark of any kind"},
         {"a.csv", csv(own_landmarks(101)), "103:1 more than 100 landmarks of your own"},
+        {"a.csv", csv(own_landmarks(1000)), "1002:1 more than 1000 landmarks | One file holds one case."},
+        {"a.json", "{\"" + std::string(100'000, 'a'), "1:100003 this is no JSON"},
         {"a.csv", csv("# sxe=m\nS,1,2\n"), "2:1 the setting \"sxe\" is not known | Did you mean \"sex\"?"},
         {"a.csv", csv("# scale_mm_per_px=0\nS,1,2\n"), "2:1 a pixel can't be 0 mm wide"},
         {"a.csv", csv("# scale_mm_per_px=1e-320\nS,1,2\n"), "mm wide"},
