@@ -91,18 +91,14 @@ double cast_measure(std::string_view token, tagPOINTMO& record) {
     const auto absent = [&](int slot) { return cast_point(record, slot) == CPoint(); };
     if (std::ranges::any_of(points_of_measure(token), absent)) return 0.0;
     switch (m->quantity) {
-        case Quantity::arch_width:
-            return arch_width(record, m->curve);
-        case Quantity::arch_length:
-            return arch_length(record, m->curve);
-        case Quantity::tooth_sum:
-            return tooth_sum(record, m->curve == any_lower, *m);
+        case Quantity::arch_width: return arch_width(record, m->curve);
+        case Quantity::arch_length: return arch_length(record, m->curve);
+        case Quantity::tooth_sum: return tooth_sum(record, m->curve == any_lower, *m);
         case Quantity::tooth_ratio: {
             const double upper = tooth_sum(record, false, *m);
             return upper == 0 ? 0.0 : tooth_sum(record, true, *m) / upper * 100.0;
         }
-        case Quantity::palate:
-            return record.Palate;
+        case Quantity::palate: return record.Palate;
     }
     return 0.0;
 }

@@ -26,17 +26,12 @@ CPoint& cast_point(tagPOINTMO& record, int slot) {
         return slot % 2 == 0 ? tooth.Mesial : tooth.Distal;
     }
     slot -= 2 * tooth_points;
-    const bool basal = slot / arch_points % 2 == 1;
     tagARCH& arch = slot < 2 * arch_points ? record.Upper : record.Lower;
-    switch (slot % arch_points) {
-        case 0:
-        case 1:
-            return (basal ? arch.BasalWidth : arch.CoronalWidth)[slot % arch_points];
-        case 2:
-            return basal ? arch.BasalFront : arch.CoronalFront;
-        default:
-            return (basal ? arch.BasalRear : arch.CoronalRear)[slot % arch_points - 3];
-    }
+    const bool basal = slot / arch_points % 2 == 1;
+    const int point = slot % arch_points;
+    if (point < 2) return basal ? arch.BasalWidth[point] : arch.CoronalWidth[point];
+    if (point == 2) return basal ? arch.BasalFront : arch.CoronalFront;
+    return basal ? arch.BasalRear[point - 3] : arch.CoronalRear[point - 3];
 }
 
 }  // namespace tool

@@ -13,16 +13,11 @@ namespace {
 
 std::string_view folder_of_kind(int kind) {
     switch (kind) {
-        case 0:
-            return "CalcForm";
-        case 1:
-            return "CalcForm_PA";
-        case 2:
-            return "CalcForm_Model";
-        case 10:
-            return "CalcForm_Diag";
-        default:
-            return {};
+        case 0: return "CalcForm";
+        case 1: return "CalcForm_PA";
+        case 2: return "CalcForm_Model";
+        case 10: return "CalcForm_Diag";
+        default: return {};
     }
 }
 

@@ -23,33 +23,22 @@ NamedLine named_line(std::string_view line, int section) {
     return {parts.key, parts.value, section};
 }
 
-// Visits the content lines of the wanted sections whose name matches, until visit returns true.
-template <class Wanted, class Visit>
-void for_each_named(std::string_view text, std::string_view name, Wanted&& wanted, Visit&& visit) {
-    int section = content_line;
-    bool searching = false;
-    for_each_line(text, [&](std::string_view line, int code) {
-        if (code != content_line) {
-            section = code;
-            searching = wanted(section);
-        }
-        // Most lines are told apart by one byte. A name that was cut has no "=" behind it.
-        const bool possible = code == content_line && searching && !line.empty() && line.size() >= name.size() &&
-                              (line.size() == name.size() || line[name.size()] == '=' || name.size() == longest_key);
-        if (!possible || !line.starts_with(name)) return false;
-        const NamedLine candidate = named_line(line, section);
-        return candidate.name == name && visit(candidate);
-    });
+// Where lines of a section go for a sex; null for sections of no interest.
+std::optional<NamedLine>* slot_in(DefinitionFile::Lines& lines, int section, int sex) {
+    if (section > second_set) section -= second_set;
+    switch (section) {
+        case items_section: return &lines.item;
+        case mean_section: return &lines.mean;
+        case sd_section: return &lines.sd;
+        case mean_male_section: return sex == male ? &lines.mean : nullptr;
+        case mean_female_section: return sex == male ? nullptr : &lines.mean;
+        case sd_male_section: return sex == male ? &lines.sd : nullptr;
+        case sd_female_section: return sex == male ? nullptr : &lines.sd;
+        default: return nullptr;
+    }
 }
 
 }  // namespace
-
-bool holds_norms(int section, NormPart part, int sex) {
-    if (section > second_set) section -= second_set;
-    if (part == NormPart::mean)
-        return section == mean_section || section == (sex == 1 ? mean_male_section : mean_female_section);
-    return section == sd_section || section == (sex == 1 ? sd_male_section : sd_female_section);
-}
 
 DefinitionFile::DefinitionFile(std::string text) : text_(std::move(text)) {
     if (text_.find('\0') != std::string::npos) std::replace(text_.begin(), text_.end(), '\0', '\n');
@@ -95,31 +84,30 @@ std::vector<NamedLine> DefinitionFile::items() const {
     return items;
 }
 
-std::optional<NamedLine> DefinitionFile::find_item(std::string_view name) const {
+DefinitionFile::Lines DefinitionFile::find(std::string_view name, Look look, int sex) const {
     if (indexed()) {
         const auto entry = index_->find(name);
-        return entry == index_->end() ? std::nullopt : entry->second.item;
+        return entry == index_->end() ? Lines() : sex == male ? entry->second.male : entry->second.female;
     }
-    std::optional<NamedLine> found;
-    for_each_named(text_, name, is_item_section, [&](const NamedLine& line) {
-        found = line;
-        return true;
-    });
-    return found;
-}
-
-DefinitionFile::Norms DefinitionFile::find_norms(std::string_view name, int sex) const {
-    if (indexed()) {
-        const auto entry = index_->find(name);
-        return entry == index_->end() ? Norms() : sex == 1 ? entry->second.male : entry->second.female;
-    }
-    Norms found;
-    const auto wanted = [sex](int section) {
-        return holds_norms(section, NormPart::mean, sex) || holds_norms(section, NormPart::sd, sex);
-    };
-    for_each_named(text_, name, wanted, [&](const NamedLine& line) {
-        keep_first(holds_norms(line.section, NormPart::mean, sex) ? found.mean : found.sd, line);
-        return found.mean && found.sd;
+    const bool items = look != Look::norms, norms = look != Look::item;
+    Lines found;
+    int section = content_line;
+    std::optional<NamedLine>* slot = nullptr;
+    for_each_line(text_, [&](std::string_view line, int code) {
+        if (code != content_line) {
+            section = code;
+            slot = slot_in(found, section, sex);
+            if (slot && !(slot == &found.item ? items : norms)) slot = nullptr;
+            return false;
+        }
+        if (!slot || line.empty() || line.size() < name.size()) return false;
+        // Most lines are told apart by one byte. A name that was cut has no "=" behind it.
+        if (line.size() > name.size() && line[name.size()] != '=' && name.size() != longest_key) return false;
+        if (!line.starts_with(name)) return false;
+        const NamedLine candidate = named_line(line, section);
+        if (candidate.name != name) return false;
+        keep_first(*slot, candidate);
+        return (!items || found.item) && (!norms || (found.mean && found.sd));
     });
     return found;
 }
@@ -139,17 +127,13 @@ void DefinitionFile::build_index() const {
             return false;
         }
         if (text.empty()) return false;
-        if (is_item_section(section)) {
+        for (const int sex : {male, female}) {
+            Lines unused;
+            if (!slot_in(unused, section, sex)) continue;
             const NamedLine line = named_line(text, section);
-            keep_first(index[line.name].item, line);
+            FirstLines& first = index[line.name];
+            keep_first(*slot_in(sex == male ? first.male : first.female, section, sex), line);
         }
-        for (const int sex : {male, female})
-            for (const NormPart part : {NormPart::mean, NormPart::sd}) {
-                if (!holds_norms(section, part, sex)) continue;
-                const NamedLine line = named_line(text, section);
-                Norms& norms = sex == male ? index[line.name].male : index[line.name].female;
-                keep_first(part == NormPart::mean ? norms.mean : norms.sd, line);
-            }
         return false;
     });
 }

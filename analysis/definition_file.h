@@ -40,13 +40,14 @@ class DefinitionFile {
     // Items of both sets in the order of the file.
     std::vector<NamedLine> items() const;
 
-    // First item line of either set with this name (case-sensitive).
-    std::optional<NamedLine> find_item(std::string_view name) const;
-    // First lines with this name in any section that holds norms for the sex (1 male, else female).
-    struct Norms {
-        std::optional<NamedLine> mean, sd;
+    // The lines that an item's name leads to: the first item line of either set, and the first line in any section that
+    // holds means, and SDs, for the sex (1 male, else female). Names compare case-sensitively.
+    struct Lines {
+        std::optional<NamedLine> item, mean, sd;
     };
-    Norms find_norms(std::string_view name, int sex) const;
+    enum class Look { item = 1, norms = 2, both = 3 };  // what is looked for; the rest stays empty
+    Lines find(std::string_view name, Look look, int sex) const;
+    std::optional<NamedLine> find_item(std::string_view name) const { return find(name, Look::item, 0).item; }
 
     // From here on look-ups use a table and change nothing, so that threads may share the file. Without it the first
     // look-ups walk the text and the 16th builds the table.
@@ -56,8 +57,7 @@ class DefinitionFile {
 
  private:
     struct FirstLines {
-        std::optional<NamedLine> item;
-        Norms male, female;
+        Lines male, female;
     };
     std::string text_;
     bool indexed() const;
@@ -65,9 +65,6 @@ class DefinitionFile {
     mutable std::optional<std::unordered_map<std::string_view, FirstLines>> index_;
     mutable int lookups_ = 0;
 };
-
-// Whether a section holds norms of a part for a sex.
-bool holds_norms(int section, NormPart part, int sex);
 
 // Calls visit(line, code) for every line; code is its key_code. Stops when visit returns true.
 template <class Visit>

@@ -58,14 +58,10 @@ double deviation(double value, double mean, double sd) {
 
 double ItemResult::asked(Ask ask) const {
     switch (ask) {
-        case Ask::deviation:
-            return deviation(value, mean.value.value_or(0.0), sd.value.value_or(0.0));
-        case Ask::mean:
-            return mean.value.value_or(0.0);
-        case Ask::sd:
-            return sd.value.value_or(0.0);
-        case Ask::value:
-            break;
+        case Ask::deviation: return deviation(value, mean.value.value_or(0.0), sd.value.value_or(0.0));
+        case Ask::mean: return mean.value.value_or(0.0);
+        case Ask::sd: return sd.value.value_or(0.0);
+        case Ask::value: break;
     }
     return value;
 }
@@ -86,7 +82,8 @@ std::optional<ItemResult> Evaluation::item(std::string_view name, Ask ask) {
 
 Norm Evaluation::norm(std::string_view name, NormPart part) {
     Frame& frame = frames_.emplace_back();
-    frame.item.name = name;
+    if (const DefinitionFile* definitions = file())
+        frame.lines = definitions->find(name, DefinitionFile::Look::norms, sex_);
     begin_norm(frame, part);
     run(nullptr);
     return std::move(part == NormPart::mean ? finished_.mean : finished_.sd);
@@ -104,16 +101,17 @@ bool Evaluation::begin_item(std::string_view name, Ask ask) {
     ++evaluations_;
     const DefinitionFile* definitions = file();
     if (!definitions) return false;
-    const auto line = definitions->find_item(name);
-    if (!line || line->rest.empty() || being_evaluated(line->name.data())) return false;
+    using Look = DefinitionFile::Look;
+    const DefinitionFile::Lines lines = definitions->find(name, ask == Ask::value ? Look::item : Look::both, sex_);
+    if (!lines.item || lines.item->rest.empty() || being_evaluated(lines.item->name.data())) return false;
     Frame& frame = frames_.emplace_back();
     frame.ask = ask;
-    frame.item = *line;
+    frame.lines = lines;
     if (ask == Ask::mean || ask == Ask::sd) {
         begin_norm(frame, ask == Ask::mean ? NormPart::mean : NormPart::sd);
     } else {
-        frame.item.rest = split_type(line->rest).expression;
-        begin_formula(frame, Stage::expression, frame.item.rest);
+        frame.expression = split_type(lines.item->rest).expression;
+        begin_formula(frame, Stage::expression, frame.expression);
     }
     return true;
 }
@@ -121,7 +119,7 @@ bool Evaluation::begin_item(std::string_view name, Ask ask) {
 bool Evaluation::being_evaluated(const char* line) const {
     return std::ranges::any_of(frames_, [line](const Frame& frame) {
         const bool measuring = frame.stage == Stage::expression || frame.stage == Stage::alternative;
-        return (measuring ? frame.item.name.data() : frame.norm_line) == line;
+        return (measuring ? frame.lines.item->name.data() : frame.norm_line) == line;
     });
 }
 
@@ -133,8 +131,7 @@ void Evaluation::begin_formula(Frame& frame, Stage stage, std::string_view text)
 
 void Evaluation::begin_norm(Frame& frame, NormPart part) {
     frame.stage = part == NormPart::mean ? Stage::mean : Stage::sd;
-    if (!frame.norms) frame.norms = file() ? file()->find_norms(frame.item.name, sex_) : DefinitionFile::Norms();
-    const auto& line = part == NormPart::mean ? frame.norms->mean : frame.norms->sd;
+    const auto& line = part == NormPart::mean ? frame.lines.mean : frame.lines.sd;
     if (!line || being_evaluated(line->name.data())) return norm_done(frame, {});
     Norm norm = norm_of_text(norm_field(line->rest, line->second_set() ? band_ / 100 : band_ % 100));
     if (norm.value || norm.text.empty()) return norm_done(frame, std::move(norm));
@@ -159,21 +156,18 @@ void Evaluation::formula_done(Frame& frame) {
     const double value = frame.formula->result();
     frame.formula.reset();
     switch (frame.stage) {
-        case Stage::expression:
-            return expression_done(frame, value);
-        case Stage::alternative:
-            return item_done(frame, value);
-        default:
-            return norm_done(frame, norm_of_text(norm_formula_text(value, frame.norm_decimals)));
+        case Stage::expression: return expression_done(frame, value);
+        case Stage::alternative: return item_done(frame, value);
+        default: return norm_done(frame, norm_of_text(norm_formula_text(value, frame.norm_decimals)));
     }
 }
 
 void Evaluation::expression_done(Frame& frame, double value) {
     // Kept: -1 is a palate that nobody has judged yet, which selects nothing.
-    if (value == -1.0 && judges_palate(frame.item.rest)) return item_done(frame, 0.0);
-    const std::size_t semicolon = frame.item.rest.find(';');
+    if (value == -1.0 && judges_palate(frame.expression)) return item_done(frame, 0.0);
+    const std::size_t semicolon = frame.expression.find(';');
     if (semicolon == std::string_view::npos) return item_done(frame, value);
-    const auto selected = select(frame.item.rest.substr(semicolon + 1), value);
+    const auto selected = select(frame.expression.substr(semicolon + 1), value);
     if (!selected) return item_done(frame, 0.0);
     frame.result.alternative = selected->text;
     frame.result.is_text = selected->up_to_here.find('"') != std::string_view::npos;

@@ -60,11 +60,13 @@ class Evaluation {
     enum class Stage { expression, alternative, mean, sd, done };
     // An item, or a norm that was asked for alone, on its way. Without a formula it is done.
     struct Frame {
+        Frame() {}  // leaves the values as they are: only the first `count` are ever read
+
         Stage stage = Stage::done;
         Ask ask = Ask::value;
-        NamedLine item;  // rest without the type suffix
+        std::string_view expression;  // the item's, without the type suffix
         ItemResult result;
-        std::optional<DefinitionFile::Norms> norms;
+        DefinitionFile::Lines lines;
         const char* norm_line = nullptr;  // tells the norm apart whose formula is being evaluated
         int norm_decimals = 0;
         int count = 0;

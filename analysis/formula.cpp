@@ -38,26 +38,34 @@ constexpr std::size_t longest_name = 99;
 // Groups that open right behind an operator inside each other; deeper ones count as 0.
 constexpr int deepest_group = 400;
 
+// The passes of the arithmetic, and the one in which an operator has its turn; 0 for any other character.
+enum : unsigned { products = 1, sums = 2, comparisons = 4 };
+unsigned pass_of(char c) {
+    switch (c) {
+        case '*':
+        case '/': return products;
+        case '+':
+        case '-': return sums;
+        case '<':
+        case '>':
+        case '=': return comparisons;
+        default: return 0;
+    }
+}
+
 bool is_number_char(char c) {
     return is_digit(c) || c == '.';
 }
 
 double combined(char operation, bool or_equal, double left, double right) {
     switch (operation) {
-        case '*':
-            return left * right;
-        case '/':
-            return left / right;
-        case '+':
-            return left + right;
-        case '-':
-            return left - right;
-        case '<':
-            return or_equal ? left <= right : left < right;
-        case '>':
-            return or_equal ? left >= right : left > right;
-        default:
-            return left == right;
+        case '*': return left * right;
+        case '/': return left / right;
+        case '+': return left + right;
+        case '-': return left - right;
+        case '<': return or_equal ? left <= right : left < right;
+        case '>': return or_equal ? left >= right : left > right;
+        default: return left == right;
     }
 }
 
@@ -175,21 +183,22 @@ std::size_t Formula::write_token(std::size_t begin, std::size_t end) {
 }
 
 void Formula::arithmetic(std::size_t begin, FromEnd end, int depth) {
-    combine_all(begin, end, "*/", depth);
-    combine_all(begin, end, "+-", depth);
-    combine_all(begin, end, "<>=", depth);
+    // Steps remove operators and never add one, so one look tells which of the passes have anything to do.
+    unsigned present = 0;
+    for (std::size_t at = begin; at < position(end); ++at) present |= pass_of(text_[at]);
+    for (const unsigned pass : {products, sums, comparisons})
+        if (present & pass) combine_all(begin, end, pass, depth);
 }
 
-void Formula::combine_all(std::size_t begin, FromEnd end, std::string_view operators, int depth) {
+void Formula::combine_all(std::size_t begin, FromEnd end, unsigned pass, int depth) {
     for (std::size_t at = begin; at < position(end) && !values_.full();) {
         const char operation = text_[at];
-        if (operators.find(operation) == std::string_view::npos) {
+        if (pass_of(operation) != pass) {
             ++at;
             continue;
         }
         std::size_t operation_end = at + 1;
-        const bool comparison = operators[0] == '<';
-        const bool or_equal = comparison && operation_end < position(end) && text_[operation_end] == '=';
+        const bool or_equal = pass == comparisons && operation_end < position(end) && text_[operation_end] == '=';
         if (or_equal) ++operation_end;
         const FromEnd right_begin = text_.size() - operation_end;
         const Operand left = left_operand(begin, at, depth);

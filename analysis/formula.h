@@ -88,7 +88,7 @@ class Formula {
     void find_keywords();
     void replace_hit(const Hit& hit, double value, std::size_t arguments_end);
     void arithmetic(std::size_t begin, FromEnd end, int depth);
-    void combine_all(std::size_t begin, FromEnd end, std::string_view operators, int depth);
+    void combine_all(std::size_t begin, FromEnd end, unsigned pass, int depth);
     Operand left_operand(std::size_t begin, std::size_t at, int depth);
     Operand right_operand(std::size_t at, FromEnd end, int depth);
     double group(std::size_t open, FromEnd limit, int depth, std::size_t* end);

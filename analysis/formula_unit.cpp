@@ -17,16 +17,11 @@ constexpr int deepest = 40;  // brackets and references; deeper ones have no uni
 
 std::string_view name_of(Unit unit) {
     switch (unit) {
-        case Unit::millimetres:
-            return "mm";
-        case Unit::degrees:
-            return "deg";
-        case Unit::percent:
-            return "%";
-        case Unit::deviations:
-            return "SD";
-        default:
-            return "";
+        case Unit::millimetres: return "mm";
+        case Unit::degrees: return "deg";
+        case Unit::percent: return "%";
+        case Unit::deviations: return "SD";
+        default: return "";
     }
 }
 

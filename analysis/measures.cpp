@@ -37,38 +37,29 @@ int points_needed(Measure function) {
     switch (function) {
         case Measure::length:
         case Measure::length_right:
-        case Measure::length_down:
-            return 2;
+        case Measure::length_down: return 2;
         case Measure::angle1:
-        case Measure::angle3:
-            return 3;
+        case Measure::angle3: return 3;
         case Measure::angle2:
-        case Measure::angle4:
-            return 4;
-        default:
-            return 0;
+        case Measure::angle4: return 4;
+        default: return 0;
     }
 }
 
 double value_of(Measure function, const std::array<Vec2, 4>& p, double scale) {
     const auto length = [&] { return distance(p[0], p[1]) * scale; };
     switch (function) {
-        case Measure::length:
-            return length();
-        case Measure::length_right:
-            return p[0].x > p[1].x ? -length() : length();
-        case Measure::length_down:
-            return p[0].y > p[1].y ? -length() : length();
+        case Measure::length: return length();
+        case Measure::length_right: return p[0].x > p[1].x ? -length() : length();
+        case Measure::length_down: return p[0].y > p[1].y ? -length() : length();
         case Measure::angle1:
         case Measure::angle3: {
             const double angle = angle_at(p[0], p[1], p[2], formula_degrees);
             return angle == -1.0 ? 0.0 : angle;
         }
         case Measure::angle2:
-        case Measure::angle4:
-            return signed_angle({p[0], p[1]}, {p[2], p[3]}, formula_degrees);
-        default:
-            return 0.0;
+        case Measure::angle4: return signed_angle({p[0], p[1]}, {p[2], p[3]}, formula_degrees);
+        default: return 0.0;
     }
 }
 

@@ -24,8 +24,8 @@ class Search : public FormulaNames {
     }
 
     void want_norm(std::string_view name, NormPart part) {
-        const DefinitionFile::Norms norms = file_.find_norms(name, sex_);
-        const auto& line = part == NormPart::mean ? norms.mean : norms.sd;
+        const DefinitionFile::Lines lines = file_.find(name, DefinitionFile::Look::norms, sex_);
+        const auto& line = part == NormPart::mean ? lines.mean : lines.sd;
         if (!line || !seen_.insert(line->name.data()).second) return;
         const std::string_view text = norm_field(line->rest, line->second_set() ? band_ / 100 : band_ % 100);
         if (!is_number(text)) visit_names(text, *this);

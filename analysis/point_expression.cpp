@@ -180,12 +180,9 @@ std::string_view PointReader::number_and_close() {
 Vec2 PointReader::constructed(const Frame& frame, std::string_view number) const {
     const auto& p = frame.points;
     switch (frame.shape) {
-        case Shape::middle:
-            return midpoint(p[0], p[1]);
-        case Shape::foot:
-            return foot_of_perpendicular(p[0], {p[1], p[2]});
-        case Shape::crossing:
-            return intersection_or_empty({p[0], p[1]}, {p[2], p[3]});
+        case Shape::middle: return midpoint(p[0], p[1]);
+        case Shape::foot: return foot_of_perpendicular(p[0], {p[1], p[2]});
+        case Shape::crossing: return intersection_or_empty({p[0], p[1]}, {p[2], p[3]});
         case Shape::bisector: {
             const int n = read_int(number);
             if (n == 0) return p[0];
@@ -197,10 +194,8 @@ Vec2 PointReader::constructed(const Frame& frame, std::string_view number) const
         case Shape::extension:
             return translated_along(p[0], p[1], p[1], read_double(number.substr(0, longest_distance)), 0.0,
                                     landmarks_.scale());
-        case Shape::effective_a:
-            return effective_a();
-        default:
-            return {};
+        case Shape::effective_a: return effective_a();
+        default: return {};
     }
 }
 

@@ -11,14 +11,10 @@ void VirtualLandmarks::reach_back(int from, int order) {
 std::optional<Vec2> VirtualLandmarks::refer(int from, int to) {
     Node& node = nodes_[to];
     switch (node.state) {
-        case State::unseen:
-            return std::nullopt;
-        case State::resolved:
-            return node.point;
-        case State::failed:
-            return Vec2();
-        case State::open:
-            break;
+        case State::unseen: return std::nullopt;
+        case State::resolved: return node.point;
+        case State::failed: return Vec2();
+        case State::open: break;
     }
     reach_back(from, node.finished ? node.lowest : node.order);
     if (!node.finished) node.in_circle = true;

@@ -19,7 +19,9 @@ bool is_there(const std::string& path) {
 }
 
 bool is_ascii(std::string_view text) {
-    return std::ranges::all_of(text, [](char c) { return static_cast<unsigned char>(c) < 0x80; });
+    unsigned char bits = 0;
+    for (const char c : text) bits |= static_cast<unsigned char>(c);  // without a branch, so that it runs as vectors
+    return bits < 0x80;
 }
 
 // `entry` as the system spells it, `name` in code page 932. Most entries differ in length, which case never changes.
@@ -72,6 +74,10 @@ bool is_delimiter(char c) {
 
 std::string spelled(std::string_view path) {
     std::string with_slashes(path);
+    if (is_ascii(path)) {
+        std::ranges::replace(with_slashes, '\\', '/');
+        return with_slashes;
+    }
     for (std::size_t at = 0; at < with_slashes.size(); at += char_length(path.substr(at)))
         if (with_slashes[at] == '\\') with_slashes[at] = '/';
     return utf8_from_code_page(with_slashes);

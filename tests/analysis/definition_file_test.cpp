@@ -9,6 +9,7 @@ namespace tool_test {
 namespace {
 
 using tool::DefinitionFile;
+using Look = DefinitionFile::Look;
 
 TEST(KeyLine, CodesAreThoseOfTheSections) {
     struct {
@@ -92,15 +93,19 @@ TEST(DefinitionFile, TheTableFindsWhatTheWalkFinds) {
     };
     for (const std::string& name : {std::string("A"), std::string("B"), std::string("C"), std::string("D"), fifty,
                                     fifty + "n", std::string(), std::string("a")}) {
-        same(DefinitionFile(text).find_item(name), indexed.find_item(name), name);
         for (const int sex : {1, 2}) {
-            same(DefinitionFile(text).find_norms(name, sex).mean, indexed.find_norms(name, sex).mean, name);
-            same(DefinitionFile(text).find_norms(name, sex).sd, indexed.find_norms(name, sex).sd, name);
+            const auto walk = DefinitionFile(text).find(name, Look::both, sex),
+                       table = indexed.find(name, Look::both, sex);
+            same(walk.item, table.item, name);
+            same(walk.mean, table.mean, name);
+            same(walk.sd, table.sd, name);
         }
     }
-    EXPECT_EQ(walked.find_norms("A", 1).mean->rest, "70");
-    EXPECT_EQ(walked.find_norms("A", 0).mean->rest, "80");
-    EXPECT_EQ(walked.find_norms("A", 1).sd->rest, "9");
+    EXPECT_EQ(walked.find("A", Look::norms, 1).mean->rest, "70");
+    EXPECT_EQ(walked.find("A", Look::norms, 0).mean->rest, "80");
+    EXPECT_EQ(walked.find("A", Look::norms, 1).sd->rest, "9");
+    EXPECT_FALSE(walked.find("A", Look::norms, 1).item.has_value());
+    EXPECT_FALSE(walked.find("A", Look::item, 1).sd.has_value());
     EXPECT_EQ(walked.find_item(fifty)->rest, "cut");
     EXPECT_EQ(walked.find_item("B")->rest, "");
 }
