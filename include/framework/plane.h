@@ -19,13 +19,22 @@ struct tagRECT {
 };
 using RECT = tagRECT;
 
+// Between any mix of the plain records and the classes below.
+constexpr bool operator==(const tagPOINT& a, const tagPOINT& b) {
+    return a.x == b.x && a.y == b.y;
+}
+constexpr bool operator==(const tagSIZE& a, const tagSIZE& b) {
+    return a.cx == b.cx && a.cy == b.cy;
+}
+constexpr bool operator==(const tagRECT& a, const tagRECT& b) {
+    return a.left == b.left && a.top == b.top && a.right == b.right && a.bottom == b.bottom;
+}
+
 class CPoint : public tagPOINT {
  public:
     constexpr CPoint() : tagPOINT{0, 0} {}
     constexpr CPoint(int px, int py) : tagPOINT{px, py} {}
     constexpr CPoint(const tagPOINT& p) : tagPOINT(p) {}
-    constexpr bool operator==(const tagPOINT& p) const { return x == p.x && y == p.y; }
-    constexpr bool operator!=(const tagPOINT& p) const { return !(*this == p); }
     constexpr void SetPoint(int px, int py) { x = px, y = py; }
     constexpr void Offset(int dx, int dy) { x += dx, y += dy; }
     constexpr CPoint operator+(const tagPOINT& p) const { return {x + p.x, y + p.y}; }
@@ -36,8 +45,6 @@ class CSize : public tagSIZE {
  public:
     constexpr CSize() : tagSIZE{0, 0} {}
     constexpr CSize(int width, int height) : tagSIZE{width, height} {}
-    constexpr bool operator==(const tagSIZE& s) const { return cx == s.cx && cy == s.cy; }
-    constexpr bool operator!=(const tagSIZE& s) const { return !(*this == s); }
 };
 
 class CRect : public tagRECT {
@@ -54,8 +61,4 @@ class CRect : public tagRECT {
         return p.x >= left && p.x < right && p.y >= top && p.y < bottom;
     }
     constexpr void SetRect(int l, int t, int r, int b) { left = l, top = t, right = r, bottom = b; }
-    constexpr bool operator==(const tagRECT& r) const {
-        return left == r.left && top == r.top && right == r.right && bottom == r.bottom;
-    }
-    constexpr bool operator!=(const tagRECT& r) const { return !(*this == r); }
 };
