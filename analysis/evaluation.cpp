@@ -1,6 +1,7 @@
 #include "analysis/evaluation.h"
 
 #include <algorithm>
+#include <cmath>
 
 #include "analysis/item_text.h"
 #include "platform/number_text.h"
@@ -40,6 +41,7 @@ bool judges_palate(std::string_view expression) {
 
 // Kept: without decimals the printed text is read as an integer and printed again, so that -0.2 shows as 0.
 std::string norm_formula_text(double value, int decimals) {
+    if (std::isnan(value)) return "nan";  // without its sign, which processors do not agree on
     const std::string text = print_fixed(value, decimals);
     return decimals == 0 ? print_int(read_int(text)) : text;
 }
@@ -75,7 +77,7 @@ const DefinitionFile* Evaluation::file() {
 }
 
 std::optional<ItemResult> Evaluation::item(std::string_view name, Ask ask) {
-    if (!begin_item(name, ask)) return std::nullopt;
+    if (begin_item(name, ask)) return std::nullopt;
     run(nullptr);
     return std::move(finished_);
 }
@@ -95,32 +97,37 @@ std::size_t Evaluation::formula(std::string_view text, bool top_level, ValueList
     return root.extent();
 }
 
-// False when the item is worth 0 without being evaluated.
-bool Evaluation::begin_item(std::string_view name, Ask ask) {
-    if (evaluations_ == most_evaluations) return false;
-    ++evaluations_;
-    const DefinitionFile* definitions = file();
-    if (!definitions) return false;
+std::optional<double> Evaluation::begin_item(std::string_view name, Ask ask) {
+    const DefinitionFile* definitions = evaluations_ < most_evaluations ? file() : nullptr;
+    if (!definitions) return 0.0;
     using Look = DefinitionFile::Look;
     const DefinitionFile::Lines lines = definitions->find(name, ask == Ask::value ? Look::item : Look::both, sex_);
-    if (!lines.item || lines.item->rest.empty() || being_evaluated(lines.item->name.data())) return false;
+    if (!lines.item || lines.item->rest.empty()) return 0.0;
+    if (!known_.empty())
+        if (const auto known = known_.find({lines.item->name.data(), ask}); known != known_.end()) return known->second;
+    const bool measures = ask == Ask::value || ask == Ask::deviation;
+    if (measures && met_again(lines.item->name.data())) return 0.0;
+    ++evaluations_;
     Frame& frame = frames_.emplace_back();
     frame.ask = ask;
     frame.lines = lines;
-    if (ask == Ask::mean || ask == Ask::sd) {
-        begin_norm(frame, ask == Ask::mean ? NormPart::mean : NormPart::sd);
-    } else {
+    if (measures) {
         frame.expression = split_type(lines.item->rest).expression;
         begin_formula(frame, Stage::expression, frame.expression);
+    } else {
+        begin_norm(frame, ask == Ask::mean ? NormPart::mean : NormPart::sd);
     }
-    return true;
+    return std::nullopt;
 }
 
-bool Evaluation::being_evaluated(const char* line) const {
-    return std::ranges::any_of(frames_, [line](const Frame& frame) {
+// Whether the value or norm that the line gives is being evaluated further out.
+bool Evaluation::met_again(const char* line) {
+    const bool met = std::ranges::any_of(frames_, [line](const Frame& frame) {
         const bool measuring = frame.stage == Stage::expression || frame.stage == Stage::alternative;
         return (measuring ? frame.lines.item->name.data() : frame.norm_line) == line;
     });
+    if (met) frames_.back().in_circle = true;
+    return met;
 }
 
 void Evaluation::begin_formula(Frame& frame, Stage stage, std::string_view text) {
@@ -132,7 +139,7 @@ void Evaluation::begin_formula(Frame& frame, Stage stage, std::string_view text)
 void Evaluation::begin_norm(Frame& frame, NormPart part) {
     frame.stage = part == NormPart::mean ? Stage::mean : Stage::sd;
     const auto& line = part == NormPart::mean ? frame.lines.mean : frame.lines.sd;
-    if (!line || being_evaluated(line->name.data())) return norm_done(frame, {});
+    if (!line || met_again(line->name.data())) return norm_done(frame, {});
     Norm norm = norm_of_text(norm_field(line->rest, line->second_set() ? band_ / 100 : band_ % 100));
     if (norm.value || norm.text.empty()) return norm_done(frame, std::move(norm));
     // A formula, a separator and the number of decimals.
@@ -187,7 +194,7 @@ void Evaluation::run(Formula* root) {
         Formula* formula = frames_.empty() ? root : frames_.back().formula ? &*frames_.back().formula : nullptr;
         if (formula) {
             if (const auto reference = formula->advance()) {
-                if (!begin_item(reference->name, reference->ask)) formula->supply(0.0);
+                if (const auto known = begin_item(reference->name, reference->ask)) formula->supply(*known);
             } else if (frames_.empty()) {
                 return;
             } else {
@@ -195,12 +202,17 @@ void Evaluation::run(Formula* root) {
             }
             continue;
         }
-        finished_ = std::move(frames_.back().result);
-        const Ask ask = frames_.back().ask;
+        Frame& done = frames_.back();
+        const std::pair asked_for(done.lines.item ? done.lines.item->name.data() : nullptr, done.ask);
+        const double asked = done.result.asked(done.ask);
+        const bool in_circle = done.in_circle;
+        finished_ = std::move(done.result);
         frames_.pop_back();
         Formula* asking = frames_.empty() ? root : &*frames_.back().formula;
         if (!asking) return;
-        asking->supply(finished_.asked(ask));
+        if (!in_circle) known_.emplace(asked_for, asked);
+        if (in_circle && !frames_.empty()) frames_.back().in_circle = true;
+        asking->supply(asked);
     }
 }
 

@@ -3,10 +3,12 @@
 
 #include <deque>
 #include <functional>
+#include <map>
 #include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "analysis/definition_file.h"
@@ -39,8 +41,10 @@ struct ItemResult {
 // One call's worth of evaluation. Items that refer to items are worked off on a stack of the heap, so their number is
 // bounded by the limit below and not by the thread's stack.
 //
-// 1. An item or norm met again while it is being evaluated is 0.
-// 2. After 10,000 items every further one is 0.
+// 1. An item's value, or a norm, met again while it is being evaluated is 0.
+// 2. What an item or norm gave is remembered, unless something was met again on the way: what the members of a circle
+//    give depends on where the walk began.
+// 3. After 10,000 evaluations every further item is 0.
 class Evaluation {
  public:
     // The file of the items that formulas refer to, asked for at the first reference; null: none.
@@ -69,19 +73,21 @@ class Evaluation {
         DefinitionFile::Lines lines;
         const char* norm_line = nullptr;  // tells the norm apart whose formula is being evaluated
         int norm_decimals = 0;
+        bool in_circle = false;  // on the way something was met again
         int count = 0;
         double values[ValueList::capacity];
         std::optional<Formula> formula;
     };
 
-    bool begin_item(std::string_view name, Ask ask);
+    // The item's number when it is known at once: 0 for one that is missing or met again. Else a frame was begun.
+    std::optional<double> begin_item(std::string_view name, Ask ask);
     void begin_formula(Frame& frame, Stage stage, std::string_view text);
     void begin_norm(Frame& frame, NormPart part);
     void formula_done(Frame& frame);
     void expression_done(Frame& frame, double value);
     void item_done(Frame& frame, double value);
     void norm_done(Frame& frame, Norm norm);
-    bool being_evaluated(const char* line) const;
+    bool met_again(const char* line);
     const DefinitionFile* file();
     void run(Formula* root);
 
@@ -91,6 +97,7 @@ class Evaluation {
     int sex_, band_;
     int evaluations_ = 0;
     std::deque<Frame> frames_;
+    std::map<std::pair<const char*, Ask>, double> known_;
     ItemResult finished_;
 };
 

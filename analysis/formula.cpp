@@ -69,6 +69,20 @@ double combined(char operation, bool or_equal, double left, double right) {
     }
 }
 
+// Whether the characters of a text, told one after another, stand inside double quotes or square brackets.
+class NameSpan {
+ public:
+    bool holds(char c) {
+        if (c == '"' && !bracketed_) quoted_ = !quoted_;
+        if (c == '[' && !quoted_) bracketed_ = true;
+        if (c == ']') bracketed_ = false;
+        return quoted_ || bracketed_;
+    }
+
+ private:
+    bool quoted_ = false, bracketed_ = false;
+};
+
 // Position of the "(" that matches the ")" at `close`, or npos.
 std::size_t matching_open(std::string_view text, std::size_t begin, std::size_t close) {
     int depth = 0;
@@ -81,7 +95,10 @@ std::size_t matching_open(std::string_view text, std::size_t begin, std::size_t 
 
 int token_number(std::string_view digits) {
     int number = 0;
-    for (const char c : digits.substr(0, 2)) number = number * 10 + (c - '0');
+    for (const char c : digits.substr(0, 2)) {
+        if (!is_digit(c)) break;
+        number = number * 10 + (c - '0');
+    }
     return number;
 }
 
@@ -99,7 +116,8 @@ double ValueList::at(int position) const {
 std::optional<QuotedName> quoted_name(std::string_view text) {
     const std::size_t open = text.find('"');
     if (open == std::string_view::npos) return std::nullopt;
-    const std::size_t close = std::min(text.find('"', open + 1), text.size());
+    const std::size_t close = text.find('"', open + 1);
+    if (close == std::string_view::npos) return std::nullopt;
     const std::size_t bracket = text.find(')', close);
     return QuotedName{text.substr(open + 1, std::min(close - open - 1, longest_name)),
                       bracket == std::string_view::npos ? text.size() : bracket + 1};
@@ -121,14 +139,11 @@ Formula::Formula(std::string_view text, bool top_level, ValueList values, PointR
 // Notes where the keywords stand, in the order in which they are replaced. What a step blanks or writes never makes a
 // new keyword; those that it blanks are found out when their turn comes.
 void Formula::find_keywords() {
-    bool quoted = false, bracketed = false;
+    NameSpan name;
     const std::string_view text = text_;
     for (std::size_t at = 0; at < text.size(); at += char_length(text.substr(at))) {
         const char c = text[at];
-        if (c == '"' && !bracketed) quoted = !quoted;
-        if (c == '[' && !quoted) bracketed = true;
-        if (c == ']') bracketed = false;
-        if (quoted || bracketed || c < 'M' || c > 's') continue;
+        if (name.holds(c) || c < 'M' || c > 's') continue;
         for (std::size_t k = 0; k < std::size(keywords); ++k)
             if (c == keywords[k].text[0] && text.substr(at).starts_with(keywords[k].text)) hits_.push_back({k, at});
     }
@@ -266,8 +281,12 @@ double Formula::group(std::size_t open, FromEnd limit, int depth, std::size_t* e
 
 void Formula::evaluate_switch(std::size_t begin, FromEnd end) {
     constexpr std::string_view keyword = "switch";
-    const std::size_t at = text_.find(keyword, begin);
-    if (at == std::string::npos || at + keyword.size() > position(end) || values_.full()) return;
+    if (values_.full() || text_.find(keyword, begin) == std::string::npos) return;
+    std::size_t at = begin;
+    NameSpan name;
+    for (; at < position(end); at += char_length(std::string_view(text_).substr(at)))
+        if (!name.holds(text_[at]) && std::string_view(text_).substr(at).starts_with(keyword)) break;
+    if (at + keyword.size() > position(end)) return;
     const std::size_t open = text_.find('(', at + keyword.size());
     if (open >= position(end)) return;
     const std::size_t close = std::min(text_.find(')', open), position(end));

@@ -2,7 +2,8 @@
 // out of the text, appends the result to a list of values and leaves a token, "d01" to "d99", in its place.
 //
 // 1. Functions are replaced first, one keyword after another (Model, lenR, lenD, len, angle1, angle3, angle2, angle4,
-//    case, sdu, mean, sdv), each from left to right. Keywords inside double quotes or square brackets are names.
+//    case, sdu, mean, sdv), each from left to right. Keywords inside double quotes or square brackets,
+//    "switch" included, are names.
 // 2. Then come "*" and "/", then "+" and "-", then "<" ">" "=" "<=" ">=" "==" (1 or 0), each left to right.
 // 3. An operand is a number, a token or a group; a missing one is 0.
 // 4. Then "switch(a,b,...)" gives the position, from 0, of its first argument that is not zero.
@@ -54,7 +55,7 @@ struct QuotedName {
     std::size_t end;        // behind the next ")" after the closing quote; the text's end without one
 };
 
-// The first text in double quotes; nothing without an opening quote.
+// The first text in double quotes; nothing without two of them.
 std::optional<QuotedName> quoted_name(std::string_view text);
 
 // One formula on its way. It stops at each reference to another item until that item's value is supplied, so that

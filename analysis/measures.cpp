@@ -24,10 +24,10 @@ int cast_decimals() {
 
 Measured cast_function(std::string_view text, PointReader& points) {
     const Landmarks& landmarks = points.landmarks();
-    // Only "([TOKEN])", without blanks, is a cast measure.
-    const std::size_t close = text.find("])");
-    const std::string_view token =
-        text.substr(0, 2) == "([" && close != std::string_view::npos ? text.substr(1, close) : std::string_view();
+    // Only "([TOKEN])", without blanks inside, is a cast measure.
+    const std::size_t open = std::min(text.find_first_not_of(" \t"), text.size()), close = text.find("])");
+    const bool bracketed = text.substr(open, 2) == "([" && close != std::string_view::npos;
+    const std::string_view token = bracketed ? text.substr(open + 1, close - open) : std::string_view();
     if (!is_cast_token(token)) return {0.0, points.arguments(text, 0).end};
     if (landmarks.kind() != 2 || !landmarks.cast()) return {0.0, close + 2};
     return {rounded_cast_measure(cast_measure(token, *landmarks.cast()), cast_decimals()), close + 2};

@@ -25,8 +25,8 @@ struct Measured {
     std::size_t end;  // bytes of the text that belong to the function, its own ")" included
 };
 
-// `text` begins with the function's "(". 0 when a point is missing, for an unknown function, and for an angle between
-// sides without length. Lengths are mm by the record's scale, angles degrees.
+// `text` is what stands behind the function's name. 0 when a point is missing, for an unknown function, and for an
+// angle between sides without length. Lengths are mm by the record's scale, angles degrees.
 Measured measured(Measure function, std::string_view text, PointReader& points);
 
 // Digits that a cast measure is rounded to, through text: 0 and 1 decimals, 9 for the nearest half, any other for 2.

@@ -52,9 +52,10 @@ std::optional<PointReader::Point> PointReader::first(std::string_view text) {
 
 PointReader::Arguments PointReader::arguments(std::string_view text, int count) {
     Arguments result{};
-    const std::size_t open = text.starts_with('(') ? 1 : 0;
-    const Frame frame = run(text.substr(open), -1, Shape::arguments, count, &result.end);
-    result.end += open;
+    const std::size_t first = std::min(text.find_first_not_of(" \t"), text.size());
+    const std::size_t begin = text.substr(first).starts_with('(') ? first + 1 : 0;
+    const Frame frame = run(text.substr(begin), -1, Shape::arguments, count, &result.end);
+    result.end += begin;
     result.complete = frame.complete;
     result.points = frame.points;
     return result;
@@ -117,25 +118,28 @@ void PointReader::deliver(Vec2 point) {
 }
 
 // Moves to the next argument of the innermost construction: reads a landmark, opens a nested construction, or finds
-// that the rest is missing.
+// that the rest is missing, and then stays where it was, since a number may follow.
 void PointReader::find_argument() {
     Frame& frame = frames_.back();
     Source& source = sources_.back();
-    for (; source.at < source.text.size(); source.at += char_length(source.text.substr(source.at))) {
-        const std::string_view rest = source.text.substr(source.at);
-        if (rest[0] == '[') return read_name();
+    int open_brackets = frame.open_brackets;
+    for (std::size_t at = source.at; at < source.text.size(); at += char_length(source.text.substr(at))) {
+        const std::string_view rest = source.text.substr(at);
+        if (rest[0] == '[') {
+            source.at = at;
+            frame.open_brackets = open_brackets;
+            return read_name();
+        }
         for (const Prefix& prefix : prefixes) {
             if (rest[0] != prefix.text[0] || !rest.starts_with(prefix.text)) continue;
-            source.at += prefix.text.size();
+            source.at = at + prefix.text.size();
+            frame.open_brackets = open_brackets;
             frames_.push_back({prefix.shape, prefix.points});
             return;
         }
         if (frame.shape == Shape::first) continue;
-        if (rest[0] == '(') ++frame.open_brackets;
-        if (rest[0] == ')' && frame.open_brackets-- == 0) {
-            frame.open_brackets = 0;
-            break;
-        }
+        if (rest[0] == '(') ++open_brackets;
+        if (rest[0] == ')' && open_brackets-- == 0) break;
     }
     frame.complete = false;
     frame.read = frame.needed;

@@ -40,7 +40,7 @@ class PointReader {
         std::array<Vec2, 4> points;
         std::size_t end;  // bytes read, the own ")" included
     };
-    // The `count` (at most 4) arguments of a function whose text begins with its "(".
+    // The `count` (at most 4) arguments of a function; its "(" comes first, behind blanks if any.
     Arguments arguments(std::string_view text, int count);
 
     Vec2 landmark(std::string_view name);

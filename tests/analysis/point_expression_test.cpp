@@ -30,6 +30,7 @@ TEST(PointExpression, ConstructsPoints) {
         {"extension([S],[N],25)", 450, 100},
         {"extension([S],[N],-25)", 350, 100},
         {"extension([S],[N])", 400, 100},
+        {"extension([N],10)", -19.4028500029, -4.8507125007},
         {"extension([S],[N],(25))", 400, 100},
         {"AngleBisector([N],[S],[A],50)", 400 - 35.3553390593, 100 + 35.3553390593},
         {"AngleBisector([N],[S],[A],0)", 400, 100},
