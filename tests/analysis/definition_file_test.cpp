@@ -94,8 +94,8 @@ TEST(DefinitionFile, TheTableFindsWhatTheWalkFinds) {
     for (const std::string& name : {std::string("A"), std::string("B"), std::string("C"), std::string("D"), fifty,
                                     fifty + "n", std::string(), std::string("a")}) {
         for (const int sex : {1, 2}) {
-            const auto walk = DefinitionFile(text).find(name, Look::both, sex),
-                       table = indexed.find(name, Look::both, sex);
+            const DefinitionFile fresh(text);  // without a table yet
+            const auto walk = fresh.find(name, Look::both, sex), table = indexed.find(name, Look::both, sex);
             same(walk.item, table.item, name);
             same(walk.mean, table.mean, name);
             same(walk.sd, table.sd, name);
