@@ -1,7 +1,7 @@
 #include "analysis/formula_unit.h"
 
 #include <algorithm>
-#include <vector>
+#include <map>
 
 #include "analysis/formula.h"
 #include "analysis/item_text.h"
@@ -25,23 +25,28 @@ std::string_view name_of(Unit unit) {
     }
 }
 
+// The units of a file's items, each worked out once. One that is met again on its own way has none.
+using KnownUnits = std::map<const char*, Unit>;
+
 // Reads sums of products over functions, numbers and groups, with the groups as an author means them.
 class UnitReader {
  public:
-    UnitReader(const DefinitionFile& file, std::string_view text, int depth)
-        : file_(file), text_(text), depth_(depth) {}
+    UnitReader(const DefinitionFile& file, KnownUnits& known, std::string_view text, int depth)
+        : file_(file), known_(known), text_(text), depth_(depth) {}
 
-    static Unit unit_of(const DefinitionFile& file, std::string_view name, int depth) {
+    static Unit unit_of(const DefinitionFile& file, KnownUnits& known, std::string_view name, int depth) {
         const auto line = file.find_item(name);
         if (!line || depth > deepest) return Unit::unknown;
-        const std::string_view text = split_type(line->rest).expression;
-        const std::size_t semicolon = text.find(';');
-        // An item with alternatives shows one of them.
-        if (semicolon == std::string_view::npos) return UnitReader(file, text, depth).comparison();
-        const std::string_view alternatives = text.substr(semicolon + 1);
-        return alternatives.find_first_of(";\"") == std::string_view::npos
-                   ? UnitReader(file, alternatives, depth).comparison()
-                   : Unit::unknown;
+        const auto [entry, first_met] = known.emplace(line->name.data(), Unit::unknown);
+        if (!first_met) return entry->second;
+        std::string_view text = split_type(line->rest).expression;
+        if (const std::size_t semicolon = text.find(';'); semicolon != std::string_view::npos) {
+            // An item with alternatives shows one of them.
+            text.remove_prefix(semicolon + 1);
+            if (text.find_first_of(";\"") != std::string_view::npos) return Unit::unknown;
+        }
+        entry->second = UnitReader(file, known, text, depth).comparison();
+        return entry->second;
     }
 
  private:
@@ -113,7 +118,7 @@ class UnitReader {
             const auto name = quoted_name(text_.substr(at_));
             if (!name) break;
             at_ += name->end;
-            return unit_of(file_, name->name, depth_ + 1);
+            return unit_of(file_, known_, name->name, depth_ + 1);
         }
         return give_up();
     }
@@ -158,6 +163,7 @@ class UnitReader {
         {"switch", Unit::number}};
 
     const DefinitionFile& file_;
+    KnownUnits& known_;
     std::string_view text_;
     std::size_t at_ = 0;
     int depth_;
@@ -167,7 +173,8 @@ class UnitReader {
 }  // namespace
 
 std::string_view unit_of_item(const DefinitionFile& file, std::string_view name) {
-    return name_of(UnitReader::unit_of(file, name, 0));
+    KnownUnits known;
+    return name_of(UnitReader::unit_of(file, known, name, 0));
 }
 
 }  // namespace tool

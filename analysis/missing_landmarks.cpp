@@ -16,7 +16,11 @@ namespace {
 class Search : public FormulaNames {
  public:
     Search(const DefinitionFile& file, Landmarks& landmarks, int sex, int band)
-        : file_(file), landmarks_(landmarks), sex_(sex), band_(band) {}
+        : file_(file),
+          landmarks_(landmarks),
+          sex_(sex),
+          band_(band),
+          evaluation_([&file] { return &file; }, landmarks, sex, band) {}
 
     void want_item(std::string_view name) {
         const auto line = file_.find_item(name);
@@ -40,8 +44,7 @@ class Search : public FormulaNames {
             const std::size_t before = missing_.size();
             visit_names(text.substr(0, text.find(';')), *this);
             if (missing_.size() > before || text.find(';') == std::string_view::npos) continue;
-            Evaluation evaluation([this] { return &file_; }, landmarks_, sex_, band_);
-            const auto result = evaluation.item(line.name, Ask::value);
+            const auto result = evaluation_.item(line.name, Ask::value);
             if (result && !result->is_text) visit_names(result->alternative, *this);
         }
         return std::move(missing_);
@@ -82,6 +85,7 @@ class Search : public FormulaNames {
     const DefinitionFile& file_;
     Landmarks& landmarks_;
     int sex_, band_;
+    Evaluation evaluation_;  // one for all items, so that its limit holds for all of them
     std::set<const char*> seen_;
     std::vector<NamedLine> items_;
     std::vector<std::string_view> constructions_;
