@@ -2,6 +2,7 @@
 #pragma once
 
 #include "framework/application.h"
+#include "framework/drawing.h"
 #include "framework/exceptions.h"
 #include "framework/export.h"
 #include "framework/files.h"
