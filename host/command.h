@@ -31,6 +31,7 @@ std::span<const Command> commands();
 ExitCode run_analyze(const Command& command, const Arguments& arguments, Streams& streams);
 ExitCode run_analyses(const Command& command, const Arguments& arguments, Streams& streams);
 ExitCode run_convert(const Command& command, const Arguments& arguments, Streams& streams);
+ExitCode run_check(const Command& command, const Arguments& arguments, Streams& streams);
 ExitCode run_help(const Command& command, const Arguments& arguments, Streams& streams);
 
 // The whole program but for the process round it: finds the command, runs it, reports errors.

@@ -11,6 +11,7 @@ constexpr Command command_table[] = {
     {"analyze", "measure cases and compare them with the norms", run_analyze},
     {"analyses", "list the analyses, or the items and norms of one", run_analyses},
     {"convert", "write a case in the program's own format", run_convert},
+    {"check", "find faults in the files of an analysis folder", run_check},
     {"help", "show this text, or the help of a command", run_help},
 };
 
