@@ -6,8 +6,11 @@
 
 #include "host/case.h"
 #include "host/case_record.h"
+#include "host/vertebrae.h"
 
 namespace {
+
+constexpr std::size_t needed_vertebra_points = 11;
 
 void check(bool holds, const char* what) {
     if (holds) return;
@@ -34,6 +37,9 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const auto again = read("again.json", written);
     check(again.has_value(), "a written case can't be read");
     check(cephtool::to_json(*again) == written, "a case changes when it is written and read");
+    const cephtool::CervicalPoints cervical = cephtool::cervical_points(*record);
+    check(!cervical.missing.empty() || record->vertebrae.size() + cervical.made.size() >= needed_vertebra_points,
+          "a bone age from too few points");
     const cephtool::CaseRecord fields(*record);  // every name and coordinate has its place in the engine's record
     return 0;
 }

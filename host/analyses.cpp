@@ -15,8 +15,6 @@ namespace {
 
 using Json = nlohmann::ordered_json;
 
-constexpr int page_width = 80;
-
 struct Norm {
     std::string mean, sd;  // as the file has them; "formula" where it takes landmarks to know
 };

@@ -2,6 +2,7 @@
 #include <algorithm>
 #include <ostream>
 
+#include "host/case_files.h"
 #include "host/command_line.h"
 #include "host/output.h"
 #include "host/profile.h"
@@ -58,7 +59,7 @@ std::string report(std::span<const CaseResult> results, const std::string& forma
 ExitCode run_analyze(const Command& command, const Arguments& arguments, Streams& streams) {
     std::vector<std::string> paths, names;
     std::string folder, output, format = "table";
-    int band = 0;
+    std::optional<int> band;
     CommandLine line(command, "cephtool analyze lateral-average.json",
                      "cephtool analyze --format csv --sex f lateral-average.csv lateral-class2.json");
     CLI::App& options = line.options();
@@ -67,7 +68,7 @@ ExitCode run_analyze(const Command& command, const Arguments& arguments, Streams
         ->allow_extra_args(false)
         ->type_name("NAME");
     options.add_option("--anaitem", folder, "another folder of analyses")->type_name("FOLDER");
-    options.add_option("--band", band, "code of the norms' age band (0)")
+    options.add_option("--band", band, "band code of the norms, in place of the\nband of the patient's stage")
         ->check(CLI::Range(0, highest_band).description(""))
         ->type_name("N");
     const CaseOptionFlags case_options(line);
@@ -83,24 +84,16 @@ ExitCode run_analyze(const Command& command, const Arguments& arguments, Streams
     }
 
     std::vector<CaseResult> results;
-    ExitCode code = ExitCode::done;
-    for (const std::string& path : paths) {
-        try {
-            const Source source = checked_text(read_bytes(path, streams.in));
-            CaseResult result =
-                measured(read_case(source, case_options.options()), selection.chosen(), band, names.empty());
-            for (const std::string& note : result.record.notes) streams.err << printable(path) << ": " << note << "\n";
-            if (!names.empty() && result.analyses.empty()) {
-                throw source.error(std::string("this is a ") + name_of(result.record.kind) +
-                                       " case, and none of the analyses named is for its kind",
-                                   "\"cephtool analyses\" lists the analyses by kind.");
-            }
-            results.push_back(std::move(result));
-        } catch (const Error& error) {
-            streams.err << shown(error);
-            code = error.code;
+    const auto measure = [&](const Source& source, Case record) {
+        CaseResult result = measured(std::move(record), selection.chosen(), band, names.empty());
+        if (!names.empty() && result.analyses.empty()) {
+            throw source.error(std::string("this is a ") + name_of(result.record.kind) +
+                                   " case, and none of the analyses named is for its kind",
+                               "\"cephtool analyses\" lists the analyses by kind.");
         }
-    }
+        results.push_back(std::move(result));
+    };
+    const ExitCode code = for_each_case(paths, case_options.options(), streams, measure);
     const bool to_terminal = output.empty() && streams.colour;
     if (!results.empty()) write_result(report(results, format, to_terminal), output, streams.out);
     return code;

@@ -78,6 +78,14 @@ Age age_at(Date day, Date birth) {
     return {months / 12, months % 12};
 }
 
+double years_at(Date day, Date birth) {
+    using namespace std::chrono;
+    constexpr double days_a_year = 365.25;
+    const int completed = age_at(day, birth).years;
+    const sys_days last_birthday = birth + years(completed);  // 29 February becomes 1 March where there is none
+    return completed + static_cast<double>((sys_days(day) - last_birthday).count()) / days_a_year;
+}
+
 Case read_case(const Source& source, const CaseOptions& options) {
     Case record = read_any_case(source);
     record.file = source.name;

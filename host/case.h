@@ -34,6 +34,13 @@ struct Age {
 // Completed years and months from `birth` to `day`.
 Age age_at(Date day, Date birth);
 
+// Completed years, and the days since the last birthday as a fraction of 365.25: a whole number on every birthday, and
+// below the next one until then. Who was born on 29 February has birthday on 1 March in other years.
+double years_at(Date day, Date birth);
+
+// Hellman's dental stages, each at the place of the engine's ordinal.
+inline constexpr const char* dental_stages[] = {"I", "IIA", "IIC", "IIIA", "IIIB", "IIIC", "IVA", "IVC", "VA"};
+
 struct Position {
     double x = 0, y = 0;
 };
@@ -60,9 +67,11 @@ struct Case {
     Kind kind = Kind::lateral;
     std::optional<Sex> sex;
     std::optional<Date> birth, film;
+    std::string dental_stage;  // one of `dental_stages`, "" when not given
     std::optional<double> mm_per_pixel;
     std::vector<Landmark> landmarks;  // of the kind's table, placed ones only
     std::vector<Landmark> user;
+    std::vector<Landmark> vertebrae;  // of a lateral film: points named as in vertebrae.h, placed ones only
     std::vector<VirtualLandmark> virtuals;
     std::vector<Outline> outlines;
     std::optional<int> palate;       // of a cast

@@ -10,6 +10,7 @@
 #include "host/numbers.h"
 #include "host/suggestion.h"
 #include "host/text_width.h"
+#include "host/vertebrae.h"
 
 namespace cephtool {
 namespace {
@@ -77,6 +78,16 @@ void CaseBuilder::birth(std::string_view text, std::size_t at) {
 void CaseBuilder::film(std::string_view text, std::size_t at) {
     record_.film = date(text, at);
     film_at_ = at;
+}
+
+void CaseBuilder::dental_stage(std::string_view text, std::size_t at) {
+    const std::vector<std::string> stages(std::begin(dental_stages), std::end(dental_stages));
+    if (std::ranges::find(stages, text) == stages.end()) {
+        const std::string meant = did_you_mean(text, stages);
+        throw source_.error_at(at, in_quotes(text) + " is none of Hellman's dental stages",
+                               (meant.empty() ? "" : meant + " ") + "They are " + joined(stages, ", ") + ".");
+    }
+    record_.dental_stage = text;
 }
 
 void CaseBuilder::scale(double mm_per_pixel, std::size_t at) {
@@ -158,6 +169,20 @@ void CaseBuilder::user_landmark(const std::string& name, Position position, std:
     check_own_name(name, longest_user_name, at);
     first_use(name, at);
     if (placed(name, position)) record_.user.push_back({name, position});
+}
+
+void CaseBuilder::vertebra_point(const std::string& name, Position position, std::size_t at) {
+    if (record_.kind != Kind::lateral) {
+        throw source_.error_at(at, "only a case of kind \"lateral\" has points of vertebrae");
+    }
+    const std::vector<std::string> names = vertebra_point_names();
+    if (std::ranges::find(names, name) == names.end()) {
+        const std::string meant = did_you_mean(name, names);
+        throw source_.error_at(at, in_quotes(name) + " is no point of a vertebra",
+                               (meant.empty() ? "" : meant + " ") + "docs/case_format.md shows where they lie.");
+    }
+    first_use(name, at);
+    if (placed(name, position)) record_.vertebrae.push_back({name, position});
 }
 
 void CaseBuilder::virtual_landmark(const std::string& name, const std::string& construction, std::size_t at) {

@@ -28,6 +28,7 @@ class CaseBuilder {
     void sex(std::string_view text, std::size_t at);
     void birth(std::string_view text, std::size_t at);
     void film(std::string_view text, std::size_t at);
+    void dental_stage(std::string_view text, std::size_t at);
     void scale(double mm_per_pixel, std::size_t at);
     void palate(double category, std::size_t at);
     void outline(Outline outline) { record_.outlines.push_back(std::move(outline)); }
@@ -37,6 +38,8 @@ class CaseBuilder {
     // left out, since the engine can't tell it from a missing one.
     void landmark(const std::string& name, Position position, std::size_t at);
     void user_landmark(const std::string& name, Position position, std::size_t at);
+    // A point of a vertebra, of which a lateral film has some.
+    void vertebra_point(const std::string& name, Position position, std::size_t at);
     void virtual_landmark(const std::string& name, const std::string& construction, std::size_t at);
 
     Kind kind() const { return record_.kind; }

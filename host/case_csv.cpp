@@ -7,6 +7,7 @@
 #include "host/numbers.h"
 #include "host/suggestion.h"
 #include "host/text_width.h"
+#include "host/vertebrae.h"
 
 namespace cephtool {
 namespace {
@@ -74,6 +75,8 @@ class CsvCaseReader {
     void read_birth(std::string_view value, std::size_t at) { builder_.birth(value, at); }
     void read_film(std::string_view value, std::size_t at) { builder_.film(value, at); }
 
+    void read_dental_stage(std::string_view value, std::size_t at) { builder_.dental_stage(value, at); }
+
     // NAME,X,Y or SLOT,NAME,X,Y. The slot is for people: names decide.
     void read_row(const CsvRow& row) {
         const std::size_t count = row.fields.size();
@@ -129,12 +132,18 @@ class CsvCaseReader {
     void add(const Row& row) {
         const Position position{coordinate(row.x), coordinate(row.y)};
         const std::string& name = row.name.text;
-        const std::vector<std::string> names = landmark_names(builder_.kind());
+        // Films of other kinds may have landmarks of one's own under the names of vertebra points.
+        const std::vector<std::string> points =
+            builder_.kind() == Kind::lateral ? vertebra_point_names() : std::vector<std::string>();
+        std::vector<std::string> names = landmark_names(builder_.kind());
         if (std::ranges::find(names, name) != names.end()) {
             builder_.landmark(name, position, row.name.at);
+        } else if (std::ranges::find(points, name) != points.end()) {
+            builder_.vertebra_point(name, position, row.name.at);
         } else if (is_auxiliary(name)) {
             auxiliary_ = true;
         } else {
+            names.insert(names.end(), points.begin(), points.end());
             add_own(name, position, row.name.at, names);
         }
     }
@@ -163,6 +172,7 @@ std::span<const CsvCaseReader::Setting> CsvCaseReader::settings() {
         {"sex", &CsvCaseReader::read_sex},
         {"birth", &CsvCaseReader::read_birth},
         {"film", &CsvCaseReader::read_film},
+        {"dental_stage", &CsvCaseReader::read_dental_stage},
     };
     return table;
 }

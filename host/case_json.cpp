@@ -116,6 +116,9 @@ class JsonCaseReader {
     void read_sex(const JsonValue& value) { builder_.sex(as<std::string>(value, "\"sex\""), value.at); }
     void read_birth(const JsonValue& value) { builder_.birth(as<std::string>(value, "\"birth\""), value.at); }
     void read_film(const JsonValue& value) { builder_.film(as<std::string>(value, "\"film\""), value.at); }
+    void read_dental_stage(const JsonValue& value) {
+        builder_.dental_stage(as<std::string>(value, "\"dental_stage\""), value.at);
+    }
     void read_scale(const JsonValue& value) { builder_.scale(as<double>(value, "\"mm_per_pixel\""), value.at); }
     void read_palate(const JsonValue& value) { builder_.palate(as<double>(value, "\"palate\""), value.at); }
 
@@ -129,6 +132,13 @@ class JsonCaseReader {
         for (const JsonMember& member : as<JsonObject>(value, "\"user\"")) {
             builder_.user_landmark(member.key, position(member.value, "landmark " + in_quotes(member.key)),
                                    member.key_at);
+        }
+    }
+
+    void read_vertebrae(const JsonValue& value) {
+        for (const JsonMember& member : as<JsonObject>(value, "\"vertebrae\"")) {
+            builder_.vertebra_point(member.key, position(member.value, "point " + in_quotes(member.key)),
+                                    member.key_at);
         }
     }
 
@@ -184,10 +194,12 @@ std::span<const JsonCaseReader::Key> JsonCaseReader::keys() {
         {"sex", &JsonCaseReader::read_sex},
         {"birth", &JsonCaseReader::read_birth},
         {"film", &JsonCaseReader::read_film},
+        {"dental_stage", &JsonCaseReader::read_dental_stage},
         {"mm_per_pixel", &JsonCaseReader::read_scale},
         {"palate", &JsonCaseReader::read_palate},
         {"landmarks", &JsonCaseReader::read_landmarks},
         {"user", &JsonCaseReader::read_user},
+        {"vertebrae", &JsonCaseReader::read_vertebrae},
         {"virtual", &JsonCaseReader::read_virtual},
         {"outlines", &JsonCaseReader::read_outlines},
     };
@@ -225,9 +237,11 @@ std::string to_json(const Case& record) {
     if (record.sex) json["sex"] = name_of(*record.sex);
     if (record.birth) json["birth"] = text_of(*record.birth);
     if (record.film) json["film"] = text_of(*record.film);
+    if (!record.dental_stage.empty()) json["dental_stage"] = record.dental_stage;
     if (record.mm_per_pixel) json["mm_per_pixel"] = *record.mm_per_pixel;
     json["landmarks"] = json_of(record.landmarks);
     if (!record.user.empty()) json["user"] = json_of(record.user);
+    if (!record.vertebrae.empty()) json["vertebrae"] = json_of(record.vertebrae);
     for (const VirtualLandmark& made : record.virtuals) json["virtual"][made.name] = made.construction;
     for (const Outline& outline : record.outlines) json["outlines"].push_back(json_of(outline));
     if (record.palate) json["palate"] = *record.palate;

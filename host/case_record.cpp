@@ -39,8 +39,12 @@ void copy_text(const std::string& utf8, char (&field)[size]) {
 }  // namespace
 
 bool counts_as_absent(Position position) {
-    const CPoint point = point_of(position, fine_steps);
+    const CPoint point = fine_point(position);
     return point.x == 0 && point.y == 0;
+}
+
+CPoint fine_point(Position position) {
+    return point_of(position, fine_steps);
 }
 
 bool is_scale(double mm_per_pixel) {

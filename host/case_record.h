@@ -15,6 +15,9 @@ namespace cephtool {
 // Closer to (0, 0) than the finest step of a record, so that the engine would take it for a missing landmark.
 bool counts_as_absent(Position position);
 
+// In 1/64 pixel.
+CPoint fine_point(Position position);
+
 // Above 0, finite, and still so when divided by 64.
 bool is_scale(double mm_per_pixel);
 

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "host/case.h"
+#include "host/stage_sections.h"
 
 namespace cephtool {
 
@@ -17,7 +18,12 @@ struct Analysis {
     std::string title;  // the file's name where it has none
     std::string comment;
     AnalysisSheet sheet;
+    std::optional<int> index = {};  // in the catalogue of its kind; none for a file of the person's own
+    StageSections stages[2] = {};   // of the first and the second set
 };
+
+// The bytes of a file that the engine named; "" when it can't be read.
+std::string definition_bytes(const CString& path);
 
 Kind case_kind(const Analysis& analysis);
 const char* name_of_engine_kind(int engine_kind);

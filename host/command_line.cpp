@@ -21,10 +21,8 @@ void CommandLine::add_choice(const std::string& option, std::string& value, std:
     const CLI::Validator one_of(
         [choices = std::move(choices)](std::string& given) -> std::string {
             if (std::ranges::find(choices, given) != choices.end()) return {};
-            std::string all;
-            for (const std::string& choice : choices) all += (all.empty() ? "" : ", ") + choice;
             const std::string meant = did_you_mean(given, choices);
-            return in_quotes(given) + " is none of " + all + (meant.empty() ? "" : ". " + meant);
+            return in_quotes(given) + " is none of " + joined(choices, ", ") + (meant.empty() ? "" : ". " + meant);
         },
         "");
     app_.add_option(option, value, help)->check(one_of)->type_name("");

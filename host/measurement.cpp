@@ -72,16 +72,20 @@ Measurement agreed(Measurement male, const Measurement& female, bool& norms_diff
 
 }  // namespace
 
-CaseResult measured(Case record, std::span<const Analysis* const> analyses, int band, bool only_fruitful) {
+CaseResult measured(Case record, std::span<const Analysis* const> analyses, std::optional<int> band,
+                    bool only_fruitful) {
     CaseResult result{std::move(record), false, {}};
     CaseRecord fields(result.record);
     const std::optional<Sex> sex = result.record.sex;
     for (const Analysis* analysis : analyses) {
         if (case_kind(*analysis) != result.record.kind) continue;
+        NormBand norms = norm_band(*analysis, result.record);
+        if (band && !norms.words.empty()) norms.words = "Norms of band " + std::to_string(*band) + ", as --band says";
+        norms.code = band.value_or(norms.code);
         const auto measured_as = [&](Sex assumed, int index) {
-            return measure(analysis->sheet, index, fields.subject(static_cast<int>(assumed), band));
+            return measure(analysis->sheet, index, fields.subject(static_cast<int>(assumed), norms.code));
         };
-        AnalysisResult found{analysis, {}};
+        AnalysisResult found{analysis, norms, {}};
         bool norms_differ = false;
         for (int index = 0; index < analysis->sheet.GetCount(); ++index) {
             found.items.push_back(

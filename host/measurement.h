@@ -8,6 +8,7 @@
 
 #include "host/case.h"
 #include "host/catalogue.h"
+#include "host/growth.h"
 
 namespace cephtool {
 
@@ -27,6 +28,7 @@ struct Measurement {
 
 struct AnalysisResult {
     const Analysis* analysis;
+    NormBand band;
     std::vector<Measurement> items;  // in the definition's order
 };
 
@@ -36,8 +38,10 @@ struct CaseResult {
     std::vector<AnalysisResult> analyses;
 };
 
-// Measures the case by those of the analyses that are for its kind. `band` is the engine's norm column code. With
-// `only_fruitful`, analyses of which no item can be computed are left out. The analyses must outlive the result.
-CaseResult measured(Case record, std::span<const Analysis* const> analyses, int band, bool only_fruitful);
+// Measures the case by those of the analyses that are for its kind. `band` is the engine's norm column code; without it
+// the patient's stages choose the column. With `only_fruitful`, analyses of which no item can be computed are left out.
+// The analyses must outlive the result.
+CaseResult measured(Case record, std::span<const Analysis* const> analyses, std::optional<int> band,
+                    bool only_fruitful);
 
 }  // namespace cephtool

@@ -10,6 +10,8 @@ namespace {
 constexpr Command command_table[] = {
     {"analyze", "measure cases and compare them with the norms", run_analyze},
     {"analyses", "list the analyses, or the items and norms of one", run_analyses},
+    {"stage", "tell dental stage, growth stages and bone age", run_stage},
+    {"modes", "list the display modes, or show one", run_modes},
     {"convert", "write a case in the program's own format", run_convert},
     {"check", "find faults in the files of an analysis folder", run_check},
     {"help", "show this text, or the help of a command", run_help},

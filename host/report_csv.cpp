@@ -11,12 +11,10 @@ std::string field(const std::optional<double>& value) {
 }
 
 std::string row(const CaseResult& result, const AnalysisResult& analysis, const Measurement& item) {
-    std::string missing;
-    for (const std::string& name : item.missing) missing += (missing.empty() ? "" : " ") + name;
     const std::string value = item.text.empty() ? field(item.value) : csv_field(item.text);
     return csv_field(printable(result.record.file)) + "," + csv_field(analysis.analysis->title) + "," +
            csv_field(item.name) + "," + value + "," + item.unit + "," + field(item.mean) + "," + field(item.sd) + "," +
-           field(item.deviation) + "," + csv_field(missing) + "\r\n";
+           field(item.deviation) + "," + csv_field(joined(item.missing, " ")) + "\r\n";
 }
 
 }  // namespace

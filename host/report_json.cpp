@@ -1,5 +1,6 @@
 #include <nlohmann/json.hpp>
 
+#include "host/case_facts.h"
 #include "host/report.h"
 
 namespace cephtool {
@@ -27,21 +28,13 @@ Json json_of(const AnalysisResult& result) {
     return {{"title", result.analysis->title},
             {"file", result.analysis->file},
             {"kind", name_of_engine_kind(result.analysis->engine_kind)},
+            {"band", result.band.code},
+            {"norms", result.band.words},
             {"items", items}};
 }
 
 Json json_of(const CaseResult& result) {
-    const Case& record = result.record;
-    Json json = {{"file", record.file}, {"name", record.name}, {"kind", name_of(record.kind)}};
-    if (record.sex) json["sex"] = name_of(*record.sex);
-    if (record.birth) json["birth"] = text_of(*record.birth);
-    if (record.film) json["film"] = text_of(*record.film);
-    if (record.birth && record.film) {
-        const Age age = age_at(*record.film, *record.birth);
-        json["age"] = {{"years", age.years}, {"months", age.months}};
-    }
-    json["mm_per_pixel"] = json_of(record.mm_per_pixel);
-    json["notes"] = record.notes;
+    Json json = case_facts(result.record);
     json["analyses"] = Json::array();
     for (const AnalysisResult& analysis : result.analyses) json["analyses"].push_back(json_of(analysis));
     return json;

@@ -1,30 +1,21 @@
 #include <algorithm>
 #include <cmath>
 
+#include "host/case_facts.h"
 #include "host/numbers.h"
+#include "host/paint.h"
 #include "host/report.h"
 #include "host/text_width.h"
 
 namespace cephtool {
 namespace {
 
-constexpr int page_width = 80;
 constexpr int value_width = 9, unit_width = 4, mean_width = 9, sd_width = 7, deviation_width = 7, stars_width = 6;
 constexpr int columns_behind_name =
     1 + value_width + 1 + unit_width + 1 + mean_width + 1 + sd_width + 1 + deviation_width + 1 + stars_width;
 constexpr int widest_name = page_width - columns_behind_name;
 
 constexpr const char* none = "–";
-
-constexpr const char* bold = "\x1b[1m";
-constexpr const char* green = "\x1b[32m";
-constexpr const char* amber = "\x1b[33m";
-constexpr const char* red = "\x1b[31m";
-constexpr const char* plain = "\x1b[0m";
-
-std::string painted(const std::string& text, const char* paint, bool colour) {
-    return colour ? paint + text + plain : text;
-}
 
 const char* paint_of(double deviation) {
     const double size = std::abs(deviation);
@@ -50,25 +41,6 @@ std::string number(const std::optional<double>& value, int digits) {
     return value ? with_decimals(*value, digits) : none;
 }
 
-std::string joined(const std::vector<std::string>& names) {
-    std::string text;
-    for (const std::string& name : names) text += (text.empty() ? "" : ", ") + name;
-    return text;
-}
-
-// The line of case facts: "film.json: Hanako, female, 12 years 3 months, lateral, 0.1 mm a pixel".
-std::string heading(const Case& record) {
-    std::string text = printable(record.file) + ": ";
-    if (!record.name.empty()) text += record.name + ", ";
-    text += record.sex ? name_of(*record.sex) : "sex not given";
-    if (record.birth && record.film) {
-        const Age age = age_at(*record.film, *record.birth);
-        text += ", " + std::to_string(age.years) + " years " + std::to_string(age.months) + " months";
-    }
-    text += std::string(", ") + name_of(record.kind) + ", " + shortest(record.mm_per_pixel.value()) + " mm a pixel";
-    return wrapped(text, page_width, "  ") + "\n";
-}
-
 class AnalysisTable {
  public:
     AnalysisTable(const AnalysisResult& result, int name_width, bool colour)
@@ -76,6 +48,7 @@ class AnalysisTable {
 
     std::string text() const {
         std::string lines = painted(fitted(result_.analysis->title, page_width), bold, colour_) + "\n";
+        if (!result_.band.words.empty()) lines += wrapped(result_.band.words, page_width, "  ") + "\n";
         lines += row("Item", "Value", "Unit", "Mean", "SD") + right_aligned("in SD", deviation_width) + "\n";
         for (const Measurement& item : result_.items) lines += line(item);
         return lines;
@@ -93,14 +66,14 @@ class AnalysisTable {
     }
 
     std::string line(const Measurement& item) const {
-        if (!item.missing.empty()) return remark(item, "missing: " + joined(item.missing));
+        if (!item.missing.empty()) return remark(item, "missing: " + joined(item.missing, ", "));
         if (!item.text.empty()) return words(item);
         if (!item.value) return remark(item, item.reason);
         const int digits = decimals(item);
         std::string text =
             row(item.name, number(item.value, digits), item.unit, number(item.mean, digits), number(item.sd, digits)) +
             deviation_cell(item) + "\n";
-        if (!item.norm_missing.empty()) text += remark_below("norm missing: " + joined(item.norm_missing));
+        if (!item.norm_missing.empty()) text += remark_below("norm missing: " + joined(item.norm_missing, ", "));
         return text;
     }
 
@@ -147,7 +120,7 @@ int name_width(const CaseResult& result) {
 
 std::string report_table(const CaseResult& result, bool colour) {
     const int width = name_width(result);
-    std::string text = heading(result.record);
+    std::string text = case_heading(result.record);
     for (const AnalysisResult& analysis : result.analyses) text += "\n" + AnalysisTable(analysis, width, colour).text();
     if (result.analyses.empty()) text += "\nThe case has the landmarks of no item of any analysis.\n";
     if (result.norms_differ) {

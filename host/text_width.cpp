@@ -172,6 +172,15 @@ std::string in_quotes(std::string_view text) {
     return "\"" + fitted(printable(text.substr(0, readable_bytes)), readable_columns) + "\"";
 }
 
+std::string joined(std::span<const std::string> parts, std::string_view between) {
+    std::string text;
+    for (const std::string& part : parts) {
+        if (&part != &parts.front()) text += between;
+        text += part;
+    }
+    return text;
+}
+
 bool has_control_character(std::string_view text) {
     while (!text.empty())
         if (is_control(next_character(text))) return true;

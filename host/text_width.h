@@ -1,10 +1,14 @@
 // UTF-8 text on a terminal: how many columns it takes, and how it is cut and padded to a number of them.
 #pragma once
 
+#include <span>
 #include <string>
 #include <string_view>
 
 namespace cephtool {
+
+// Of everything that is shown as text for people.
+inline constexpr int page_width = 80;
 
 // Takes the next character off `text`, which must not be empty. Malformed bytes give U+FFFD, one byte at a time.
 char32_t next_character(std::string_view& text);
@@ -30,6 +34,9 @@ std::string printable(std::string_view text);
 
 // printable(), cut to a readable length, in double quotes: what was found, in a message.
 std::string in_quotes(std::string_view text);
+
+// The parts one after the other, with `between` between them.
+std::string joined(std::span<const std::string> parts, std::string_view between);
 
 bool has_control_character(std::string_view text);
 

@@ -72,6 +72,18 @@ TEST(CaseReader, NamesThePlaceAndTheWayOut) {
         {"a.json", json("\"film\": \"2001-02-27\", \"birth\": \"2001-02-28\","),
          "2:9 the film of 2001-02-27 was taken"},
         {"a.json", json("\"palate\": 1,"), "only a case of kind \"model\""},
+        {"a.json", json("\"dental_stage\": \"iiia\","),
+         "2:17 \"iiia\" is none of Hellman's dental stages | Did you mean \"IIIA\"? They are I, IIA, IIC, IIIA,"},
+        {"a.json", json("\"dental_stage\": \" I\","), "2:17 \" I\" is none of"},
+        {"a.json", json("\"vertebrae\": {\"C3au\": [1, 2]},"),
+         "2:15 \"C3au\" is no point of a vertebra | Did you mean \"C3ua\"?"},
+        {"a.json", json("\"user\": {\"C3ua\": [1, 2]}, \"vertebrae\": {\"C3ua\": [1, 2]},"),
+         "2:41 a second landmark \"C3ua\""},
+        {"a.json",
+         "{\"format\": \"cephtool-case\", \"version\": 1, \"kind\": \"frontal\", \"landmarks\": {},\n"
+         "\"vertebrae\": {\"C3ua\": [1, 2]}}",
+         "2:15 only a case of kind \"lateral\" has points of vertebrae"},
+        {"a.csv", csv("# dental_stage=V\nS,1,2\n"), "2:1 \"V\" is none of Hellman's"},
         {"a.json", json("\"name\": \"\\u001b[2J\","), "a control character"},
         {"a.json", json("\"x-\": [[[[[[[[[[[[[[[[[]]]]]]]]]]]]]]]]],"), "nested too deeply"},
         {"a.json", json("\"user\": {\"S\": [1, 2]},"), "2:10 \"S\" is a landmark of every lateral case"},
@@ -148,11 +160,12 @@ TEST(CaseReader, UnderlinesTheFaultInItsTerminalColumn) {
 }
 
 TEST(CaseReader, ReadsTheSameCaseFromEveryFormat) {
-    const std::string expected = to_json(read("a.json", json("", R"({"S": [1, 2], "N": [3.5, -4]})")));
+    const std::string own = R"("dental_stage": "IVC", "vertebrae": {"C4lp": [5, 6]},)";
+    const std::string expected = to_json(read("a.json", json(own, R"({"S": [1, 2], "N": [3.5, -4]})")));
     for (const char* text : {"# scale_mm_per_px=0.1\nS,1,2\nN,3.5,-4",
                              "\xEF\xBB\xBF# scale_mm_per_px = 0.1 \r\nslot,name,x,y\r\n0,S,1,2\r\n1,\"N\", 3.5 ,-4\r\n",
                              "#a comment\n#scale_mm_per_px=0.1\nName,X,Y\nS,1.0,2\n\nBa,0,0\naux54,9,9\nN,+3.5,-4e0\n"})
-        EXPECT_EQ(to_json(read("case", text)), expected) << text;
+        EXPECT_EQ(to_json(read("case", std::string(text) + "\n# dental_stage=IVC\nC4lp,5,6\n")), expected) << text;
 }
 
 TEST(CaseReader, TakesTheChallengesPointsInTheirOrder) {

@@ -1,0 +1,72 @@
+// cephtool stage: how far patients have grown.
+#include <ostream>
+
+#include "host/bone_age.h"
+#include "host/case_files.h"
+#include "host/command_line.h"
+#include "host/growth.h"
+#include "host/growth_report.h"
+#include "host/output.h"
+#include "host/profile.h"
+
+namespace cephtool {
+namespace {
+
+GrowthResult growth_of(Case record, std::span<const Analysis> analyses) {
+    const Finding age = age_finding(record);
+    GrowthResult result{{}, {age, dental_stage_finding(record)}, {}};
+    if (record.kind == Kind::lateral) {
+        const Finding bone_age = bone_age_finding(record);
+        result.growth.insert(result.growth.end(), {ricketts_stage_finding(record), bone_age});
+        if (bone_age.years) result.growth.push_back(bone_age_difference(bone_age, age));
+    }
+    for (const Analysis& analysis : analyses) {
+        if (case_kind(analysis) != record.kind) continue;
+        for (const StageSet set : {StageSet::first, StageSet::second}) {
+            Finding finding = stage_finding(analysis, set, record);
+            const bool says_something = finding.stage || !finding.missing.empty();
+            if (says_something) result.stages.push_back(std::move(finding));
+        }
+    }
+    result.record = std::move(record);
+    return result;
+}
+
+std::string report(std::span<const GrowthResult> results, const std::string& format, bool colour) {
+    if (format == "json") return growth_json(results);
+    if (format == "csv") return growth_csv(results);
+    std::string text;
+    for (const GrowthResult& result : results) text += (text.empty() ? "" : "\n") + growth_table(result, colour);
+    return text;
+}
+
+}  // namespace
+
+ExitCode run_stage(const Command& command, const Arguments& arguments, Streams& streams) {
+    std::vector<std::string> paths;
+    std::string folder, output, format = "table";
+    CommandLine line(command, "cephtool stage lateral-class2.json",
+                     "cephtool stage --format csv lateral-average.json lateral-class2.json");
+    CLI::App& options = line.options();
+    options.add_option("CASE", paths, "files with landmarks; - is standard input")->required()->type_name("");
+    options.add_option("--anaitem", folder, "another folder of analyses")->type_name("FOLDER");
+    const CaseOptionFlags case_options(line);
+    line.add_choice("--format", format, {"table", "json", "csv"}, "table, json or csv");
+    options.add_option("-o,--output", output, "write to FILE, not to standard output")->type_name("FILE");
+    if (!line.parse(arguments, streams)) return ExitCode::done;
+    check_inputs(paths);
+    const ProgramProfile profile(folder);
+    std::vector<std::string> notes;
+    const std::vector<Analysis> analyses = listed_analyses(notes);
+    for (const std::string& note : notes) streams.err << "note: " << note << "\n";
+
+    std::vector<GrowthResult> results;
+    const ExitCode code = for_each_case(paths, case_options.options(), streams, [&](const Source&, Case record) {
+        results.push_back(growth_of(std::move(record), analyses));
+    });
+    const bool to_terminal = output.empty() && streams.colour;
+    if (!results.empty()) write_result(report(results, format, to_terminal), output, streams.out);
+    return code;
+}
+
+}  // namespace cephtool
