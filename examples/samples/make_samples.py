@@ -30,6 +30,8 @@ PART_OF_OUTLINE = {
     "upper molar": ["Upper molar, crown", "Upper molar, roots"],
     "lower molar": ["Lower molar, crown", "Lower molar, roots"],
     "skin": ["Soft tissue profile"],
+    "C3": ["Vertebra C3"],
+    "C4": ["Vertebra C4"],
 }
 
 # How much of the way of hard tissue a point of the skin goes along.
@@ -81,6 +83,18 @@ def tooth(landmarks, tip, root, bone, degrees, shift):
     return motion(middle, degrees, 1.0, tuple(a + b for a, b in zip(carried, shift)))
 
 
+def young_vertebra(points, vertebra, front, rear):
+    """Before growth ends the body is lower, most in front: heights over the lower border times `front` and `rear`."""
+    left, right = points[vertebra + "lp"], points[vertebra + "la"]
+
+    def move(p):
+        t = (p[0] - left[0]) / (right[0] - left[0])
+        base = left[1] + t * (right[1] - left[1])
+        return (p[0], base + (p[1] - base) * (rear + t * (front - rear)))
+
+    return move
+
+
 def skin(landmarks, moved, points):
     """Moves a skin outline: between its landmarks, the way along the curve decides; its ends stay."""
     names = {tuple(landmarks[name]): name for name in landmarks}
@@ -104,13 +118,18 @@ def skin(landmarks, moved, points):
     return [tuple(a + b for a, b in zip(p, offset(at))) for at, p in zip(way, points)]
 
 
-def derived(average, name, sex, birth, film, upper, body, teeth):
-    """A face whose upper jaw moves by `upper` and lower jaw by `body`; teeth: part -> (degrees, shift)."""
+def derived(average, name, sex, birth, film, dental_stage, upper, body, teeth, neck=None):
+    """A face whose upper jaw moves by `upper` and lower jaw by `body`; teeth: part -> (degrees, shift); neck: factors of
+    the vertebrae's heights in front and behind, which leave the points of the depth to be made from the corners."""
     old = average["landmarks"]
     moves = {"maxilla": upper, "mandible": mandible(body)}
     for part, tip, root, bone in (("upper incisor", "U1", "U1R", upper), ("lower incisor", "L1", "L1R", body),
                                   ("upper molar", "UMo", "UMoR", upper), ("lower molar", "LMo", "LMoR", body)):
         moves[part] = tooth(old, tip, root, bone, *teeth[part])
+    neck_points = dict(average["vertebrae"])
+    if neck:
+        moves.update((vertebra, young_vertebra(neck_points, vertebra, *neck)) for vertebra in ("C3", "C4"))
+        neck_points = {mark: whole(moves[mark[:2]](p)) for mark, p in neck_points.items() if mark[2] != "d"}
     new = {mark: still(p) for mark, p in old.items()}
     for part, marks in PART_OF_LANDMARK.items():
         new.update((mark, moves[part](old[mark])) for mark in marks)
@@ -132,7 +151,8 @@ def derived(average, name, sex, birth, film, upper, body, teeth):
         anchors = {tuple(old[mark]): new[mark] for mark in outline["anchors"]}
         points = [anchors.get(tuple(before), whole(after)) for before, after in zip(outline["points"], points)]
         outlines.append({**outline, "points": points})
-    return {**average, "name": name, "sex": sex, "birth": birth, "film": film, "landmarks": new, "outlines": outlines}
+    return {**average, "name": name, "sex": sex, "birth": birth, "film": film, "dental_stage": dental_stage,
+            "landmarks": new, "vertebrae": neck_points, "outlines": outlines}
 
 
 def whole(p):
@@ -149,7 +169,7 @@ def write_case(path, case):
 
     parts = []
     for key, value in case.items():
-        if key in ("landmarks", "virtual"):
+        if key in ("landmarks", "vertebrae", "virtual"):
             value = "{\n    " + rows(f"{text(k)}: {text(v)}" for k, v in value.items()) + "\n  }"
         elif key == "outlines":
             value = "[\n    " + rows(text(outline) for outline in value) + "\n  ]"
@@ -163,19 +183,20 @@ def main():
     average = json.loads((FOLDER / "lateral-average.json").read_text(encoding="utf-8"))
     marks = average["landmarks"]
 
-    # Class II, division 1: a short lower jaw, turned a little downward; upper incisors lean forward, lower ones have
+    # A boy whose growth has not ended. Class II, division 1: a short lower jaw, turned a little downward; upper incisors lean forward, lower ones have
     # grown up past the upper ones' edges.
     write_case(FOLDER / "lateral-class2.json", derived(
-        average, "Mihon Taro (見本 太郎), Class II", "male", "2006-11-03", "2025-04-21",
+        average, "Mihon Taro (見本 太郎), Class II", "male", "2011-09-20", "2025-04-21", "IVA",
         upper=motion(marks["PNS"], 0, 1.0, (8, 0)),
         body=motion(marks["Ar"], 2.5, 0.93),
         teeth={"upper incisor": (-6, (0, 8)), "lower incisor": (7, (6, -42)),
-               "upper molar": (0, (0, 0)), "lower molar": (0, (0, -1))}))
+               "upper molar": (0, (0, 0)), "lower molar": (0, (0, -1))},
+        neck=(0.65, 0.7)))
 
     # Open bite: a short ramus and a lower jaw that turns downward behind the chin, palate tipped up in front; the
     # molars have grown together, the incisors do not reach each other.
     write_case(FOLDER / "lateral-openbite.json", derived(
-        average, "Mihon Yuki (見本 由紀), open bite", "female", "2003-02-27", "2025-09-12",
+        average, "Mihon Yuki (見本 由紀), open bite", "female", "2003-02-27", "2025-09-12", "VA",
         upper=motion(marks["PNS"], -2),
         body=motion((1080, 1560), 9),
         teeth={"upper incisor": (-2, (0, 10)), "lower incisor": (3, (4, -17)),
