@@ -1,10 +1,12 @@
-// Tools for the host application: text and numbers, files, folders and settings.
+// Tools for the host application: text and numbers, files, folders and settings, drawing.
 //
 // Texts and paths are code page 932. A null text counts as empty. Buffers for results belong to the caller and must
 // hold what is stated; unless said otherwise a result must not overlap its source. Nothing is reported to the user
 // except by GetLastErrMessage, WriteFile and WriteFileB; failure gives the value stated.
 #pragma once
 
+#include "AnyPoint.h"
+#include "framework/drawing.h"
 #include "framework/export.h"
 #include "framework/scalars.h"
 #include "framework/text.h"
@@ -127,4 +129,140 @@ class TOOL_API CTools {
     static void GetLastErrMessage();
     // Kept: does nothing. Hosts link to it, some still call it.
     static void Debug(char* text, int value);
+
+    // === Drawing =============================================================================================
+    // On a CDC (a null one draws nothing). Afterwards the surface is as it was, but for its current position. Functions
+    // with `zoom` and `offset` take image pixels; on the device these are trunc(zoom * v) - offset, cut to 32 bits. All
+    // others take device coordinates. `style` is a pen style 0 to 4 (PS_SOLID to PS_DASHDOTDOT) with the width given,
+    // or a tracing line: 101 solid, 1 wide; 102 solid, 2 wide; 103 dotted, 104 dashed, 105 dash-dot, 106 dash-dot-dot,
+    // 1 wide. 5 and 6 are PS_NULL and PS_INSIDEFRAME, any other code is solid. While the surface prints, the low 16
+    // bits of `width` are the line's width in tenths of a millimetre, for style 102 the high ones (at least 0.1 mm; in
+    // MM_TEXT never thinner than on the screen). Gaps of dashes show what is below.
+
+    // --- Lines -----------------------------------------------------------------------------------------------
+    // With flipY not 0 from (x1, -y1) to (x2, -y2), for map modes whose y points up.
+    static void Draw_Line(CDC* dc, int x1, int y1, int x2, int y2, int width, COLORREF color, int style, int flipY);
+    // For drawing into the image itself: dashes are never wider than the platform dashes them, widths do not follow
+    // the printer but for style 102: there 0.6 mm while printing, else the width given.
+    static void Draw_Line_Image(CDC* dc, int x1, int y1, int x2, int y2, int width, COLORREF color, int style,
+                                int flipY);
+    // With xorMode not 0 drawn with R2_XORPEN, so that the same call again erases the line.
+    static void Line_Make2(CDC* dc, CPoint a, CPoint b, double zoom, CPoint offset, int width, COLORREF color,
+                           int style, int xorMode);
+    // Into an image of `imageSize` pixels: the width is 2, and 2 more for each further 750; the one given is not used.
+    static void Line_Make2_Image(CDC* dc, CPoint a, CPoint b, double zoom, CPoint offset, int width, COLORREF color,
+                                 int style, int xorMode, int imageSize);
+    // Fractional points; the width is zoomed, too, and cut.
+    static void Line_Maked(CDC* dc, tagDPOINT* a, tagDPOINT* b, double zoom, CPoint offset, int width, COLORREF color,
+                           int style);
+    static void Draw_LineF(CDC* dc, CPoint offset, double zoom, CPoint a, CPoint b, int width, COLORREF color,
+                           int style);
+    static void Draw_LineF(CDC* dc, int x1, int y1, int x2, int y2, double zoom, CPoint offset, int width,
+                           COLORREF color, int style);
+    // The sides between pairs of landmarks: each row of `pairs` names two of the `pointCount` points. A row with an
+    // index outside, or with a point that is (0, 0) (not placed), is passed over.
+    static void Line_Pile(CDC* dc, const tagPOINT* points, int pointCount, const int (*pairs)[2], int pairCount,
+                          double zoom, CPoint offset, int width, COLORREF color, int style, int xorMode);
+    static void Line_Pile_Image(CDC* dc, const tagPOINT* points, int pointCount, const int (*pairs)[2], int pairCount,
+                                double zoom, CPoint offset, int width, COLORREF color, int style, int xorMode,
+                                int imageSize);
+    // A line and, filled in its colour, heads at a (bit 0 of `ends`) and b (bit 1): barbs of headLength at 20 degrees
+    // to the shaft. The heads are NOT zoomed: with a zoom other than 1 or an offset draw at zoom 1 with device points.
+    static void DrawArrowLine(CDC* dc, CPoint a, CPoint b, double headLength, int ends, double zoom, CPoint offset,
+                              int width, COLORREF color, int style);
+
+    // --- Construction lines ----------------------------------------------------------------------------------
+    // The parallel to a-b through p (image pixels), and the perpendicular (Vartical: vertical), from edge to edge of
+    // r: from its top to its bottom when the slope is at least 0.5 or at most -1.5, else from its left to its right.
+    // *end, which may be null, is the end further right in image pixels. Width 0 draws nothing. With flipY not 0 as in
+    // Draw_Line. The double behind zoom is not used. A line a-b without length counts as vertical.
+    static void Parallel_Line(CDC* dc, AnyPoint a, AnyPoint b, AnyPoint p, tagRECT r, int offx, int offy,
+                              COLORREF color, CPoint* end, int width, double zoom, double, int style, int flipY = 0);
+    static void Vartical_Line(CDC* dc, AnyPoint a, AnyPoint b, AnyPoint p, tagRECT r, int offx, int offy,
+                              COLORREF color, CPoint* end, int width, double zoom, double, int style, int flipY = 0);
+    static void Parallel_Line_Image(CDC* dc, AnyPoint a, AnyPoint b, AnyPoint p, tagRECT r, int offx, int offy,
+                                    COLORREF color, CPoint* end, int width, double zoom, double, int style,
+                                    int flipY = 0);
+    static void Vartical_Line_Image(CDC* dc, AnyPoint a, AnyPoint b, AnyPoint p, tagRECT r, int offx, int offy,
+                                    COLORREF color, CPoint* end, int width, double zoom, double, int style,
+                                    int flipY = 0);
+
+    // --- Dots and shapes -------------------------------------------------------------------------------------
+    // A filled dot of radius r image pixels that no zoom makes vanish; Spot2's radius is r device pixels, so that the
+    // dot keeps its size at any zoom. The last argument is not used.
+    static void Spot(CDC* dc, CPoint p, double zoom, CPoint offset, short r, COLORREF color, int);
+    static void Spot2(CDC* dc, CPoint p, double zoom, CPoint offset, short r, COLORREF color, int);
+    // Outlines with nothing inside. Right and bottom are exclusive.
+    static void DrawRect(CDC* dc, int x1, int y1, int x2, int y2, int width, COLORREF color, int style, int flipY);
+    static void Rect_Make(CDC* dc, CRect r, int width, COLORREF color, int style);
+    static void Rect_Make(CDC* dc, tagRECT r, double zoom, CPoint offset, int width, COLORREF color, int style,
+                          int xorMode);
+    static void Ellipse(CDC* dc, tagRECT r, int width, COLORREF color, int style);
+    static void EllipseF(CDC* dc, tagRECT r, double zoom, CPoint offset, int width, COLORREF color, int style);
+    // The radius is in image pixels.
+    static void Draw_Circle(CDC* dc, CPoint center, double radius, double zoom, CPoint offset, int width,
+                            COLORREF color, int style);
+    // The part of r's ellipse from the ray through `from` counterclockwise, as seen, to the ray through `to`.
+    static void Arc_MakeF(CDC* dc, tagRECT r, CPoint from, CPoint to, double zoom, CPoint offset, int width,
+                          COLORREF color, int style);
+    // Outlined and filled.
+    static void Rect_MakeEx(CDC* dc, tagRECT r, double zoom, CPoint offset, int width, COLORREF color, int style,
+                            COLORREF fill);
+    // A border of one unit inside the rectangle.
+    static void Frame_Make(CDC* dc, tagRECT r, COLORREF color);
+    // Filled, without an outline.
+    static void Area_Make(CDC* dc, tagRECT r, COLORREF color);
+    static void Area_MakeF(CDC* dc, tagRECT r, double zoom, CPoint offset, COLORREF color);
+    // On the surface behind a handle; a handle without a surface draws nothing.
+    static void Line_MakeH(HDC dc, int x1, int y1, int x2, int y2, int width, COLORREF color, int style);
+    static void Box_MakeH(HDC dc, tagRECT r, int width, COLORREF color, int style);
+
+    // --- On paper: trunc(zx * (ox + x)) and -trunc(zy * (oy + y)), for map modes whose y points up --------------
+    static void P_Line(CDC* dc, int ox, int oy, double zx, double zy, int x1, int y1, int x2, int y2, int width,
+                       COLORREF color, int style);
+    static void P_Area(CDC* dc, int ox, int oy, double zx, double zy, int x1, int y1, int x2, int y2, COLORREF color);
+    // The font as in TextMake; its height is in units of the map mode. The background stays visible.
+    static void P_Text(CDC* dc, int ox, int oy, double zx, double zy, int x, int y, const char* text,
+                       unsigned int height, unsigned int weight, int face, int italic, COLORREF color);
+
+    // --- Text (code page 932) --------------------------------------------------------------------------------
+    // Placed as the surface's text alignment says. Height 0 takes the surface's current font, whatever else is given.
+    // bkMode is TRANSPARENT or OPAQUE; any other leaves the surface's.
+    // Upright or italic "ＭＳ ゴシック" in proof quality. The int behind the weight is not used.
+    static void TextMakeOut(CDC* dc, int x, int y, const char* text, unsigned int height, unsigned int weight, int,
+                            int italic, COLORREF color, int bkMode);
+    // Without smoothing. Face 9 is "Times New Roman", any other "ＭＳ ゴシック". Orientation 1 negates y.
+    static void TextMake(CDC* dc, int x, int y, const char* text, unsigned int height, unsigned int weight, int face,
+                         int italic, COLORREF color, int bkMode, int orientation, unsigned char strikeOut,
+                         unsigned char underline);
+    // A label at a place of the image, "ＭＳ ゴシック" of that height on the device, the background staying visible.
+    static void Draw_Text(CDC* dc, CPoint p, double zoom, CPoint offset, const char* text, unsigned int height,
+                          COLORREF color);
+    // Text in a rectangle by DT_ bits, the background staying visible; returns its height, 0 without surface or text.
+    // With DT_CALCRECT nothing is drawn. A null face is "ＭＳ ゴシック", a null font the surface's current one.
+    static int Rect_Text(CDC* dc, tagRECT r, const char* text, const char* face, unsigned int height,
+                         unsigned int weight, int italic, COLORREF color, unsigned int format);
+    static int Rect_Text_LF(CDC* dc, tagRECT r, const char* text, const LOGFONTA* font, COLORREF color,
+                            unsigned int format);
+
+    // --- Curves ----------------------------------------------------------------------------------------------
+    // The point at t (0 to 1) between control points 1 and 2: kind 0 uniform Catmull-Rom, through both; any other kind
+    // uniform cubic B-spline. Cut into `clip` (right and bottom included) unless that is empty. Null outX or outY
+    // takes nothing.
+    static void SplineCal(double* outX, double* outY, double x0, double y0, double x1, double y1, double x2, double y2,
+                          double x3, double y3, double t, CRect clip, int kind);
+    // The Catmull-Rom curve through n control points as one polyline of samples at least 10 image pixels apart; an
+    // open curve's end may thus fall short of the last control point, a closed one returns to its first sample. Two
+    // points give a line, one gives nothing. With flipY not 0 y is negated.
+    static void Draw_SPLine(CDC* dc, CPoint offset, double zoom, const tagPOINT* pts, short n, COLORREF color,
+                            unsigned int width, unsigned char closed, int style, int flipY);
+    // With the pens of Draw_Line_Image.
+    static void Draw_SPLine_Image(CDC* dc, CPoint offset, double zoom, const tagPOINT* pts, short n, COLORREF color,
+                                  unsigned int width, unsigned char closed, int style, int flipY);
+    // Length of that curve between the control points `from` and `to` (from 0), times `scale`. On a closed curve the
+    // way leads forward, if need be past the start, and index n is the start again. 0.0 for an index outside and for
+    // fewer than two points.
+    static double Get_SPLineLength(const tagPOINT* pts, short n, int from, int to, unsigned char closed, double scale);
+    static double Get_SPLineLengthd(const tagDPOINT* pts, short n, int from, int to, unsigned char closed,
+                                    double scale);
 };
