@@ -16,7 +16,7 @@ std::string analysis_root();
 // Path of analysis file `index` of a kind; "" when its catalogue does not have one.
 std::string form_file(int kind, int index);
 
-// The text of a file; "" when it can't be read, which every reader treats as an empty file.
+// The text of an engine file; "" when it can't be read, which every reader treats as an empty file.
 std::string file_text(std::string_view path);
 
 }  // namespace tool

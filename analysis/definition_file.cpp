@@ -40,9 +40,12 @@ std::optional<NamedLine>* slot_in(DefinitionFile::Lines& lines, int section, int
 
 }  // namespace
 
-DefinitionFile::DefinitionFile(std::string text) : text_(std::move(text)) {
-    if (text_.find('\0') != std::string::npos) std::replace(text_.begin(), text_.end(), '\0', '\n');
+std::string engine_text(std::string bytes) {
+    if (bytes.find('\0') != std::string::npos) std::ranges::replace(bytes, '\0', '\n');
+    return bytes;
 }
+
+DefinitionFile::DefinitionFile(std::string text) : text_(engine_text(std::move(text))) {}
 
 std::string_view DefinitionFile::title() const {
     std::string_view title;

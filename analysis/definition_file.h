@@ -66,6 +66,9 @@ class DefinitionFile {
     mutable int lookups_ = 0;
 };
 
+// The text of an engine file as its readers take it: a NUL ends a line.
+std::string engine_text(std::string bytes);
+
 // Calls visit(line, code) for every line; code is its key_code. Stops when visit returns true.
 template <class Visit>
 void for_each_line(std::string_view text, Visit&& visit) {

@@ -189,7 +189,6 @@ Vec2 PointReader::constructed(const Frame& frame, std::string_view number) const
         case Shape::crossing: return intersection_or_empty({p[0], p[1]}, {p[2], p[3]});
         case Shape::bisector: {
             const int n = read_int(number);
-            if (n == 0) return p[0];
             // Kept: the arms are cut at 100 pixels, whatever the scale, and n counts pixels.
             const Vec2 arm = translated_along(p[0], p[1], p[0], 100.0, 0.0, 1.0);
             const Vec2 other_arm = translated_along(p[0], p[2], p[0], 100.0, 0.0, 1.0);

@@ -61,7 +61,7 @@ class Clinic : public CWinApp {
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     if (size == 0) return 0;
-    const std::string_view text(reinterpret_cast<const char*>(data + 1), size - 1);
+    const std::string text = tool::engine_text(std::string(reinterpret_cast<const char*>(data + 1), size - 1));
     if (data[0] % 8 < 4) {
         read_stages(text, data[0] & 1, data[0] & 2);
     } else if (data[0] % 8 < 7) {

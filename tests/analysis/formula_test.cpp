@@ -69,8 +69,13 @@ TEST(Formula, BlanksWhatItReadAndNothingElse) {
         int top_level;
         const char* left;
     } const cases[] = {
-        {"2+3;100", 1, "   ;100"}, {"-1", 1, "  "},   {"(2+3)*4", 0, "     *4"},
-        {"(2+3;4)", 0, "    ;4)"}, {"1=2", 0, "   "}, {"case(\"None\")+1;x", 1, "              ;x"},
+        {"2+3;100", 1, "   ;100"},
+        {"-1", 1, "  "},
+        {"(2+3)*4", 0, "     *4"},
+        {"(2+3;4)", 0, "    ;4)"},
+        {"(1+2)+3)", 0, "     +3)"},
+        {"1=2", 0, "   "},
+        {"case(\"None\")+1;x", 1, "              ;x"},
     };
     for (const auto& c : cases) {
         std::string text = c.formula;

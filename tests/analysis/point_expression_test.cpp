@@ -87,8 +87,10 @@ TEST(VirtualLandmark, EveryMemberOfACircleFailsWhereverTheWalkBegins) {
     struct {
         const char *name, *construction;
         bool resolves;
-    } const landmarks[] = {{"V1", "mid([V2],[V3])", false}, {"V2", "[V1]", false},           {"V3", "[V2]", false},
-                           {"Self", "[Self]", false},       {"Free", "mid([S],[V1])", true}, {"Plain", "[Free]", true},
+    } const landmarks[] = {{"V1", "mid([V2],[V3])", false}, {"V2", "[V1]", false},
+                           {"V3", "[V2]", false},           {"Self", "[Self]", false},
+                           {"Free", "mid([S],[V1])", true}, {"Plain", "[Free]", true},
+                           {"P1", "mid([P2],[S])", false},  {"P2", "mid([P1],[N])", false},
                            {"Empty", "no point", false},    {"Open", "mid([S],[N]", true}};
     for (const auto& first : landmarks) {
         Lateral face = small_face();

@@ -3,6 +3,7 @@
 #include <cmath>
 
 #include "analysis/growth_stage.h"
+#include "framework/system.h"
 #include "tests/analysis/subject.h"
 
 namespace tool_test {
@@ -118,6 +119,9 @@ TEST(StageList, FillsTheBoxAndSelects) {
         EXPECT_EQ(last, c.last);
     }
     CComboBox combo;
+    folder.write_analysis("Stage:\n" + std::string(60, 'n') + "=0-12\n");
+    EXPECT_EQ(CCephCalc::SetStageList(0, &combo, 0, 1, 9, 9, 1, nullptr), 1);
+    EXPECT_EQ(combo.GetLBTextLen(0), 49);
     EXPECT_EQ(CCephCalc::SetStageList(0, &combo, 5, 1, 9, 9, 1, "x"), 0);
 }
 
@@ -134,6 +138,14 @@ TEST(BoneAge, IsTheSumOfThreeRatios) {
     folder.write("cvba.dat", "[CVB_AGE]\r\nPARAM_M0=1\r\nparam_m2 = 10 years\r\nPARAM_F3=x\r\n");
     EXPECT_EQ(CCephCalc::Calc_CVBA(&points, 1), 1 + 13.17 * 1.0 + 10 * 0.5 + 5.01 * 1.5);
     EXPECT_EQ(CCephCalc::Calc_CVBA(&points, 0), -0.2 + 6.2 * 1.0 + 5.9 * 0.5 + 0.0);
+    // Kept: without a folder in the settings the one beside the program is not asked.
+    folder.write("ANAITEM/cvba.dat", "[CVB_AGE]\r\nPARAM_M0=100\r\n");
+    SetModuleFileNameA((folder.root() + "host").c_str());
+    {
+        const CWinApp plain;
+        EXPECT_EQ(CCephCalc::Calc_CVBA(&points, 1), 0.82 + 13.17 * 1.0 + 0.0 * 0.5 + 5.01 * 1.5);
+    }
+    SetModuleFileNameA(nullptr);
     tagCVBA empty{};
     EXPECT_TRUE(std::isnan(CCephCalc::Calc_CVBA(&empty, 1)));
 }

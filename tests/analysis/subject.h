@@ -25,7 +25,7 @@ template <class Record, int Kind>
 struct Subject {
     Record record{};
     unsigned short virtual_count = 0, user_count = 0;
-    tagKPOINT virtuals[8] = {};
+    tagKPOINT virtuals[12] = {};
     tagUPOINT users[USER_POINT_MAX] = {};
 
     Subject(NamedPoints points = {}) {
