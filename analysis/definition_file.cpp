@@ -1,6 +1,7 @@
 #include "analysis/definition_file.h"
 
 #include <algorithm>
+#include <cstring>
 
 #include "util/key_value.h"
 
@@ -41,7 +42,7 @@ std::optional<NamedLine>* slot_in(DefinitionFile::Lines& lines, int section, int
 }  // namespace
 
 std::string engine_text(std::string bytes) {
-    if (bytes.find('\0') != std::string::npos) std::ranges::replace(bytes, '\0', '\n');
+    if (std::memchr(bytes.data(), '\0', bytes.size())) std::ranges::replace(bytes, '\0', '\n');
     return bytes;
 }
 
