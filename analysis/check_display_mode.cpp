@@ -89,8 +89,7 @@ class ModeCheck {
                 section = *header;
                 has_header = true;
                 read_on = section != "[End]";
-            } else {
-                check_header(line);
+            } else if (!check_header(line)) {
                 if (section == "Point:" && !line.empty()) landmarks_.check(line);
                 if (section == "SuppLine:" && !line.empty()) check_line(line);
                 if (section.empty() && code == content_line && does_something(line))
@@ -108,12 +107,16 @@ class ModeCheck {
     }
 
  private:
-    void check_header(std::string_view line) {
+    // Whether the line was meant as a header.
+    bool check_header(std::string_view line) {
         const std::string_view word = trimmed(line.substr(0, line.find_first_of(" \t=")));
-        for (const std::string_view header : headers)
-            if (equal_ignoring_case(word, header) || equal_ignoring_case(trimmed(line), header))
-                findings_.fault(
-                    line, quoted(line) + " is no section; write exactly " + quoted(header) + " on a line of its own");
+        for (const std::string_view header : headers) {
+            if (!equal_ignoring_case(word, header) && !equal_ignoring_case(trimmed(line), header)) continue;
+            findings_.fault(line,
+                            quoted(line) + " is no section; write exactly " + quoted(header) + " on a line of its own");
+            return true;
+        }
+        return false;
     }
 
     void check_line(std::string_view line) {

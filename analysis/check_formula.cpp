@@ -70,7 +70,8 @@ bool is_letter(char c) {
 }
 
 bool same(double a, double b) {
-    return a == b || (std::isnan(a) && std::isnan(b)) || std::abs(a - b) <= 1e-9 * std::max(std::abs(a), std::abs(b));
+    if (!std::isfinite(a) || !std::isfinite(b)) return a == b || (std::isnan(a) && std::isnan(b));
+    return std::abs(a - b) <= 1e-9 * std::max(std::abs(a), std::abs(b));
 }
 
 // Reads a formula as mathematics does. Stops at the first thing that it can't make sense of.

@@ -61,7 +61,8 @@ bool check_text(std::string_view text, Findings& findings) {
     }
     int bad_bytes = 0;
     for (std::size_t at = 0; at < text.size();) {
-        const std::string_view character = text.substr(at, char_length(text.substr(at)));
+        std::string_view character = text.substr(at, char_length(text.substr(at)));
+        if (character.size() == 2 && !is_trail_byte(byte(character[1]))) character.remove_suffix(1);
         at += character.size();
         const bool line_end = character == "\n" || (character == "\r" && text.substr(at).starts_with('\n'));
         if (line_end || character == "\t" || (byte(character[0]) >= 0x20 && byte(character[0]) < 0x7F)) continue;

@@ -3,11 +3,12 @@
 #include <DefinitionCheck.h>
 
 #include <algorithm>
+#include <iterator>
 #include <nlohmann/json.hpp>
 #include <ostream>
-#include <set>
 
 #include "host/command_line.h"
+#include "host/paint.h"
 #include "host/profile.h"
 #include "host/text_width.h"
 
@@ -15,10 +16,6 @@ namespace cephtool {
 namespace {
 
 using Json = nlohmann::ordered_json;
-
-constexpr const char* bold = "\x1b[1m";
-constexpr const char* cyan = "\x1b[36m";
-constexpr const char* plain = "\x1b[0m";
 
 std::string utf8(const CString& text) {
     return printable(Utf8FromCodePage932(text));
@@ -36,8 +33,8 @@ CheckResult checked(const std::string& path) {
 std::string shown(const CheckFinding& finding, bool colour) {
     std::string place = utf8(finding.path) + ":";
     if (finding.line > 0) place += std::to_string(finding.line) + ":" + std::to_string(finding.column) + ":";
-    if (colour) place = bold + place + plain;
-    if (finding.note) place += colour ? std::string(" ") + cyan + "note:" + plain : " note:";
+    place = painted(place, bold, colour);
+    if (finding.note) place += " " + painted("note:", amber, colour);
     return place + " " + utf8(finding.message) + "\n";
 }
 
