@@ -55,11 +55,15 @@ Analysis described(int code, const std::string& path, AnalysisSheet sheet, std::
 }  // namespace
 
 std::string definition_bytes(const CString& path) {
-    CFile file;
-    if (!file.Open(path, CFile::modeRead)) return {};
-    std::string bytes(static_cast<std::size_t>(std::min<ULONGLONG>(file.GetLength(), largest_input)), '\0');
-    bytes.resize(file.Read(bytes.data(), static_cast<UINT>(bytes.size())));
-    return bytes;
+    try {
+        CFile file(path, CFile::modeRead);
+        std::string bytes(static_cast<std::size_t>(std::min<ULONGLONG>(file.GetLength(), largest_input)), '\0');
+        bytes.resize(file.Read(bytes.data(), static_cast<UINT>(bytes.size())));
+        return bytes;
+    } catch (CFileException* failure) {
+        failure->Delete();
+        return {};
+    }
 }
 
 Kind case_kind(const Analysis& analysis) {
