@@ -1,0 +1,15 @@
+// Files as one piece. Paths are UTF-8; an error is one sentence, "" for none.
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+
+namespace tool {
+
+std::string read_whole_file(const std::string& path, std::size_t limit, std::string* bytes);
+
+// Under another name first, then renamed, so that nobody ever sees half a file and a failure leaves the old one.
+std::string write_whole_file(const std::string& path, std::string_view bytes);
+
+}  // namespace tool
