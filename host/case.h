@@ -74,6 +74,7 @@ struct Case {
     std::vector<Landmark> vertebrae;  // of a lateral film: points named as in vertebrae.h, placed ones only
     std::vector<VirtualLandmark> virtuals;
     std::vector<Outline> outlines;
+    std::string image;               // file of the X-ray, relative to the case's own; "" when not given
     std::optional<int> palate;       // of a cast
     std::vector<std::string> notes;  // what the reader took for granted or left out
 };

@@ -48,6 +48,13 @@ void CaseBuilder::name(std::string_view text, std::size_t at) {
     record_.name = text;
 }
 
+void CaseBuilder::image(std::string_view path, std::size_t at) {
+    if (path.empty() || has_control_character(path)) {
+        throw source_.error_at(at, in_quotes(path) + " is no name of a picture file");
+    }
+    record_.image = path;
+}
+
 void CaseBuilder::kind(std::string_view text, std::size_t at) {
     for (const Kind candidate : all_kinds)
         if (text == name_of(candidate)) return kind(candidate);

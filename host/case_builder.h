@@ -31,6 +31,7 @@ class CaseBuilder {
     void dental_stage(std::string_view text, std::size_t at);
     void scale(double mm_per_pixel, std::size_t at);
     void palate(double category, std::size_t at);
+    void image(std::string_view path, std::size_t at);
     void outline(Outline outline) { record_.outlines.push_back(std::move(outline)); }
     void note(std::string text) { record_.notes.push_back(std::move(text)); }
 

@@ -120,6 +120,7 @@ class JsonCaseReader {
         builder_.dental_stage(as<std::string>(value, "\"dental_stage\""), value.at);
     }
     void read_scale(const JsonValue& value) { builder_.scale(as<double>(value, "\"mm_per_pixel\""), value.at); }
+    void read_image(const JsonValue& value) { builder_.image(as<std::string>(value, "\"image\""), value.at); }
     void read_palate(const JsonValue& value) { builder_.palate(as<double>(value, "\"palate\""), value.at); }
 
     void read_landmarks(const JsonValue& value) {
@@ -196,6 +197,7 @@ std::span<const JsonCaseReader::Key> JsonCaseReader::keys() {
         {"film", &JsonCaseReader::read_film},
         {"dental_stage", &JsonCaseReader::read_dental_stage},
         {"mm_per_pixel", &JsonCaseReader::read_scale},
+        {"image", &JsonCaseReader::read_image},
         {"palate", &JsonCaseReader::read_palate},
         {"landmarks", &JsonCaseReader::read_landmarks},
         {"user", &JsonCaseReader::read_user},
@@ -238,6 +240,7 @@ std::string to_json(const Case& record) {
     if (record.birth) json["birth"] = text_of(*record.birth);
     if (record.film) json["film"] = text_of(*record.film);
     if (!record.dental_stage.empty()) json["dental_stage"] = record.dental_stage;
+    if (!record.image.empty()) json["image"] = record.image;
     if (record.mm_per_pixel) json["mm_per_pixel"] = *record.mm_per_pixel;
     json["landmarks"] = json_of(record.landmarks);
     if (!record.user.empty()) json["user"] = json_of(record.user);

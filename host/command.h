@@ -32,6 +32,7 @@ ExitCode run_analyze(const Command& command, const Arguments& arguments, Streams
 ExitCode run_analyses(const Command& command, const Arguments& arguments, Streams& streams);
 ExitCode run_stage(const Command& command, const Arguments& arguments, Streams& streams);
 ExitCode run_modes(const Command& command, const Arguments& arguments, Streams& streams);
+ExitCode run_trace(const Command& command, const Arguments& arguments, Streams& streams);
 ExitCode run_convert(const Command& command, const Arguments& arguments, Streams& streams);
 ExitCode run_check(const Command& command, const Arguments& arguments, Streams& streams);
 ExitCode run_help(const Command& command, const Arguments& arguments, Streams& streams);

@@ -12,6 +12,7 @@ constexpr Command command_table[] = {
     {"analyses", "list the analyses, or the items and norms of one", run_analyses},
     {"stage", "tell dental stage, growth stages and bone age", run_stage},
     {"modes", "list the display modes, or show one", run_modes},
+    {"trace", "draw the tracing of a case as PNG, SVG or PDF", run_trace},
     {"convert", "write a case in the program's own format", run_convert},
     {"check", "find faults in the files of an analysis folder", run_check},
     {"help", "show this text, or the help of a command", run_help},

@@ -1,0 +1,185 @@
+// cephtool trace: draws the tracing of a case.
+#include <algorithm>
+#include <cmath>
+#include <filesystem>
+#include <ostream>
+
+#include "host/command_line.h"
+#include "host/numbers.h"
+#include "host/output.h"
+#include "host/profile.h"
+#include "host/suggestion.h"
+#include "host/text_width.h"
+#include "host/tracing/tracing_file.h"
+
+namespace cephtool {
+namespace {
+
+constexpr double longest_side_px = 1600;  // of a PNG picture, unless asked for otherwise
+constexpr int largest_side_px = 32767;
+
+struct PixelSize {
+    int width, height;
+};
+
+struct TraceOptions {
+    std::string input, output, mode, image, zoom, size, style, outlines = "case", folder;
+    bool no_image = false, actual_size = false;
+};
+
+Error bad_option(const std::string& message, const std::string& way_out) {
+    return {ExitCode::bad_command_line, message, way_out};
+}
+
+TracingFormat format_of(const TraceOptions& options) {
+    const auto format = tracing_format(options.output);
+    if (!format) {
+        throw bad_option(in_quotes(options.output) + " does not end in .png, .svg or .pdf",
+                         "The end of the name says what is written.");
+    }
+    const bool has_pixels = *format == TracingFormat::png;
+    if (!has_pixels && !(options.zoom.empty() && options.size.empty())) {
+        throw bad_option("--zoom and --size are for PNG pictures", "SVG and PDF have their size in millimetres.");
+    }
+    if (has_pixels && options.actual_size) {
+        throw bad_option("--actual-size is for paper, and a PNG picture does not know its size in millimetres",
+                         "Write a .pdf or .svg file.");
+    }
+    return *format;
+}
+
+std::optional<PixelSize> size_from(const std::string& text) {
+    const std::size_t cross = text.find('x');
+    if (cross == std::string::npos) return {};
+    const auto side = [](const std::string& digits) -> int {
+        const auto number = number_from(digits);
+        const bool fits = number && *number >= 1 && *number <= largest_side_px && *number == std::floor(*number);
+        return fits ? static_cast<int>(*number) : 0;
+    };
+    const PixelSize size{side(text.substr(0, cross)), side(text.substr(cross + 1))};
+    return size.width > 0 && size.height > 0 ? std::optional(size) : std::nullopt;
+}
+
+double pixels_a_mm(const TraceOptions& options, const Page& page) {
+    const double longest = std::max(page.width_mm, page.height_mm);
+    double pixels = longest_side_px / longest;
+    if (const auto size = size_from(options.size)) {
+        pixels = std::min(size->width / page.width_mm, size->height / page.height_mm);
+    } else if (const auto zoom = number_from(options.zoom)) {
+        pixels = *zoom / page.scale;
+    }
+    if (longest * pixels > largest_side_px) {
+        throw bad_option("the picture would have more than " + std::to_string(largest_side_px) + " pixels a side",
+                         "Ask for a smaller --zoom.");
+    }
+    return pixels;
+}
+
+DisplayMode mode_for(Kind kind, const std::string& name) {
+    const std::vector<DisplayMode> modes = listed_modes(kind);
+    if (name.empty()) return modes.empty() ? DisplayMode{} : modes.front();
+    const std::string wanted = lower_case(name);
+    std::vector<std::string> known;
+    for (const DisplayMode& mode : modes) {
+        const std::string file = lower_case(mode.file), stem = file.substr(0, file.rfind('.'));
+        const bool meant = wanted == std::to_string(mode.number) || wanted == lower_case(mode.title) ||
+                           wanted == file || wanted == stem;
+        if (meant) return mode;
+        known.insert(known.end(), {mode.title, mode.file.substr(0, mode.file.rfind('.'))});
+    }
+    const std::string meant = did_you_mean(name, known);
+    throw bad_option(std::string("there is no display mode ") + in_quotes(name) + " for a " + name_of(kind) + " case",
+                     (meant.empty() ? "" : meant + " ") + "\"cephtool modes\" lists them.");
+}
+
+// What the command line names, else what the case names, which lies relative to the case.
+std::optional<Film> film_of(const TraceOptions& options, const Case& record) {
+    if (options.no_image) return {};
+    if (!options.image.empty()) return read_film(options.image);
+    if (record.image.empty()) return {};
+    return read_film((std::filesystem::path(record.file).parent_path() / record.image).string());
+}
+
+std::size_t landmarks_outside(const Case& record, const tool::Background& picture) {
+    return static_cast<std::size_t>(std::ranges::count_if(record.landmarks, [&](const Landmark& landmark) {
+        const Position p = landmark.position;
+        return p.x < 0 || p.y < 0 || p.x > picture.width || p.y > picture.height;
+    }));
+}
+
+void trace(const TraceOptions& options, const CaseOptions& case_options, Streams& streams) {
+    const TracingFormat format = format_of(options);
+    const Case record = read_case(checked_text(read_bytes(options.input, streams.in)), case_options);
+    std::vector<std::string> notes = record.notes;
+    const DisplayMode mode = mode_for(record.kind, options.mode);
+    const std::optional<Film> film = film_of(options, record);
+    std::optional<FilmSize> film_size;
+    if (film) {
+        film_size = {film->picture.width, film->picture.height};
+        if (const std::size_t outside = landmarks_outside(record, film->picture)) {
+            notes.push_back(std::to_string(outside) + " landmarks lie outside the X-ray; is it the right one?");
+        }
+    }
+    const OutlineSource source = options.outlines == "case"     ? OutlineSource::own_or_fitted
+                                 : options.outlines == "fitted" ? OutlineSource::fitted
+                                                                : OutlineSource::none;
+    std::vector<std::string> analysis_notes;  // of files that can't be read; "cephtool check" tells of them
+    const std::vector<Analysis> analyses =
+        mode.values.empty() ? std::vector<Analysis>{} : listed_analyses(analysis_notes);
+    const OutlineTemplate face = source == OutlineSource::none ? OutlineTemplate{} : shipped_template(record.kind);
+    const Tracing tracing = tracing_of(record, mode, analyses, face, source);
+    notes.insert(notes.end(), tracing.notes.begin(), tracing.notes.end());
+
+    std::optional<Page> sheet;
+    if (options.actual_size) {
+        sheet = sheet_for(tracing, film_size);
+        if (!sheet) {
+            throw Error(ExitCode::bad_input, "at true size the tracing is larger than a sheet of A3",
+                        "Check the scale of the case, or leave --actual-size away.");
+        }
+    }
+    const Page page = sheet ? *sheet : page_for(tracing, film_size);
+    const bool dark = options.style.empty() ? film.has_value() : options.style == "film";
+    const TracingPaper paper{page, dark ? film_style() : paper_style(), film ? &*film : nullptr,
+                             pixels_a_mm(options, page), options.actual_size};
+    const std::string bytes = tracing_file(format, tracing, paper, notes);
+    write_result(bytes, options.output, streams.out);
+    for (const std::string& note : notes) streams.err << printable(options.input) << ": " << note << "\n";
+}
+
+}  // namespace
+
+ExitCode run_trace(const Command& command, const Arguments& arguments, Streams& streams) {
+    TraceOptions given;
+    CommandLine line(command, "cephtool trace lateral-class2.json -o tracing.pdf --actual-size",
+                     "cephtool trace --mode steiner --style film lateral-average.json -o new.png");
+    CLI::App& options = line.options();
+    options.add_option("CASE", given.input, "file with landmarks; - is standard input")->required()->type_name("");
+    options.add_option("-o,--output", given.output, "FILE.png, FILE.svg or FILE.pdf")->required()->type_name("FILE");
+    options.add_option("--mode", given.mode, "display mode by name or number, see\n\"cephtool modes\"")
+        ->type_name("MODE");
+    options.add_option("--image", given.image, "draw over this X-ray (JPEG, PNG)")->type_name("FILE");
+    options.add_flag("--no-image", given.no_image, "not over the X-ray that the case names");
+    line.add_choice("--outlines", given.outlines, {"case", "fitted", "none"},
+                    "case: its own, where it has any;\nfitted: those of an average face; none");
+    line.add_choice("--style", given.style, {"film", "paper"}, "film: bright on dark; paper: dark on white");
+    const CLI::Validator size(
+        [](std::string& text) { return size_from(text) ? "" : in_quotes(text) + " is no size such as 1200x1500"; }, "");
+    options.add_option("--size", given.size, "PNG: the largest that fits in it")->check(size)->type_name("WxH");
+    const CLI::Validator zoom(
+        [](std::string& text) {
+            const auto number = number_from(text);
+            return number && *number > 0 && *number <= 100 ? "" : in_quotes(text) + " is no zoom such as 0.5";
+        },
+        "");
+    options.add_option("--zoom", given.zoom, "PNG: pixels for each pixel of the X-ray")->check(zoom)->type_name("Z");
+    options.add_flag("--actual-size", given.actual_size, "PDF, SVG: true size, with a ruler, on A4\nor A3");
+    options.add_option("--anaitem", given.folder, "another folder of analyses")->type_name("FOLDER");
+    const CaseOptionFlags case_options(line);
+    if (!line.parse(arguments, streams)) return ExitCode::done;
+    const ProgramProfile profile(given.folder);
+    trace(given, case_options.options(), streams);
+    return ExitCode::done;
+}
+
+}  // namespace cephtool

@@ -1,0 +1,81 @@
+#include "host/tracing/page.h"
+
+#include <algorithm>
+#include <limits>
+
+namespace cephtool {
+namespace {
+
+constexpr double margin_mm = 9;  // round a tracing without a film, for labels beside the outermost landmarks
+constexpr double legend_mm = 17;
+constexpr double narrowest_mm = 130;  // or the legend has no room
+// Drawings of another height are brought to the usual one: a wrong scale must not give a page like a stamp or a field.
+constexpr double least_height_mm = 100, most_height_mm = 420, usual_height_mm = 240;
+constexpr double sheet_edge_mm = 4;  // what printers leave white
+
+// In pixels of the film.
+Box extent(const Tracing& tracing, const std::optional<FilmSize>& film) {
+    if (film) return {0, 0, static_cast<double>(film->width), static_cast<double>(film->height)};
+    constexpr double far = std::numeric_limits<double>::infinity();
+    Box box{far, far, -far, -far};
+    const auto include = [&](Position p) {
+        box = {std::min(box.left, p.x), std::min(box.top, p.y), std::max(box.right, p.x), std::max(box.bottom, p.y)};
+    };
+    for (const FittedCurve& curve : tracing.outlines)
+        for (const Position& p : curve.outline.points) include(p);
+    for (const Landmark& landmark : tracing.landmarks) include(landmark.position);
+    for (const TracingLine& line : tracing.lines) {
+        include(line.from);
+        include(line.to);
+    }
+    for (const TracingValue& value : tracing.values) include(value.corner);
+    if (box.left > box.right) return {0, 0, 1, 1};
+    const double margin = margin_mm / tracing.mm_per_pixel;
+    return {box.left - margin, box.top - margin, box.right + margin, box.bottom + margin};
+}
+
+Page laid_out(const Box& extent, double mm_per_pixel, double enlargement) {
+    Page page{};
+    page.enlargement = enlargement;
+    page.scale = mm_per_pixel * enlargement;
+    const double width = (extent.right - extent.left) * page.scale, height = (extent.bottom - extent.top) * page.scale;
+    page.width_mm = std::max(width, narrowest_mm);
+    page.height_mm = height + legend_mm;
+    const double left = (page.width_mm - width) / 2;
+    page.origin = {left - extent.left * page.scale, -extent.top * page.scale};
+    page.drawing = {0, 0, page.width_mm, height};
+    page.legend = {0, height, page.width_mm, page.height_mm};
+    return page;
+}
+
+}  // namespace
+
+Page page_for(const Tracing& tracing, const std::optional<FilmSize>& film) {
+    const Box box = extent(tracing, film);
+    const double height = (box.bottom - box.top) * tracing.mm_per_pixel;
+    const double width = (box.right - box.left) * tracing.mm_per_pixel;
+    const bool usual = height >= least_height_mm && std::max(height, width) <= most_height_mm;
+    return laid_out(box, tracing.mm_per_pixel, usual ? 1 : usual_height_mm / std::max(height, width));
+}
+
+std::optional<Page> sheet_for(const Tracing& tracing, const std::optional<FilmSize>& film) {
+    struct Sheet {
+        double width, height;
+    };
+    constexpr Sheet sheets[] = {{210, 297}, {297, 210}, {297, 420}, {420, 297}};  // A4 and A3
+    Page page = laid_out(extent(tracing, film), tracing.mm_per_pixel, 1);
+    for (const Sheet& sheet : sheets) {
+        const double x = (sheet.width - page.width_mm) / 2, y = (sheet.height - page.height_mm) / 2;
+        if (std::min(x, y) < sheet_edge_mm) continue;
+        page.width_mm = sheet.width;
+        page.height_mm = sheet.height;
+        page.origin = {page.origin.x + x, page.origin.y + y};
+        for (Box* box : {&page.drawing, &page.legend}) {
+            *box = {box->left + x, box->top + y, box->right + x, box->bottom + y};
+        }
+        return page;
+    }
+    return {};
+}
+
+}  // namespace cephtool

@@ -1,0 +1,33 @@
+// Where on a page a tracing lies. A page is in mm; a film is shown at true size unless it would be too small or too
+// large to be read then.
+#pragma once
+
+#include <optional>
+
+#include "host/tracing/label_placement.h"
+#include "host/tracing/tracing.h"
+
+namespace cephtool {
+
+struct FilmSize {
+    int width, height;  // pixels
+};
+
+struct Page {
+    double width_mm, height_mm;
+    double enlargement;  // 1: true size
+    double scale;        // mm of the page a pixel of the film
+    Position origin;     // of the film, on the page
+    Box drawing;         // the part of the page for film and tracing
+    Box legend;          // below it
+
+    Position operator()(Position pixel) const { return {origin.x + pixel.x * scale, origin.y + pixel.y * scale}; }
+};
+
+// Room for the whole film when there is one, else for what the tracing shows.
+Page page_for(const Tracing& tracing, const std::optional<FilmSize>& film);
+
+// A sheet of A4 or A3, upright or across, for printing at true size; nothing when the drawing does not fit on A3.
+std::optional<Page> sheet_for(const Tracing& tracing, const std::optional<FilmSize>& film);
+
+}  // namespace cephtool

@@ -1,0 +1,298 @@
+#include "host/tracing/tracing_drawing.h"
+
+#include <CodePage.h>
+#include <Tools.h>
+
+#include <algorithm>
+#include <cmath>
+
+#include "host/numbers.h"
+#include "host/text_width.h"
+
+namespace cephtool {
+namespace {
+
+constexpr double units_a_mm = 100;  // of MM_HIMETRIC
+constexpr int up = 1;               // the library's flag for map modes whose y points up: it negates y
+constexpr int solid = 0;
+// Outlines are handed over in steps of 1/40 mm: the library keeps samples ten steps apart, finer than a pen is wide.
+constexpr double outline_steps_a_mm = 40;
+constexpr std::size_t most_outline_points = 32767;
+
+constexpr double label_mm = 3.1, patient_mm = 4.6, facts_mm = 3.2;
+constexpr double dot_mm = 0.75, halo_mm = 1.15;
+constexpr double mm_a_point = 25.4 / 72;
+
+// Beyond this nothing is on the page, and coordinates would leave the surfaces' range.
+constexpr double farthest_unit = 1e8;
+
+int unit(double mm, double units) {
+    return static_cast<int>(std::lround(std::clamp(mm * units, -farthest_unit, farthest_unit)));
+}
+
+CPoint on_surface(Position mm) {
+    return {unit(mm.x, units_a_mm), unit(mm.y, units_a_mm)};
+}
+
+// As the surface sees it, where y points up.
+CPoint upward(Position mm) {
+    const CPoint p = on_surface(mm);
+    return {p.x, -p.y};
+}
+
+// In the code page of the drawing functions; what it lacks becomes "?".
+CString drawable(std::string_view utf8) {
+    CString text;
+    if (CodePage932FromUtf8(std::string(utf8).c_str(), &text)) return text;
+    text.Empty();
+    while (!utf8.empty()) {
+        std::string_view rest = utf8;
+        next_character(rest);
+        CString character;
+        const std::string one(utf8.substr(0, utf8.size() - rest.size()));
+        text += CodePage932FromUtf8(one.c_str(), &character) ? character : CString("?");
+        utf8 = rest;
+    }
+    return text;
+}
+
+// A font of the surface from here to the end of the scope.
+class SelectedFont {
+ public:
+    SelectedFont(CDC& dc, double height_mm, bool bold = false) : dc_(dc) {
+        LOGFONTA description{};
+        description.lfHeight = unit(height_mm, units_a_mm);
+        description.lfWeight = bold ? FW_BOLD : FW_NORMAL;
+        description.lfCharSet = SHIFTJIS_CHARSET;
+        std::copy_n("Arial", sizeof "Arial", description.lfFaceName);
+        font_.CreateFontIndirectA(&description);
+        before_ = dc.SelectObject(&font_);
+    }
+    ~SelectedFont() { dc_.SelectObject(before_); }
+    SelectedFont(const SelectedFont&) = delete;
+    SelectedFont& operator=(const SelectedFont&) = delete;
+
+    // Width and height in mm.
+    Position extent(const CString& text) const {
+        const CSize size = dc_.GetTextExtent(text, text.GetLength());
+        return {size.cx / units_a_mm, size.cy / units_a_mm};
+    }
+    void write(Position corner, const CString& text, COLORREF colour, int background = TRANSPARENT) const {
+        const CPoint at = upward(corner);
+        CTools::TextMakeOut(&dc_, at.x, at.y, text, 0, 0, 0, 0, colour, background);
+    }
+
+ private:
+    CDC& dc_;
+    CFont font_;
+    CFont* before_;
+};
+
+class Painter {
+ public:
+    Painter(const Tracing& tracing, const Page& page, const TracingStyle& style, const TracingCanvas& canvas)
+        : tracing_(tracing), page_(page), style_(style), canvas_(canvas), dc_(canvas.dc) {}
+
+    void paint(bool with_ruler, std::vector<std::string>& unlabelled) {
+        if (canvas_.draw_film) paint_film();
+        canvas_.begin_layer("outlines");
+        paint_outlines();
+        canvas_.begin_layer("planes");
+        for (const TracingLine& line : tracing_.lines) {
+            paint_line(page_(line.from), page_(line.to), line.bold ? 4 : 2, style_.mode_colour(line.colour));
+            add_ink(page_(line.from), page_(line.to));
+        }
+        canvas_.begin_layer("values");
+        paint_values();
+        place_labels(unlabelled);
+        canvas_.begin_layer("landmarks");
+        paint_landmarks();
+        canvas_.begin_layer("labels");
+        paint_labels();
+        canvas_.begin_layer("ruler");
+        paint_ruler(with_ruler ? 100 : 50);
+        canvas_.begin_layer("legend");
+        paint_legend();
+    }
+
+ private:
+    void paint_film() {
+        canvas_.begin_layer("film");
+        const Box& box = page_.drawing;
+        const CPoint top_left = upward({box.left, box.top}), bottom_right = upward({box.right, box.bottom});
+        canvas_.draw_film({top_left.x, top_left.y, bottom_right.x, bottom_right.y});
+    }
+
+    std::vector<tagPOINT> outline_points(const Outline& outline) const {
+        std::vector<tagPOINT> points;
+        for (const Position& pixel : outline.points) {
+            const Position at = page_(pixel);
+            points.push_back({unit(at.x, outline_steps_a_mm), unit(at.y, outline_steps_a_mm)});
+        }
+        return points;
+    }
+
+    void paint_outlines() {
+        const bool filled = !canvas_.draw_film;
+        for (const FittedCurve& curve : tracing_.outlines) {
+            const std::vector<tagPOINT> points = outline_points(curve.outline);
+            if (filled && curve.style.tissue == Tissue::tooth) fill(points);
+        }
+        for (const bool fine : {true, false})
+            for (const FittedCurve& curve : tracing_.outlines) {
+                if (curve.style.fine != fine || curve.outline.points.size() > most_outline_points) continue;
+                const std::vector<tagPOINT> points = outline_points(curve.outline);
+                const OutlinePen& pen = style_.pen(curve.style);
+                CTools::Draw_SPLine(&dc_, CPoint(0, 0), units_a_mm / outline_steps_a_mm, points.data(),
+                                    static_cast<short>(points.size()), pen.colour, static_cast<unsigned>(pen.tenths_mm),
+                                    curve.outline.closed, solid, up);
+                for (std::size_t i = 0; i + 1 < curve.outline.points.size(); ++i) {
+                    add_ink(page_(curve.outline.points[i]), page_(curve.outline.points[i + 1]));
+                }
+            }
+    }
+
+    // An open curve, such as a root, is filled up to the line between its ends.
+    void fill(const std::vector<tagPOINT>& points) {
+        constexpr int steps = 8;  // between two control points
+        const std::size_t n = points.size();
+        if (n < 3) return;
+        std::vector<tagPOINT> samples;
+        const auto at = [&](std::size_t i) { return points[i % n]; };
+        for (std::size_t i = 0; i < n; ++i)
+            for (int step = 0; step < steps; ++step) {
+                const tagPOINT a = at(i + n - 1), b = at(i), c = at(i + 1), d = at(i + 2);
+                double x = 0, y = 0;
+                CTools::SplineCal(&x, &y, a.x, a.y, b.x, b.y, c.x, c.y, d.x, d.y, static_cast<double>(step) / steps,
+                                  CRect(0, 0, 0, 0), 0);
+                const CPoint p = upward({x / outline_steps_a_mm, y / outline_steps_a_mm});
+                samples.push_back({p.x, p.y});
+            }
+        CPen none(PS_NULL, 0, RGB(0, 0, 0));
+        CBrush brush(style_.tooth_fill);
+        CPen* const pen_before = dc_.SelectObject(&none);
+        CBrush* const brush_before = dc_.SelectObject(&brush);
+        dc_.Polygon(samples.data(), static_cast<int>(samples.size()));
+        dc_.SelectObject(brush_before);
+        dc_.SelectObject(pen_before);
+    }
+
+    void paint_line(Position from, Position to, int tenths_mm, COLORREF colour) {
+        const CPoint a = on_surface(from), b = on_surface(to);
+        CTools::Draw_Line(&dc_, a.x, a.y, b.x, b.y, tenths_mm, colour, solid, up);
+    }
+
+    void add_ink(Position from, Position to) {
+        constexpr double apart_mm = 1.2;
+        const double length = std::sqrt((to.x - from.x) * (to.x - from.x) + (to.y - from.y) * (to.y - from.y));
+        const int steps = static_cast<int>(std::clamp(length / apart_mm, 1.0, 1000.0));
+        for (int i = 0; i <= steps; ++i) {
+            const double t = static_cast<double>(i) / steps;
+            ink_.push_back({from.x + t * (to.x - from.x), from.y + t * (to.y - from.y)});
+        }
+    }
+
+    // Values that would stand on one another give way downwards.
+    void paint_values() {
+        for (const TracingValue& value : tracing_.values) {
+            const SelectedFont font(dc_, value.size_pt * mm_a_point * page_.enlargement);
+            const CString text = drawable(value.text);
+            const Position size = font.extent(text), corner = page_(value.corner);
+            Box box{corner.x, corner.y, corner.x + size.x, corner.y + size.y};
+            for (const Box& other : values_)
+                if (overlap(box, other)) box = {box.left, other.bottom, box.right, other.bottom + size.y};
+            const Box& room = page_.drawing;
+            const double shift = std::max(room.left - box.left, std::min(0.0, room.right - box.right));
+            box.left += shift;
+            box.right += shift;
+            values_.push_back(box);
+            font.write({box.left, box.top}, text, style_.mode_colour(value.colour),
+                       canvas_.draw_film || style_.dark ? TRANSPARENT : OPAQUE);
+        }
+    }
+
+    void place_labels(std::vector<std::string>& unlabelled) {
+        const SelectedFont font(dc_, label_mm);
+        std::vector<Label> labels;
+        for (const Landmark& landmark : tracing_.landmarks) {
+            const Position size = font.extent(drawable(landmark.name));
+            labels.push_back({page_(landmark.position), size.x, size.y});
+        }
+        labels_ = placed_labels(labels, {page_.drawing, 0.5, values_, ink_});
+        for (std::size_t i = 0; i < labels_.size(); ++i)
+            if (!labels_[i]) unlabelled.push_back(tracing_.landmarks[i].name);
+    }
+
+    void paint_landmarks() {
+        const auto spot = [&](Position at, double radius_mm, COLORREF colour) {
+            CTools::Spot(&dc_, upward(at), 1, CPoint(0, 0), static_cast<short>(unit(radius_mm, units_a_mm)), colour, 0);
+        };
+        for (std::size_t i = 0; i < labels_.size(); ++i) {
+            if (!labels_[i] || !labels_[i]->leader) continue;
+            paint_line(page_(tracing_.landmarks[i].position), *labels_[i]->leader, 1, style_.leader);
+        }
+        for (const Landmark& landmark : tracing_.landmarks) {
+            spot(page_(landmark.position), halo_mm, style_.halo);
+            spot(page_(landmark.position), dot_mm, style_.dot);
+        }
+    }
+
+    void paint_labels() {
+        const SelectedFont font(dc_, label_mm);
+        for (std::size_t i = 0; i < labels_.size(); ++i) {
+            if (!labels_[i]) continue;
+            font.write({labels_[i]->box.left, labels_[i]->box.top}, drawable(tracing_.landmarks[i].name), style_.label);
+        }
+    }
+
+    // At the right of the legend; its ends are exactly `length_mm` of the patient apart.
+    void paint_ruler(int length_mm) {
+        const double right = page_.legend.right - 6, y = page_.legend.bottom - 5;
+        const double left = right - length_mm * page_.enlargement;
+        paint_line({left, y}, {right, y}, 3, style_.text);
+        for (int mm = 0; mm <= length_mm; mm += length_mm == 100 ? 1 : 10) {
+            const double height = mm % 10 == 0 ? 2.4 : mm % 5 == 0 ? 1.7 : 1;
+            const double x = left + mm * page_.enlargement;
+            paint_line({x, y}, {x, y - height}, mm % 10 == 0 ? 2 : 1, style_.text);
+        }
+        const SelectedFont font(dc_, facts_mm);
+        const CString text = drawable(length_mm == 100 ? "100 mm: check with a ruler after printing"
+                                                       : std::to_string(length_mm) + " mm");
+        const Position size = font.extent(text);
+        font.write({right - size.x, y - 3.2 - size.y}, text, style_.quiet_text);
+    }
+
+    void paint_legend() {
+        const double left = page_.legend.left + 6;
+        double top = page_.legend.top + 2;
+        {
+            const SelectedFont font(dc_, patient_mm, true);
+            font.write({left, top}, drawable(tracing_.patient), style_.text);
+            top += patient_mm * 1.1;
+        }
+        const SelectedFont font(dc_, facts_mm);
+        for (const std::string& line : {tracing_.facts, tracing_.mode}) {
+            font.write({left, top}, drawable(line), style_.quiet_text);
+            top += facts_mm * 1.2;
+        }
+    }
+
+    const Tracing& tracing_;
+    const Page& page_;
+    const TracingStyle& style_;
+    const TracingCanvas& canvas_;
+    CDC& dc_;
+    std::vector<Box> values_;
+    std::vector<Position> ink_;
+    std::vector<std::optional<PlacedLabel>> labels_;
+};
+
+}  // namespace
+
+void draw_tracing(const Tracing& tracing, const Page& page, const TracingStyle& style, bool with_ruler,
+                  const TracingCanvas& canvas, std::vector<std::string>& unlabelled) {
+    canvas.dc.m_bPrinting = TRUE;
+    Painter(tracing, page, style, canvas).paint(with_ruler, unlabelled);
+}
+
+}  // namespace cephtool
