@@ -1,10 +1,8 @@
 #include "analysis/check_display_mode.h"
 
 #include <algorithm>
-#include <array>
 
 #include "analysis/check_landmarks.h"
-#include "analysis/definition_file.h"
 #include "analysis/display_mode.h"
 #include "platform/number_text.h"
 #include "platform/text.h"
@@ -67,12 +65,10 @@ class ModeCheck {
  public:
     ModeCheck(int kind, Findings& findings) : findings_(findings), landmarks_(kind, findings) {}
 
-    void run(std::string_view text) {
+    void run(const DefinitionFile& file) {
         std::string_view section;
         bool read_on = true, has_header = false;
-        const std::string_view title = DefinitionFile(std::string(text)).title();
-        const bool has_title = !title.empty();
-        for_each_line(text, [&](std::string_view line, int code) {
+        for_each_line(file.text(), [&](std::string_view line, int code) {
             if (!read_on) {
                 if (!line.empty()) findings_.note(line, "nothing behind [End] is read; move it in front");
                 return !line.empty();
@@ -99,7 +95,7 @@ class ModeCheck {
             }
             return false;
         });
-        if (!has_title)
+        if (file.title().empty())
             findings_.fault_of_file(
                 "a display mode without a title appears in no list; write title: and a line with it on top");
         if (!has_header)
@@ -185,8 +181,8 @@ class ModeCheck {
 
 }  // namespace
 
-void check_display_mode(std::string_view text, int kind, Findings& findings) {
-    ModeCheck(kind, findings).run(text);
+void check_display_mode(const DefinitionFile& file, int kind, Findings& findings) {
+    ModeCheck(kind, findings).run(file);
 }
 
 }  // namespace tool

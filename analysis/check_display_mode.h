@@ -2,9 +2,10 @@
 #pragma once
 
 #include "analysis/check_findings.h"
+#include "analysis/definition_file.h"
 
 namespace tool {
 
-void check_display_mode(std::string_view text, int kind, Findings& findings);
+void check_display_mode(const DefinitionFile& file, int kind, Findings& findings);
 
 }  // namespace tool

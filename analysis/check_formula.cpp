@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
-#include <cstdio>
 #include <optional>
 
 #include "analysis/cast_measures.h"
@@ -308,10 +307,9 @@ class FormulaReader {
     }
 
     bool cast_token(std::string_view name, std::string& twin) {
-        next();
         const std::size_t begin = at_;
         if (text_.substr(at_, 1) != "[" || !bracketed()) {
-            fail(name, "\"Model\" takes one measure of a cast, as in Model([UCAW])");
+            fail(name, "\"Model\" takes one measure of a cast, without blanks round it, as in Model([UCAW])");
             return false;
         }
         const std::string_view token = text_.substr(begin, at_ - begin);

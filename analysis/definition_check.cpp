@@ -83,22 +83,27 @@ bool is_readable_file(std::string_view path) {
     return status && !status->is_folder && !status->system;
 }
 
-// What the checks of one family find in a text.
+// Has `check` look at a definition, mode or list file as the engine's readers take it. That is a copy; what is found
+// lies at the same places.
+template <class Check>
+void check_as_read(std::string_view text, Findings& findings, Check&& check) {
+    const tool::DefinitionFile file{std::string(text)};
+    Findings in_copy(file.text());
+    check(file, in_copy);
+    findings.take(in_copy);
+}
+
 void check_content(CheckFamily family, int kind, bool ricketts, std::string_view text, Findings& findings) {
-    switch (family) {
-        case CheckFamily::definition: {
-            // The file is a copy; its findings lie at the same places.
-            const tool::DefinitionFile file{std::string(text)};
-            Findings in_copy(file.text());
+    if (family == CheckFamily::eras) return tool::check_eras(text, findings);
+    if (family == CheckFamily::bone_age) return tool::check_bone_age(text, findings);
+    check_as_read(text, findings, [=](const tool::DefinitionFile& file, Findings& in_copy) {
+        if (family == CheckFamily::definition)
             tool::check_definition(file, kind, ricketts, in_copy);
-            return findings.take(in_copy);
-        }
-        case CheckFamily::mode: return tool::check_display_mode(text, kind, findings);
-        case CheckFamily::eras: return tool::check_eras(text, findings);
-        case CheckFamily::bone_age: return tool::check_bone_age(text, findings);
-        case CheckFamily::definition_list:
-        case CheckFamily::mode_list: tool::check_catalogue(family, text, findings, nullptr);
-    }
+        else if (family == CheckFamily::mode)
+            tool::check_display_mode(file, kind, in_copy);
+        else
+            tool::check_catalogue(family, file.text(), in_copy, nullptr);
+    });
 }
 
 class PathCheck {
@@ -155,8 +160,11 @@ class PathCheck {
         std::vector<std::string> files;
         const auto is_there = [folder](std::string_view name) { return is_readable_file(joined(folder, name)); };
         file_with(path, [&](std::string_view text, Findings& findings) {
-            for (const std::string_view name : tool::check_catalogue(known.list, text, findings, is_there))
-                files.emplace_back(name);
+            check_as_read(text, findings, [&](const tool::DefinitionFile& list_file, Findings& in_copy) {
+                for (const std::string_view name :
+                     tool::check_catalogue(known.list, list_file.text(), in_copy, is_there))
+                    files.emplace_back(name);
+            });
         });
         return files;
     }
