@@ -13,8 +13,8 @@ namespace {
 
 using Points = std::vector<Position>;
 
-// On the average over its points a curve may be this far from the nearest landmark.
-constexpr double farthest_mm = 25;
+// On the average over its points a curve may be this far from the nearest landmark; one without anchors, less.
+constexpr double farthest_mm = 25, farthest_without_anchors_mm = 16;
 // Where the map shrinks areas to less than this part of what it does on the whole, a curve is as good as folded.
 constexpr double flattest = 0.15;
 // A tooth that would be stretched more than this one way follows its two main landmarks only.
@@ -158,7 +158,8 @@ class Fitter {
             for (const auto& [name, pair] : placed_) nearest = std::min(nearest, distance(p, pair.from));
             sum += nearest;
         }
-        return sum / static_cast<double>(curve.points.size()) * face_.mm_per_pixel <= farthest_mm;
+        return sum / static_cast<double>(curve.points.size()) * face_.mm_per_pixel <=
+               (curve.anchors.empty() ? farthest_without_anchors_mm : farthest_mm);
     }
 
     // The first map that does not fold the curve; the last one bends too little to do so.

@@ -1,13 +1,14 @@
 #include "host/tracing/page.h"
 
 #include <algorithm>
+#include <cmath>
 #include <limits>
 
 namespace cephtool {
 namespace {
 
 constexpr double margin_mm = 9;  // round a tracing without a film, for labels beside the outermost landmarks
-constexpr double legend_mm = 17;
+constexpr double legend_mm = 20, legend_with_ruler_mm = 32;
 constexpr double narrowest_mm = 130;  // or the legend has no room
 // Drawings of another height are brought to the usual one: a wrong scale must not give a page like a stamp or a field.
 constexpr double least_height_mm = 100, most_height_mm = 420, usual_height_mm = 240;
@@ -34,13 +35,14 @@ Box extent(const Tracing& tracing, const std::optional<FilmSize>& film) {
     return {box.left - margin, box.top - margin, box.right + margin, box.bottom + margin};
 }
 
-Page laid_out(const Box& extent, double mm_per_pixel, double enlargement) {
+Page laid_out(const Box& extent, double mm_per_pixel, double enlargement, double below_mm) {
     Page page{};
     page.enlargement = enlargement;
     page.scale = mm_per_pixel * enlargement;
     const double width = (extent.right - extent.left) * page.scale, height = (extent.bottom - extent.top) * page.scale;
-    page.width_mm = std::max(width, narrowest_mm);
-    page.height_mm = height + legend_mm;
+    // Whole tenths: surfaces count in whole steps.
+    page.width_mm = std::ceil(std::max(width, narrowest_mm) * 10) / 10;
+    page.height_mm = std::ceil((height + below_mm) * 10) / 10;
     const double left = (page.width_mm - width) / 2;
     page.origin = {left - extent.left * page.scale, -extent.top * page.scale};
     page.drawing = {0, 0, page.width_mm, height};
@@ -55,7 +57,7 @@ Page page_for(const Tracing& tracing, const std::optional<FilmSize>& film) {
     const double height = (box.bottom - box.top) * tracing.mm_per_pixel;
     const double width = (box.right - box.left) * tracing.mm_per_pixel;
     const bool usual = height >= least_height_mm && std::max(height, width) <= most_height_mm;
-    return laid_out(box, tracing.mm_per_pixel, usual ? 1 : usual_height_mm / std::max(height, width));
+    return laid_out(box, tracing.mm_per_pixel, usual ? 1 : usual_height_mm / std::max(height, width), legend_mm);
 }
 
 std::optional<Page> sheet_for(const Tracing& tracing, const std::optional<FilmSize>& film) {
@@ -63,7 +65,7 @@ std::optional<Page> sheet_for(const Tracing& tracing, const std::optional<FilmSi
         double width, height;
     };
     constexpr Sheet sheets[] = {{210, 297}, {297, 210}, {297, 420}, {420, 297}};  // A4 and A3
-    Page page = laid_out(extent(tracing, film), tracing.mm_per_pixel, 1);
+    Page page = laid_out(extent(tracing, film), tracing.mm_per_pixel, 1, legend_with_ruler_mm);
     for (const Sheet& sheet : sheets) {
         const double x = (sheet.width - page.width_mm) / 2, y = (sheet.height - page.height_mm) / 2;
         if (std::min(x, y) < sheet_edge_mm) continue;

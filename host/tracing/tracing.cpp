@@ -110,6 +110,7 @@ Tracing tracing_of(const Case& record, const DisplayMode& mode, const std::vecto
     OutlineFit fit = fitted_outlines(face, record.landmarks);
     tracing.outlines = std::move(fit.curves);
     tracing.notes = std::move(fit.notes);
+    if (!tracing.outlines.empty()) tracing.origin = "Outlines: an average face, fitted to the landmarks";
     return tracing;
 }
 

@@ -28,6 +28,7 @@ struct Tracing {
     std::string patient;  // the case's name, its file's where it has none
     std::string facts;    // kind, sex, age, day of the film
     std::string mode;     // the display mode's title
+    std::string origin;   // of the outlines, where they are not the case's own
     double mm_per_pixel = 0;
     std::vector<FittedCurve> outlines;
     std::vector<TracingLine> lines;

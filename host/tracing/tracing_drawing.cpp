@@ -20,8 +20,9 @@ constexpr double outline_steps_a_mm = 40;
 constexpr std::size_t most_outline_points = 32767;
 
 constexpr double label_mm = 3.1, patient_mm = 4.6, facts_mm = 3.2;
-constexpr double dot_mm = 0.75, halo_mm = 1.15;
+constexpr double dot_mm = 0.65, halo_mm = 1.0;
 constexpr double mm_a_point = 25.4 / 72;
+constexpr int long_ruler_mm = 100, short_ruler_mm = 50;
 
 // Beyond this nothing is on the page, and coordinates would leave the surfaces' range.
 constexpr double farthest_unit = 1e8;
@@ -56,36 +57,55 @@ CString drawable(std::string_view utf8) {
     return text;
 }
 
-// A font of the surface from here to the end of the scope.
+// A font of the canvas from here to the end of the scope.
 class SelectedFont {
  public:
-    SelectedFont(CDC& dc, double height_mm, bool bold = false) : dc_(dc) {
+    SelectedFont(const TracingCanvas& canvas, double height_mm, bool bold = false) : canvas_(canvas) {
         LOGFONTA description{};
         description.lfHeight = unit(height_mm, units_a_mm);
         description.lfWeight = bold ? FW_BOLD : FW_NORMAL;
         description.lfCharSet = SHIFTJIS_CHARSET;
         std::copy_n("Arial", sizeof "Arial", description.lfFaceName);
         font_.CreateFontIndirectA(&description);
-        before_ = dc.SelectObject(&font_);
+        before_ = canvas_.dc.SelectObject(&font_);
+        measured_before_ = canvas_.measure.SelectObject(&font_);
     }
-    ~SelectedFont() { dc_.SelectObject(before_); }
+    ~SelectedFont() {
+        canvas_.measure.SelectObject(measured_before_);
+        canvas_.dc.SelectObject(before_);
+    }
     SelectedFont(const SelectedFont&) = delete;
     SelectedFont& operator=(const SelectedFont&) = delete;
 
     // Width and height in mm.
     Position extent(const CString& text) const {
-        const CSize size = dc_.GetTextExtent(text, text.GetLength());
+        const CSize size = canvas_.measure.GetTextExtent(text, text.GetLength());
         return {size.cx / units_a_mm, size.cy / units_a_mm};
+    }
+    // As much of the text as fits.
+    CString cut(const std::string& utf8, double width) const {
+        CString text = drawable(utf8);
+        for (int columns = display_width(utf8); columns > 0 && extent(text).x > width; --columns) {
+            text = drawable(fitted(utf8, columns));
+        }
+        return text;
     }
     void write(Position corner, const CString& text, COLORREF colour, int background = TRANSPARENT) const {
         const CPoint at = upward(corner);
-        CTools::TextMakeOut(&dc_, at.x, at.y, text, 0, 0, 0, 0, colour, background);
+        CTools::TextMakeOut(&canvas_.dc, at.x, at.y, text, 0, 0, 0, 0, colour, background);
+    }
+    // With a shadow, to be read on the greys of a film.
+    void write_on_film(Position corner, const CString& text, COLORREF colour, COLORREF shadow) const {
+        constexpr double shadow_mm = 0.2;
+        write({corner.x + shadow_mm, corner.y + shadow_mm}, text, shadow);
+        write(corner, text, colour);
     }
 
  private:
-    CDC& dc_;
+    const TracingCanvas& canvas_;
     CFont font_;
     CFont* before_;
+    CFont* measured_before_;
 };
 
 class Painter {
@@ -110,9 +130,9 @@ class Painter {
         canvas_.begin_layer("labels");
         paint_labels();
         canvas_.begin_layer("ruler");
-        paint_ruler(with_ruler ? 100 : 50);
+        paint_ruler(with_ruler ? long_ruler_mm : short_ruler_mm);
         canvas_.begin_layer("legend");
-        paint_legend();
+        paint_legend(with_ruler);
     }
 
  private:
@@ -135,8 +155,8 @@ class Painter {
     void paint_outlines() {
         const bool filled = !canvas_.draw_film;
         for (const FittedCurve& curve : tracing_.outlines) {
-            const std::vector<tagPOINT> points = outline_points(curve.outline);
-            if (filled && curve.style.tissue == Tissue::tooth) fill(points);
+            if (!filled || curve.style.tissue != Tissue::tooth) continue;
+            fill(outline_points(curve.outline), curve.outline.closed);
         }
         for (const bool fine : {true, false})
             for (const FittedCurve& curve : tracing_.outlines) {
@@ -152,16 +172,17 @@ class Painter {
             }
     }
 
-    // An open curve, such as a root, is filled up to the line between its ends.
-    void fill(const std::vector<tagPOINT>& points) {
+    // An open curve, such as a root, is filled a little beyond its ends, up to the crown's border and into the crown.
+    void fill(std::vector<tagPOINT> points, bool closed) {
         constexpr int steps = 8;  // between two control points
+        if (points.size() < 3) return;
+        if (!closed) points.push_back(beyond_the_ends(points));
         const std::size_t n = points.size();
-        if (n < 3) return;
         std::vector<tagPOINT> samples;
-        const auto at = [&](std::size_t i) { return points[i % n]; };
         for (std::size_t i = 0; i < n; ++i)
             for (int step = 0; step < steps; ++step) {
-                const tagPOINT a = at(i + n - 1), b = at(i), c = at(i + 1), d = at(i + 2);
+                const tagPOINT a = points[(i + n - 1) % n], b = points[i], c = points[(i + 1) % n],
+                               d = points[(i + 2) % n];
                 double x = 0, y = 0;
                 CTools::SplineCal(&x, &y, a.x, a.y, b.x, b.y, c.x, c.y, d.x, d.y, static_cast<double>(step) / steps,
                                   CRect(0, 0, 0, 0), 0);
@@ -175,6 +196,17 @@ class Painter {
         dc_.Polygon(samples.data(), static_cast<int>(samples.size()));
         dc_.SelectObject(brush_before);
         dc_.SelectObject(pen_before);
+    }
+
+    // In front of the middle between the ends, away from the rest of the curve.
+    static tagPOINT beyond_the_ends(const std::vector<tagPOINT>& points) {
+        const tagPOINT a = points.front(), b = points.back(), inner = points[points.size() / 2];
+        const double x = (a.x + b.x) / 2.0, y = (a.y + b.y) / 2.0;
+        const double width = std::sqrt((b.x - a.x) * 1.0 * (b.x - a.x) + (b.y - a.y) * 1.0 * (b.y - a.y));
+        const double length = std::sqrt((x - inner.x) * (x - inner.x) + (y - inner.y) * (y - inner.y));
+        const double way = length > 0 ? 0.35 * width / length : 0;
+        return {static_cast<LONG>(std::lround(x + way * (x - inner.x))),
+                static_cast<LONG>(std::lround(y + way * (y - inner.y)))};
     }
 
     void paint_line(Position from, Position to, int tenths_mm, COLORREF colour) {
@@ -195,7 +227,7 @@ class Painter {
     // Values that would stand on one another give way downwards.
     void paint_values() {
         for (const TracingValue& value : tracing_.values) {
-            const SelectedFont font(dc_, value.size_pt * mm_a_point * page_.enlargement);
+            const SelectedFont font(canvas_, value.size_pt * mm_a_point * page_.enlargement);
             const CString text = drawable(value.text);
             const Position size = font.extent(text), corner = page_(value.corner);
             Box box{corner.x, corner.y, corner.x + size.x, corner.y + size.y};
@@ -206,13 +238,17 @@ class Painter {
             box.left += shift;
             box.right += shift;
             values_.push_back(box);
-            font.write({box.left, box.top}, text, style_.mode_colour(value.colour),
-                       canvas_.draw_film || style_.dark ? TRANSPARENT : OPAQUE);
+            const COLORREF colour = style_.mode_colour(value.colour);
+            if (canvas_.draw_film) {
+                font.write_on_film({box.left, box.top}, text, colour, style_.halo);
+            } else {
+                font.write({box.left, box.top}, text, colour, OPAQUE);
+            }
         }
     }
 
     void place_labels(std::vector<std::string>& unlabelled) {
-        const SelectedFont font(dc_, label_mm);
+        const SelectedFont font(canvas_, label_mm);
         std::vector<Label> labels;
         for (const Landmark& landmark : tracing_.landmarks) {
             const Position size = font.extent(drawable(landmark.name));
@@ -231,17 +267,21 @@ class Painter {
             if (!labels_[i] || !labels_[i]->leader) continue;
             paint_line(page_(tracing_.landmarks[i].position), *labels_[i]->leader, 1, style_.leader);
         }
-        for (const Landmark& landmark : tracing_.landmarks) {
-            spot(page_(landmark.position), halo_mm, style_.halo);
-            spot(page_(landmark.position), dot_mm, style_.dot);
-        }
+        for (const Landmark& landmark : tracing_.landmarks) spot(page_(landmark.position), halo_mm, style_.halo);
+        for (const Landmark& landmark : tracing_.landmarks) spot(page_(landmark.position), dot_mm, style_.dot);
     }
 
     void paint_labels() {
-        const SelectedFont font(dc_, label_mm);
+        const SelectedFont font(canvas_, label_mm);
         for (std::size_t i = 0; i < labels_.size(); ++i) {
             if (!labels_[i]) continue;
-            font.write({labels_[i]->box.left, labels_[i]->box.top}, drawable(tracing_.landmarks[i].name), style_.label);
+            const Position corner{labels_[i]->box.left, labels_[i]->box.top};
+            const CString name = drawable(tracing_.landmarks[i].name);
+            if (canvas_.draw_film) {
+                font.write_on_film(corner, name, style_.label, style_.halo);
+            } else {
+                font.write(corner, name, style_.label);
+            }
         }
     }
 
@@ -250,29 +290,30 @@ class Painter {
         const double right = page_.legend.right - 6, y = page_.legend.bottom - 5;
         const double left = right - length_mm * page_.enlargement;
         paint_line({left, y}, {right, y}, 3, style_.text);
-        for (int mm = 0; mm <= length_mm; mm += length_mm == 100 ? 1 : 10) {
+        for (int mm = 0; mm <= length_mm; mm += length_mm == long_ruler_mm ? 1 : 10) {
             const double height = mm % 10 == 0 ? 2.4 : mm % 5 == 0 ? 1.7 : 1;
             const double x = left + mm * page_.enlargement;
             paint_line({x, y}, {x, y - height}, mm % 10 == 0 ? 2 : 1, style_.text);
         }
-        const SelectedFont font(dc_, facts_mm);
-        const CString text = drawable(length_mm == 100 ? "100 mm: check with a ruler after printing"
-                                                       : std::to_string(length_mm) + " mm");
+        const SelectedFont font(canvas_, facts_mm);
+        const CString text = drawable(length_mm == long_ruler_mm ? "100 mm: check with a ruler after printing"
+                                                                 : std::to_string(length_mm) + " mm");
         const Position size = font.extent(text);
         font.write({right - size.x, y - 3.2 - size.y}, text, style_.quiet_text);
     }
 
-    void paint_legend() {
-        const double left = page_.legend.left + 6;
+    void paint_legend(bool with_ruler) {
+        const double left = page_.legend.left + 6, width = page_.legend.right - 6 - left;
         double top = page_.legend.top + 2;
         {
-            const SelectedFont font(dc_, patient_mm, true);
-            font.write({left, top}, drawable(tracing_.patient), style_.text);
+            const SelectedFont font(canvas_, patient_mm, true);
+            font.write({left, top}, font.cut(tracing_.patient, width), style_.text);
             top += patient_mm * 1.1;
         }
-        const SelectedFont font(dc_, facts_mm);
-        for (const std::string& line : {tracing_.facts, tracing_.mode}) {
-            font.write({left, top}, drawable(line), style_.quiet_text);
+        const SelectedFont font(canvas_, facts_mm);
+        const double beside_ruler = width - (with_ruler ? 0 : short_ruler_mm * page_.enlargement + 4);
+        for (const std::string& line : {tracing_.facts, tracing_.mode, tracing_.origin}) {
+            font.write({left, top}, font.cut(line, beside_ruler), style_.quiet_text);
             top += facts_mm * 1.2;
         }
     }

@@ -11,6 +11,7 @@ namespace cephtool {
 // A surface in the map mode MM_HIMETRIC that counts as a printer, so that the widths of pens are in mm.
 struct TracingCanvas {
     CDC& dc;
+    CDC& measure;                                  // tells how wide texts are; may be `dc`
     std::function<void(const char*)> begin_layer;  // what is drawn from here on belongs to this part of the tracing
     std::function<void(const RECT&)> draw_film;    // empty without a film
 };

@@ -25,6 +25,11 @@ void draw(const Tracing& tracing, const TracingPaper& paper, const TracingCanvas
     if (!names.empty()) notes.push_back("no room for the names of " + names);
 }
 
+Error no_memory() {
+    return {ExitCode::bad_input, "the tracing needs more memory than there is",
+            "Ask for a smaller one: --size 800x1000"};
+}
+
 // The whole page in the style's colour.
 void fill_page(CDC& dc, const TracingPaper& paper) {
     CBrush brush(paper.style.paper);
@@ -42,7 +47,16 @@ std::string svg_file(const Tracing& tracing, const TracingPaper& paper, std::vec
     surface.set_background_color(paper.style.paper);
     surface.begin_layer("paper");
     fill_page(surface, paper);
-    TracingCanvas canvas{surface, {}, {}};
+#ifdef TOOL_SURFACE_PICTURES
+    // The drawing itself only estimates how wide texts are.
+    const auto measure = tool::PictureSurface::create(1, 1, tool::PictureSurface::Look::smooth, RGB(255, 255, 255),
+                                                      pixels_a_mm * mm_an_inch);
+    if (!measure) throw no_memory();
+    measure->set_map_mode(MM_HIMETRIC);
+    TracingCanvas canvas{surface, *measure, {}, {}};
+#else
+    TracingCanvas canvas{surface, surface, {}, {}};
+#endif
     canvas.begin_layer = [&](const char* name) {
         surface.end_layer();
         surface.begin_layer(name);
@@ -54,11 +68,6 @@ std::string svg_file(const Tracing& tracing, const TracingPaper& paper, std::vec
     return surface.svg();
 }
 
-Error no_memory() {
-    return {ExitCode::bad_input, "the tracing needs more memory than there is",
-            "Ask for a smaller one: --size 800x1000"};
-}
-
 #ifdef TOOL_SURFACE_PICTURES
 
 // Draws on a surface without layers.
@@ -66,7 +75,7 @@ template <class Surface>
 void draw_flat(Surface& surface, const Tracing& tracing, const TracingPaper& paper, std::vector<std::string>& notes) {
     surface.set_map_mode(MM_HIMETRIC);
     surface.set_background_color(paper.style.paper);
-    TracingCanvas canvas{surface, [](const char*) {}, {}};
+    TracingCanvas canvas{surface, surface, [](const char*) {}, {}};
     if (paper.film) {
         canvas.draw_film = [&](const RECT& where) { surface.draw_background(paper.film->picture, where); };
     }
