@@ -117,7 +117,7 @@ TEST(CheckFormula, SaysWhatTheEvaluatorMakesOfIt) {
     expect_findings(checked("title:\nT\nCalc:\nX=" + std::string(70, '(') + "1"), {"4:63 too many brackets"}, "deep");
     expect_findings(checked("title:\nT\nCalc:\nX=Model([UCAW])/Model([UCAX])\nY=Model ([PLTU])-Model( [ATR])\n",
                             CheckFamily::definition, 2),
-                    {"4:23 no measure of a cast", "5:17 without blanks round it"}, "cast");
+                    {"4:23 no measure of a cast", "5:18 without blanks round it"}, "cast");
 }
 
 // A formula as a tree: its text with all its brackets, and what mathematics makes of it.
