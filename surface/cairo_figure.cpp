@@ -95,9 +95,13 @@ CairoSurface surface_of(const Background& picture) {
     CairoSurface surface(cairo_image_surface_create_for_data(bytes, CAIRO_FORMAT_ARGB32, picture.width, picture.height,
                                                              picture.width * 4));
     if (!picture.jpeg.empty()) {
-        cairo_surface_set_mime_data(surface.get(), CAIRO_MIME_TYPE_JPEG,
-                                    reinterpret_cast<const unsigned char*>(picture.jpeg.data()), picture.jpeg.size(),
-                                    nullptr, nullptr);
+        // A page is written after the picture may be gone.
+        auto* const file = new std::string(picture.jpeg);
+        const auto release = [](void* owned) { delete static_cast<std::string*>(owned); };
+        const auto status = cairo_surface_set_mime_data(surface.get(), CAIRO_MIME_TYPE_JPEG,
+                                                        reinterpret_cast<const unsigned char*>(file->data()),
+                                                        file->size(), release, file);
+        if (status != CAIRO_STATUS_SUCCESS) release(file);
     }
     return surface;
 }
@@ -157,8 +161,10 @@ void paint_background(cairo_t* context, const Background& picture, const DeviceB
     cairo_translate(context, place.left, place.top);
     cairo_scale(context, (place.right - place.left) / picture.width, (place.bottom - place.top) / picture.height);
     cairo_set_source_surface(context, surface.get(), 0, 0);
-    // The border's pixels would otherwise blend with the paper when the picture is enlarged.
-    cairo_pattern_set_extend(cairo_get_source(context), CAIRO_EXTEND_PAD);
+    // In a picture the border's pixels would otherwise blend with the paper; on a page this would cost the JPEG its
+    // compression.
+    if (cairo_surface_get_type(cairo_get_target(context)) == CAIRO_SURFACE_TYPE_IMAGE)
+        cairo_pattern_set_extend(cairo_get_source(context), CAIRO_EXTEND_PAD);
     cairo_paint(context);
 }
 

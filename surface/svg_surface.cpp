@@ -31,11 +31,8 @@ std::string point_list(std::span<const DevicePoint> points) {
 
 std::string stroke_attributes(const PenStroke& stroke, COLORREF color, bool dashed) {
     std::string text = attribute("stroke", svg_color(color)) + attribute("stroke-width", stroke.width);
-    switch (stroke.ends) {
-        case PenStroke::Ends::round: text += R"( stroke-linecap="round" stroke-linejoin="round")"; break;
-        case PenStroke::Ends::square: text += R"( stroke-linecap="square")"; break;
-        default: break;
-    }
+    if (stroke.ends == PenStroke::Ends::square) text += R"( stroke-linecap="square")";
+    if (stroke.ends == PenStroke::Ends::flat) text += R"( stroke-linecap="butt")";
     if (dashed && !stroke.dashes.empty()) {
         std::string lengths;
         for (const double length : stroke.bare_dashes()) lengths += (lengths.empty() ? "" : " ") + svg_number(length);
@@ -140,7 +137,7 @@ void SvgSurface::paint(const Figure& figure) {
     const auto add = [&](const std::string& attributes, const Blend& blend) {
         line(element + attributes + (blend.difference ? R"( style="mix-blend-mode:difference")" : "") + "/>");
     };
-    std::string fill_attributes = R"( fill="none")";
+    std::string fill_attributes;
     const auto fill = figure.fill ? blend_of(figure.rop, *figure.fill) : std::nullopt;
     if (fill) {
         const bool by_parity = figure.kind == Figure::Kind::closed && figure.fill_mode != WINDING;
@@ -154,7 +151,7 @@ void SvgSurface::paint(const Figure& figure) {
     if (figure.stroke->gap) {
         const Blend gap = *blend_of(figure.rop, *figure.stroke->gap);
         add(fill_attributes + stroke_attributes(*figure.stroke, gap.color, false), gap);
-        fill_attributes = R"( fill="none")";
+        fill_attributes.clear();
     }
     add(fill_attributes + stroke_attributes(*figure.stroke, stroke->color, true), *stroke);
 }
@@ -215,7 +212,8 @@ std::string SvgSurface::svg() const {
     };
     std::string text = "<svg xmlns=\"http://www.w3.org/2000/svg\"" + attribute("width", length(device().width_px)) +
                        attribute("height", length(device().height_px)) + " viewBox=\"-0.5 -0.5 " +
-                       std::to_string(device().width_px) + ' ' + std::to_string(device().height_px) + "\">\n" + body_;
+                       std::to_string(device().width_px) + ' ' + std::to_string(device().height_px) +
+                       "\" fill=\"none\" stroke-linecap=\"round\" stroke-linejoin=\"round\">\n" + body_;
     for (int layer = open_layers_; layer > 0; --layer)
         text.append(2 * static_cast<std::size_t>(layer), ' ').append("</g>\n");
     return text + "</svg>\n";
