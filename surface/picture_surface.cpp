@@ -120,6 +120,13 @@ struct PictureSurface::Canvas {
 
 template <class Cover>
 void PictureSurface::Canvas::stamp(const Figure& figure, double pen_width, Ink ink, Cover cover) {
+    if (ink.rop == R2_COPYPEN) {  // only in crisp pictures, whose context does not smooth
+        const SavedState state(context.get());
+        set_color(context.get(), RGB(static_cast<int>(ink.pixel >> 16), static_cast<int>(ink.pixel >> 8),
+                                     static_cast<int>(ink.pixel)));
+        cover(context.get());
+        return;
+    }
     const RECT part = covered_part(figure, pen_width, width(), height());
     const int part_width = part.right - part.left, part_height = part.bottom - part.top;
     if (part_width <= 0 || part_height <= 0) return;

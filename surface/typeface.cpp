@@ -17,7 +17,7 @@ struct KnownFace {
 // MS Gothic's cell is its em, so layouts count on two bytes being as wide as a line is high. Whatever stands in for it
 // therefore gets its cell, although the stand-in's own is half as high again.
 constexpr CellShape ms_gothic = {220.0 / 256, 36.0 / 256};
-constexpr const char* gothic_families = "ＭＳ ゴシック, MS Gothic, Noto Sans Mono CJK JP, IPAGothic, monospace";
+constexpr const char* gothic_families = "ＭＳ ゴシック, MS Gothic, IPAGothic, Noto Sans Mono CJK JP, monospace";
 
 constexpr KnownFace known_faces[] = {
     {"ＭＳ ゴシック", gothic_families, ms_gothic},

@@ -66,6 +66,26 @@ TEST(PictureSurface, DrawingTwiceInExclusiveOrRestoresEveryPixel) {
     }
 }
 
+// One stroke at a time: where two overlap, exclusive or shows it.
+TEST(PictureSurface, ExclusiveOrOverBlackIsCopying) {
+    for (const int style : {PS_SOLID, PS_DASH, PS_GEOMETRIC | PS_DASHDOT, PS_GEOMETRIC | PS_DOT | PS_ENDCAP_SQUARE}) {
+        for (int width = 1; width < 8; ++width) {
+            std::string pictures[2];
+            for (const int xored : {0, 1}) {
+                const auto surface = PictureSurface::create(60, 60, Look::crisp, RGB(0, 0, 0));
+                const LOGBRUSH brush = {BS_SOLID, RGB(200, 100, 50), 0};
+                CPen pen(style, width, &brush);
+                surface->SelectObject(&pen);
+                surface->SetBkMode(TRANSPARENT);
+                if (xored) surface->SetROP2(R2_XORPEN);
+                surface->MoveTo(50, 12), surface->LineTo(7, 40);
+                pictures[xored] = pixels_of(*surface);
+            }
+            EXPECT_EQ(pictures[0], pictures[1]) << style << ' ' << width;
+        }
+    }
+}
+
 // What lies outside neither costs time nor changes what lies inside.
 TEST(PictureSurface, ClippingChangesNoPixel) {
     std::mt19937 random(7);
