@@ -84,9 +84,10 @@ class Check {
     void check_line(std::string_view line, int section, bool in_front) {
         if (check_for_key(line, findings_)) return;
         if (in_front) {
-            if (line.find('=') != std::string_view::npos)
-                findings_.fault(
-                    line, "nothing in front of the first key is read; write Calc:, Mean: or another key above it");
+            findings_.fault(
+                line,
+                "nothing in front of the first key is read; write Calc:, Mean: or another key above it, and "
+                "remarks below the first line of Comment:");
             return;
         }
         switch (section % second_set) {
@@ -97,9 +98,7 @@ class Check {
             case sd_section:
             case sd_male_section:
             case sd_female_section: return check_norm(line, section, NormPart::sd);
-            case title_section:
-            case comment_section:
-                return findings_.note(line, "only one line is read as the title, and as the comment; this one is not");
+            case title_section: return findings_.note(line, "only one line is read as the title; this one is not");
             default: return;
         }
     }

@@ -67,7 +67,7 @@ class ModeCheck {
 
     void run(const DefinitionFile& file) {
         std::string_view section;
-        bool read_on = true, has_header = false;
+        bool read_on = true, has_header = false, in_front = true;
         for_each_line(file.text(), [&](std::string_view line, int code) {
             if (!read_on) {
                 if (!line.empty()) findings_.note(line, "nothing behind [End] is read; move it in front");
@@ -80,6 +80,7 @@ class ModeCheck {
                                               " that a tracing can have; move it in front of them");
                 return true;
             }
+            if (code != content_line) in_front = false;
             const auto header = std::ranges::find(headers, line);
             if (header != std::end(headers)) {
                 section = *header;
@@ -88,7 +89,10 @@ class ModeCheck {
             } else if (!check_header(line)) {
                 if (section == "Point:" && !line.empty()) landmarks_.check(line);
                 if (section == "SuppLine:" && !line.empty()) check_line(line);
-                if (section.empty() && code == content_line && does_something(line))
+                if (section.empty() && in_front && !line.empty())
+                    findings_.fault(
+                        line, "nothing in front of title: is read; remarks can stand below a Comment: of their own");
+                else if (section.empty() && code == content_line && does_something(line))
                     findings_.fault(line,
                                     "nothing in front of the first of Point:, SuppLine: and PointSetting: is read; "
                                     "write one of them above it");
