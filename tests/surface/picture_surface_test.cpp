@@ -68,7 +68,8 @@ TEST(PictureSurface, DrawingTwiceInExclusiveOrRestoresEveryPixel) {
 
 // One stroke at a time: where two overlap, exclusive or shows it.
 TEST(PictureSurface, ExclusiveOrOverBlackIsCopying) {
-    for (const int style : {PS_SOLID, PS_DASH, PS_GEOMETRIC | PS_DASHDOT, PS_GEOMETRIC | PS_DOT | PS_ENDCAP_SQUARE}) {
+    constexpr int styles[] = {PS_SOLID, PS_DASH, PS_GEOMETRIC | PS_DASHDOT, PS_GEOMETRIC | PS_DOT | PS_ENDCAP_SQUARE};
+    for (const int style : styles) {
         for (int width = 1; width < 8; ++width) {
             std::string pictures[2];
             for (const int xored : {0, 1}) {
