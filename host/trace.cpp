@@ -151,15 +151,16 @@ void trace(const TraceOptions& options, const CaseOptions& case_options, Streams
 
 ExitCode run_trace(const Command& command, const Arguments& arguments, Streams& streams) {
     TraceOptions given;
-    CommandLine line(command, "cephtool trace lateral-class2.json -o tracing.pdf --actual-size",
+    CommandLine line(command, "cephtool trace --actual-size lateral-class2.json -o tracing.pdf",
                      "cephtool trace --mode steiner --style film lateral-average.json -o new.png");
     CLI::App& options = line.options();
     options.add_option("CASE", given.input, "file with landmarks; - is standard input")->required()->type_name("");
     options.add_option("-o,--output", given.output, "FILE.png, FILE.svg or FILE.pdf")->required()->type_name("FILE");
     options.add_option("--mode", given.mode, "display mode by name or number, see\n\"cephtool modes\"")
         ->type_name("MODE");
-    options.add_option("--image", given.image, "draw over this X-ray (JPEG, PNG)")->type_name("FILE");
-    options.add_flag("--no-image", given.no_image, "not over the X-ray that the case names");
+    CLI::Option* const image =
+        options.add_option("--image", given.image, "draw over this X-ray (JPEG, PNG)")->type_name("FILE");
+    options.add_flag("--no-image", given.no_image, "not over the X-ray that the case names")->excludes(image);
     line.add_choice("--outlines", given.outlines, {"case", "fitted", "none"},
                     "case: its own, where it has any;\nfitted: those of an average face; none");
     line.add_choice("--style", given.style, {"film", "paper"}, "film: bright on dark; paper: dark on white");

@@ -45,7 +45,7 @@ Page laid_out(const Box& extent, double mm_per_pixel, double enlargement, double
     page.height_mm = std::ceil((height + below_mm) * 10) / 10;
     const double left = (page.width_mm - width) / 2;
     page.origin = {left - extent.left * page.scale, -extent.top * page.scale};
-    page.drawing = {0, 0, page.width_mm, height};
+    page.drawing = {left, 0, left + width, height};
     page.legend = {0, height, page.width_mm, page.height_mm};
     return page;
 }

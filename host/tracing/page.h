@@ -18,7 +18,7 @@ struct Page {
     double enlargement;  // 1: true size
     double scale;        // mm of the page a pixel of the film
     Position origin;     // of the film, on the page
-    Box drawing;         // the part of the page for film and tracing
+    Box drawing;         // the film, or what the tracing takes of the page
     Box legend;          // below it
 
     Position operator()(Position pixel) const { return {origin.x + pixel.x * scale, origin.y + pixel.y * scale}; }

@@ -11,6 +11,8 @@
 namespace cephtool {
 namespace {
 
+constexpr std::size_t most_outline_points = 32767;  // that the library draws as one curve
+
 std::vector<Landmark> shown_landmarks(const DisplayMode& mode, LandmarkFinder& find) {
     std::vector<Landmark> shown = find.all();
     if (mode.landmarks.empty()) return shown;
@@ -103,7 +105,12 @@ Tracing tracing_of(const Case& record, const DisplayMode& mode, const std::vecto
     if (outlines == OutlineSource::none) return tracing;
     if (outlines == OutlineSource::own_or_fitted && !record.outlines.empty()) {
         for (const Outline& outline : record.outlines) {
-            tracing.outlines.push_back({outline, face.style_of(outline.name)});
+            if (outline.points.size() <= most_outline_points) {
+                tracing.outlines.push_back({outline, face.style_of(outline.name)});
+            } else {
+                tracing.notes.push_back("outline " + in_quotes(outline.name) + " is not drawn: it has more than " +
+                                        std::to_string(most_outline_points) + " points");
+            }
         }
         return tracing;
     }

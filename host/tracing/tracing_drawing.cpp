@@ -17,7 +17,6 @@ constexpr int up = 1;               // the library's flag for map modes whose y 
 constexpr int solid = 0;
 // Outlines are handed over in steps of 1/40 mm: the library keeps samples ten steps apart, finer than a pen is wide.
 constexpr double outline_steps_a_mm = 40;
-constexpr std::size_t most_outline_points = 32767;
 
 constexpr double label_mm = 3.1, patient_mm = 4.6, facts_mm = 3.2;
 constexpr double dot_mm = 0.65, halo_mm = 1.0;
@@ -160,7 +159,7 @@ class Painter {
         }
         for (const bool fine : {true, false})
             for (const FittedCurve& curve : tracing_.outlines) {
-                if (curve.style.fine != fine || curve.outline.points.size() > most_outline_points) continue;
+                if (curve.style.fine != fine) continue;
                 const std::vector<tagPOINT> points = outline_points(curve.outline);
                 const OutlinePen& pen = style_.pen(curve.style);
                 CTools::Draw_SPLine(&dc_, CPoint(0, 0), units_a_mm / outline_steps_a_mm, points.data(),
@@ -214,11 +213,13 @@ class Painter {
         CTools::Draw_Line(&dc_, a.x, a.y, b.x, b.y, tenths_mm, colour, solid, up);
     }
 
+    // Beyond some length of lines labels stand on them anyway.
     void add_ink(Position from, Position to) {
         constexpr double apart_mm = 1.2;
+        constexpr std::size_t most_ink = 20000;
         const double length = std::sqrt((to.x - from.x) * (to.x - from.x) + (to.y - from.y) * (to.y - from.y));
         const int steps = static_cast<int>(std::clamp(length / apart_mm, 1.0, 1000.0));
-        for (int i = 0; i <= steps; ++i) {
+        for (int i = 0; i < steps && ink_.size() < most_ink; ++i) {
             const double t = static_cast<double>(i) / steps;
             ink_.push_back({from.x + t * (to.x - from.x), from.y + t * (to.y - from.y)});
         }
