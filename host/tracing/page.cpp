@@ -4,6 +4,8 @@
 #include <cmath>
 #include <limits>
 
+#include "host/text_width.h"
+
 namespace cephtool {
 namespace {
 
@@ -29,7 +31,11 @@ Box extent(const Tracing& tracing, const std::optional<FilmSize>& film) {
         include(line.from);
         include(line.to);
     }
-    for (const TracingValue& value : tracing.values) include(value.corner);
+    for (const TracingValue& value : tracing.values) {
+        const double height = value.size_pt * mm_a_point / tracing.mm_per_pixel;
+        include(value.corner);
+        include({value.corner.x + display_width(value.text) * height / 2, value.corner.y + height});
+    }
     if (box.left > box.right) return {0, 0, 1, 1};
     const double margin = margin_mm / tracing.mm_per_pixel;
     return {box.left - margin, box.top - margin, box.right + margin, box.bottom + margin};

@@ -9,6 +9,8 @@
 
 namespace cephtool {
 
+inline constexpr double mm_a_point = 25.4 / 72;
+
 struct FilmSize {
     int width, height;  // pixels
 };

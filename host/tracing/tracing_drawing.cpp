@@ -18,9 +18,8 @@ constexpr int solid = 0;
 // Outlines are handed over in steps of 1/40 mm: the library keeps samples ten steps apart, finer than a pen is wide.
 constexpr double outline_steps_a_mm = 40;
 
-constexpr double label_mm = 3.1, patient_mm = 4.6, facts_mm = 3.2;
+constexpr double label_mm = 2.9, patient_mm = 4.2, facts_mm = 2.9;
 constexpr double dot_mm = 0.65, halo_mm = 1.0;
-constexpr double mm_a_point = 25.4 / 72;
 constexpr int long_ruler_mm = 100, short_ruler_mm = 50;
 
 // Beyond this nothing is on the page, and coordinates would leave the surfaces' range.
@@ -56,20 +55,24 @@ CString drawable(std::string_view utf8) {
     return text;
 }
 
-// A font of the canvas from here to the end of the scope.
+// A font of the canvas from here to the end of the scope. Heights are those of the face asked for, whatever a surface
+// has in its place.
 class SelectedFont {
  public:
-    SelectedFont(const TracingCanvas& canvas, double height_mm, bool bold = false) : canvas_(canvas) {
+    SelectedFont(const TracingCanvas& canvas, double height_mm, bool bold = false)
+        : canvas_(canvas), height_mm_(height_mm) {
         LOGFONTA description{};
-        description.lfHeight = unit(height_mm, units_a_mm);
+        description.lfHeight = std::min(-unit(em_mm(), units_a_mm), -1);
         description.lfWeight = bold ? FW_BOLD : FW_NORMAL;
         description.lfCharSet = SHIFTJIS_CHARSET;
         std::copy_n("Arial", sizeof "Arial", description.lfFaceName);
         font_.CreateFontIndirectA(&description);
         before_ = canvas_.dc.SelectObject(&font_);
         measured_before_ = canvas_.measure.SelectObject(&font_);
+        align_before_ = canvas_.dc.SetTextAlign(TA_LEFT | TA_BASELINE);
     }
     ~SelectedFont() {
+        canvas_.dc.SetTextAlign(align_before_);
         canvas_.measure.SelectObject(measured_before_);
         canvas_.dc.SelectObject(before_);
     }
@@ -78,8 +81,7 @@ class SelectedFont {
 
     // Width and height in mm.
     Position extent(const CString& text) const {
-        const CSize size = canvas_.measure.GetTextExtent(text, text.GetLength());
-        return {size.cx / units_a_mm, size.cy / units_a_mm};
+        return {canvas_.measure.GetTextExtent(text, text.GetLength()).cx / units_a_mm, height_mm_};
     }
     // As much of the text as fits.
     CString cut(const std::string& utf8, double width) const {
@@ -89,9 +91,9 @@ class SelectedFont {
         }
         return text;
     }
-    void write(Position corner, const CString& text, COLORREF colour, int background = TRANSPARENT) const {
-        const CPoint at = upward(corner);
-        CTools::TextMakeOut(&canvas_.dc, at.x, at.y, text, 0, 0, 0, 0, colour, background);
+    void write(Position corner, const CString& text, COLORREF colour) const {
+        const CPoint at = upward({corner.x, corner.y + ascent * em_mm()});
+        CTools::TextMakeOut(&canvas_.dc, at.x, at.y, text, 0, 0, 0, 0, colour, TRANSPARENT);
     }
     // With a shadow, to be read on the greys of a film.
     void write_on_film(Position corner, const CString& text, COLORREF colour, COLORREF shadow) const {
@@ -101,10 +103,15 @@ class SelectedFont {
     }
 
  private:
+    static constexpr double ascent = 0.905, descent = 0.212;  // of Arial, in units of its em
+    double em_mm() const { return height_mm_ / (ascent + descent); }
+
     const TracingCanvas& canvas_;
+    double height_mm_;
     CFont font_;
     CFont* before_;
     CFont* measured_before_;
+    UINT align_before_;
 };
 
 class Painter {
@@ -225,27 +232,46 @@ class Painter {
         }
     }
 
-    // Values that would stand on one another give way downwards.
     void paint_values() {
         for (const TracingValue& value : tracing_.values) {
             const SelectedFont font(canvas_, value.size_pt * mm_a_point * page_.enlargement);
             const CString text = drawable(value.text);
-            const Position size = font.extent(text), corner = page_(value.corner);
-            Box box{corner.x, corner.y, corner.x + size.x, corner.y + size.y};
-            for (const Box& other : values_)
-                if (overlap(box, other)) box = {box.left, other.bottom, box.right, other.bottom + size.y};
-            const Box& room = page_.drawing;
-            const double shift = std::max(room.left - box.left, std::min(0.0, room.right - box.right));
-            box.left += shift;
-            box.right += shift;
-            values_.push_back(box);
+            values_.push_back(room_for(page_(value.corner), font.extent(text)));
+            const Position corner{values_.back().left, values_.back().top};
             const COLORREF colour = style_.mode_colour(value.colour);
             if (canvas_.draw_film) {
-                font.write_on_film({box.left, box.top}, text, colour, style_.halo);
+                font.write_on_film(corner, text, colour, style_.halo);
             } else {
-                font.write({box.left, box.top}, text, colour, OPAQUE);
+                font.write(corner, text, colour);
             }
         }
+    }
+
+    // The place asked for, or the nearest one that stands on fewer lines; never on another value while there is room.
+    Box room_for(Position corner, Position size) const {
+        constexpr int most_steps = 4;
+        constexpr double step_mm = 1.5, on_a_value = 1000, outside = 100;
+        std::optional<Box> best;
+        double least = 0;
+        for (int right = -most_steps; right <= most_steps; ++right)
+            for (int down = -most_steps; down <= most_steps; ++down) {
+                const double left = corner.x + right * step_mm, top = corner.y + down * step_mm;
+                const Box box{left, top, left + size.x, top + size.y};
+                double price = 0.1 * (std::abs(right) + std::abs(down)) + static_cast<double>(ink_under(box));
+                for (const Box& other : values_) price += overlap(box, other) ? on_a_value : 0;
+                if (left < page_.drawing.left || box.right > page_.drawing.right) price += outside;
+                if (best && price >= least) continue;
+                best = box;
+                least = price;
+            }
+        return *best;
+    }
+
+    std::ptrdiff_t ink_under(const Box& box) const {
+        constexpr double room_mm = 0.5;
+        return std::ranges::count_if(ink_, [&](Position p) {
+            return p.x > box.left - room_mm && p.x < box.right + room_mm && p.y > box.top && p.y < box.bottom;
+        });
     }
 
     void place_labels(std::vector<std::string>& unlabelled) {
@@ -309,13 +335,13 @@ class Painter {
         {
             const SelectedFont font(canvas_, patient_mm, true);
             font.write({left, top}, font.cut(tracing_.patient, width), style_.text);
-            top += patient_mm * 1.1;
+            top += patient_mm * 1.25;
         }
         const SelectedFont font(canvas_, facts_mm);
         const double beside_ruler = width - (with_ruler ? 0 : short_ruler_mm * page_.enlargement + 4);
         for (const std::string& line : {tracing_.facts, tracing_.mode, tracing_.origin}) {
             font.write({left, top}, font.cut(line, beside_ruler), style_.quiet_text);
-            top += facts_mm * 1.2;
+            top += facts_mm * 1.3;
         }
     }
 
