@@ -3,6 +3,7 @@
 #include <benchmark/benchmark.h>
 #include <cairo.h>
 
+#include <algorithm>
 #include <cmath>
 #include <cstdint>
 #include <cstdlib>
@@ -55,6 +56,20 @@ class PlainCairo {
     PlainCairo(const PlainCairo&) = delete;
     PlainCairo& operator=(const PlainCairo&) = delete;
 
+    // The same curve as a uniform Catmull-Rom spline, whose pieces are Bezier curves with handles a sixth of the chord
+    // between the neighbours long.
+    void spline(const POINT* points, int count, int pen_width) {
+        cairo_set_line_width(context_, pen_width);
+        cairo_move_to(context_, points[0].x + 0.5, points[0].y + 0.5);
+        for (int i = 0; i + 1 < count; ++i) {
+            const POINT &before = points[std::max(i - 1, 0)], &from = points[i], &to = points[i + 1];
+            const POINT& behind = points[std::min(i + 2, count - 1)];
+            cairo_curve_to(context_, from.x + (to.x - before.x) / 6.0 + 0.5, from.y + (to.y - before.y) / 6.0 + 0.5,
+                           to.x - (behind.x - from.x) / 6.0 + 0.5, to.y - (behind.y - from.y) / 6.0 + 0.5, to.x + 0.5,
+                           to.y + 0.5);
+        }
+        cairo_stroke(context_);
+    }
     void polyline(const Curve& curve, int pen_width) {
         cairo_set_line_width(context_, pen_width);
         for (const POINT& p : curve) cairo_line_to(context_, p.x + 0.5, p.y + 0.5);
@@ -109,14 +124,27 @@ void Polyline_PlainCairo(benchmark::State& state) {
 }
 
 // The whole way of a traced outline: spline, thinning, mapping, pen, polyline.
-void Spline_Surface(benchmark::State& state) {
+std::vector<Curve> outlines() {
     std::vector<Curve> curves = curves_of(200);
     for (Curve& curve : curves)
         for (std::size_t i = 0; i < 20; ++i) curve[i] = curve[10 * i];
+    return curves;
+}
+
+void Spline_Surface(benchmark::State& state) {
+    std::vector<Curve> curves = outlines();
     const auto surface = PictureSurface::create(width, height, looks[state.range(0)]);
     for (auto _ : state)
         for (Curve& curve : curves)
             CTools::Draw_SPLine(surface.get(), CPoint(0, 0), 1.0, curve.data(), 20, RGB(255, 0, 0), 2, 0, PS_SOLID, 0);
+    state.SetItemsProcessed(state.iterations() * 64);
+}
+
+void Spline_PlainCairo(benchmark::State& state) {
+    const std::vector<Curve> curves = outlines();
+    PlainCairo plain(state.range(0) != 0);
+    for (auto _ : state)
+        for (const Curve& curve : curves) plain.spline(curve.data(), 20, 2);
     state.SetItemsProcessed(state.iterations() * 64);
 }
 
@@ -136,6 +164,7 @@ void sizes(benchmark::internal::Benchmark* bench) {
 BENCHMARK(Polyline_Surface)->Apply(sizes);
 BENCHMARK(Polyline_PlainCairo)->Apply(sizes);
 BENCHMARK(Spline_Surface)->ArgName("smooth")->Arg(0)->Arg(1);
+BENCHMARK(Spline_PlainCairo)->ArgName("smooth")->Arg(0)->Arg(1);
 BENCHMARK(Png_Surface)->Unit(benchmark::kMillisecond);
 
 }  // namespace

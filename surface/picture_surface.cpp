@@ -5,6 +5,7 @@
 
 #include "platform/numbers.h"
 #include "surface/cairo_figure.h"
+#include "surface/png_file.h"
 #include "surface/raster.h"
 #include "surface/text_run.h"
 
@@ -185,9 +186,8 @@ COLORREF PictureSurface::pixel(int x, int y) const {
 }
 
 std::string PictureSurface::png() const {
-    std::string bytes;
-    const auto status = cairo_surface_write_to_png_stream(canvas_->surface.get(), append_bytes, &bytes);
-    return status == CAIRO_STATUS_SUCCESS ? bytes : std::string();
+    cairo_surface_flush(canvas_->surface.get());
+    return png_file(canvas_->pixels(), width(), height(), canvas_->stride(), device().dpi);
 }
 
 void PictureSurface::paint(const Figure& figure) {
