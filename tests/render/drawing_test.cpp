@@ -5,6 +5,7 @@
 #include <functional>
 #include <limits>
 #include <string>
+#include <tuple>
 #include <vector>
 
 #include "Tools.h"
@@ -159,14 +160,14 @@ TEST(Drawing, LeavesNoState) {
             surface.SelectObject(&pen), surface.SelectObject(&brush), surface.SelectObject(&font);
             surface.SetROP2(R2_MASKPEN), surface.SetBkMode(TRANSPARENT);
             surface.SetTextColor(blue), surface.SetTextAlign(TA_CENTER | TA_BASELINE);
+            const auto state = [&surface] {
+                return std::tuple(surface.GetCurrentPen(), surface.GetCurrentBrush(), surface.GetCurrentFont(),
+                                  surface.GetROP2(), surface.GetBkMode(), surface.GetTextColor(),
+                                  surface.GetTextAlign());
+            };
+            const auto before = state();
             drawing.draw(&surface);
-            EXPECT_TRUE(surface.GetCurrentPen() == &pen && surface.GetCurrentBrush() == &brush &&
-                        surface.GetCurrentFont() == &font)
-                << drawing.name;
-            EXPECT_EQ(surface.GetROP2(), R2_MASKPEN) << drawing.name;
-            EXPECT_EQ(surface.GetBkMode(), TRANSPARENT) << drawing.name;
-            EXPECT_EQ(surface.GetTextColor(), blue) << drawing.name;
-            EXPECT_EQ(surface.GetTextAlign(), static_cast<UINT>(TA_CENTER | TA_BASELINE)) << drawing.name;
+            EXPECT_EQ(state(), before) << drawing.name;
         }
 }
 

@@ -14,18 +14,18 @@ using Draw = void(CDC* dc, int width, COLORREF color, int style);
 
 constexpr tagPOINT points[] = {{0, 0}, {50, 60}, {100, 0}};
 
-void line(CDC* dc, int width, COLORREF color, int style) {
+constexpr Draw* line = [](CDC* dc, int width, COLORREF color, int style) {
     CTools::Draw_Line(dc, 0, 0, 9, 9, width, color, style, 0);
-}
-void curve(CDC* dc, int width, COLORREF color, int style) {
-    CTools::Draw_SPLine(dc, {0, 0}, 1.0, points, 3, color, static_cast<unsigned>(width), 0, style, 0);
-}
-void line_into_image(CDC* dc, int width, COLORREF color, int style) {
+};
+constexpr Draw* curve = [](CDC* dc, int width, COLORREF color, int style) {
+    CTools::Draw_SPLine(dc, {}, 1.0, points, 3, color, static_cast<unsigned>(width), 0, style, 0);
+};
+constexpr Draw* line_into_image = [](CDC* dc, int width, COLORREF color, int style) {
     CTools::Draw_Line_Image(dc, 0, 0, 9, 9, width, color, style, 0);
-}
-void curve_into_image(CDC* dc, int width, COLORREF color, int style) {
-    CTools::Draw_SPLine_Image(dc, {0, 0}, 1.0, points, 3, color, static_cast<unsigned>(width), 0, style, 0);
-}
+};
+constexpr Draw* curve_into_image = [](CDC* dc, int width, COLORREF color, int style) {
+    CTools::Draw_SPLine_Image(dc, {}, 1.0, points, 3, color, static_cast<unsigned>(width), 0, style, 0);
+};
 
 // Style and width (high half:low half), then the pen on the screen and, printing, in MM_TEXT, MM_LOMETRIC, MM_HIMETRIC
 // and MM_LOENGLISH.
