@@ -37,13 +37,8 @@ TracingFormat format_of(const TraceOptions& options) {
         throw bad_option(in_quotes(options.output) + " does not end in .png, .svg or .pdf",
                          "The end of the name says what is written.");
     }
-    const bool has_pixels = *format == TracingFormat::png;
-    if (!has_pixels && !(options.zoom.empty() && options.size.empty())) {
+    if (*format != TracingFormat::png && !(options.zoom.empty() && options.size.empty())) {
         throw bad_option("--zoom and --size are for PNG pictures", "SVG and PDF have their size in millimetres.");
-    }
-    if (has_pixels && options.actual_size) {
-        throw bad_option("--actual-size is for paper, and a PNG picture does not know its size in millimetres",
-                         "Write a .pdf or .svg file.");
     }
     return *format;
 }
@@ -62,7 +57,8 @@ std::optional<PixelSize> size_from(const std::string& text) {
 
 double pixels_a_mm(const TraceOptions& options, const Page& page) {
     const double longest = std::max(page.width_mm, page.height_mm);
-    double pixels = longest_side_px / longest;
+    constexpr double print_px_a_mm = 300 / 25.4;
+    double pixels = options.actual_size ? print_px_a_mm : longest_side_px / longest;
     if (const auto size = size_from(options.size)) {
         pixels = std::min(size->width / page.width_mm, size->height / page.height_mm);
     } else if (const auto zoom = number_from(options.zoom)) {
@@ -174,7 +170,7 @@ ExitCode run_trace(const Command& command, const Arguments& arguments, Streams& 
         },
         "");
     options.add_option("--zoom", given.zoom, "PNG: pixels for each pixel of the X-ray")->check(zoom)->type_name("Z");
-    options.add_flag("--actual-size", given.actual_size, "PDF, SVG: true size, with a ruler, on A4\nor A3");
+    options.add_flag("--actual-size", given.actual_size, "for paper: true size with a ruler, on A4\nor A3");
     options.add_option("--anaitem", given.folder, "another folder of analyses")->type_name("FOLDER");
     const CaseOptionFlags case_options(line);
     if (!line.parse(arguments, streams)) return ExitCode::done;

@@ -115,7 +115,6 @@ TEST_F(Trace, RefusesWhatItCanNotDoWithAWayOut) {
         {{good, "-o", "a.png", "--zoom", "90"}, ExitCode::bad_command_line, "more than 32767 pixels", "smaller"},
         {{good, "-o", "a.png", "--size", "12"}, ExitCode::bad_command_line, "\"12\" is no size", "help trace"},
         {{good, "-o", "a.png", "--size", "0x5"}, ExitCode::bad_command_line, "is no size", "help trace"},
-        {{good, "-o", "a.png", "--actual-size"}, ExitCode::bad_command_line, "--actual-size", ".pdf"},
         {{good, "-o", "a.svg", "--actual-size", "--scale", "0.5"}, ExitCode::bad_input, "than a sheet of A3", "scale"},
         {{good, "-o", "a.svg", "--image", "no.jpg"}, ExitCode::bad_input, "no.jpg: there is no such file", "Check"},
         {{good, "-o", "a.svg", "--image", "x", "--no-image"}, ExitCode::bad_command_line, "excludes", "help trace"},
@@ -169,6 +168,7 @@ TEST_F(Trace, WritesPicturesOfTheSizeAskedForAndPages) {
     const Size small = png_size(traced("a.png", {"--zoom", "0.2", file}));
     const Size large = png_size(traced("a.png", {"--zoom", "0.4", file}));
     EXPECT_NEAR(large.width, 2 * small.width, 1);
+    EXPECT_EQ(png_size(traced("a.png", {"--actual-size", file})).height, 3508u);  // A4 at 300 dpi
     const std::string pdf = traced("a.pdf", {"--actual-size", file});
     EXPECT_TRUE(pdf.starts_with("%PDF") && holds(pdf, "595.27"));
 }
