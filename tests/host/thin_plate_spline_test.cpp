@@ -67,25 +67,5 @@ TEST(ThinPlateSpline, NeedsThreePointsThatLieApart) {
     EXPECT_TRUE(ThinPlateSpline::through(std::vector{a, b, d}, std::vector{a, b, d}, 0));
 }
 
-TEST(PlaneMotion, SimilarityIsFoundAgainAndAffineGoesThroughThreePoints) {
-    const AffineMap turned{0.6, -0.8, 0.8, 0.6, 30, 40};
-    Plane plane(5);
-    for (const std::size_t count : {2u, 3u, 9u}) {
-        const auto from = plane.points(count);
-        std::vector<Position> to;
-        for (const Position& p : from) to.push_back(turned(p));
-        const AffineMap found = similarity(from, to);
-        for (const Position& p : plane.points(5)) EXPECT_LT(gap(found(p), turned(p)), 1e-8);
-        EXPECT_NEAR(stretch(found), 1, 1e-6);
-    }
-    const auto from = plane.points(3), to = plane.points(3);
-    const AffineMap map = affine(std::span<const Position, 3>(from), std::span<const Position, 3>(to));
-    for (std::size_t i = 0; i < 3; ++i) EXPECT_LT(gap(map(from[i]), to[i]), 1e-8);
-    const Position alone[] = {{5, 6}}, there[] = {{8, 1}};
-    EXPECT_LT(gap(similarity(alone, there)({6, 6}), {9, 1}), 1e-12);
-    EXPECT_NEAR(stretch({3, 0, 0, 2, 0, 0}), 1.5, 1e-12);
-    EXPECT_TRUE(std::isinf(stretch({1, 2, 2, 4, 0, 0})));
-}
-
 }  // namespace
 }  // namespace cephtool
