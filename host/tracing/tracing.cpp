@@ -48,7 +48,8 @@ std::optional<Position> corner_at(const std::string& text, double mm_per_pixel, 
     const auto landmark = find(std::string(trimmed(std::string_view(text).substr(0, first))));
     const auto dx = number_from(std::string_view(text).substr(first + 1, second - first - 1));
     const auto dy = number_from(std::string_view(text).substr(second + 1));
-    if (!landmark || !dx || !dy) return {};
+    constexpr double farthest_mm = 1000;  // or it would be on no page
+    if (!landmark || !dx || !dy || std::abs(*dx) > farthest_mm || std::abs(*dy) > farthest_mm) return {};
     return Position{landmark->x + *dx / mm_per_pixel, landmark->y + *dy / mm_per_pixel};
 }
 

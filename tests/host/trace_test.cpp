@@ -207,7 +207,8 @@ TEST(Tracing, RoundsValuesAsTheModeSaysAndFindsLandmarksInPartsOfPixels) {
     mode.lines = {{"S", "M", "#000000", false}, {"S", "gone", "#000000", false}};
     const std::string rows[][3] = {{"0", "M,2,-4", "10"},   {"1", "M,2,-4", "10"}, {"2", "M,2,-4", "10"},
                                    {"0.5", "M,2,-4", "10"}, {"1", "M,2", "10"},    {"1", "gone,1,2", "10"},
-                                   {"1", "M,a,2", "10"},    {"1", "", "10"},       {"1", "M,1,1", "none"}};
+                                   {"1", "M,a,2", "10"},    {"1", "", "10"},       {"1", "M,1e9,1", "10"},
+                                   {"1", "M,1,1", "none"}};
     for (const auto& row : rows) mode.values.push_back({"Length", "#ff0000", row[0], row[1], row[2]});
     mode.values.push_back({"Wide", "#ff0000", "1", "M,2,-4", "10"});
     const Tracing tracing = tracing_of(record, mode, analyses, {}, OutlineSource::none);
