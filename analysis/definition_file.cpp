@@ -132,8 +132,8 @@ void DefinitionFile::build_index() const {
         }
         if (text.empty()) return false;
         for (const int sex : {male, female}) {
-            Lines unused;
-            if (!slot_in(unused, section, sex)) continue;
+            Lines any;  // only to ask whether the section is of interest: other lines get no entry
+            if (!slot_in(any, section, sex)) continue;
             const NamedLine line = named_line(text, section);
             FirstLines& first = index[line.name];
             keep_first(*slot_in(sex == male ? first.male : first.female, section, sex), line);

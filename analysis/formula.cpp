@@ -1,7 +1,6 @@
 #include "analysis/formula.h"
 
 #include <algorithm>
-#include <cstdio>
 
 #include "platform/number_text.h"
 #include "platform/numbers.h"
