@@ -56,9 +56,9 @@ class PlainCairo {
     PlainCairo(const PlainCairo&) = delete;
     PlainCairo& operator=(const PlainCairo&) = delete;
 
-    // The same curve as a uniform Catmull-Rom spline, whose pieces are Bezier curves with handles a sixth of the chord
-    // between the neighbours long.
-    void spline(const POINT* points, int count, int pen_width) {
+    // Nearly the same picture: the pieces of a uniform Catmull-Rom spline are Bezier curves with handles a sixth of the
+    // chord between the neighbours long.
+    void bezier_spline(const POINT* points, int count, int pen_width) {
         cairo_set_line_width(context_, pen_width);
         cairo_move_to(context_, points[0].x + 0.5, points[0].y + 0.5);
         for (int i = 0; i + 1 < count; ++i) {
@@ -69,6 +69,28 @@ class PlainCairo {
                            to.y + 0.5);
         }
         cairo_stroke(context_);
+    }
+    // The same picture: the spline's points at least 10 pixels apart, as a user would work them out inline.
+    void spline(const POINT* points, int count, int pen_width) {
+        Curve kept;
+        double last_x = 0, last_y = 0;
+        for (int i = 0; i + 1 < count; ++i) {
+            const POINT &before = points[std::max(i - 1, 0)], &from = points[i], &to = points[i + 1];
+            const POINT& behind = points[std::min(i + 2, count - 1)];
+            const double chord = std::sqrt(std::pow(to.x - from.x, 2) + std::pow(to.y - from.y, 2));
+            const double step = 1 / std::max(chord / 5, 10.0);
+            for (double t = 0; t <= 1; t += step) {
+                const double t2 = t * t, t3 = t2 * t;
+                const double a = -t3 + 2 * t2 - t, b = 3 * t3 - 5 * t2 + 2, c = -3 * t3 + 4 * t2 + t, d = t3 - t2;
+                const double x = 0.5 * (a * before.x + b * from.x + c * to.x + d * behind.x);
+                const double y = 0.5 * (a * before.y + b * from.y + c * to.y + d * behind.y);
+                if (!kept.empty() && std::sqrt((x - last_x) * (x - last_x) + (y - last_y) * (y - last_y)) < 10)
+                    continue;
+                kept.push_back({static_cast<LONG>(x), static_cast<LONG>(y)});
+                last_x = x, last_y = y;
+            }
+        }
+        polyline(kept, pen_width);
     }
     void polyline(const Curve& curve, int pen_width) {
         cairo_set_line_width(context_, pen_width);
@@ -85,6 +107,18 @@ class PlainCairo {
     cairo_surface_t* surface_;
     cairo_t* context_;
 };
+
+// A comparison is worth something only while both give the same picture.
+void demand_same(benchmark::State& state, const PictureSurface& surface, const PlainCairo& plain) {
+    for (int y = 0; y < height; ++y) {
+        for (int x = 0; x < width; ++x) {
+            const std::uint32_t pixel = plain.pixel(x, y);
+            if (surface.pixel(x, y) == RGB(pixel >> 16 & 0xFF, pixel >> 8 & 0xFF, pixel & 0xFF)) continue;
+            state.SkipWithError("the two pictures differ");
+            return;
+        }
+    }
+}
 
 constexpr PictureSurface::Look looks[] = {PictureSurface::Look::crisp, PictureSurface::Look::smooth};
 
@@ -105,7 +139,6 @@ void Polyline_PlainCairo(benchmark::State& state) {
     for (auto _ : state)
         for (const Curve& curve : curves) plain.polyline(curve, static_cast<int>(state.range(2)));
     state.SetItemsProcessed(state.iterations() * 64);
-    // The comparison is worth something only while both give the same picture.
     if (state.range(1) == 0) return;
     const auto surface = PictureSurface::create(width, height, PictureSurface::Look::smooth);
     CPen pen(PS_SOLID, static_cast<int>(state.range(2)), RGB(255, 0, 0));
@@ -113,14 +146,7 @@ void Polyline_PlainCairo(benchmark::State& state) {
     PlainCairo once(true);
     for (const Curve& curve : curves)
         surface->Polyline(curve.data(), static_cast<int>(curve.size())), once.polyline(curve, pen.GetWidth());
-    for (int y = 0; y < height; ++y) {
-        for (int x = 0; x < width; ++x) {
-            const std::uint32_t pixel = once.pixel(x, y);
-            if (surface->pixel(x, y) == RGB(pixel >> 16 & 0xFF, pixel >> 8 & 0xFF, pixel & 0xFF)) continue;
-            state.SkipWithError("the two pictures differ");
-            return;
-        }
-    }
+    demand_same(state, *surface, once);
 }
 
 // The whole way of a traced outline: spline, thinning, mapping, pen, polyline.
@@ -141,10 +167,26 @@ void Spline_Surface(benchmark::State& state) {
 }
 
 void Spline_PlainCairo(benchmark::State& state) {
-    const std::vector<Curve> curves = outlines();
+    std::vector<Curve> curves = outlines();
     PlainCairo plain(state.range(0) != 0);
     for (auto _ : state)
         for (const Curve& curve : curves) plain.spline(curve.data(), 20, 2);
+    state.SetItemsProcessed(state.iterations() * 64);
+    if (state.range(0) == 0) return;
+    const auto surface = PictureSurface::create(width, height, PictureSurface::Look::smooth);
+    PlainCairo once(true);
+    for (Curve& curve : curves) {
+        CTools::Draw_SPLine(surface.get(), CPoint(0, 0), 1.0, curve.data(), 20, RGB(255, 0, 0), 2, 0, PS_SOLID, 0);
+        once.spline(curve.data(), 20, 2);
+    }
+    demand_same(state, *surface, once);
+}
+
+void Spline_CairoBezier(benchmark::State& state) {
+    const std::vector<Curve> curves = outlines();
+    PlainCairo plain(state.range(0) != 0);
+    for (auto _ : state)
+        for (const Curve& curve : curves) plain.bezier_spline(curve.data(), 20, 2);
     state.SetItemsProcessed(state.iterations() * 64);
 }
 
@@ -165,6 +207,7 @@ BENCHMARK(Polyline_Surface)->Apply(sizes);
 BENCHMARK(Polyline_PlainCairo)->Apply(sizes);
 BENCHMARK(Spline_Surface)->ArgName("smooth")->Arg(0)->Arg(1);
 BENCHMARK(Spline_PlainCairo)->ArgName("smooth")->Arg(0)->Arg(1);
+BENCHMARK(Spline_CairoBezier)->ArgName("smooth")->Arg(0)->Arg(1);
 BENCHMARK(Png_Surface)->Unit(benchmark::kMillisecond);
 
 }  // namespace

@@ -15,11 +15,21 @@ struct Controls {
 
 // Uniform Catmull-Rom interpolation (Catmull and Rom, "A class of local interpolating splines", 1974, tension 1/2):
 // exactly `from` at t = 0 and `to` at t = 1.
-Vec2 catmull_rom(const Controls& c, double t);
+inline Vec2 catmull_rom(const Controls& c, double t) {
+    const double t2 = t * t, t3 = t2 * t;
+    const double w0 = -t3 + 2 * t2 - t, w1 = 3 * t3 - 5 * t2 + 2, w2 = -3 * t3 + 4 * t2 + t, w3 = t3 - t2;
+    return {0.5 * (w0 * c.before.x + w1 * c.from.x + w2 * c.to.x + w3 * c.after.x),
+            0.5 * (w0 * c.before.y + w1 * c.from.y + w2 * c.to.y + w3 * c.after.y)};
+}
 
 // Uniform cubic B-spline approximation (de Boor, "A Practical Guide to Splines"): near the control points, not through
 // them.
-Vec2 b_spline(const Controls& c, double t);
+inline Vec2 b_spline(const Controls& c, double t) {
+    const double t2 = t * t, t3 = t2 * t, rest = 1 - t;
+    const double w0 = rest * rest * rest, w1 = 3 * t3 - 6 * t2 + 4, w2 = -3 * t3 + 3 * t2 + 3 * t + 1, w3 = t3;
+    return {(w0 * c.before.x + w1 * c.from.x + w2 * c.to.x + w3 * c.after.x) / 6,
+            (w0 * c.before.y + w1 * c.from.y + w2 * c.to.y + w3 * c.after.y) / 6};
+}
 
 // The curve through three or more control points. An open one repeats its end points as outer neighbours; a closed one
 // returns to its start and has as many segments as points.
@@ -63,7 +73,8 @@ void sample(const Controls& c, double step, Take take) {
 // the first one once more.
 template <class Point, class Take>
 void sample_thinned(const Curve<Point>& curve, Take take) {
-    constexpr double closest_px = 10.0;
+    // The smallest square whose root, rounded, is 10 pixels: the comparison needs no root.
+    constexpr double closest_squared = 0x1.8ffffffffffffp6;
     Vec2 first, last;
     bool any = false;
     const auto keep = [&](Vec2 p) {
@@ -74,7 +85,8 @@ void sample_thinned(const Curve<Point>& curve, Take take) {
     for (std::size_t i = 0; i < curve.segments(); ++i) {
         const Controls c = curve.controls(i);
         sample(c, sample_step(c, curve.segments()), [&](Vec2 p) {
-            if (!any || distance(p, last) >= closest_px) keep(p);
+            const Vec2 gap = p - last;
+            if (!any || dot(gap, gap) >= closest_squared) keep(p);
         });
     }
     if (curve.closed() && last != first) keep(first);

@@ -18,8 +18,12 @@ DeviceBox bounded(const DeviceBox& box) {
     return {bounded(box.left), bounded(box.top), bounded(box.right), bounded(box.bottom)};
 }
 
-void add_points(cairo_t* context, std::span<const DevicePoint> points) {
-    for (const DevicePoint& point : points) cairo_line_to(context, bounded(point.x), bounded(point.y));
+DeviceBox moved(const DeviceBox& box, double by) {
+    return {box.left + by, box.top + by, box.right + by, box.bottom + by};
+}
+
+void add_points(cairo_t* context, std::span<const DevicePoint> points, double shift) {
+    for (const DevicePoint& point : points) cairo_line_to(context, bounded(point.x) + shift, bounded(point.y) + shift);
 }
 
 // Counterclockwise, as seen, which is Cairo's negative direction; angles are those on the circle before stretching.
@@ -44,14 +48,16 @@ double angle_of(const DeviceBox& box, const DevicePoint& point) {
     return std::atan2((point.y - box.top - ry) * rx, (point.x - box.left - rx) * ry);
 }
 
-void add_path(cairo_t* context, const Figure& figure) {
-    const DeviceBox box = bounded(figure.box);
+// Whole numbers are the middles of pixels to the figure and their corners to Cairo.
+void add_path(cairo_t* context, const Figure& figure, double shift) {
+    const double to_cairo = 0.5 + shift;
+    const DeviceBox pixels = bounded(figure.box), box = moved(pixels, to_cairo);
     constexpr double turn = 2 * std::numbers::pi;
     cairo_new_path(context);
     switch (figure.kind) {
-        case Figure::Kind::open: add_points(context, figure.points); break;
+        case Figure::Kind::open: add_points(context, figure.points, to_cairo); break;
         case Figure::Kind::closed:
-            add_points(context, figure.points);
+            add_points(context, figure.points, to_cairo);
             cairo_close_path(context);
             break;
         case Figure::Kind::frame:
@@ -65,7 +71,7 @@ void add_path(cairo_t* context, const Figure& figure) {
             cairo_close_path(context);
             break;
         case Figure::Kind::arc: {
-            const double from = angle_of(box, figure.points[0]), to = angle_of(box, figure.points[1]);
+            const double from = angle_of(pixels, figure.points[0]), to = angle_of(pixels, figure.points[1]);
             add_ellipse(context, box, from, from == to ? from - turn : to);
             break;
         }
@@ -120,15 +126,12 @@ void set_color(cairo_t* context, COLORREF color) {
 }
 
 void fill_figure(cairo_t* context, const Figure& figure) {
-    const SavedState state(context);
-    cairo_translate(context, 0.5, 0.5);
-    add_path(context, figure);
+    add_path(context, figure, 0);
     cairo_set_fill_rule(context, figure.fill_mode == WINDING ? CAIRO_FILL_RULE_WINDING : CAIRO_FILL_RULE_EVEN_ODD);
     cairo_fill(context);
 }
 
-void stroke_figure(cairo_t* context, const Figure& figure, bool dashed) {
-    const SavedState state(context);
+void stroke_figure(cairo_t* context, const Figure& figure, bool dashed, double shift) {
     const PenStroke& stroke = *figure.stroke;
     cairo_set_line_width(context, stroke.width);
     cairo_set_line_cap(context, cap_of(stroke.ends));
@@ -136,19 +139,21 @@ void stroke_figure(cairo_t* context, const Figure& figure, bool dashed) {
     if (dashed && !stroke.dashes.empty()) {
         const std::vector<double> dashes = stroke.bare_dashes();
         cairo_set_dash(context, dashes.data(), static_cast<int>(dashes.size()), 0);
+    } else {
+        cairo_set_dash(context, nullptr, 0, 0);
     }
-    cairo_translate(context, 0.5, 0.5);
-    add_path(context, figure);
+    add_path(context, figure, shift);
     cairo_stroke(context);
 }
 
 void paint_figure(cairo_t* context, const Figure& figure) {
-    const SavedState state(context);
     if (figure.fill && set_blend(context, figure.rop, *figure.fill)) fill_figure(context, figure);
-    if (!figure.stroke) return;
-    if (figure.stroke->gap && set_blend(context, figure.rop, *figure.stroke->gap))
-        stroke_figure(context, figure, false);
-    if (set_blend(context, figure.rop, figure.stroke->color)) stroke_figure(context, figure);
+    if (figure.stroke) {
+        if (figure.stroke->gap && set_blend(context, figure.rop, *figure.stroke->gap))
+            stroke_figure(context, figure, false);
+        if (set_blend(context, figure.rop, figure.stroke->color)) stroke_figure(context, figure);
+    }
+    cairo_set_operator(context, CAIRO_OPERATOR_OVER);
 }
 
 void paint_background(cairo_t* context, const Background& picture, const DeviceBox& box) {

@@ -9,9 +9,10 @@
 namespace tool {
 
 // In the context's current source: the inside, and the outline with or without its dashes. Coordinates beyond 4
-// million pixels count as 4 million, as Cairo's own numbers end there.
+// million pixels count as 4 million, as Cairo's own numbers end there. `shift` moves the outline right and down. The
+// context keeps the pen, as saving and restoring costs as much as a short line.
 void fill_figure(cairo_t* context, const Figure& figure);
-void stroke_figure(cairo_t* context, const Figure& figure, bool dashed = true);
+void stroke_figure(cairo_t* context, const Figure& figure, bool dashed = true, double shift = 0);
 
 // In the figure's own colours; raster operations as blend_of has them.
 void paint_figure(cairo_t* context, const Figure& figure);

@@ -122,7 +122,6 @@ struct PictureSurface::Canvas {
 template <class Cover>
 void PictureSurface::Canvas::stamp(const Figure& figure, double pen_width, Ink ink, Cover cover) {
     if (ink.rop == R2_COPYPEN) {  // only in crisp pictures, whose context does not smooth
-        const SavedState state(context.get());
         set_color(context.get(), RGB(static_cast<int>(ink.pixel >> 16), static_cast<int>(ink.pixel >> 8),
                                      static_cast<int>(ink.pixel)));
         cover(context.get());
@@ -257,10 +256,7 @@ void PictureSurface::stroke_exactly(const Figure& figure, const PenStroke& strok
 
 void PictureSurface::stamp_stroke(const Figure& figure, Ink ink, bool dashed) {
     const double width = figure.stroke->width, shift = middle_of(width);
-    canvas_->stamp(figure, width, ink, [&](cairo_t* context) {
-        cairo_translate(context, shift, shift);
-        stroke_figure(context, figure, dashed);
-    });
+    canvas_->stamp(figure, width, ink, [&](cairo_t* context) { stroke_figure(context, figure, dashed, shift); });
 }
 
 }  // namespace tool
