@@ -1,4 +1,4 @@
-# What an installation holds: the library, its headers under include/tool, a CMake package and a pkg-config file. The
+# What an installation holds: library, surfaces, their headers under include/tool, CMake package and pkg-config files. The
 # analysis folder, the samples and the program install themselves.
 include(CMakePackageConfigHelpers)
 
@@ -10,9 +10,19 @@ install(TARGETS Tool EXPORT ToolTargets
     RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
 install(DIRECTORY ${PROJECT_SOURCE_DIR}/include/ DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/tool
     FILES_MATCHING PATTERN "*.h")
+# The surfaces, and of their headers those that a host includes.
+install(TARGETS tool_surface EXPORT ToolSurfaceTargets ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR})
+set(surface_headers drawn_surface figure pen_stroke recording_surface svg_surface typeface whole_file)
+get_target_property(surface_modules tool_surface TOOL_SURFACE_MODULES)
+if(surface_modules)
+    list(APPEND surface_headers background pdf_surface picture_surface)
+endif()
+list(TRANSFORM surface_headers REPLACE "(.+)" "${PROJECT_SOURCE_DIR}/surface/\\1.h")
+install(FILES ${surface_headers} DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/tool/surface)
 install(DIRECTORY ${PROJECT_SOURCE_DIR}/docs/ DESTINATION ${CMAKE_INSTALL_DOCDIR} FILES_MATCHING PATTERN "*.md")
 
 install(EXPORT ToolTargets NAMESPACE Tool:: DESTINATION ${package_folder})
+install(EXPORT ToolSurfaceTargets NAMESPACE Tool:: DESTINATION ${package_folder})
 configure_package_config_file(${PROJECT_SOURCE_DIR}/cmake/ToolConfig.cmake.in ${PROJECT_BINARY_DIR}/ToolConfig.cmake
     INSTALL_DESTINATION ${package_folder})
 # Until 1.0 a minor version may break its users.
@@ -23,5 +33,9 @@ install(FILES ${PROJECT_BINARY_DIR}/ToolConfig.cmake ${PROJECT_BINARY_DIR}/ToolC
 # The prefix is found from where tool.pc lies, so that an installation can be moved.
 file(RELATIVE_PATH prefix_from_pc ${CMAKE_INSTALL_FULL_LIBDIR}/pkgconfig ${CMAKE_INSTALL_PREFIX})
 string(REGEX REPLACE "/$" "" prefix_from_pc "${prefix_from_pc}")
-configure_file(${PROJECT_SOURCE_DIR}/cmake/tool.pc.in ${PROJECT_BINARY_DIR}/tool.pc @ONLY)
-install(FILES ${PROJECT_BINARY_DIR}/tool.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
+list(JOIN surface_modules ", " surface_requires)
+string(REPLACE ">=" " >= " surface_requires "${surface_requires}")
+foreach(module tool tool-surface)
+    configure_file(${PROJECT_SOURCE_DIR}/cmake/${module}.pc.in ${PROJECT_BINARY_DIR}/${module}.pc @ONLY)
+    install(FILES ${PROJECT_BINARY_DIR}/${module}.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
+endforeach()
