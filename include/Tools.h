@@ -1,4 +1,4 @@
-// Tools for the host application: text and numbers, files, folders and settings, drawing.
+// Tools for the host application: dates and ages, text and numbers, files, folders and settings, drawing.
 //
 // Texts and paths are code page 932. A null text counts as empty. Buffers for results belong to the caller and must
 // hold what is stated; unless said otherwise a result must not overlap its source. Nothing is reported to the user
@@ -16,6 +16,31 @@ class CFile;
 
 class TOOL_API CTools {
  public:
+    // --- Dates and ages ----------------------------------------------------------------------------------------
+    // Stored dates are YYYYMMDD, year-months YYYYMM. They are not checked against the calendar. `ref` null is today.
+
+    // A year from 2080 on comes out a hundred years earlier. Each of the three may be null.
+    static void GetToday(int* year, int* month, int* day);
+    // "2024/ 3/ 5", or with flag 1 "2024年 3月 5日"; what the date lacks is 0.
+    static CString MakeDate(const char* ymd, unsigned int flag);
+    // The stored date of "2001/12/31" or "98/1/2" (two digits: 1980 to 2079); what can't be read is 0. "" gives
+    // "20000000".
+    static CString MakeDateR(const char* text);
+    // (Cacl: calc.) Completed years and months, for display; a month is 365/12 days. Whether a month counts that ends
+    // on the very day is chance of rounding. When `ref` lies before birth the years are 0 and the months mean nothing.
+    // Both numbers may be null.
+    static void CaclAge(const char* birth, const char* ref, int* years, int* months);
+    // All completed months, for growth and norms; a month is 30.4 days. Negative when `ref` lies before birth, 0
+    // without a year. A short birth date is filled up with zeros first ("20001" is October), `ref` is not (January).
+    static short CalcAge(const char* birth, const char* ref);
+    // 1 when the date lies in the months from `fromYm` to `toYm`, else 0. "" as a bound is open, a date without a year
+    // lies in every range, and one without a month is compared by years alone.
+    static int MakeCompYmd(const char* ymd, const char* fromYm, const char* toYm);
+    // (Nengappi: year, month and day.) A date into and out of the fields of a dialog, where 0 is an empty field. With
+    // idDay 0 there are only year and month. A date too short changes nothing; with idDay 0 it empties the fields.
+    static void SetNengappi(CWnd* dlg, UINT idYear, UINT idMonth, UINT idDay, const char* ymd);
+    static CString GetNengappi(CWnd* dlg, UINT idYear, UINT idMonth, UINT idDay);
+
     // --- Text ------------------------------------------------------------------------------------------------
     // Copies at most `count` bytes of `src` from byte `start` (from 0) into `dst` (count + 1 bytes) and terminates
     // it. A start outside the text, a negative start or a negative count gives "". `dst` may be `src`.

@@ -1,0 +1,95 @@
+#include <gtest/gtest.h>
+
+#include <chrono>
+#include <random>
+
+#include "Tools.h"
+#include "framework/system.h"
+#include "util/call_table.h"
+
+namespace {
+
+using std::string, std::to_string;
+using namespace std::chrono;
+
+WORD year_of_clock = 2024;
+SYSTEMTIME clock_of_test() {
+    return {year_of_clock, 6, 6, 15, 23, 59, 59, 0};
+}
+
+string in_dialog(UINT day_id, const char* date) {
+    CWnd dialog;
+    for (const UINT id : {0U, 1U, 2U, 3U}) dialog.AddField(id)->SetWindowText("?");
+    CTools::SetNengappi(&dialog, 1, 2, day_id, date);
+    string shown;
+    CString text;
+    for (const int id : {1, 2, 3, 0}) {
+        dialog.GetDlgItemText(id, text);
+        shown += string(id == 1 ? "" : ",") + string(text);
+    }
+    return shown + " " + string(CTools::GetNengappi(&dialog, 1, 2, day_id));
+}
+
+string answer(const string& call, Fields f) {
+    f.resize(3);
+    const char *const first = f[0].c_str(), *const second = f[1] == "null" ? nullptr : f[1].c_str();
+    const auto number = static_cast<unsigned>(std::atoi(call == "MakeDate" ? second : first));
+    int year = 7, month = 7, day = 7;
+    if (call == "MakeDate") return string(CTools::MakeDate(first, number));
+    if (call == "MakeDateR") return string(CTools::MakeDateR(first));
+    if (call == "CaclAge")
+        return CTools::CaclAge(first, second, &year, &month), to_string(year) + ' ' + to_string(month);
+    if (call == "CalcAge") return to_string(CTools::CalcAge(first, second));
+    if (call == "MakeCompYmd") return to_string(CTools::MakeCompYmd(first, second, f[2].c_str()));
+    if (call == "Nengappi") return in_dialog(number, second);
+    if (call == "fields") {
+        CWnd dialog;
+        for (const UINT id : {1U, 2U, 3U}) dialog.AddField(id)->SetWindowText(f[id - 1].c_str());
+        return string(CTools::GetNengappi(&dialog, 1, 2, 3));
+    }
+    year_of_clock = static_cast<WORD>(number);
+    CTools::GetToday(&year, &month, &day);
+    return to_string(year) + "/" + to_string(month) + "/" + to_string(day);
+}
+
+TEST(Dates, AnswerAsTheTableSays) {
+    SetLocalClock(clock_of_test);
+    expect_answers(TOOL_TEST_DATA "/dates.txt", answer);
+    SetLocalClock(nullptr);
+    CTools::GetToday(nullptr, nullptr, nullptr), CTools::CaclAge(nullptr, "", nullptr, nullptr);
+    CTools::SetNengappi(nullptr, 1, 2, 3, "20240305");
+    EXPECT_EQ(CTools::GetNengappi(nullptr, 1, 2, 3), "00000000");
+}
+
+string stored(year_month_day date) {
+    return to_string(int(date.year()) * 10000 + int(unsigned(date.month()) * 100 + unsigned(date.day())));
+}
+
+// The month count is the calendar's; years and months are, too, but for months that end on the very day, of which
+// rounding keeps or takes the last one.
+TEST(Ages, AgreeWithTheCalendar) {
+    std::mt19937 random(11);
+    int kept = 0, taken = 0;
+    for (int i = 0; i < 200000; ++i) {
+        const sys_days birth = sys_days(2000y / 1 / 1) + days(random() % 40000), day = birth + days(random() % 40000);
+        const year_month_day from = birth, to = day;
+        const int same_day =
+            (int(to.year()) - int(from.year())) * 12 + int(unsigned(to.month())) - int(unsigned(from.month()));
+        const int plain = same_day - (to.day() < from.day());
+        const string a = stored(from), b = stored(to);
+        ASSERT_EQ(CTools::CalcAge(a.c_str(), b.c_str()), plain) << a << " " << b;
+        int years = -1, months = -1;
+        CTools::CaclAge(a.c_str(), b.c_str(), &years, &months);
+        ASSERT_EQ(years, plain / 12) << a << " " << b;
+        const double k = 365.0 / 12, after = unsigned(to.day()) / k, before = unsigned(from.day()) / k;
+        const double wrapped = unsigned(to.month()) + after + (to.month() < from.month() ? 12 : 0);
+        const bool month_taken = to.day() == from.day() && to.month() != from.month() &&
+                                 wrapped - (unsigned(from.month()) + before) < plain % 12;
+        ASSERT_EQ(months, plain % 12 - month_taken) << a << " " << b;
+        if (to.day() == from.day()) ++(month_taken ? taken : kept);
+    }
+    EXPECT_GT(kept, taken);
+    EXPECT_GT(taken, 500);
+}
+
+}  // namespace

@@ -1,0 +1,94 @@
+// CJapEra: the era table of the running program.
+#include "JapEra.h"
+
+#include <algorithm>
+#include <string>
+
+#include "framework/application.h"
+#include "framework/settings.h"
+#include "platform/number_text.h"
+#include "platform/system.h"
+#include "util/era_calendar.h"
+#include "util/program_folder.h"
+
+namespace {
+
+constexpr int most_eras = 1000;
+constexpr int last_western_year = 2500;
+
+CString value_of(const char* section, int key, const CString& file) {
+    char value[101];
+    GetPrivateProfileStringA(section, tool::print_int(key).c_str(), "", value, sizeof value, file);
+    return value;
+}
+
+// The span with this number; a number outside the list throws. One that is no span has no days and first year 0.
+tool::EraSpan span_at(const CStringArray& ranges, INT_PTR entry) {
+    return tool::era_span(ranges.GetAt(entry).View()).value_or(tool::EraSpan{});
+}
+
+}  // namespace
+
+CJapEra::CJapEra() : path_((tool::program_folder() + "Era.dat").c_str()) {
+    if (!tool::file_status(path_.View())) {
+        AfxMessageBox("ERA data file not found");
+        return;
+    }
+    found_ = 1;
+    const int eras = static_cast<int>(GetPrivateProfileIntA("MAIN", "n", 0, path_));
+    slot_count_ = std::clamp(eras, 0, most_eras) + 1;
+    for (int k = 0; k < slot_count_; ++k) {
+        ranges_.Add(value_of("ERA_RANGE", k - 1, path_));
+        if (k == slot_count_ - 1) break;
+        names_.Add(value_of("ERA_NAME", k, path_));
+        codes_.Add(value_of("ERA_CODE", k, path_));
+    }
+}
+
+int CJapEra::GetEraYear(int year, int month, int day, int* eraYear) const {
+    const auto hit = tool::era_year(ranges_, {year, month, day});
+    if (eraYear) *eraYear = hit ? hit->year : 0;
+    return hit ? hit->entry - 1 : -1;
+}
+
+int CJapEra::GetEraYear(int year, int, int, int era) const {
+    return found_ ? span_at(ranges_, era).year_in_era(year) : -1;
+}
+
+CString CJapEra::GetEraYearName(int year, int month, int day, int* eraYear) const {
+    const int era = GetEraYear(year, month, day, eraYear);
+    return era < 0 ? CString() : names_[era];
+}
+
+CString CJapEra::GetEraYearCode(int year, int month, int day, int* eraYear) const {
+    const int era = GetEraYear(year, month, day, eraYear);
+    return era < 0 ? CString() : codes_[era];
+}
+
+int CJapEra::GetChristYear(int era, int eraYear) const {
+    if (!found_) return 0;
+    const tool::EraSpan span = span_at(ranges_, INT_PTR{era} + 1);
+    return std::min(tool::western_year(span.first_year(), eraYear), last_western_year);
+}
+
+int CJapEra::CheckEra(int era, int eraYear, int month, int day) const {
+    if (!found_) return 0;
+    const tool::EraSpan span = span_at(ranges_, INT_PTR{era} + 1);
+    return span.holds(tool::era_day({tool::western_year(span.first_year(), eraYear), month, day}));
+}
+
+CString CJapEra::GetEraName(int era) const {
+    return found_ ? names_[era] : CString();
+}
+
+CString CJapEra::GetEraCode(int era) const {
+    return found_ ? codes_[era] : CString();
+}
+
+void CJapEra::GetEraNameSet(CStringArray* names) const {
+    if (names) names->Copy(names_);
+}
+
+void CJapEra::GetEraCodeSet(CStringArray* codes) const {
+    if (codes) codes->Copy(codes_);
+}
