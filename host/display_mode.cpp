@@ -5,7 +5,9 @@
 
 #include <algorithm>
 
+#include "host/error.h"
 #include "host/numbers.h"
+#include "host/suggestion.h"
 #include "host/text_width.h"
 
 namespace cephtool {
@@ -74,9 +76,14 @@ DisplayMode mode_in(const CString& path) {
                               line.style == bold_line});
     }
     for (INT_PTR i = 0; i < values.GetSize(); ++i) mode.values.push_back(unpacked(values.GetAt(i)));
+    mode.every_landmark = landmarks.IsEmpty();  // an empty line names none, so that a mode can show no landmark
     mode.landmarks = filled(landmarks);
     mode.settings = filled(settings);
     return mode;
+}
+
+std::string stem(const std::string& file) {
+    return file.substr(0, file.rfind('.'));
 }
 
 }  // namespace
@@ -102,6 +109,26 @@ std::vector<DisplayMode> listed_modes(Kind kind) {
         ++entry;
     }
     return modes;
+}
+
+std::vector<DisplayMode> modes_named(const std::vector<DisplayMode>& modes, const std::string& name,
+                                     const std::string& wanted_for) {
+    const std::string wanted = lower_case(name);
+    std::vector<DisplayMode> found;
+    std::vector<std::string> known;
+    for (const DisplayMode& mode : modes) {
+        const std::string file = lower_case(mode.file);
+        const bool meant = wanted == std::to_string(mode.number) || wanted == lower_case(mode.title) ||
+                           wanted == file || wanted == stem(file);
+        if (meant) found.push_back(mode);
+        known.insert(known.end(), {mode.title, stem(mode.file)});
+    }
+    if (found.empty()) {
+        const std::string meant = did_you_mean(name, known);
+        throw Error(ExitCode::bad_command_line, "there is no display mode " + in_quotes(name) + wanted_for,
+                    (meant.empty() ? "" : meant + " ") + "\"cephtool modes\" lists them.");
+    }
+    return found;
 }
 
 }  // namespace cephtool

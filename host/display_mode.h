@@ -24,7 +24,8 @@ struct DisplayMode {
     Kind kind;
     int number;  // as the list has it
     std::string title, file;
-    std::vector<std::string> landmarks;  // none: all are shown
+    bool every_landmark = true;  // shown; then none is listed
+    std::vector<std::string> landmarks;
     std::vector<ModeLine> lines;
     std::vector<ModeValue> values;
     std::vector<std::string> settings;
@@ -32,5 +33,10 @@ struct DisplayMode {
 
 // The modes of a kind that a user can choose, in their order. The profile says in which folder they lie.
 std::vector<DisplayMode> listed_modes(Kind kind);
+
+// Those whose number, title or file name, with or without extension, is `name`. None is an Error of the command line,
+// in which `wanted_for` (" for a lateral case", or "") says what it was wanted for.
+std::vector<DisplayMode> modes_named(const std::vector<DisplayMode>& modes, const std::string& name,
+                                     const std::string& wanted_for = "");
 
 }  // namespace cephtool

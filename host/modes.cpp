@@ -28,7 +28,7 @@ std::string row(const std::string& kind, const std::string& number, const std::s
 std::string shown(const std::vector<DisplayMode>& modes) {
     std::string text = row("Kind", "No", "Mode", "Points", "Lines", "Values", "File");
     for (const DisplayMode& mode : modes) {
-        const std::string landmarks = mode.landmarks.empty() ? "all" : std::to_string(mode.landmarks.size());
+        const std::string landmarks = mode.every_landmark ? "all" : std::to_string(mode.landmarks.size());
         text += row(name_of(mode.kind), std::to_string(mode.number), mode.title, landmarks,
                     std::to_string(mode.lines.size()), std::to_string(mode.values.size()), mode.file);
     }
@@ -43,7 +43,7 @@ std::string shown(const DisplayMode& mode) {
     constexpr int name_width = 38, position_width = 18;
     std::string text = wrapped(mode.title, page_width, "") + "\n" + name_of(mode.kind) + " mode " +
                        std::to_string(mode.number) + ", " + mode.file + "\n\n";
-    text += mode.landmarks.empty() ? "All landmarks\n" : heading(mode.landmarks.size(), "landmarks");
+    text += mode.every_landmark ? "All landmarks\n" : heading(mode.landmarks.size(), "landmarks");
     if (!mode.landmarks.empty()) text += "  " + wrapped(joined(mode.landmarks, " "), page_width - 2, "  ") + "\n";
     text += heading(mode.lines.size(), "lines");
     for (const ModeLine& line : mode.lines) {
@@ -83,6 +83,7 @@ Json json_list(const std::vector<Part>& parts) {
 Json json_of(const DisplayMode& mode, bool with_parts) {
     Json json = {{"kind", name_of(mode.kind)}, {"number", mode.number}, {"title", mode.title}, {"file", mode.file}};
     if (with_parts) {
+        json["every_landmark"] = mode.every_landmark;
         json["landmarks"] = mode.landmarks;
         json["lines"] = json_list(mode.lines);
         json["values"] = json_list(mode.values);
@@ -101,30 +102,6 @@ std::string as_json(const std::vector<DisplayMode>& modes, bool with_parts) {
     return Json({{"modes", all}}).dump(2) + "\n";
 }
 
-std::string stem(const std::string& file) {
-    return file.substr(0, file.rfind('.'));
-}
-
-// Those whose number, title or file name, with or without extension, is `name`.
-std::vector<DisplayMode> named(const std::vector<DisplayMode>& modes, const std::string& name) {
-    const std::string wanted = lower_case(name);
-    std::vector<DisplayMode> found;
-    std::vector<std::string> known;
-    for (const DisplayMode& mode : modes) {
-        const std::string file = lower_case(mode.file);
-        const bool meant = wanted == std::to_string(mode.number) || wanted == lower_case(mode.title) ||
-                           wanted == file || wanted == stem(file);
-        if (meant) found.push_back(mode);
-        known.insert(known.end(), {mode.title, stem(mode.file)});
-    }
-    if (found.empty()) {
-        const std::string meant = did_you_mean(name, known);
-        throw Error(ExitCode::bad_command_line, "there is no display mode " + in_quotes(name),
-                    (meant.empty() ? "" : meant + " ") + "\"cephtool modes\" lists them.");
-    }
-    return found;
-}
-
 }  // namespace
 
 ExitCode run_modes(const Command& command, const Arguments& arguments, Streams& streams) {
@@ -141,7 +118,7 @@ ExitCode run_modes(const Command& command, const Arguments& arguments, Streams& 
         if (!kind_name.empty() && kind_name != name_of(kind)) continue;
         std::ranges::move(listed_modes(kind), std::back_inserter(modes));
     }
-    if (!name.empty()) modes = named(modes, name);
+    if (!name.empty()) modes = modes_named(modes, name);
     if (format == "json") {
         streams.out << as_json(modes, !name.empty());
     } else if (name.empty()) {

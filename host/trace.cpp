@@ -74,18 +74,7 @@ double pixels_a_mm(const TraceOptions& options, const Page& page) {
 DisplayMode mode_for(Kind kind, const std::string& name) {
     const std::vector<DisplayMode> modes = listed_modes(kind);
     if (name.empty()) return modes.empty() ? DisplayMode{} : modes.front();
-    const std::string wanted = lower_case(name);
-    std::vector<std::string> known;
-    for (const DisplayMode& mode : modes) {
-        const std::string file = lower_case(mode.file), stem = file.substr(0, file.rfind('.'));
-        const bool meant = wanted == std::to_string(mode.number) || wanted == lower_case(mode.title) ||
-                           wanted == file || wanted == stem;
-        if (meant) return mode;
-        known.insert(known.end(), {mode.title, mode.file.substr(0, mode.file.rfind('.'))});
-    }
-    const std::string meant = did_you_mean(name, known);
-    throw bad_option(std::string("there is no display mode ") + in_quotes(name) + " for a " + name_of(kind) + " case",
-                     (meant.empty() ? "" : meant + " ") + "\"cephtool modes\" lists them.");
+    return modes_named(modes, name, std::string(" for a ") + name_of(kind) + " case").front();
 }
 
 // What the command line names, else what the case names, which lies relative to the case.

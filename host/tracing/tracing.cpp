@@ -15,7 +15,7 @@ constexpr std::size_t most_outline_points = 32767;  // that the library draws as
 
 std::vector<Landmark> shown_landmarks(const DisplayMode& mode, LandmarkFinder& find) {
     std::vector<Landmark> shown = find.all();
-    if (mode.landmarks.empty()) return shown;
+    if (mode.every_landmark) return shown;
     std::erase_if(shown, [&](const Landmark& landmark) {
         return std::ranges::find(mode.landmarks, landmark.name) == mode.landmarks.end();
     });

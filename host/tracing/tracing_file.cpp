@@ -25,10 +25,12 @@ void draw(const Tracing& tracing, const TracingPaper& paper, const TracingCanvas
     if (!names.empty()) notes.push_back("no room for the names of " + names);
 }
 
+#ifdef TOOL_SURFACE_PICTURES
 Error no_memory() {
     return {ExitCode::bad_input, "the tracing needs more memory than there is",
             "Ask for a smaller one: --size 800x1000"};
 }
+#endif
 
 // The whole page in the style's colour.
 void fill_page(CDC& dc, const TracingPaper& paper) {

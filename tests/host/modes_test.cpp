@@ -23,7 +23,7 @@ class Modes : public testing::Test {
                     "[S]-[N]\r\nLine=BOLD\r\n[N]-[A]\r\nDecimal=0.5\r\nPos=N,8,-4\r\nSize=12\r\n=S=N CALC=\r\n"
                     "Decimal=1\r\nPos=\r\n=ANB\r\nPointSetting:\r\nS=red\r\n");
         folder_.add("clinic/CalcMode/All.txt", "title:\r\nAll\r\nSuppLine:\r\n");
-        std::string many = "title:\r\nMany\r\nSuppLine:\r\n";
+        std::string many = "title:\r\nMany\r\nPoint:\r\n\r\nSuppLine:\r\n";
         for (int i = 0; i < 31; ++i) many += "[a" + std::to_string(i) + "]-[b]\r\n";
         folder_.add("clinic/CalcMode_Model/list.txt", "9,Many.txt\r\n");
         folder_.add("clinic/CalcMode_Model/Many.txt", many);
@@ -42,7 +42,7 @@ TEST_F(Modes, AreListedWithTheNumbersOfTheirList) {
               "Kind      No  Mode                          Points Lines Values  File\n"
               "lateral   -2  Lines                              2     2      2  Lines.txt\n"
               "lateral    9  All                              all     0      0  All.txt\n"
-              "model      9  Many                             all    30      0  Many.txt\n");
+              "model      9  Many                               0    30      0  Many.txt\n");
     EXPECT_THAT(modes({"--kind", "model"}).out, testing::Not(HasSubstr("lateral")));
     EXPECT_EQ(nlohmann::json::parse(modes({"--format", "json"}).out)["modes"][2]["line_count"], 30);
 }

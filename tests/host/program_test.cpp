@@ -1,6 +1,8 @@
 #include <Framework.h>
 #include <gmock/gmock.h>
 
+#include <regex>
+
 #include "host/host_test.h"
 
 namespace cephtool {
@@ -15,6 +17,9 @@ std::vector<std::string> example_lines(const std::string& help) {
     std::istringstream lines(help.substr(std::min(help.find("Examples:"), help.size())));
     for (std::string line; std::getline(lines, line);)
         if (line.starts_with("  cephtool ")) examples.push_back(line.substr(2));
+#ifndef TOOL_SURFACE_PICTURES
+    for (std::string& example : examples) example = std::regex_replace(example, std::regex("[.](png|pdf)$"), ".svg");
+#endif
     return examples;
 }
 
