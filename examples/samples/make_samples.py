@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""Makes the other sample cases from lateral-average.json: two faces out of the norm, a CSV and a challenge text.
+"""Makes sample cases from lateral-average.json: two faces out of the norm, a CSV and a challenge text; and a cast.
 
 Coordinates are pixels, x to the right, y down; the face looks right. Run it after a change to the average face; the
 files it writes are kept beside it.
@@ -155,6 +155,36 @@ def derived(average, name, sex, birth, film, dental_stage, upper, body, teeth, n
             "landmarks": new, "vertebrae": neck_points, "outlines": outlines}
 
 
+# Mesio-distal crown widths in mm from the first incisor to the first molar. Their sums fit Bolton's ratios.
+CROWN_WIDTHS = {"upper": [8.5, 7.0, 7.7, 7.1, 6.8, 10.2], "lower": [5.3, 5.9, 6.7, 7.1, 7.0, 10.8]}
+
+
+def cast():
+    """Two even dental arches seen on the chewing surface, mm from the middle of the front teeth, the patient's right on
+    the left; the contacts of the teeth lie on a parabola."""
+    landmarks = {}
+    for arch, quadrants, steep, middle, sign in (("upper", (1, 2), 0.05, (60, 25), 1), ("lower", (4, 3), 0.054, (60, 125), -1)):
+        for quadrant, side in zip(quadrants, (-1, 1)):
+            x = 0.0
+            for tooth, width in enumerate(CROWN_WIDTHS[arch], 1):
+                mesial = (x, steep * x * x)
+                low, high = x, x + width
+                while high - low > 1e-9:  # the contact behind is a crown's width away
+                    x = (low + high) / 2
+                    low, high = (x, high) if math.dist(mesial, (x, steep * x * x)) < width else (low, x)
+                for face, (u, v) in (("m", mesial), ("d", (x, steep * x * x))):
+                    landmarks[f"{quadrant}{tooth}{face}"] = whole((20 * (middle[0] + side * u), 20 * (middle[1] + sign * v)))
+        curves = {"C": (20.4, 11, -1, 26.5, 36), "B": (20.9, 14, 1, 25, 33)} if arch == "upper" else \
+                 {"C": (17.5, 10, -1, 24, 32.5), "B": (19.5, 13, 1, 25, 31)}
+        for curve, (half_width, at, front, half_rear, rear) in curves.items():
+            name = arch[0].upper() + curve
+            for mark, (u, v) in {"WR": (-half_width, at), "WL": (half_width, at), "F": (0, front),
+                                 "RR": (-half_rear, rear), "RL": (half_rear, rear)}.items():
+                landmarks[name + mark] = whole((20 * (middle[0] + u), 20 * (middle[1] + sign * v)))
+    return {"format": "cephtool-case", "version": 1, "name": "Mihon Hanako (見本 花子), even arches", "kind": "model",
+            "sex": "female", "birth": "2001-05-14", "film": "2025-06-02", "mm_per_pixel": 0.05, "landmarks": landmarks}
+
+
 def whole(p):
     return [round(p[0]), round(p[1])]
 
@@ -201,6 +231,8 @@ def main():
         body=motion((1080, 1560), 9),
         teeth={"upper incisor": (-2, (0, 10)), "lower incisor": (3, (4, -17)),
                "upper molar": (2, (0, 30)), "lower molar": (-6, (0, -22))}))
+
+    write_case(FOLDER / "model-average.json", cast())
 
     lines = ["# scale_mm_per_px=0.1", "# kind=lateral", "# sex=female", "name,x,y"]
     lines += [f"{mark},{x},{y}" for mark, (x, y) in marks.items()]
