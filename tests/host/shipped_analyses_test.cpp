@@ -279,7 +279,7 @@ TEST(ShippedAnalyses, ItemsAreWhatTheirDefinitionsSay) {
     }
 }
 
-TEST(ShippedAnalyses, SheetsSayWhatIsWrong) {
+TEST(ShippedAnalyses, SheetsAndCastsSayWhatIsWrong) {
     const struct {
         const char *sample, *analysis;
         std::vector<const char*> words;
@@ -289,6 +289,7 @@ TEST(ShippedAnalyses, SheetsSayWhatIsWrong) {
         {"lateral-openbite.json", "Diagnosis", {"high angle", "open bite", "no ("}},
         {"lateral-class2.json", "Surgery", {"lower jaw (", "short ("}},
         {"lateral-openbite.json", "Surgery", {"long (", "too little"}},
+        {"model-average.json", "Bolton", {"94.6 mm", "85.6 mm", "-0.7 mm"}},
     };
     for (const auto& row : rows) {
         const std::string sample = std::string(SAMPLES) + "/" + row.sample;
