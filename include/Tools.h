@@ -155,6 +155,41 @@ class TOOL_API CTools {
     // Kept: does nothing. Hosts link to it, some still call it.
     static void Debug(char* text, int value);
 
+    // --- Line images -----------------------------------------------------------------------------------------
+    // width * height bytes, rows from the top without gaps: 255 is line, 0 is paper, any other value neither. Dira,
+    // Eros and Linear work in place without allocating. They never change the outermost rows and columns, and nothing
+    // in an image of fewer than 3 pixels a side. The neighbours of a pixel are the three above it, the three below and
+    // the one to its RIGHT, never the one to its left.
+    //
+    // One step of widening: paper beside line becomes line, and so does 100. Connectivity 4 looks above, below and to
+    // the right only.
+    static void Dira(unsigned char* image, int width, int height, int connectivity);
+    // One step of narrowing (erosion): line beside paper becomes paper, and so does 100.
+    static void Eros(unsigned char* image, int width, int height, int connectivity);
+    // Thins all lines to one pixel. 50 and 100 become 255, 200 is taken for the edge of a line. The surface is not
+    // used.
+    static void Linear(CDC* dc, unsigned char* image, int width, int height);
+    // A line image of what was drawn on a surface that tells its pixels (GetPixel), from the upper left corner. A pixel
+    // is line when its grey (0 to 255) is below `threshold`, with `bright` not 0 when it is not. With a `path` the
+    // image is also written there as by WriteBuff. 1 on success, 0 without pixels or when the file can't be written.
+    static int MakeLineImg(CDC* dc, unsigned char* image, int width, int height, int threshold, int bright = 0,
+                           const char* path = nullptr);
+    // The same of a picture: 1 byte a pixel of grey, or 3 or 4 in the order blue, green, red. `stride` is the number of
+    // bytes from one row to the next, below 0 when the picture is stored from the bottom (`pixels` is the top row).
+    static int MakeLineImg(const unsigned char* pixels, int bytesPerPixel, int stride, unsigned char* image, int width,
+                           int height, int threshold, int bright = 0, const char* path = nullptr);
+    // As MakeLineImg, then thinned as by Linear.
+    static int MakeLinear(CDC* dc, unsigned char* image, int width, int height, int threshold, int bright = 0,
+                          const char* path = nullptr);
+    static int MakeLinear(const unsigned char* pixels, int bytesPerPixel, int stride, unsigned char* image, int width,
+                          int height, int threshold, int bright = 0, const char* path = nullptr);
+    // Reads a file of WriteBuff, or any 8-bit PGM picture, into `image` of `size` bytes. With a null image only its
+    // width and height are told. 1 on success; 0, and nothing is changed, when the file can't be read, is none or is
+    // damaged, or has more than `size` pixels.
+    static int SetBuff(const char* path, unsigned char* image, unsigned long size, int* width, int* height);
+    // Writes a line image, whatever its values, as a PGM picture: whole or, on failure (0), not at all.
+    static int WriteBuff(const char* path, const unsigned char* image, int width, int height);
+
     // === Drawing =============================================================================================
     // On a CDC (a null one draws nothing). Afterwards the surface is as it was, but for its current position. Functions
     // with `zoom` and `offset` take image pixels; on the device these are trunc(zoom * v) - offset, cut to 32 bits. All

@@ -28,6 +28,7 @@ class PictureSurface : public DrawnSurface {
     void draw_background(const Background& picture, const RECT& where);
 
     CSize GetTextExtent(LPCSTR text, int count) const override;
+    COLORREF GetPixel(int x, int y) const override { return pixel(x, y); }
 
     int width() const { return device().width_px; }
     int height() const { return device().height_px; }

@@ -11,6 +11,7 @@
 #include "framework/plane.h"
 #include "framework/scalars.h"
 
+#if !defined(_WIN32)
 // Pens: one style, in geometric ones with the bits of kind and end cap.
 enum {
     PS_SOLID = 0,
@@ -135,6 +136,7 @@ struct LOGFONTA {
     BYTE lfPitchAndFamily;
     char lfFaceName[LF_FACESIZE];  // code page 932
 };
+#endif
 
 // What a surface draws with: a plain description. It exists from its creator's success to DeleteObject, and must
 // outlive its selection into a surface.
@@ -253,6 +255,8 @@ class TOOL_API CDC {
     virtual int GetMapMode() const;              // MM_TEXT
     virtual int GetDeviceCaps(int index) const;  // 0: unknown
     virtual BOOL IsPrinting() const;             // m_bPrinting
+    // CLR_INVALID where the surface has no pixel; the default has none at all.
+    virtual COLORREF GetPixel(int x, int y) const;
 
     // --- Drawing: the defaults draw nothing and succeed ------------------------------------------------------
     // From the current position up to, but without, (x, y), which becomes the current position: an override calls this

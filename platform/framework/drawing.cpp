@@ -168,6 +168,10 @@ BOOL CDC::IsPrinting() const {
     return m_bPrinting;
 }
 
+COLORREF CDC::GetPixel(int, int) const {
+    return CLR_INVALID;
+}
+
 BOOL CDC::LineTo(int x, int y) {
     position_ = CPoint(x, y);
     return TRUE;
