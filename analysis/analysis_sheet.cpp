@@ -90,6 +90,7 @@ SheetItem AnalysisSheet::GetItem(int index) const {
         item.column = typed.type.column;
         item.mode = typed.type.mode;
         item.second = line->second_set();
+        item.heading = !line->rest.data();
     }
     return item;
 }

@@ -121,6 +121,8 @@ class Check {
     // --- Items -----------------------------------------------------------------------------------------------------
 
     void check_item(std::string_view line, int section) {
+        if (line.find_first_of("=[(") == std::string_view::npos)
+            return findings_.note(line, "a line without \"=\" is a heading in result lists, not an item");
         const auto parts = named(line, "name=formula");
         if (!parts) return;
         const NamedLine first = *file_.find_item(parts->key);

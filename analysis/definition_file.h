@@ -18,7 +18,8 @@ namespace tool {
 
 enum class NormPart { mean, sd };
 
-// A content line of an item or norm section. Views into the file's text; name.data() tells lines apart.
+// A content line of an item or norm section. Views into the file's text; name.data() tells lines apart, and without "="
+// rest.data() is null.
 struct NamedLine {
     std::string_view name;
     std::string_view rest;

@@ -36,10 +36,4 @@ std::string with_decimals(double value, int decimals) {
     return negative_zero ? text.substr(1) : text;
 }
 
-int decimals_of(double value) {
-    const std::string text = formatted(value, std::chars_format::fixed);
-    const std::size_t point = text.find('.');
-    return point == std::string::npos ? 0 : static_cast<int>(text.size() - point - 1);
-}
-
 }  // namespace cephtool

@@ -16,7 +16,4 @@ std::string shortest(double value);
 // With `decimals` digits behind the point, never "-0.0". Values from 10^7 on are written as "1.235e+08".
 std::string with_decimals(double value, int decimals);
 
-// Digits behind the point that `value` was probably written with: 82.0 gives 0, 0.65 gives 2.
-int decimals_of(double value);
-
 }  // namespace cephtool

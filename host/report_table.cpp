@@ -2,7 +2,6 @@
 #include <cmath>
 
 #include "host/case_facts.h"
-#include "host/numbers.h"
 #include "host/paint.h"
 #include "host/report.h"
 #include "host/text_width.h"
@@ -22,23 +21,8 @@ const char* paint_of(double deviation) {
     return size <= 1 ? green : size <= 2 ? amber : red;
 }
 
-// One for every whole SD; more than five are not counted out.
-std::string stars(double deviation) {
-    constexpr double most = 5;
-    const double whole = std::floor(std::abs(deviation));
-    return std::string(static_cast<std::size_t>(std::min(whole, most)), '*') + (whole > most ? "+" : "");
-}
-
-int decimals(const Measurement& item) {
-    constexpr int most = 2;
-    int needed = item.unit.empty() ? most : 1;
-    for (const std::optional<double>& norm : {item.mean, item.sd})
-        if (norm) needed = std::max(needed, decimals_of(*norm));
-    return std::min(needed, most);
-}
-
-std::string number(const std::optional<double>& value, int digits) {
-    return value ? with_decimals(*value, digits) : none;
+std::string or_dash(const std::string& text) {
+    return text.empty() ? none : text;
 }
 
 class AnalysisTable {
@@ -66,24 +50,21 @@ class AnalysisTable {
     }
 
     std::string line(const Measurement& item) const {
+        if (item.heading) return painted(fitted(item.name, page_width), bold, colour_) + "\n";
         if (!item.missing.empty()) return remark(item, "missing: " + joined(item.missing, ", "));
         if (!item.text.empty()) return words(item);
         if (!item.value) return remark(item, item.reason);
-        const int digits = decimals(item);
-        std::string text =
-            row(item.name, number(item.value, digits), item.unit, number(item.mean, digits), number(item.sd, digits)) +
-            deviation_cell(item) + "\n";
+        std::string text = row(item.name, item.value_text, item.unit, or_dash(item.mean_text), or_dash(item.sd_text)) +
+                           deviation_cell(item) + "\n";
         if (!item.norm_missing.empty()) text += remark_below("norm missing: " + joined(item.norm_missing, ", "));
         return text;
     }
 
     std::string deviation_cell(const Measurement& item) const {
-        if (!item.deviation) return right_aligned(none, deviation_width);
-        const std::string size = with_decimals(*item.deviation, 2);
-        const std::string sign = *item.deviation > 0 && size.find_first_of("123456789") != std::string::npos ? "+" : "";
-        const std::string marks = stars(*item.deviation);
-        return painted(right_aligned(sign + size, deviation_width) + (marks.empty() ? "" : " " + marks),
-                       paint_of(*item.deviation), colour_);
+        if (item.deviation_text.empty()) return right_aligned(none, deviation_width);
+        return painted(
+            right_aligned(item.deviation_text, deviation_width) + (item.stars.empty() ? "" : " " + item.stars),
+            paint_of(*item.deviation), colour_);
     }
 
     // A dash in place of the value, and behind it why.

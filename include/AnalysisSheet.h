@@ -25,8 +25,9 @@ struct SheetItem {
     CString expression;    // without its type suffix; alternatives included
     CString unit;          // "deg", "mm", "%", "SD" or "" (no unit, or none that can be told), read off the formula
     int column = 0;        // result-list column 0..2
-    int mode = 0;          // row mark 0..3
-    bool second = false;  // stands in a "Calc2:" section
+    int mode = 0;          // row mark 0..3: bit 0, the norm is shown; bit 1, the row is set off from the others
+    bool second = false;   // stands in a "Calc2:" section
+    bool heading = false;  // a line without "=": no item, but the heading of those below it
 };
 
 struct SheetRow {

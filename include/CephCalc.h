@@ -12,6 +12,8 @@
 #include "framework/text.h"
 #include "framework/window.h"
 
+class ResultList;
+
 class TOOL_API CCephCalc {
  public:
     // --- Definition files ------------------------------------------------------------------------------------
@@ -78,6 +80,17 @@ class TOOL_API CCephCalc {
     static double GetDoubleSDU(double value, double mean, double sd);
     // A cast measure for a token such as "[UCAW]", in mm (ratios in percent); 0.0 when unknown or incomplete.
     static double Calc_Model(const char* token, tagPOINTMO* record);
+
+    // --- Result lists (ResultList.h) ---------------------------------------------------------------------------
+    // Replaces what `list` holds by the rows of analysis file `index` of a kind: values, norms and deviations as texts,
+    // in the order of the file. Returns their number; 0 when the file can't be read.
+    static int User_Calc(int kind, int index, void* record, unsigned short* kCount, tagKPOINT* kPoints,
+                         unsigned short* uCount, tagUPOINT* uPoints, int sex, int band, ResultList* list);
+    // The same of a diagnosis sheet (kind 10), whose rows are mostly texts, and of the surgical analysis (kind 20).
+    static int User_Diag(int index, void* record, unsigned short* kCount, tagKPOINT* kPoints, unsigned short* uCount,
+                         tagUPOINT* uPoints, int sex, int band, ResultList* list);
+    static int User_CalcSurg(void* record, unsigned short* kCount, tagKPOINT* kPoints, unsigned short* uCount,
+                             tagUPOINT* uPoints, int sex, int band, ResultList* list);
 
     // --- Growth stages ---------------------------------------------------------------------------------------
     // Ordinal of a Hellman dental stage: "I" 0 ... "VA" 8, anything else 9.

@@ -183,8 +183,8 @@ TEST(CheckDefinition, FindsWhatIsNeverReadOrMisread) {
         {"no title or comment", "Comment:\nCalc:\n", {"0:0 note no title", "2:1 this key is read as the comment"}},
         {"names",
          items + fifty + "x=len([S],[N])\nno formula\nC=\n=len([S],[N])\nA=len([S],[N])*2\n\x83\x5C=[S]\n",
-         {"6:51 cut to 50 bytes", "7:1 without \"=\"", "8:1 without a formula", "9:1 a name is missing",
-          "10:1 only that one is read", "11:3 a landmark alone"}},
+         {"6:51 cut to 50 bytes", "7:1 note without \"=\" is a heading", "8:1 without a formula",
+          "9:1 a name is missing", "10:1 only that one is read", "11:3 a landmark alone"}},
         {"second set", items + "Calc2:\nA=len([S],[N])\nB=len([S],[A])*2\n", {"8:1 only that one is read"}},
         {"norms",
          items + "Mean:\nA=1,2,3\nB=5\nC=1\nb=2\nA=2\nSD:\nA=1,2\nB=0\nSD_F:\nB=1\n",
@@ -379,7 +379,7 @@ TEST(CheckOtherFiles, FindsWhatIsNeverReadOrMisread) {
 
 TEST(CheckFolder, FollowsTheListsAsTheEngineDoes) {
     const AnalysisFolder folder;
-    const std::string good = "title:\nT\nCalc:\nA=len([S],[N])\n", bad = "title:\nT\nCalc:\nA\n";
+    const std::string good = "title:\nT\nCalc:\nA=len([S],[N])\n", bad = "title:\nT\nCalc:\nA=\n";
     folder.write("CalcForm/list.txt", "A.txt\r\ngone.txt\r\nsub\\C.txt\r\n");
     folder.write("CalcForm/A.txt", bad);
     folder.write("CalcForm/sub/C.txt", bad);

@@ -1,0 +1,140 @@
+#include "ResultList.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "analysis/result_text.h"
+
+namespace {
+
+constexpr int male = 1, female = 2;
+// Bits of SheetItem::mode.
+constexpr int shows_norm = 1, is_marked = 2;
+
+CString shown(double value, int decimals) {
+    return CString(tool::number_text(value, decimals));
+}
+
+bool holds(const CStringArray& names, const CString& name) {
+    for (INT_PTR i = 0; i < names.GetSize(); ++i)
+        if (names.GetAt(i) == name) return true;
+    return false;
+}
+
+// Norms that are formulas over missing landmarks would come out as numbers all the same: they are left out.
+void set_norm(ResultRow& row, const SheetRow& found, const AnalysisSheet& sheet, int item,
+              const SheetSubject& subject) {
+    row.normMissing = sheet.Missing(item, SheetPart::mean, subject);
+    row.hasMean = found.has_mean && row.normMissing.IsEmpty() && std::isfinite(found.mean);
+    if (row.hasMean) row.mean = found.mean;
+    const CStringArray for_sd = sheet.Missing(item, SheetPart::sd, subject);
+    row.hasSd = found.has_sd && for_sd.IsEmpty() && std::isfinite(found.sd);
+    if (row.hasSd) row.sd = found.sd;
+    for (INT_PTR i = 0; i < for_sd.GetSize(); ++i)
+        if (!holds(row.normMissing, for_sd.GetAt(i))) row.normMissing.Add(for_sd.GetAt(i));
+}
+
+// The row but for its texts; a text item's text goes to valueText.
+ResultRow measured(const AnalysisSheet& sheet, int item, const SheetSubject& subject) {
+    const SheetItem definition = sheet.GetItem(item);
+    ResultRow row;
+    row.title = definition.name;
+    row.unit = definition.unit;
+    row.column = definition.column;
+    row.marked = definition.mode & is_marked;
+    row.second = definition.second;
+    if (definition.heading) row.state = ResultState::heading;
+    if (definition.expression.IsEmpty()) return row;
+    const SheetRow found = sheet.Evaluate(item, subject);
+    set_norm(row, found, sheet, item, subject);
+    row.missing = sheet.Missing(item, SheetPart::value, subject);
+    if (!row.missing.IsEmpty()) {
+        row.state = ResultState::missing;
+    } else if (!found.text.IsEmpty()) {
+        row.state = ResultState::text;
+        row.valueText = found.text;
+    } else if (!std::isfinite(found.value)) {
+        row.state = ResultState::not_finite;
+    } else {
+        row.state = ResultState::value;
+        row.value = found.value;
+        row.hasDeviation = row.hasMean && row.hasSd && row.sd != 0 && std::isfinite(found.deviation);
+        if (row.hasDeviation) row.deviation = found.deviation;
+    }
+    return row;
+}
+
+bool same_norms(const ResultRow& a, const ResultRow& b) {
+    return a.hasMean == b.hasMean && a.hasSd == b.hasSd && a.mean == b.mean && a.sd == b.sd;
+}
+
+// What of a man's row holds for a woman, too.
+ResultRow common(ResultRow row, const ResultRow& hers) {
+    if (row.missing.IsEmpty()) row.missing = hers.missing;
+    if (!row.missing.IsEmpty()) {
+        row.state = ResultState::missing;
+    } else if (row.state != hers.state || row.value != hers.value || !(row.valueText == hers.valueText)) {
+        row.state = ResultState::differs_by_sex;
+    }
+    if (!row.HasResult()) {
+        row.value = 0;
+        row.valueText.Empty();
+    }
+    if (!same_norms(row, hers)) {
+        row.hasMean = row.hasSd = false;
+        row.mean = row.sd = 0;
+    }
+    if (!row.hasMean || !row.hasSd || row.state != ResultState::value) {
+        row.hasDeviation = false;
+        row.deviation = 0;
+    }
+    return row;
+}
+
+void set_texts(ResultRow& row, bool with_norm) {
+    const auto norm = [](bool has, double number) { return has ? std::optional(number) : std::nullopt; };
+    const int decimals = tool::item_decimals(!row.unit.IsEmpty(), norm(row.hasMean, row.mean), norm(row.hasSd, row.sd));
+    if (row.state == ResultState::value) row.valueText = shown(row.value, decimals);
+    if (!with_norm) return;
+    if (row.hasMean) row.meanText = shown(row.mean, decimals);
+    if (row.hasSd) row.sdText = shown(row.sd, decimals);
+    if (!row.hasDeviation) return;
+    row.deviationText = CString(tool::deviation_text(row.deviation));
+    row.stars = CString(tool::deviation_stars(row.deviation));
+}
+
+}  // namespace
+
+ResultList::ResultList(const AnalysisSheet& sheet, const SheetSubject& subject, bool sexKnown) : title_(sheet.Title()) {
+    const auto measured_as = [&](int sex, int item) {
+        SheetSubject assumed = subject;
+        assumed.sex = sex;
+        return measured(sheet, item, assumed);
+    };
+    for (int item = 0; item < sheet.GetCount(); ++item) {
+        ResultRow row = measured_as(sexKnown ? subject.sex : male, item);
+        if (!sexKnown) {
+            const ResultRow hers = measured_as(female, item);
+            norms_differ_ = norms_differ_ || !same_norms(row, hers);
+            row = common(std::move(row), hers);
+        }
+        set_texts(row, sheet.GetItem(item).mode & shows_norm);
+        rows_.push_back(std::move(row));
+    }
+}
+
+const ResultRow& ResultList::GetRow(int index) const {
+    static const ResultRow none;
+    return index >= 0 && index < GetCount() ? rows_[static_cast<std::size_t>(index)] : none;
+}
+
+int ResultList::GetColumnCount() const {
+    int count = 0;
+    for (const ResultRow& row : rows_)
+        if (row.state != ResultState::heading) count = std::max(count, row.column + 1);
+    return count;
+}
+
+bool ResultList::HasResults() const {
+    return std::ranges::any_of(rows_, &ResultRow::HasResult);
+}
