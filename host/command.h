@@ -35,6 +35,7 @@ ExitCode run_modes(const Command& command, const Arguments& arguments, Streams& 
 ExitCode run_trace(const Command& command, const Arguments& arguments, Streams& streams);
 ExitCode run_convert(const Command& command, const Arguments& arguments, Streams& streams);
 ExitCode run_check(const Command& command, const Arguments& arguments, Streams& streams);
+ExitCode run_lineimage(const Command& command, const Arguments& arguments, Streams& streams);
 ExitCode run_help(const Command& command, const Arguments& arguments, Streams& streams);
 
 // The whole program but for the process round it: finds the command, runs it, reports errors.

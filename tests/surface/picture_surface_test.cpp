@@ -7,6 +7,7 @@
 #include <random>
 
 #include "CodePage.h"
+#include "Tools.h"
 #include "tests/surface/font_of.h"
 
 namespace {
@@ -160,6 +161,14 @@ TEST(PictureSurface, RefusesSizesItCannotHave) {
     EXPECT_EQ(PictureSurface::create(10, PictureSurface::side_limit + 1, Look::crisp), nullptr);
     EXPECT_EQ(PictureSurface::create(10, 10, Look::crisp, 0, 0.0), nullptr);
     EXPECT_EQ(PictureSurface::create(1, 1, Look::smooth)->png().substr(1, 3), "PNG");
+}
+
+TEST(PictureSurface, ADrawingBecomesALineImage) {
+    const auto surface = PictureSurface::create(5, 3, Look::crisp);
+    CTools::Draw_Line(surface.get(), 1, 1, 4, 1, 1, RGB(200, 0, 0), PS_SOLID, 0);
+    unsigned char image[15];
+    EXPECT_EQ(CTools::MakeLineImg(surface.get(), image, 5, 3, 128), 1);
+    for (int i = 0; i < 15; ++i) EXPECT_EQ(image[i], i >= 6 && i < 9 ? 255 : 0) << i;
 }
 
 }  // namespace
