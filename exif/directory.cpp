@@ -35,8 +35,10 @@ bool DirectoryReader::read_entries(std::uint64_t start) {
     Thumbnail thumbnail;
     for (std::uint64_t at = start + count_size; at < end; at += entry_size)
         if (!read_entry(at, thumbnail)) return false;
-    // Kept: only the link's first two bytes are read. In big-endian files these are 0, so that the second directory,
-    // which holds the thumbnail, is found in little-endian files only.
+    // Kept: the next directory, which describes the thumbnail, fills the same record, so that its resolution replaces
+    // the picture's own.
+    // Kept: only the link's first two bytes are read. In big-endian files these are 0, so that the next directory is
+    // found in little-endian files only.
     const std::uint32_t next = get_u16(base_ + end, order_);
     if (next != 0 && !follow(next)) return false;
     keep(thumbnail);

@@ -4,7 +4,8 @@
 #include "host/terminal.h"
 
 int main(int count, char** words) {
-    cephtool::Streams streams{std::cin, std::cout, std::cerr, cephtool::shows_colours()};
+    cephtool::Streams streams{std::cin, std::cout, std::cerr, cephtool::shows_colours(),
+                              cephtool::shows_progress()};
     const cephtool::ExitCode code = cephtool::run_program({words + (count > 0), words + count}, streams);
     std::cout.flush();
     if (!std::cout && code == cephtool::ExitCode::done) {

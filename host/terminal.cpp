@@ -10,13 +10,15 @@
 namespace cephtool {
 namespace {
 
-bool output_is_terminal() {
+bool is_terminal([[maybe_unused]] int stream) {
 #if __has_include(<unistd.h>)
-    return isatty(STDOUT_FILENO) == 1;
+    return isatty(stream) == 1;
 #else
     return false;
 #endif
 }
+
+constexpr int standard_output = 1, standard_error = 2;
 
 std::string_view environment(const char* name) {
     const char* value = std::getenv(name);
@@ -26,7 +28,11 @@ std::string_view environment(const char* name) {
 }  // namespace
 
 bool shows_colours() {
-    return output_is_terminal() && environment("NO_COLOR").empty() && environment("TERM") != "dumb";
+    return is_terminal(standard_output) && environment("NO_COLOR").empty() && environment("TERM") != "dumb";
+}
+
+bool shows_progress() {
+    return is_terminal(standard_error) && environment("TERM") != "dumb";
 }
 
 }  // namespace cephtool

@@ -6,4 +6,7 @@ namespace cephtool {
 // is not "dumb".
 bool shows_colours();
 
+// Whether standard error is a terminal that can write a line over.
+bool shows_progress();
+
 }  // namespace cephtool

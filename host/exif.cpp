@@ -1,0 +1,112 @@
+// cephtool exif: what the headers of photographs say.
+#include <filesystem>
+#include <ostream>
+
+#include "host/command_line.h"
+#include "host/exif/picture_files.h"
+#include "host/exif/picture_report.h"
+#include "host/output.h"
+#include "host/progress.h"
+#include "host/text_width.h"
+
+namespace cephtool {
+namespace {
+
+namespace fs = std::filesystem;
+
+struct ExifOptions {
+    std::vector<std::string> paths;
+    std::string format = "table", thumbnail, output;
+    bool recursive = false;
+};
+
+void check(const ExifOptions& options) {
+    check_inputs(options.paths);
+    if (options.thumbnail.empty()) return;
+    std::error_code failure;
+    if (options.paths.size() > 1 || options.recursive) {
+        throw Error(ExitCode::bad_command_line, "--thumbnail takes one picture",
+                    "Give the pictures one after the other.");
+    }
+    if (fs::equivalent(options.thumbnail, options.paths[0], failure)) {
+        throw Error(ExitCode::bad_command_line, "the thumbnail would replace the picture itself",
+                    "Give another name behind --thumbnail.");
+    }
+}
+
+// The files that are meant. What is wrong with a folder is told at once, and the others go on.
+std::vector<std::string> files_of(const ExifOptions& options, Streams& streams, ExitCode& code) {
+    std::vector<std::string> files;
+    for (const std::string& path : options.paths) {
+        std::error_code failure;
+        if (!options.recursive || !fs::is_directory(path, failure)) {
+            files.push_back(path);
+            continue;
+        }
+        try {
+            for (std::string& file : pictures_below(path)) files.push_back(std::move(file));
+        } catch (const Error& error) {
+            streams.err << shown(error);
+            code = error.code;
+        }
+    }
+    return files;
+}
+
+std::string report(std::span<const Picture> pictures, const std::string& format, bool colour) {
+    if (format == "json") return picture_json(pictures);
+    if (format == "csv") return picture_csv(pictures);
+    std::string text;
+    for (const Picture& picture : pictures) text += (text.empty() ? "" : "\n") + picture_table(picture, colour);
+    return text;
+}
+
+void write_thumbnail(const Picture& picture, const std::string& path, std::ostream& out) {
+    if (picture.thumbnail.empty()) {
+        throw Error(ExitCode::bad_input, picture.file + " has no thumbnail that could be found",
+                    "Only pictures with EXIF data have one, and not all of them.");
+    }
+    write_result(picture.thumbnail, path, out);
+}
+
+}  // namespace
+
+ExitCode run_exif(const Command& command, const Arguments& arguments, Streams& streams) {
+    ExifOptions given;
+    CommandLine line(command, "cephtool exif photo.jpg", "cephtool exif --recursive --format csv .");
+    CLI::App& options = line.options();
+    options.add_option("FILE", given.paths, "JPEG pictures; - is standard input")->required()->type_name("");
+    options.add_flag("-r,--recursive", given.recursive, "read the pictures in folders, too");
+    line.add_choice("--format", given.format, {"table", "json", "csv"}, "table, json or csv");
+    options.add_option("-o,--output", given.output, "write to FILE, not to standard output")->type_name("FILE");
+    options
+        .add_option("--thumbnail", given.thumbnail,
+                    "write the small picture inside to FILE;\n- is standard output, alone")
+        ->type_name("FILE");
+    if (!line.parse(arguments, streams)) return ExitCode::done;
+    check(given);
+
+    ExitCode code = ExitCode::done;
+    const std::vector<std::string> files = files_of(given, streams, code);
+    std::vector<Picture> pictures;
+    Progress progress(streams.err, streams.progress, files.size(), "pictures");
+    for (const std::string& file : files) {
+        try {
+            pictures.push_back(read_picture(file, streams.in));
+            if (!given.thumbnail.empty()) write_thumbnail(pictures.back(), given.thumbnail, streams.out);
+        } catch (const Error& error) {
+            progress.clear();
+            streams.err << shown(error);
+            code = error.code;
+        }
+        progress.step();
+    }
+    progress.clear();
+    const bool to_terminal = given.output.empty() && streams.colour;
+    if (!pictures.empty() && given.thumbnail != "-") {
+        write_result(report(pictures, given.format, to_terminal), given.output, streams.out);
+    }
+    return code;
+}
+
+}  // namespace cephtool

@@ -1,0 +1,32 @@
+// What the header of a JPEG picture says, in words and units.
+#pragma once
+
+#include <istream>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace cephtool {
+
+struct PictureFact {
+    const char* key;               // for programs
+    const char* label;             // for people; "" when another fact's words include it
+    std::optional<double> number;  // for programs, in the unit that the key names
+    std::string text;              // for programs, where there is no number
+    std::string shown;             // for people; "" when the picture does not tell
+
+    bool is_told() const { return number || !text.empty(); }
+};
+
+struct Picture {
+    std::string file;  // as it is named in messages
+    bool has_exif = false;
+    std::vector<PictureFact> facts;  // always the same keys in the same order; texts are safe to show
+    std::string note;                // what is damaged
+    std::string thumbnail;           // the embedded picture, "" without one
+};
+
+// Reads the file `path`, or `standard_input` when it is "-". Throws an Error when there is no JPEG header.
+Picture read_picture(const std::string& path, std::istream& standard_input);
+
+}  // namespace cephtool
