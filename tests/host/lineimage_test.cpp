@@ -9,7 +9,7 @@ using testing::HasSubstr;
 
 class LineImages : public testing::Test {
  protected:
-    LineImages() { folder_.add("block.pgm", block); }
+    LineImages() { folder_.add("dot.pgm", dot); }
 
     static std::string made(Arguments arguments, const std::string& output) {
         arguments.insert(arguments.begin(), {"lineimage", "-o", output});
@@ -18,32 +18,32 @@ class LineImages : public testing::Test {
                                               : std::to_string(static_cast<int>(outcome.code)) + " " + outcome.err;
     }
 
-    const std::string block = "P5\n4 4\n255\n" + std::string(5, '\0') + "\xFF\xFF" + std::string(9, '\0');
+    const std::string dot = "P5\n5 5\n255\n" + std::string(12, '\0') + "\xFF" + std::string(12, '\0');
     host_test::Folder folder_;
 };
 
 TEST_F(LineImages, TakeTheirStepsInOneOrder) {
-    EXPECT_EQ(made({"block.pgm"}, "same.pgm"), block);
-    EXPECT_NE(made({"block.pgm", "--dilate", "1"}, "wide.pgm"), block);
-    EXPECT_NE(made({"block.pgm", "--dilate", "1", "--connectivity", "4"}, "four.pgm"), made({"wide.pgm"}, "out.pgm"));
+    EXPECT_EQ(made({"dot.pgm"}, "same.pgm"), dot);
+    EXPECT_NE(made({"dot.pgm", "--dilate", "1"}, "wide.pgm"), dot);
+    EXPECT_NE(made({"dot.pgm", "--dilate", "1", "--connectivity", "4"}, "four.pgm"), made({"wide.pgm"}, "out.pgm"));
     made({"wide.pgm", "--erode", "1"}, "narrow.pgm");
-    EXPECT_EQ(made({"--thin", "--erode", "1", "--dilate", "1", "block.pgm"}, "out.pgm"),
+    EXPECT_EQ(made({"--thin", "--erode", "1", "--dilate", "1", "dot.pgm"}, "out.pgm"),
               made({"narrow.pgm", "--thin"}, "thin.pgm"));
 }
 
 #ifdef TOOL_SURFACE_PICTURES
 TEST_F(LineImages, BecomePicturesAndComeBack) {
-    EXPECT_THAT(made({"block.pgm"}, "dark.png"), HasSubstr("PNG"));
-    EXPECT_EQ(made({"dark.png"}, "out.pgm"), block);
-    made({"block.pgm", "--bright"}, "bright.png");
-    EXPECT_EQ(made({"bright.png", "--bright", "--threshold", "255"}, "out.pgm"), block);
-    EXPECT_EQ(made({"bright.png"}, "dark.pgm"), made({"dark.png", "--bright"}, "bright.pgm"));  // all but the block
+    EXPECT_THAT(made({"dot.pgm"}, "dark.png"), HasSubstr("PNG"));
+    EXPECT_EQ(made({"dark.png"}, "out.pgm"), dot);
+    made({"dot.pgm", "--bright"}, "bright.png");
+    EXPECT_EQ(made({"bright.png", "--bright", "--threshold", "255"}, "out.pgm"), dot);
+    EXPECT_EQ(made({"bright.png"}, "dark.pgm"), made({"dark.png", "--bright"}, "bright.pgm"));  // all but the dot
 }
 #endif
 
 TEST_F(LineImages, SayWhatIsWrongAndTheWayOut) {
     folder_.add("grey.pgm", "P5 2 2 255\n" + std::string("\0\0\xFF\x30", 4));
-    folder_.add("cut.pgm", block.substr(0, 20));
+    folder_.add("cut.pgm", dot.substr(0, 20));
     folder_.add("text.png", "no picture");
     const std::pair<Arguments, const char*> rows[] = {
         {{"grey.pgm"}, "1 cephtool: grey.pgm: the pixel at x 1, y 1 is 48;"},
@@ -51,12 +51,12 @@ TEST_F(LineImages, SayWhatIsWrongAndTheWayOut) {
         {{"text.png"}, "1 cephtool: text.png: "},
         {{"."}, "1 cephtool: .: this is a folder"},
         {{"none.jpg"}, "1 cephtool: none.jpg: there is no such file"},
-        {{"block.pgm", "--threshold", "9"}, "2 cephtool: --threshold is for pictures"},
+        {{"dot.pgm", "--threshold", "9"}, "2 cephtool: --threshold is for pictures"},
         {{"text.png", "--threshold", "256"}, "no whole number from 1 to 255"},
-        {{"block.pgm", "--erode", "1.5"}, "no whole number from 0 to 1000"}};
+        {{"dot.pgm", "--erode", "1.5"}, "no whole number from 0 to 1000"}};
     for (const auto& [arguments, says] : rows) EXPECT_THAT(made(arguments, "none.pgm"), HasSubstr(says));
-    EXPECT_THAT(made({"block.pgm"}, "a.gif"), HasSubstr("2 cephtool: \"a.gif\" does not end in .png or .pgm"));
-    EXPECT_THAT(made({"block.pgm"}, "gone/a.pgm"), HasSubstr("1 cephtool: gone/a.pgm could not be written"));
+    EXPECT_THAT(made({"dot.pgm"}, "a.gif"), HasSubstr("2 cephtool: \"a.gif\" does not end in .png or .pgm"));
+    EXPECT_THAT(made({"dot.pgm"}, "gone/a.pgm"), HasSubstr("1 cephtool: gone/a.pgm could not be written"));
     EXPECT_FALSE(std::filesystem::exists("none.pgm"));
 }
 
