@@ -42,50 +42,6 @@ const char* name_of(Sex sex) {
     return sex == Sex::male ? "male" : "female";
 }
 
-std::optional<Date> date_from(std::string_view text) {
-    constexpr std::string_view form = "dddd-dd-dd";
-    if (text.size() != form.size()) return {};
-    int fields[3] = {};
-    for (std::size_t i = 0, field = 0; i < form.size(); ++i) {
-        if (form[i] == '-') {
-            if (text[i] != '-') return {};
-            ++field;
-        } else {
-            if (text[i] < '0' || text[i] > '9') return {};
-            fields[field] = fields[field] * 10 + (text[i] - '0');
-        }
-    }
-    const Date date{std::chrono::year(fields[0]), std::chrono::month(static_cast<unsigned>(fields[1])),
-                    std::chrono::day(static_cast<unsigned>(fields[2]))};
-    if (!date.ok()) return {};
-    return date;
-}
-
-std::string text_of(Date date) {
-    const auto digits = [](unsigned value, std::size_t count) {
-        std::string text = std::to_string(value);
-        return std::string(count - text.size(), '0') + text;
-    };
-    return digits(static_cast<unsigned>(static_cast<int>(date.year())), 4) + "-" +
-           digits(static_cast<unsigned>(date.month()), 2) + "-" + digits(static_cast<unsigned>(date.day()), 2);
-}
-
-Age age_at(Date day, Date birth) {
-    const auto months_of = [](Date date) {
-        return static_cast<int>(date.year()) * 12 + static_cast<int>(static_cast<unsigned>(date.month()));
-    };
-    const int months = months_of(day) - months_of(birth) - (day.day() < birth.day() ? 1 : 0);
-    return {months / 12, months % 12};
-}
-
-double years_at(Date day, Date birth) {
-    using namespace std::chrono;
-    constexpr double days_a_year = 365.25;
-    const int completed = age_at(day, birth).years;
-    const sys_days last_birthday = birth + years(completed);  // 29 February becomes 1 March where there is none
-    return completed + static_cast<double>((sys_days(day) - last_birthday).count()) / days_a_year;
-}
-
 Case read_case(const Source& source, const CaseOptions& options) {
     Case record = read_any_case(source);
     record.file = source.name;

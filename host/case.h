@@ -2,12 +2,12 @@
 // image, x to the right, y down, whole or fractional; a lateral face looks right.
 #pragma once
 
-#include <chrono>
 #include <istream>
 #include <optional>
 #include <string>
 #include <vector>
 
+#include "host/date.h"
 #include "host/source.h"
 
 namespace cephtool {
@@ -20,23 +20,6 @@ inline constexpr Kind all_kinds[] = {Kind::lateral, Kind::frontal, Kind::model};
 
 const char* name_of(Kind kind);
 const char* name_of(Sex sex);
-
-using Date = std::chrono::year_month_day;
-
-// "YYYY-MM-DD", and nothing else, of a day that exists.
-std::optional<Date> date_from(std::string_view text);
-std::string text_of(Date date);
-
-struct Age {
-    int years, months;
-};
-
-// Completed years and months from `birth` to `day`.
-Age age_at(Date day, Date birth);
-
-// Completed years, and the days since the last birthday as a fraction of 365.25: a whole number on every birthday, and
-// below the next one until then. Who was born on 29 February has birthday on 1 March in other years.
-double years_at(Date day, Date birth);
 
 // Hellman's dental stages, each at the place of the engine's ordinal.
 inline constexpr const char* dental_stages[] = {"I", "IIA", "IIC", "IIIA", "IIIB", "IIIC", "IVA", "IVC", "VA"};

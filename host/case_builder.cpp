@@ -7,6 +7,7 @@
 #include <cmath>
 
 #include "host/case_record.h"
+#include "host/date_reader.h"
 #include "host/numbers.h"
 #include "host/suggestion.h"
 #include "host/text_width.h"
@@ -73,9 +74,11 @@ void CaseBuilder::sex(std::string_view text, std::size_t at) {
 }
 
 Date CaseBuilder::date(std::string_view text, std::size_t at) const {
-    const std::optional<Date> date = date_from(text);
-    if (!date) throw source_.error_at(at, in_quotes(text) + " is no date", "Write year, month and day: 2012-03-31.");
-    return *date;
+    try {
+        return read_date(text);
+    } catch (const Error& error) {
+        throw source_.error_at(at, error.what(), error.way_out);
+    }
 }
 
 void CaseBuilder::birth(std::string_view text, std::size_t at) {

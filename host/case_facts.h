@@ -8,7 +8,8 @@
 
 namespace cephtool {
 
-// A line: "film.json: Hanako, female, 12 years 3 months, lateral, 0.1 mm a pixel".
+// A line "film.json: Hanako, female, 12 years 3 months, lateral, 0.1 mm a pixel", and one with the dates if there are
+// any.
 std::string case_heading(const Case& record);
 
 nlohmann::ordered_json case_facts(const Case& record);

@@ -16,7 +16,6 @@ struct Streams {
     std::ostream& out;
     std::ostream& err;
     bool colour = false;  // `out` is a terminal that shows colours
-    bool progress = false;  // `err` is a terminal on which a line may be written over
 };
 
 using Arguments = std::vector<std::string>;
@@ -36,8 +35,9 @@ ExitCode run_modes(const Command& command, const Arguments& arguments, Streams& 
 ExitCode run_trace(const Command& command, const Arguments& arguments, Streams& streams);
 ExitCode run_convert(const Command& command, const Arguments& arguments, Streams& streams);
 ExitCode run_check(const Command& command, const Arguments& arguments, Streams& streams);
-ExitCode run_exif(const Command& command, const Arguments& arguments, Streams& streams);
 ExitCode run_lineimage(const Command& command, const Arguments& arguments, Streams& streams);
+ExitCode run_age(const Command& command, const Arguments& arguments, Streams& streams);
+ExitCode run_era(const Command& command, const Arguments& arguments, Streams& streams);
 ExitCode run_help(const Command& command, const Arguments& arguments, Streams& streams);
 
 // The whole program but for the process round it: finds the command, runs it, reports errors.

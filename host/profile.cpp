@@ -2,11 +2,11 @@
 
 #include <CodePage.h>
 
-#include <algorithm>
 #include <filesystem>
 #include <string_view>
 
 #include "host/error.h"
+#include "host/program_folder.h"
 #include "host/text_width.h"
 
 namespace cephtool {
@@ -14,11 +14,7 @@ namespace {
 
 // Beside the program's own folder: the same in the build tree and where it is installed.
 std::string shipped_folder() {
-    char path[4096];
-    GetModuleFileNameA(nullptr, path, sizeof path);
-    std::string program = Utf8FromCodePage932(path);
-    std::ranges::replace(program, '\\', '/');
-    return (std::filesystem::path(program).parent_path() / "../share/tool/anaitem").lexically_normal().string();
+    return (program_folder() / "../share/tool/anaitem").lexically_normal().string();
 }
 
 }  // namespace

@@ -10,17 +10,22 @@ std::string field(const std::optional<double>& value) {
     return value ? shortest(*value) : std::string();
 }
 
+std::string age_months(const Case& record) {
+    return record.birth && record.film ? std::to_string(months_at(*record.film, *record.birth)) : std::string();
+}
+
 std::string row(const CaseResult& result, const AnalysisResult& analysis, const Measurement& item) {
     const std::string value = item.text.empty() ? field(item.value) : csv_field(item.text);
     return csv_field(printable(result.record.file)) + "," + csv_field(analysis.analysis->title) + "," +
            csv_field(item.name) + "," + value + "," + item.unit + "," + field(item.mean) + "," + field(item.sd) + "," +
-           field(item.deviation) + "," + csv_field(joined(item.missing, " ")) + "\r\n";
+           field(item.deviation) + "," + csv_field(joined(item.missing, " ")) + "," + age_months(result.record) +
+           "\r\n";
 }
 
 }  // namespace
 
 std::string report_csv(std::span<const CaseResult> results) {
-    std::string text = "case,analysis,item,value,unit,mean,sd,deviation,missing\r\n";
+    std::string text = "case,analysis,item,value,unit,mean,sd,deviation,missing,age_months\r\n";
     for (const CaseResult& result : results)
         for (const AnalysisResult& analysis : result.analyses)
             for (const Measurement& item : analysis.items) text += row(result, analysis, item);

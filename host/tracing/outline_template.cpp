@@ -1,11 +1,10 @@
 #include "host/tracing/outline_template.h"
 
-#include <CodePage.h>
-#include <Framework.h>
-
 #include <algorithm>
 #include <filesystem>
 #include <nlohmann/json.hpp>
+
+#include "host/program_folder.h"
 
 namespace cephtool {
 namespace {
@@ -41,11 +40,7 @@ bool passes_through_anchors(const TemplateCurve& curve, const OutlineTemplate& m
 }
 
 std::filesystem::path shipped_folder() {
-    char path[4096];
-    GetModuleFileNameA(nullptr, path, sizeof path);
-    std::string program = Utf8FromCodePage932(path);
-    std::ranges::replace(program, '\\', '/');
-    return (std::filesystem::path(program).parent_path() / "../share/tool/outlines").lexically_normal();
+    return (program_folder() / "../share/tool/outlines").lexically_normal();
 }
 
 }  // namespace

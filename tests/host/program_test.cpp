@@ -29,6 +29,8 @@ TEST(Program, EveryCommandsTwoExamplesRunInTheFolderOfSamples) {
     std::filesystem::copy(SAMPLES, folder.path, std::filesystem::copy_options::recursive);
     std::filesystem::copy(ANALYSES, folder.path / "share/tool/anaitem", std::filesystem::copy_options::recursive);
     std::filesystem::copy(OUTLINES, folder.path / "share/tool/outlines");
+    std::filesystem::create_directories("bin");
+    std::filesystem::copy(std::filesystem::path(ANALYSES) / "Era.dat", folder.path / "bin");
     SetModuleFileNameA((folder.path / "bin/cephtool").c_str());
     for (const Command& command : commands()) {
         if (std::string(command.name) == "help") continue;

@@ -45,6 +45,7 @@ TEST(ReportTable, ShowsEveryItemInTheDefinitionsOrder) {
     const CaseResult result = result_of("# sex=f\n# birth=2001-05-14\n# film=2013-08-20\n");
     EXPECT_EQ(report_table(result, false),
               "film.csv: Hanako, S, female, 12 years 3 months, lateral, 0.1 mm a pixel\n"
+              "  born 2001-05-14, film 2013-08-20\n"
               "\n"
               "Own セラ\n"
               "Item                                 Value Unit      Mean      SD   in SD\n"
@@ -96,13 +97,13 @@ TEST(ReportJson, HoldsEveryDigitAndNullForWhatThereIsNoneOf) {
 }
 
 TEST(ReportCsv, HasOneQuotedRowAnItem) {
-    const CaseResult results[] = {result_of("# sex=f\n")};
+    const CaseResult results[] = {result_of("# sex=f\n# birth=2001-05-14\n# film=2013-08-20\n")};
     const std::string text = report_csv(results);
-    EXPECT_THAT(text, testing::StartsWith("case,analysis,item,value,unit,mean,sd,deviation,missing\r\n"
+    EXPECT_THAT(text, testing::StartsWith("case,analysis,item,value,unit,mean,sd,deviation,missing,age_months\r\n"
                                           "film.csv,Own セラ,S-N,10,mm,7,1.4,"));
-    EXPECT_THAT(text, HasSubstr("film.csv,Own セラ,To Or,,mm,5,1,,Or\r\n"));
-    EXPECT_THAT(text, HasSubstr("film.csv,Own セラ,Verdict,\"long, by far\",,,,,\r\n"));
-    EXPECT_THAT(text, HasSubstr("film.csv,Own セラ,Broken,,,,,,\r\n"));
+    EXPECT_THAT(text, HasSubstr("film.csv,Own セラ,To Or,,mm,5,1,,Or,147\r\n"));
+    EXPECT_THAT(text, HasSubstr("film.csv,Own セラ,Verdict,\"long, by far\",,,,,,147\r\n"));
+    EXPECT_THAT(text, HasSubstr("film.csv,Own セラ,Broken,,,,,,,147\r\n"));
     EXPECT_EQ(std::ranges::count(text, '\n'), 9);
 }
 

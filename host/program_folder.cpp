@@ -1,0 +1,18 @@
+#include "host/program_folder.h"
+
+#include <CodePage.h>
+#include <Framework.h>
+
+#include <algorithm>
+
+namespace cephtool {
+
+std::filesystem::path program_folder() {
+    char path[4096];
+    GetModuleFileNameA(nullptr, path, sizeof path);
+    std::string program = Utf8FromCodePage932(path);
+    std::ranges::replace(program, '\\', '/');
+    return std::filesystem::path(program).parent_path();
+}
+
+}  // namespace cephtool
