@@ -16,6 +16,7 @@ struct Streams {
     std::ostream& out;
     std::ostream& err;
     bool colour = false;  // `out` is a terminal that shows colours
+    bool progress = false;  // `err` is a terminal on which a line may be written over
 };
 
 using Arguments = std::vector<std::string>;
@@ -35,6 +36,7 @@ ExitCode run_modes(const Command& command, const Arguments& arguments, Streams& 
 ExitCode run_trace(const Command& command, const Arguments& arguments, Streams& streams);
 ExitCode run_convert(const Command& command, const Arguments& arguments, Streams& streams);
 ExitCode run_check(const Command& command, const Arguments& arguments, Streams& streams);
+ExitCode run_exif(const Command& command, const Arguments& arguments, Streams& streams);
 ExitCode run_lineimage(const Command& command, const Arguments& arguments, Streams& streams);
 ExitCode run_age(const Command& command, const Arguments& arguments, Streams& streams);
 ExitCode run_era(const Command& command, const Arguments& arguments, Streams& streams);

@@ -15,6 +15,7 @@ constexpr Command command_table[] = {
     {"trace", "draw the tracing of a case as PNG, SVG or PDF", run_trace},
     {"convert", "write a case in the program's own format", run_convert},
     {"check", "find faults in the files of an analysis folder", run_check},
+    {"exif", "tell what the headers of photographs say", run_exif},
     {"lineimage", "make traced lines a line image; widen, narrow, thin them", run_lineimage},
     {"age", "tell an age in years and months", run_age},
     {"era", "convert dates to Japanese eras and back", run_era},
