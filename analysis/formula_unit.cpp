@@ -40,19 +40,36 @@ class UnitReader {
         const auto [entry, first_met] = known.emplace(line->name.data(), Unit::unknown);
         if (!first_met) return entry->second;
         std::string_view text = split_type(line->rest).expression;
-        if (const std::size_t semicolon = text.find(';'); semicolon != std::string_view::npos) {
-            // An item with alternatives shows one of them.
-            text.remove_prefix(semicolon + 1);
-            if (text.find_first_of(";\"") != std::string_view::npos) return Unit::unknown;
-        }
-        entry->second = UnitReader(file, known, text, depth).comparison();
+        const std::size_t semicolon = text.find(';');
+        entry->second = semicolon == std::string_view::npos
+                            ? UnitReader(file, known, text, depth).comparison()
+                            : of_alternatives(file, known, text.substr(semicolon + 1), depth);
         return entry->second;
     }
 
  private:
+    // The unit that all of them have; texts have none.
+    static Unit of_alternatives(const DefinitionFile& file, KnownUnits& known, std::string_view list, int depth) {
+        if (list.find('"') != std::string_view::npos) return Unit::unknown;
+        std::size_t end = list.find(';');
+        const Unit unit = UnitReader(file, known, list.substr(0, end), depth).comparison();
+        while (end != std::string_view::npos) {
+            list.remove_prefix(end + 1);
+            end = list.find(';');
+            if (UnitReader(file, known, list.substr(0, end), depth).comparison() != unit) return Unit::unknown;
+        }
+        return unit;
+    }
+
     Unit comparison() {
-        const Unit unit = sum();
-        return peek('<') || peek('>') || peek('=') ? Unit::number : unit;
+        Unit unit = sum();
+        while (peek('<') || peek('>') || peek('=')) {
+            ++at_;
+            if (peek('=')) ++at_;
+            sum();
+            unit = Unit::number;
+        }
+        return unit;
     }
 
     Unit sum() {

@@ -191,6 +191,20 @@ TEST(AnalysisSheet, GivesTheBitsOfTheExportedCalls) {
     EXPECT_FALSE(AnalysisSheet(0, "/nowhere").IsLoaded());
 }
 
+TEST(AnalysisSheet, UnitsOfComparisonsAndAlternatives) {
+    const struct {
+        const char *formula, *unit;
+    } items[] = {{"len([S],[N])*2*(angle2([S],[N],[A],[B])>=0)-len([S],[N])", "mm"},
+                 {"len([S],[N])>3", ""},
+                 {"switch(1);len([S],[N]);len([N],[A])*2", "mm"},
+                 {"switch(1);len([S],[N]);angle1([S],[N],[A])", ""},
+                 {"switch(1);len([S],[N]);\"long\"", ""}};
+    std::string text = "Calc:\n";
+    for (int i = 0; i < 5; ++i) text += std::to_string(i) + "=" + items[i].formula + "\n";
+    const AnalysisSheet sheet(0, text.data(), text.size());
+    for (int i = 0; i < 5; ++i) EXPECT_EQ(sheet.GetItem(i).unit, items[i].unit) << items[i].formula;
+}
+
 TEST(AnalysisSheet, TellsUnitsAndWhatIsMissing) {
     const AnalysisSheet sheet(0, sheet_text, std::strlen(sheet_text));
     Lateral face = small_face();
@@ -198,8 +212,8 @@ TEST(AnalysisSheet, TellsUnitsAndWhatIsMissing) {
     face.add_virtual("W", "mid([V],[Xi])");
     struct {
         const char *unit, *missing;
-    } const items[] = {{"mm", ""}, {"deg", ""},   {"%", ""}, {"mm", "Foo"}, {"SD", ""},
-                       {"", ""},   {"", "PT Xi"}, {"", ""},  {"deg", ""},   {"mm", "PNS"}};
+    } const items[] = {{"mm", ""}, {"deg", ""},     {"%", ""}, {"mm", "Foo"}, {"SD", ""},
+                       {"", ""},   {"mm", "PT Xi"}, {"", ""},  {"deg", ""},   {"mm", "PNS"}};
     const auto listed = [](const CStringArray& names) {
         std::string all;
         for (int i = 0; i < names.GetSize(); ++i) all += (i ? " " : "") + std::string(names[i].View());
