@@ -2,8 +2,13 @@
 
 namespace cephtool {
 
-Progress::Progress(std::ostream& terminal, bool shown, std::size_t total, std::string things)
-    : terminal_(terminal), shown_(shown), total_(total), things_(std::move(things)) {}
+Progress::Progress(std::ostream& terminal, bool shown, std::size_t total, std::string things,
+                   std::chrono::milliseconds patience)
+    : terminal_(terminal),
+      shown_(shown),
+      total_(total),
+      things_(std::move(things)),
+      next_(std::chrono::steady_clock::now() + patience) {}
 
 void Progress::step() {
     ++done_;

@@ -7,11 +7,12 @@
 
 namespace cephtool {
 
-// One line that is written over, from half a second on. Writes nothing unless `shown`.
+// One line that is written over, once the work has taken `patience`. Writes nothing unless `shown`.
 class Progress {
  public:
     // `things` in the plural: "pictures".
-    Progress(std::ostream& terminal, bool shown, std::size_t total, std::string things);
+    Progress(std::ostream& terminal, bool shown, std::size_t total, std::string things,
+             std::chrono::milliseconds patience = std::chrono::milliseconds(500));
     ~Progress() { clear(); }
     Progress(const Progress&) = delete;
     Progress& operator=(const Progress&) = delete;
@@ -28,7 +29,7 @@ class Progress {
     const std::string things_;
     std::size_t done_ = 0;
     bool visible_ = false;
-    std::chrono::steady_clock::time_point next_ = std::chrono::steady_clock::now() + std::chrono::milliseconds(500);
+    std::chrono::steady_clock::time_point next_;  // when the line is written again
 };
 
 }  // namespace cephtool
