@@ -59,8 +59,8 @@ void transform(LineImage& image, const LineImageOptions& given) {
 
 ExitCode run_lineimage(const Command& command, const Arguments& arguments, Streams& streams) {
     LineImageOptions given;
-    CommandLine line(command, "cephtool lineimage --threshold 150 --thin scan.jpg -o lines.png",
-                     "cephtool lineimage --bright --dilate 2 --erode 2 --thin film.png -o lines.pgm");
+    CommandLine line(command, "cephtool lineimage --threshold 150 --thin photo.jpg -o lines.png",
+                     "cephtool lineimage --bright --dilate 2 --erode 2 photo.jpg -o lines.pgm");
     CLI::App& options = line.options();
     options.add_option("IN", given.input, "JPEG, PNG, or a line image FILE.pgm")->required()->type_name("");
     options.add_option("-o,--output", given.output, "FILE.png or FILE.pgm")->required()->type_name("FILE");
