@@ -1,5 +1,4 @@
 // cephtool analyze: measures cases.
-#include <algorithm>
 #include <ostream>
 
 #include "host/case_files.h"
@@ -7,44 +6,13 @@
 #include "host/output.h"
 #include "host/profile.h"
 #include "host/report.h"
+#include "host/selection.h"
 #include "host/text_width.h"
 
 namespace cephtool {
 namespace {
 
 constexpr int highest_band = 9999;  // two columns of two digits
-
-// The analyses that the command line names, or all.
-class Selection {
- public:
-    Selection(const std::vector<std::string>& names, Streams& streams) {
-        std::vector<std::string> notes;
-        listed_ = listed_analyses(notes);
-        for (const std::string& note : notes) streams.err << "note: " << note << "\n";
-        for (const std::string& name : names) choose(name, streams);
-        if (!names.empty()) return;
-        for (const Analysis& analysis : listed_) chosen_.push_back(&analysis);
-    }
-
-    std::span<const Analysis* const> chosen() const { return chosen_; }
-
- private:
-    void choose(const std::string& name, Streams& streams) {
-        const bool is_path = name.find_first_of("/\\") != std::string::npos || lower_case(name).ends_with(".txt");
-        std::vector<const Analysis*> found = named(listed_, name);
-        if (found.empty() && !is_path) throw unknown_analysis(listed_, name);
-        if (found.empty()) {
-            from_files_.push_back(analyses_in_file(name, streams.in));
-            for (const Analysis& analysis : from_files_.back()) found.push_back(&analysis);
-        }
-        for (const Analysis* analysis : found)
-            if (std::ranges::find(chosen_, analysis) == chosen_.end()) chosen_.push_back(analysis);
-    }
-
-    std::vector<Analysis> listed_;
-    std::vector<std::vector<Analysis>> from_files_;
-    std::vector<const Analysis*> chosen_;
-};
 
 std::string report(std::span<const CaseResult> results, const std::string& format, bool colour) {
     if (format == "json") return report_json(results);

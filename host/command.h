@@ -34,6 +34,8 @@ ExitCode run_analyses(const Command& command, const Arguments& arguments, Stream
 ExitCode run_stage(const Command& command, const Arguments& arguments, Streams& streams);
 ExitCode run_modes(const Command& command, const Arguments& arguments, Streams& streams);
 ExitCode run_trace(const Command& command, const Arguments& arguments, Streams& streams);
+ExitCode run_report(const Command& command, const Arguments& arguments, Streams& streams);
+ExitCode run_chart(const Command& command, const Arguments& arguments, Streams& streams);
 ExitCode run_convert(const Command& command, const Arguments& arguments, Streams& streams);
 ExitCode run_check(const Command& command, const Arguments& arguments, Streams& streams);
 ExitCode run_exif(const Command& command, const Arguments& arguments, Streams& streams);

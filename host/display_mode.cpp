@@ -131,4 +131,10 @@ std::vector<DisplayMode> modes_named(const std::vector<DisplayMode>& modes, cons
     return found;
 }
 
+DisplayMode chosen_mode(Kind kind, const std::string& name) {
+    const std::vector<DisplayMode> modes = listed_modes(kind);
+    if (name.empty()) return modes.empty() ? DisplayMode{} : modes.front();
+    return modes_named(modes, name, std::string(" for a ") + name_of(kind) + " case").front();
+}
+
 }  // namespace cephtool

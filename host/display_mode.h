@@ -39,4 +39,8 @@ std::vector<DisplayMode> listed_modes(Kind kind);
 std::vector<DisplayMode> modes_named(const std::vector<DisplayMode>& modes, const std::string& name,
                                      const std::string& wanted_for = "");
 
+// The mode of this name for a kind of case, the first that is listed when it is "". Throws an Error as modes_named
+// does.
+DisplayMode chosen_mode(Kind kind, const std::string& name);
+
 }  // namespace cephtool

@@ -122,6 +122,7 @@ NormBand norm_band(const Analysis& analysis, const Case& record) {
     int weight = 1;
     for (const StageSet set : {StageSet::first, StageSet::second}) {
         const Finding finding = stage_finding(analysis, set, record);
+        if (finding.stage || !finding.missing.empty() || !finding.reason.empty()) band.stages.push_back(finding);
         const std::string of_set = set == StageSet::second ? "in the second set " : "";
         if (finding.stage) {
             const int column = std::min(*finding.stage, most_bands - 1);

@@ -21,6 +21,7 @@ Finding stage_finding(const Analysis& analysis, StageSet set, const Case& record
 struct NormBand {
     int code = 0;
     std::string words = {};
+    std::vector<Finding> stages = {};  // of the first and the second set, where the analysis has them
 };
 NormBand norm_band(const Analysis& analysis, const Case& record);
 

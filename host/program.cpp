@@ -13,6 +13,8 @@ constexpr Command command_table[] = {
     {"stage", "tell dental stage, growth stages and bone age", run_stage},
     {"modes", "list the display modes, or show one", run_modes},
     {"trace", "draw the tracing of a case as PNG, SVG or PDF", run_trace},
+    {"report", "make a report to print, with tracing, tables and charts", run_report},
+    {"chart", "draw the deviations from the norms as PNG, SVG or PDF", run_chart},
     {"convert", "write a case in the program's own format", run_convert},
     {"check", "find faults in the files of an analysis folder", run_check},
     {"exif", "tell what the headers of photographs say", run_exif},

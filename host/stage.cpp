@@ -1,10 +1,10 @@
 // cephtool stage: how far patients have grown.
 #include <ostream>
 
-#include "host/bone_age.h"
 #include "host/case_files.h"
 #include "host/command_line.h"
 #include "host/growth.h"
+#include "host/growth_findings.h"
 #include "host/growth_report.h"
 #include "host/output.h"
 #include "host/profile.h"
@@ -13,13 +13,7 @@ namespace cephtool {
 namespace {
 
 GrowthResult growth_of(Case record, std::span<const Analysis> analyses) {
-    const Finding age = age_finding(record);
-    GrowthResult result{{}, {age, dental_stage_finding(record)}, {}};
-    if (record.kind == Kind::lateral) {
-        const Finding bone_age = bone_age_finding(record);
-        result.growth.insert(result.growth.end(), {ricketts_stage_finding(record), bone_age});
-        if (bone_age.years) result.growth.push_back(bone_age_difference(bone_age, age));
-    }
+    GrowthResult result{{}, growth_findings(record), {}};
     for (const Analysis& analysis : analyses) {
         if (case_kind(analysis) != record.kind) continue;
         for (const StageSet set : {StageSet::first, StageSet::second}) {

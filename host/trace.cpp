@@ -1,7 +1,6 @@
 // cephtool trace: draws the tracing of a case.
 #include <algorithm>
 #include <cmath>
-#include <filesystem>
 #include <ostream>
 
 #include "host/command_line.h"
@@ -31,13 +30,13 @@ Error bad_option(const std::string& message, const std::string& way_out) {
     return {ExitCode::bad_command_line, message, way_out};
 }
 
-TracingFormat format_of(const TraceOptions& options) {
-    const auto format = tracing_format(options.output);
+FileFormat format_of(const TraceOptions& options) {
+    const auto format = file_format(options.output);
     if (!format) {
         throw bad_option(in_quotes(options.output) + " does not end in .png, .svg or .pdf",
                          "The end of the name says what is written.");
     }
-    if (*format != TracingFormat::png && !(options.zoom.empty() && options.size.empty())) {
+    if (*format != FileFormat::png && !(options.zoom.empty() && options.size.empty())) {
         throw bad_option("--zoom and --size are for PNG pictures", "SVG and PDF have their size in millimetres.");
     }
     return *format;
@@ -71,18 +70,11 @@ double pixels_a_mm(const TraceOptions& options, const Page& page) {
     return pixels;
 }
 
-DisplayMode mode_for(Kind kind, const std::string& name) {
-    const std::vector<DisplayMode> modes = listed_modes(kind);
-    if (name.empty()) return modes.empty() ? DisplayMode{} : modes.front();
-    return modes_named(modes, name, std::string(" for a ") + name_of(kind) + " case").front();
-}
-
-// What the command line names, else what the case names, which lies relative to the case.
+// What the command line names, else what the case names.
 std::optional<Film> film_of(const TraceOptions& options, const Case& record) {
     if (options.no_image) return {};
     if (!options.image.empty()) return read_film(options.image);
-    if (record.image.empty()) return {};
-    return read_film((std::filesystem::path(record.file).parent_path() / record.image).string());
+    return named_film(record);
 }
 
 std::size_t landmarks_outside(const Case& record, const tool::Background& picture) {
@@ -93,10 +85,10 @@ std::size_t landmarks_outside(const Case& record, const tool::Background& pictur
 }
 
 void trace(const TraceOptions& options, const CaseOptions& case_options, Streams& streams) {
-    const TracingFormat format = format_of(options);
+    const FileFormat format = format_of(options);
     const Case record = read_case(checked_text(read_bytes(options.input, streams.in)), case_options);
     std::vector<std::string> notes = record.notes;
-    const DisplayMode mode = mode_for(record.kind, options.mode);
+    const DisplayMode mode = chosen_mode(record.kind, options.mode);
     const std::optional<Film> film = film_of(options, record);
     std::optional<FilmSize> film_size;
     if (film) {

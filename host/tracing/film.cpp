@@ -1,5 +1,6 @@
 #include "host/tracing/film.h"
 
+#include <filesystem>
 #include <sstream>
 
 #include "host/source.h"
@@ -18,6 +19,11 @@ Film read_film(const std::string& path) {
 #else
     throw source.error("this program was built without reading pictures", way_out);
 #endif
+}
+
+std::optional<Film> named_film(const Case& record) {
+    if (record.image.empty()) return {};
+    return read_film((std::filesystem::path(record.file).parent_path() / record.image).string());
 }
 
 }  // namespace cephtool

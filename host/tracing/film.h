@@ -3,7 +3,10 @@
 
 #include <surface/background.h>
 
+#include <optional>
 #include <string>
+
+#include "host/case.h"
 
 namespace cephtool {
 
@@ -14,5 +17,8 @@ struct Film {
 
 // Throws an Error when the file can't be read or is no such picture.
 Film read_film(const std::string& path);
+
+// The film that the case names, which lies relative to the case; nothing when it names none.
+std::optional<Film> named_film(const Case& record);
 
 }  // namespace cephtool

@@ -6,13 +6,9 @@
 #include <vector>
 
 #include "host/case.h"
+#include "host/drawing/box.h"
 
 namespace cephtool {
-
-// Sides of an upright rectangle; y runs down.
-struct Box {
-    double left, top, right, bottom;
-};
 
 bool overlap(const Box& a, const Box& b);
 

@@ -4,6 +4,7 @@
 #include <cmath>
 #include <limits>
 
+#include "host/drawing/canvas.h"
 #include "host/text_width.h"
 
 namespace cephtool {
@@ -84,6 +85,30 @@ std::optional<Page> sheet_for(const Tracing& tracing, const std::optional<FilmSi
         return page;
     }
     return {};
+}
+
+Page page_within(const Box& room, double legend_mm, const Tracing& tracing, const std::optional<FilmSize>& film) {
+    const Box box = extent(tracing, film);
+    const double scale = tracing.mm_per_pixel;
+    const double height = room.height() - legend_mm;
+    const double fit = std::min(room.width() / (box.width() * scale), height / (box.height() * scale));
+    double enlargement = fit;
+    if (fit >= 1) {
+        constexpr double still_small = 2.5;
+        enlargement = fit >= still_small ? std::floor(fit) : 1;
+    } else if (fit >= 0.05) {
+        enlargement = std::floor(fit * 20) / 20;
+    }
+    Page page{};
+    page.width_mm = room.width();
+    page.height_mm = room.height();
+    page.enlargement = enlargement;
+    page.scale = scale * enlargement;
+    const double left = room.left + (room.width() - box.width() * page.scale) / 2;
+    page.origin = {left - box.left * page.scale, room.top - box.top * page.scale};
+    page.drawing = {left, room.top, left + box.width() * page.scale, room.top + box.height() * page.scale};
+    page.legend = {room.left, page.drawing.bottom, room.right, page.drawing.bottom + legend_mm};
+    return page;
 }
 
 }  // namespace cephtool

@@ -9,8 +9,6 @@
 
 namespace cephtool {
 
-inline constexpr double mm_a_point = 25.4 / 72;
-
 struct FilmSize {
     int width, height;  // pixels
 };
@@ -31,5 +29,9 @@ Page page_for(const Tracing& tracing, const std::optional<FilmSize>& film);
 
 // A sheet of A4 or A3, upright or across, for printing at true size; nothing when the drawing does not fit on A3.
 std::optional<Page> sheet_for(const Tracing& tracing, const std::optional<FilmSize>& film);
+
+// A part of a larger page, with the legend at its foot: at true size, or at the largest whole 5 % below it at which the
+// drawing fits; small drawings are enlarged a whole number of times.
+Page page_within(const Box& room, double legend_mm, const Tracing& tracing, const std::optional<FilmSize>& film);
 
 }  // namespace cephtool

@@ -1,126 +1,29 @@
 #include "host/tracing/tracing_drawing.h"
 
-#include <CodePage.h>
 #include <Tools.h>
 
 #include <algorithm>
 #include <cmath>
 
-#include "host/numbers.h"
-#include "host/text_width.h"
+#include "host/drawing/font.h"
 
 namespace cephtool {
 namespace {
 
-constexpr double units_a_mm = 100;  // of MM_HIMETRIC
-constexpr int up = 1;               // the library's flag for map modes whose y points up: it negates y
+constexpr int up = 1;  // the library's flag for map modes whose y points up: it negates y
 constexpr int solid = 0;
 // Outlines are handed over in steps of 1/40 mm: the library keeps samples ten steps apart, finer than a pen is wide.
 constexpr double outline_steps_a_mm = 40;
 
 constexpr double label_mm = 2.9, patient_mm = 4.2, facts_mm = 2.9;
 constexpr double dot_mm = 0.65, halo_mm = 1.0;
-constexpr int long_ruler_mm = 100, short_ruler_mm = 50;
-
-// Beyond this nothing is on the page, and coordinates would leave the surfaces' range.
-constexpr double farthest_unit = 1e8;
-
-int unit(double mm, double units) {
-    return static_cast<int>(std::lround(std::clamp(mm * units, -farthest_unit, farthest_unit)));
-}
-
-CPoint on_surface(Position mm) {
-    return {unit(mm.x, units_a_mm), unit(mm.y, units_a_mm)};
-}
-
-// As the surface sees it, where y points up.
-CPoint upward(Position mm) {
-    const CPoint p = on_surface(mm);
-    return {p.x, -p.y};
-}
-
-// In the code page of the drawing functions; what it lacks becomes "?".
-CString drawable(std::string_view utf8) {
-    CString text;
-    if (CodePage932FromUtf8(std::string(utf8).c_str(), &text)) return text;
-    text.Empty();
-    while (!utf8.empty()) {
-        std::string_view rest = utf8;
-        next_character(rest);
-        CString character;
-        const std::string one(utf8.substr(0, utf8.size() - rest.size()));
-        text += CodePage932FromUtf8(one.c_str(), &character) ? character : CString("?");
-        utf8 = rest;
-    }
-    return text;
-}
-
-// A font of the canvas from here to the end of the scope. Heights are those of the face asked for, whatever a surface
-// has in its place.
-class SelectedFont {
- public:
-    SelectedFont(const TracingCanvas& canvas, double height_mm, bool bold = false)
-        : canvas_(canvas), height_mm_(height_mm) {
-        LOGFONTA description{};
-        description.lfHeight = std::min(-unit(em_mm(), units_a_mm), -1);
-        description.lfWeight = bold ? FW_BOLD : FW_NORMAL;
-        description.lfCharSet = SHIFTJIS_CHARSET;
-        std::copy_n("Arial", sizeof "Arial", description.lfFaceName);
-        font_.CreateFontIndirectA(&description);
-        before_ = canvas_.dc.SelectObject(&font_);
-        measured_before_ = canvas_.measure.SelectObject(&font_);
-        align_before_ = canvas_.dc.SetTextAlign(TA_LEFT | TA_BASELINE);
-    }
-    ~SelectedFont() {
-        canvas_.dc.SetTextAlign(align_before_);
-        canvas_.measure.SelectObject(measured_before_);
-        canvas_.dc.SelectObject(before_);
-    }
-    SelectedFont(const SelectedFont&) = delete;
-    SelectedFont& operator=(const SelectedFont&) = delete;
-
-    // Width and height in mm.
-    Position extent(const CString& text) const {
-        return {canvas_.measure.GetTextExtent(text, text.GetLength()).cx / units_a_mm, height_mm_};
-    }
-    // As much of the text as fits.
-    CString cut(const std::string& utf8, double width) const {
-        CString text = drawable(utf8);
-        for (int columns = display_width(utf8); columns > 0 && extent(text).x > width; --columns) {
-            text = drawable(fitted(utf8, columns));
-        }
-        return text;
-    }
-    void write(Position corner, const CString& text, COLORREF colour) const {
-        const CPoint at = upward({corner.x, corner.y + ascent * em_mm()});
-        CTools::TextMakeOut(&canvas_.dc, at.x, at.y, text, 0, 0, 0, 0, colour, TRANSPARENT);
-    }
-    // With a shadow, to be read on the greys of a film.
-    void write_on_film(Position corner, const CString& text, COLORREF colour, COLORREF shadow) const {
-        constexpr double shadow_mm = 0.2;
-        write({corner.x + shadow_mm, corner.y + shadow_mm}, text, shadow);
-        write(corner, text, colour);
-    }
-
- private:
-    static constexpr double ascent = 0.905, descent = 0.212;  // of Arial, in units of its em
-    double em_mm() const { return height_mm_ / (ascent + descent); }
-
-    const TracingCanvas& canvas_;
-    double height_mm_;
-    CFont font_;
-    CFont* before_;
-    CFont* measured_before_;
-    UINT align_before_;
-};
-
 class Painter {
  public:
-    Painter(const Tracing& tracing, const Page& page, const TracingStyle& style, const TracingCanvas& canvas)
-        : tracing_(tracing), page_(page), style_(style), canvas_(canvas), dc_(canvas.dc) {}
+    Painter(const Tracing& tracing, const Page& page, const TracingStyle& style, const Film* film, const Canvas& canvas)
+        : tracing_(tracing), page_(page), style_(style), film_(film), canvas_(canvas), dc_(canvas.dc) {}
 
-    void paint(bool with_ruler, std::vector<std::string>& unlabelled) {
-        if (canvas_.draw_film) paint_film();
+    void paint(const Ruler& ruler, std::vector<std::string>& unlabelled) {
+        if (film_) paint_film();
         canvas_.begin_layer("outlines");
         paint_outlines();
         canvas_.begin_layer("planes");
@@ -136,34 +39,12 @@ class Painter {
         canvas_.begin_layer("labels");
         paint_labels();
         canvas_.begin_layer("ruler");
-        paint_ruler(with_ruler ? long_ruler_mm : short_ruler_mm);
+        paint_ruler(ruler);
         canvas_.begin_layer("legend");
-        paint_legend(with_ruler);
+        paint_legend(ruler);
     }
 
- private:
-    void paint_film() {
-        canvas_.begin_layer("film");
-        const Box& box = page_.drawing;
-        const CPoint top_left = upward({box.left, box.top}), bottom_right = upward({box.right, box.bottom});
-        canvas_.draw_film({top_left.x, top_left.y, bottom_right.x, bottom_right.y});
-    }
-
-    std::vector<tagPOINT> outline_points(const Outline& outline) const {
-        std::vector<tagPOINT> points;
-        for (const Position& pixel : outline.points) {
-            const Position at = page_(pixel);
-            points.push_back({unit(at.x, outline_steps_a_mm), unit(at.y, outline_steps_a_mm)});
-        }
-        return points;
-    }
-
-    void paint_outlines() {
-        const bool filled = !canvas_.draw_film;
-        for (const FittedCurve& curve : tracing_.outlines) {
-            if (!filled || curve.style.tissue != Tissue::tooth) continue;
-            fill(outline_points(curve.outline), curve.outline.closed);
-        }
+    void paint_outline_lines() {
         for (const bool fine : {true, false})
             for (const FittedCurve& curve : tracing_.outlines) {
                 if (curve.style.fine != fine) continue;
@@ -176,6 +57,30 @@ class Painter {
                     add_ink(page_(curve.outline.points[i]), page_(curve.outline.points[i + 1]));
                 }
             }
+    }
+
+ private:
+    void paint_film() {
+        canvas_.begin_layer("film");
+        canvas_.draw_picture(*film_, upward(page_.drawing));
+    }
+
+    std::vector<tagPOINT> outline_points(const Outline& outline) const {
+        std::vector<tagPOINT> points;
+        for (const Position& pixel : outline.points) {
+            const Position at = page_(pixel);
+            points.push_back({unit(at.x, outline_steps_a_mm), unit(at.y, outline_steps_a_mm)});
+        }
+        return points;
+    }
+
+    void paint_outlines() {
+        const bool filled = !film_;
+        for (const FittedCurve& curve : tracing_.outlines) {
+            if (!filled || curve.style.tissue != Tissue::tooth) continue;
+            fill(outline_points(curve.outline), curve.outline.closed);
+        }
+        paint_outline_lines();
     }
 
     // An open curve, such as a root, is filled a little beyond its ends, up to the crown's border and into the crown.
@@ -192,7 +97,7 @@ class Painter {
                 double x = 0, y = 0;
                 CTools::SplineCal(&x, &y, a.x, a.y, b.x, b.y, c.x, c.y, d.x, d.y, static_cast<double>(step) / steps,
                                   CRect(0, 0, 0, 0), 0);
-                const CPoint p = upward({x / outline_steps_a_mm, y / outline_steps_a_mm});
+                const CPoint p = upward(Position{x / outline_steps_a_mm, y / outline_steps_a_mm});
                 samples.push_back({p.x, p.y});
             }
         CPen none(PS_NULL, 0, RGB(0, 0, 0));
@@ -216,8 +121,7 @@ class Painter {
     }
 
     void paint_line(Position from, Position to, int tenths_mm, COLORREF colour) {
-        const CPoint a = on_surface(from), b = on_surface(to);
-        CTools::Draw_Line(&dc_, a.x, a.y, b.x, b.y, tenths_mm, colour, solid, up);
+        draw_line(dc_, from, to, tenths_mm, colour);
     }
 
     // Beyond some length of lines labels stand on them anyway.
@@ -239,7 +143,7 @@ class Painter {
             values_.push_back(room_for(page_(value.corner), font.extent(text)));
             const Position corner{values_.back().left, values_.back().top};
             const COLORREF colour = style_.mode_colour(value.colour);
-            if (canvas_.draw_film) {
+            if (film_) {
                 font.write_on_film(corner, text, colour, style_.halo);
             } else {
                 font.write(corner, text, colour);
@@ -287,15 +191,13 @@ class Painter {
     }
 
     void paint_landmarks() {
-        const auto spot = [&](Position at, double radius_mm, COLORREF colour) {
-            CTools::Spot(&dc_, upward(at), 1, CPoint(0, 0), static_cast<short>(unit(radius_mm, units_a_mm)), colour, 0);
-        };
         for (std::size_t i = 0; i < labels_.size(); ++i) {
             if (!labels_[i] || !labels_[i]->leader) continue;
             paint_line(page_(tracing_.landmarks[i].position), *labels_[i]->leader, 1, style_.leader);
         }
-        for (const Landmark& landmark : tracing_.landmarks) spot(page_(landmark.position), halo_mm, style_.halo);
-        for (const Landmark& landmark : tracing_.landmarks) spot(page_(landmark.position), dot_mm, style_.dot);
+        for (const Landmark& landmark : tracing_.landmarks)
+            draw_dot(dc_, page_(landmark.position), halo_mm, style_.halo);
+        for (const Landmark& landmark : tracing_.landmarks) draw_dot(dc_, page_(landmark.position), dot_mm, style_.dot);
     }
 
     void paint_labels() {
@@ -304,7 +206,7 @@ class Painter {
             if (!labels_[i]) continue;
             const Position corner{labels_[i]->box.left, labels_[i]->box.top};
             const CString name = drawable(tracing_.landmarks[i].name);
-            if (canvas_.draw_film) {
+            if (film_) {
                 font.write_on_film(corner, name, style_.label, style_.halo);
             } else {
                 font.write(corner, name, style_.label);
@@ -312,34 +214,34 @@ class Painter {
         }
     }
 
-    // At the right of the legend; its ends are exactly `length_mm` of the patient apart.
-    void paint_ruler(int length_mm) {
+    // At the right of the legend; its ends are exactly its length of the patient apart.
+    void paint_ruler(const Ruler& ruler) {
         const double right = page_.legend.right - 6, y = page_.legend.bottom - 5;
-        const double left = right - length_mm * page_.enlargement;
+        const double left = right - ruler.length_mm * page_.enlargement;
         paint_line({left, y}, {right, y}, 3, style_.text);
-        for (int mm = 0; mm <= length_mm; mm += length_mm == long_ruler_mm ? 1 : 10) {
+        for (int mm = 0; mm <= ruler.length_mm; mm += ruler.fine ? 1 : 10) {
             const double height = mm % 10 == 0 ? 2.4 : mm % 5 == 0 ? 1.7 : 1;
             const double x = left + mm * page_.enlargement;
             paint_line({x, y}, {x, y - height}, mm % 10 == 0 ? 2 : 1, style_.text);
         }
         const SelectedFont font(canvas_, facts_mm);
-        const CString text = drawable(length_mm == long_ruler_mm ? "100 mm: check with a ruler after printing"
-                                                                 : std::to_string(length_mm) + " mm");
+        const CString text = drawable(ruler.text);
         const Position size = font.extent(text);
         font.write({right - size.x, y - 3.2 - size.y}, text, style_.quiet_text);
     }
 
-    void paint_legend(bool with_ruler) {
+    void paint_legend(const Ruler& ruler) {
         const double left = page_.legend.left + 6, width = page_.legend.right - 6 - left;
         double top = page_.legend.top + 2;
-        {
+        if (!tracing_.patient.empty()) {
             const SelectedFont font(canvas_, patient_mm, true);
             font.write({left, top}, font.cut(tracing_.patient, width), style_.text);
             top += patient_mm * 1.25;
         }
         const SelectedFont font(canvas_, facts_mm);
-        const double beside_ruler = width - (with_ruler ? 0 : short_ruler_mm * page_.enlargement + 4);
+        const double beside_ruler = width - (ruler.below_legend ? 0 : ruler.length_mm * page_.enlargement + 4);
         for (const std::string& line : {tracing_.facts, tracing_.mode, tracing_.origin}) {
+            if (line.empty()) continue;
             font.write({left, top}, font.cut(line, beside_ruler), style_.quiet_text);
             top += facts_mm * 1.3;
         }
@@ -348,7 +250,8 @@ class Painter {
     const Tracing& tracing_;
     const Page& page_;
     const TracingStyle& style_;
-    const TracingCanvas& canvas_;
+    const Film* film_;
+    const Canvas& canvas_;
     CDC& dc_;
     std::vector<Box> values_;
     std::vector<Position> ink_;
@@ -357,10 +260,25 @@ class Painter {
 
 }  // namespace
 
-void draw_tracing(const Tracing& tracing, const Page& page, const TracingStyle& style, bool with_ruler,
-                  const TracingCanvas& canvas, std::vector<std::string>& unlabelled) {
+const Ruler& long_ruler() {
+    static const Ruler ruler{100, "100 mm: check with a ruler after printing", true, true};
+    return ruler;
+}
+
+const Ruler& short_ruler() {
+    static const Ruler ruler{50, "50 mm", false, false};
+    return ruler;
+}
+
+void draw_outlines(const Tracing& tracing, const Page& page, const TracingStyle& style, const Canvas& canvas) {
     canvas.dc.m_bPrinting = TRUE;
-    Painter(tracing, page, style, canvas).paint(with_ruler, unlabelled);
+    Painter(tracing, page, style, nullptr, canvas).paint_outline_lines();
+}
+
+void draw_tracing(const Tracing& tracing, const Page& page, const TracingStyle& style, const Film* film,
+                  const Ruler& ruler, const Canvas& canvas, std::vector<std::string>& unlabelled) {
+    canvas.dc.m_bPrinting = TRUE;
+    Painter(tracing, page, style, film, canvas).paint(ruler, unlabelled);
 }
 
 }  // namespace cephtool

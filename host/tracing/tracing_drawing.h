@@ -1,23 +1,30 @@
 // Draws a tracing on any surface, as the library's drawing functions do it.
 #pragma once
 
-#include <functional>
+#include <string>
 
+#include "host/drawing/canvas.h"
+#include "host/tracing/film.h"
 #include "host/tracing/page.h"
 #include "host/tracing/tracing_style.h"
 
 namespace cephtool {
 
-// A surface in the map mode MM_HIMETRIC that counts as a printer, so that the widths of pens are in mm.
-struct TracingCanvas {
-    CDC& dc;
-    CDC& measure;                                  // tells how wide texts are; may be `dc`
-    std::function<void(const char*)> begin_layer;  // what is drawn from here on belongs to this part of the tracing
-    std::function<void(const RECT&)> draw_film;    // empty without a film
+// A scale beside or below the legend of a tracing.
+struct Ruler {
+    int length_mm;  // of the patient
+    std::string text;
+    bool fine;          // with marks at every millimetre
+    bool below_legend;  // the legend has the width of the page
 };
+const Ruler& long_ruler();
+const Ruler& short_ruler();
 
-// The names of labels that found no room are appended to `unlabelled`.
-void draw_tracing(const Tracing& tracing, const Page& page, const TracingStyle& style, bool with_ruler,
-                  const TracingCanvas& canvas, std::vector<std::string>& unlabelled);
+// `film` is drawn below the tracing; null: none. The names of labels that found no room are appended to `unlabelled`.
+void draw_tracing(const Tracing& tracing, const Page& page, const TracingStyle& style, const Film* film,
+                  const Ruler& ruler, const Canvas& canvas, std::vector<std::string>& unlabelled);
+
+// The outlines alone, without filled teeth.
+void draw_outlines(const Tracing& tracing, const Page& page, const TracingStyle& style, const Canvas& canvas);
 
 }  // namespace cephtool

@@ -1,20 +1,15 @@
 // A tracing as the bytes of a picture, a drawing or a page.
 #pragma once
 
-#include <optional>
 #include <string>
-#include <string_view>
+#include <vector>
 
+#include "host/drawing/drawn_file.h"
 #include "host/tracing/film.h"
 #include "host/tracing/page.h"
 #include "host/tracing/tracing_style.h"
 
 namespace cephtool {
-
-enum class TracingFormat { png, svg, pdf };
-
-// By the extension of the file's name; nothing for any other.
-std::optional<TracingFormat> tracing_format(std::string_view path);
 
 struct TracingPaper {
     Page page;
@@ -24,9 +19,8 @@ struct TracingPaper {
     bool with_ruler = false;
 };
 
-// Labels that found no room are noted in `notes`. Throws an Error when memory runs out or the program was built without
-// what the format needs.
-std::string tracing_file(TracingFormat format, const Tracing& tracing, const TracingPaper& paper,
+// Labels that found no room are noted in `notes`. Throws an Error as drawn_file does.
+std::string tracing_file(FileFormat format, const Tracing& tracing, const TracingPaper& paper,
                          std::vector<std::string>& notes);
 
 }  // namespace cephtool

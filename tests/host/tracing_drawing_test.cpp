@@ -36,7 +36,7 @@ Drawn drawn(const Tracing& tracing, const Page& page, const TracingStyle& style 
     surface.set_map_mode(MM_HIMETRIC);
     surface.set_size(2000, 2500, 200, 250);
     Drawn result;
-    TracingCanvas canvas{surface, surface, {}, {}};
+    Canvas canvas{surface, surface, {}, {}};
     const auto take = [&] {
         if (!result.layers.empty()) result.text[result.layers.back()] = surface.text();
         surface.clear();
@@ -45,8 +45,10 @@ Drawn drawn(const Tracing& tracing, const Page& page, const TracingStyle& style 
         take();
         result.layers.emplace_back(name);
     };
-    if (with_film) canvas.draw_film = [&](const RECT& where) { surface.FrameRect(&where, surface.GetCurrentBrush()); };
-    draw_tracing(tracing, page, style, with_ruler, canvas, result.unlabelled);
+    canvas.draw_picture = [&](const Film&, const RECT& where) { surface.FrameRect(&where, surface.GetCurrentBrush()); };
+    const Film film;
+    draw_tracing(tracing, page, style, with_film ? &film : nullptr, with_ruler ? long_ruler() : short_ruler(), canvas,
+                 result.unlabelled);
     take();
     return result;
 }

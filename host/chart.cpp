@@ -1,0 +1,33 @@
+// cephtool chart: the deviations from the norms as a picture.
+#include "host/output.h"
+#include "host/profile.h"
+#include "host/report/report_document.h"
+#include "host/report/report_options.h"
+#include "host/text_width.h"
+
+namespace cephtool {
+
+ExitCode run_chart(const Command& command, const Arguments& arguments, Streams& streams) {
+    ReportOptions given;
+    CommandLine line(command, "cephtool chart --analysis Steiner lateral-class2.json -o chart.svg",
+                     "cephtool chart --compare lateral-class2.json lateral-average.json -o chart.png");
+    add_report_options(line, given);
+    line.options()
+        .add_option("-o,--output", given.output, "FILE.png, FILE.svg or FILE.pdf")
+        ->required()
+        ->type_name("FILE");
+    const CaseOptionFlags case_options(line);
+    if (!line.parse(arguments, streams)) return ExitCode::done;
+    const auto format = file_format(given.output);
+    if (!format) {
+        throw Error(ExitCode::bad_command_line, in_quotes(given.output) + " does not end in .png, .svg or .pdf",
+                    "The end of the name says what is written.");
+    }
+    const ProgramProfile profile(given.folder);
+    const Selection selection(given.analyses, streams);
+    const std::vector<FilmResults> films = measured_films(given, case_options.options(), selection, streams);
+    write_result(chart_file(*format, films, given.texts()), given.output, streams.out);
+    return ExitCode::done;
+}
+
+}  // namespace cephtool

@@ -1,0 +1,26 @@
+// What is known of one film: the case, its results, growth, tracing and picture.
+#pragma once
+
+#include <optional>
+#include <vector>
+
+#include "host/finding.h"
+#include "host/measurement.h"
+#include "host/tracing/film.h"
+#include "host/tracing/tracing.h"
+
+namespace cephtool {
+
+struct FilmResults {
+    CaseResult result;  // of the chosen analyses, those without any value included
+    std::vector<Finding> growth;
+    Tracing tracing;
+    std::optional<Film> film;
+
+    const Case& record() const { return result.record; }
+};
+
+// The results of the analyses that any of the films has a value of, each with one entry a film.
+std::vector<std::vector<const AnalysisResult*>> fruitful_analyses(const std::vector<FilmResults>& films);
+
+}  // namespace cephtool

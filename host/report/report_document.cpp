@@ -1,0 +1,78 @@
+#include "host/report/report_document.h"
+
+#include <algorithm>
+
+#include "host/drawing/font.h"
+#include "host/report/pages.h"
+#include "host/report/patient_section.h"
+#include "host/report/style.h"
+#include "host/report/table_section.h"
+#include "host/report/tracing_section.h"
+#include "host/text_width.h"
+
+namespace cephtool {
+namespace {
+
+constexpr double chart_pixels_a_mm = 200 / 25.4;
+
+std::string running_head(const std::vector<FilmResults>& films, const Texts& texts) {
+    std::vector<std::string> parts{patient_name(films.front().record())};
+    for (const FilmResults& film : films)
+        if (film.record().film) parts.push_back(texts.date(film.record().film));
+    return joined(parts, ", ");
+}
+
+void add_tables(Pages& pages, const std::vector<FilmResults>& films) {
+    const Texts& texts = pages.texts();
+    std::vector<std::string> files;
+    for (const auto& times : fruitful_analyses(films)) {
+        add_table(pages, result_table(times, TableStyle::full, texts));
+        const std::string file = printable(times.front()->analysis->file);
+        if (std::ranges::find(files, file) == files.end()) files.push_back(file);
+    }
+    pages.take(5);
+    if (files.empty()) {
+        add_paragraph(pages, texts("None of the analyses can be made from the landmarks of this case."), body_mm, ink);
+        return;
+    }
+    std::vector<std::string> notes{
+        texts("A star stands for each whole SD from the mean. In the chart the bands end at 1, 2 and 3 SD; a triangle "
+              "points to a value beyond.")};
+    if (films.size() > 1) {
+        notes.push_back(texts("Change: the last film minus the first one. Norms are those of the last film."));
+    }
+    if (std::ranges::any_of(films, [](const FilmResults& film) { return film.result.norms_differ; })) {
+        notes.push_back(texts("Norms that differ between men and women are left out, since the sex is not given."));
+    }
+    notes.push_back(texts("Made by cephtool %1 from the analyses %2.", CEPHTOOL_VERSION, joined(files, ", ")));
+    for (const std::string& note : notes) add_paragraph(pages, note, note_mm, quiet_ink);
+}
+
+}  // namespace
+
+std::string report_pdf(const std::vector<FilmResults>& films, const Texts& texts) {
+    Pages pages(texts, running_head(films, texts),
+                "cephtool " CEPHTOOL_VERSION "  ·  " + texts("Calculated from landmarks, not a diagnosis."));
+    add_patient(pages, films);
+    add_growth(pages, films);
+    add_tracings(pages, films);
+    if (films.size() > 1) add_superimpositions(pages, films);
+    pages.new_page();
+    add_tables(pages, films);
+    return drawn_file(FileFormat::pdf, {a4_width_mm, a4_height_mm}, pages.finished());
+}
+
+std::string chart_file(FileFormat format, const std::vector<FilmResults>& films, const Texts& texts) {
+    Pages pages = Pages::sheet_without_end(texts);
+    add_paragraph(pages, running_head(films, texts), title_mm, ink, true);
+    const auto analyses = fruitful_analyses(films);
+    for (const auto& times : analyses) add_table(pages, result_table(times, TableStyle::chart, texts));
+    if (analyses.empty()) {
+        add_paragraph(pages, texts("None of the analyses can be made from the landmarks of this case."), body_mm, ink);
+    }
+    constexpr double margin = 10;
+    return drawn_file(format, {a4_width_mm, pages.used_height() + margin, RGB(255, 255, 255), chart_pixels_a_mm},
+                      pages.finished());
+}
+
+}  // namespace cephtool

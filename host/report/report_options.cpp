@@ -1,0 +1,60 @@
+#include "host/report/report_options.h"
+
+#include <algorithm>
+#include <ostream>
+
+#include "host/growth_findings.h"
+#include "host/report/style.h"
+#include "host/text_width.h"
+
+namespace cephtool {
+
+void add_report_options(CommandLine& line, ReportOptions& options) {
+    CLI::App& app = line.options();
+    app.add_option("CASE", options.input, "file with landmarks; - is standard input")->required()->type_name("");
+    app.add_option("--compare", options.others, "the same patient at another time; again\nfor a third")
+        ->allow_extra_args(false)
+        ->type_name("CASE");
+    app.add_option("--analysis", options.analyses,
+                   "title or file name of an analysis, or\na definition file; again for more")
+        ->allow_extra_args(false)
+        ->type_name("NAME");
+    line.add_choice("--language", options.language, {"en", "ja"}, "en or ja: of the texts round the results");
+    app.add_option("--anaitem", options.folder, "another folder of analyses")->type_name("FOLDER");
+}
+
+std::vector<FilmResults> measured_films(const ReportOptions& options, const CaseOptions& case_options,
+                                        const Selection& selection, Streams& streams) {
+    std::vector<std::string> paths{options.input};
+    paths.insert(paths.end(), options.others.begin(), options.others.end());
+    check_inputs(paths);
+    if (paths.size() > most_times) {
+        throw Error(ExitCode::bad_command_line, "more than " + std::to_string(most_times) + " cases can't be compared",
+                    "Name at most two with --compare.");
+    }
+    std::vector<FilmResults> films;
+    for (const std::string& path : paths) {
+        const Source source = checked_text(read_bytes(path, streams.in));
+        Case record = read_case(source, case_options);
+        if (!films.empty() && record.kind != films.front().record().kind) {
+            throw source.error(std::string("this is a ") + name_of(record.kind) + " case, and the first one is " +
+                                   name_of(films.front().record().kind),
+                               "Compare cases of one kind.");
+        }
+        for (const std::string& note : record.notes) streams.err << printable(path) << ": " << note << "\n";
+        FilmResults film{measured(std::move(record), selection.chosen(), {}, false), {}, {}, {}};
+        film.growth = growth_findings(film.record());
+        if (!options.analyses.empty() && film.result.analyses.empty()) {
+            throw source.error(std::string("this is a ") + name_of(film.record().kind) +
+                                   " case, and none of the analyses named is for its kind",
+                               "\"cephtool analyses\" lists the analyses by kind.");
+        }
+        films.push_back(std::move(film));
+    }
+    if (std::ranges::all_of(films, [](const FilmResults& film) { return film.record().film.has_value(); })) {
+        std::ranges::stable_sort(films, {}, [](const FilmResults& film) { return *film.record().film; });
+    }
+    return films;
+}
+
+}  // namespace cephtool

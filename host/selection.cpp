@@ -1,0 +1,31 @@
+#include "host/selection.h"
+
+#include <algorithm>
+#include <ostream>
+
+#include "host/text_width.h"
+
+namespace cephtool {
+
+Selection::Selection(const std::vector<std::string>& names, Streams& streams) {
+    std::vector<std::string> notes;
+    listed_ = listed_analyses(notes);
+    for (const std::string& note : notes) streams.err << "note: " << note << "\n";
+    for (const std::string& name : names) choose(name, streams);
+    if (!names.empty()) return;
+    for (const Analysis& analysis : listed_) chosen_.push_back(&analysis);
+}
+
+void Selection::choose(const std::string& name, Streams& streams) {
+    const bool is_path = name.find_first_of("/\\") != std::string::npos || lower_case(name).ends_with(".txt");
+    std::vector<const Analysis*> found = named(listed_, name);
+    if (found.empty() && !is_path) throw unknown_analysis(listed_, name);
+    if (found.empty()) {
+        from_files_.push_back(analyses_in_file(name, streams.in));
+        for (const Analysis& analysis : from_files_.back()) found.push_back(&analysis);
+    }
+    for (const Analysis* analysis : found)
+        if (std::ranges::find(chosen_, analysis) == chosen_.end()) chosen_.push_back(analysis);
+}
+
+}  // namespace cephtool
