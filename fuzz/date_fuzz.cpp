@@ -6,6 +6,7 @@
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
+#include <random>
 #include <string>
 
 #include "host/date_reader.h"
@@ -23,9 +24,9 @@ const std::filesystem::path& folder() {
     static const struct Folder {
         std::filesystem::path path;
         Folder() {
-            std::string form = (std::filesystem::temp_directory_path() / "date_fuzz.XXXXXX").string();
-            path = mkdtemp(form.data());
-            SetModuleFileNameA((path / "program").c_str());
+            path = std::filesystem::temp_directory_path() / ("date_fuzz." + std::to_string(std::random_device()()));
+            std::filesystem::create_directory(path);
+            SetModuleFileNameA((path / "program").string().c_str());
         }
         ~Folder() { std::filesystem::remove_all(path); }
     } folder;

@@ -1,4 +1,5 @@
-// Everything of the host framework that the exported classes mention, for a host that does not stand on it itself.
+// Everything of the host framework that the exported classes mention, for a host that does not stand on it itself. One
+// that does defines TOOL_USE_MFC: then nothing of it is declared here (framework/scalars.h).
 #pragma once
 
 #include "framework/application.h"

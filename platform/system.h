@@ -83,6 +83,8 @@ class OpenFile {
         Access access = Access::read;
         bool create = false;    // make it when it is missing
         bool truncate = false;  // with create: empty an existing one
+        // What other openings of the file are allowed meanwhile; has no effect off Windows.
+        bool others_read = true, others_write = true;
     };
 
     // Null on failure; *fault then says why.

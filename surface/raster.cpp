@@ -66,8 +66,8 @@ void Raster::row(std::int64_t y, std::int64_t left, std::int64_t right, Ink ink)
 }
 
 void Raster::box(const RECT& rect, Ink ink) {
-    const int bottom = std::min(rect.bottom, height_);
-    for (int y = std::max(rect.top, 0); y < bottom; ++y) row(y, rect.left, rect.right, ink);
+    const int bottom = std::min<int>(rect.bottom, height_);
+    for (int y = std::max<int>(rect.top, 0); y < bottom; ++y) row(y, rect.left, rect.right, ink);
 }
 
 // Calls visit(pixel, step) for each visible pixel of a line, by rule 1.

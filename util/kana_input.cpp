@@ -8,7 +8,7 @@ CString reading(const CInputMethod& method, int kind) {
     const DWORD form = kind == 0   ? LCMAP_HIRAGANA | LCMAP_FULLWIDTH
                        : kind == 1 ? LCMAP_KATAKANA | LCMAP_FULLWIDTH
                                    : LCMAP_KATAKANA | LCMAP_HALFWIDTH;
-    return MapKana(method.m_strReading, form);
+    return MapKana(method.GetReading(), form);
 }
 
 DWORD conversion_bits(UINT mode) {
@@ -25,8 +25,8 @@ DWORD conversion_bits(UINT mode) {
 }
 
 void set_input(CInputMethod& method, int open, UINT mode) {
-    method.m_bOpen = open;
-    if (open == 1) method.m_dwConversion = (method.m_dwConversion & IME_CMODE_ROMAN) | conversion_bits(mode);
+    method.SetOpenStatus(open);
+    if (open == 1) method.SetConversion((method.GetConversion() & IME_CMODE_ROMAN) | conversion_bits(mode));
 }
 
 }  // namespace tool

@@ -5,6 +5,9 @@
 #include "framework/scalars.h"
 #include "framework/text.h"
 
+#if !defined(TOOL_USE_MFC)
+
+#if !defined(_WIN32)
 enum : UINT {
     MB_OK = 0x00,
     MB_OKCANCEL = 0x01,
@@ -17,6 +20,7 @@ enum : UINT {
     MB_ICONINFORMATION = 0x40
 };
 enum { IDOK = 1, IDCANCEL = 2, IDABORT = 3, IDRETRY = 4, IDIGNORE = 5, IDYES = 6, IDNO = 7 };
+#endif
 
 class TOOL_API CWinApp {
  public:
@@ -38,7 +42,8 @@ class TOOL_API CWinApp {
     // A null value removes the entry, a null entry the section.
     virtual BOOL WriteProfileString(LPCSTR section, LPCSTR entry, LPCSTR value);
 
-    // The default writes the text to standard error and answers with the box's first button.
+    // The default shows the system's message box under the application's name. Off Windows it writes the text to
+    // standard error and answers with the box's first button.
     virtual int DoMessageBox(LPCSTR text, UINT type, UINT idPrompt);
 
  private:
@@ -50,6 +55,8 @@ class TOOL_API CWinApp {
 // The host's application object; without one a default object, never null.
 TOOL_API CWinApp* AfxGetApp();
 TOOL_API int AfxMessageBox(LPCSTR text, UINT type = MB_OK, UINT idHelp = 0);
+
+#if !defined(_WIN32)
 
 struct MSG {
     HWND hwnd;
@@ -78,3 +85,7 @@ TOOL_API CMessageQueue* SetMessageQueue(CMessageQueue* queue);
 TOOL_API BOOL PeekMessageA(MSG* message, HWND wnd, UINT first, UINT last, UINT remove);
 TOOL_API BOOL TranslateMessage(const MSG* message);
 TOOL_API LPARAM DispatchMessageA(const MSG* message);
+
+#endif
+
+#endif

@@ -1,6 +1,7 @@
 // CDC, the drawing surface, and the pens, brushes, fonts and regions it draws with.
 //
 // A host's surface derives from CDC and overrides the operations it can draw; everything else has a harmless default.
+// On Windows a CDC that a device context is attached to draws there.
 // It asks GetCurrentPen, GetBkMode and their like when it draws: CDC itself keeps all state, so that SelectObject,
 // SetROP2 and so on need no override. (Whoever overrides one of several functions of a name writes `using CDC::name`.)
 #pragma once
@@ -10,6 +11,8 @@
 #include "framework/export.h"
 #include "framework/plane.h"
 #include "framework/scalars.h"
+
+#if !defined(TOOL_USE_MFC)
 
 #if !defined(_WIN32)
 // Pens: one style, in geometric ones with the bits of kind and end cap.
@@ -138,6 +141,28 @@ struct LOGFONTA {
 };
 #endif
 
+#if defined(_WIN32)
+namespace tool {
+// A drawing object of the system's. Copies are empty, as each owner makes and deletes its own.
+class SystemObject {
+ public:
+    SystemObject() = default;
+    SystemObject(const SystemObject&) {}
+    SystemObject& operator=(const SystemObject&) { return reset(), *this; }
+    ~SystemObject() { reset(); }
+    void reset(HGDIOBJ object = nullptr, bool owned = false) {
+        if (owned_) ::DeleteObject(object_);
+        object_ = object, owned_ = owned;
+    }
+    HGDIOBJ get() const { return object_; }
+
+ private:
+    HGDIOBJ object_ = nullptr;
+    bool owned_ = false;
+};
+}  // namespace tool
+#endif
+
 // What a surface draws with: a plain description. It exists from its creator's success to DeleteObject, and must
 // outlive its selection into a surface.
 class TOOL_API CGdiObject {
@@ -145,15 +170,32 @@ class TOOL_API CGdiObject {
     virtual ~CGdiObject();
     BOOL DeleteObject();  // FALSE when there was nothing
     BOOL Exists() const { return exists_; }
+#if defined(_WIN32)
+    // The system's object of this description, made when it is first asked for and gone with the description; null when
+    // there is none. A copy of this object makes its own.
+    HGDIOBJ GetSafeHandle() const;
+#endif
 
  protected:
     CGdiObject() = default;
     CGdiObject(const CGdiObject&) = default;
     CGdiObject& operator=(const CGdiObject&) = default;
-    BOOL Create(bool valid) { return exists_ = valid; }
+    BOOL Create(bool valid);
 
  private:
     bool exists_ = false;
+
+#if defined(_WIN32)
+    friend class CDC;
+    virtual HGDIOBJ MakeSystemObject() const {
+        return nullptr;
+    }
+    // Describes an object of the system's that stays its maker's.
+    void Adopt(HGDIOBJ object);
+    virtual void Describe(HGDIOBJ) {}
+
+    mutable tool::SystemObject system_;
+#endif
 };
 
 class TOOL_API CPen : public CGdiObject {
@@ -174,6 +216,10 @@ class TOOL_API CPen : public CGdiObject {
     COLORREF GetColor() const { return color_; }
 
  private:
+#if defined(_WIN32)
+    HGDIOBJ MakeSystemObject() const override;
+    void Describe(HGDIOBJ pen) override;
+#endif
     int style_ = PS_SOLID, width_ = 1;
     COLORREF color_ = 0;
 };
@@ -188,6 +234,10 @@ class TOOL_API CBrush : public CGdiObject {
     int GetLogBrush(LOGBRUSH* brush) const;           // bytes written, 0 without a brush
 
  private:
+#if defined(_WIN32)
+    HGDIOBJ MakeSystemObject() const override;
+    void Describe(HGDIOBJ brush) override;
+#endif
     LOGBRUSH brush_ = {BS_SOLID, 0, 0};
 };
 
@@ -197,6 +247,10 @@ class TOOL_API CFont : public CGdiObject {
     int GetLogFont(LOGFONTA* font) const;  // bytes written, 0 without a font
 
  private:
+#if defined(_WIN32)
+    HGDIOBJ MakeSystemObject() const override;
+    void Describe(HGDIOBJ font) override;
+#endif
     LOGFONTA font_ = {};
 };
 
@@ -210,6 +264,9 @@ class TOOL_API CRgn : public CGdiObject {
     int GetPolyFillMode() const { return mode_; }
 
  private:
+#if defined(_WIN32)
+    HGDIOBJ MakeSystemObject() const override;
+#endif
     std::vector<POINT> points_;
     int mode_ = ALTERNATE;
 };
@@ -228,7 +285,17 @@ class TOOL_API CDC {
     BOOL m_bPrinting = FALSE;
     HDC GetSafeHdc() const { return m_hDC; }
     // Null for a handle that is null or whose surface is gone.
+    // On Windows a device context that nothing is attached to gets an object of the calling thread's, with the state
+    // that the context has now.
     static CDC* FromHandle(HDC dc);
+
+#if defined(_WIN32)
+    // Draws there from now on, until Detach, with the pens, modes and colours that the context has; it stays its
+    // maker's. FALSE when there is no such context. What is selected into it behind this object's back is put back by
+    // the next SelectObject pair; the Get functions below know only what was set through this object.
+    BOOL Attach(HDC dc);
+    HDC Detach();  // null when nothing was attached
+#endif
 
     // --- State: each returns what was set before -------------------------------------------------------------
     // Null, and no change, for an object that is null or does not exist.
@@ -242,14 +309,30 @@ class TOOL_API CDC {
     virtual UINT SetTextAlign(UINT align);
     virtual CPoint MoveTo(int x, int y);
 
-    CPen* GetCurrentPen() const { return pen_; }
-    CBrush* GetCurrentBrush() const { return brush_; }
-    CFont* GetCurrentFont() const { return font_; }
-    int GetROP2() const { return rop_; }
-    int GetBkMode() const { return background_mode_; }
-    COLORREF GetTextColor() const { return text_color_; }
-    UINT GetTextAlign() const { return text_align_; }
-    CPoint GetCurrentPosition() const { return position_; }
+    CPen* GetCurrentPen() const {
+        return pen_;
+    }
+    CBrush* GetCurrentBrush() const {
+        return brush_;
+    }
+    CFont* GetCurrentFont() const {
+        return font_;
+    }
+    int GetROP2() const {
+        return rop_;
+    }
+    int GetBkMode() const {
+        return background_mode_;
+    }
+    COLORREF GetTextColor() const {
+        return text_color_;
+    }
+    UINT GetTextAlign() const {
+        return text_align_;
+    }
+    CPoint GetCurrentPosition() const {
+        return position_;
+    }
 
     // --- The device ------------------------------------------------------------------------------------------
     virtual int GetMapMode() const;              // MM_TEXT
@@ -295,4 +378,14 @@ class TOOL_API CDC {
     COLORREF text_color_ = 0;
     UINT text_align_ = TA_LEFT | TA_TOP;
     CPoint position_;
+
+#if defined(_WIN32)
+    void Follow(HDC dc);
+    template <class Object>
+    Object* Select(Object*& current, Object& stock, Object* object);
+
+    bool attached_ = false;
+#endif
 };
+
+#endif

@@ -4,6 +4,8 @@
 #if defined(_WIN32)
 #if defined(TOOL_BUILDING)
 #define TOOL_API __declspec(dllexport)
+#elif defined(TOOL_WITHOUT_DLL)  // linked with the library's own objects, as its tests are
+#define TOOL_API
 #else
 #define TOOL_API __declspec(dllimport)
 #endif

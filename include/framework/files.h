@@ -9,6 +9,8 @@
 #include "framework/scalars.h"
 #include "framework/text.h"
 
+#if !defined(TOOL_USE_MFC)
+
 namespace tool {
 class OpenFile;
 }
@@ -21,7 +23,7 @@ struct CFileStatus {
 
 class TOOL_API CFile {
  public:
-    // Sharing flags are accepted and have no effect off Windows; text mode is binary.
+    // Sharing flags have no effect off Windows, where without any nobody else may open the file; text mode is binary.
     enum OpenFlags {
         modeRead = 0x0000,
         modeWrite = 0x0001,
@@ -72,3 +74,5 @@ class TOOL_API CFile {
     std::unique_ptr<tool::OpenFile> handle_;  // null while closed
     CString path_;
 };
+
+#endif

@@ -3,6 +3,9 @@
 
 #include "framework/scalars.h"
 
+#if !defined(TOOL_USE_MFC)
+
+#if !defined(_WIN32)
 struct tagPOINT {
     LONG x, y;
 };
@@ -18,6 +21,7 @@ struct tagRECT {
     LONG left, top, right, bottom;
 };
 using RECT = tagRECT;
+#endif
 
 // Between any mix of the plain records and the classes below.
 constexpr bool operator==(const tagPOINT& a, const tagPOINT& b) {
@@ -62,3 +66,5 @@ class CRect : public tagRECT {
     }
     constexpr void SetRect(int l, int t, int r, int b) { left = l, top = t, right = r, bottom = b; }
 };
+
+#endif

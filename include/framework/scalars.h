@@ -3,6 +3,43 @@
 
 #include <cstdint>
 
+#if defined(TOOL_USE_MFC)
+
+// The real classes of the host framework, and none of those declared here. NOT TESTED: no MFC was at hand. A host and
+// its Tool.dll must agree: a library built without the switch has classes of its own behind these names, and one built
+// with it needs what the headers here mark as additions.
+#include <afxwin.h>
+// Behind afxwin.h.
+#include <afxcoll.h>
+#include <imm.h>
+
+#elif defined(_WIN32)
+
+// The system's own types, so that a host can include its headers too, in any order. As in the host framework their
+// macros rename members (TextOut is TextOutA); commdlg.h is here so that they do so in every file.
+#if defined(UNICODE) || defined(_UNICODE)
+#error "Texts are multibyte here (code page 932): build without UNICODE."
+#endif
+#if !defined(WIN32_LEAN_AND_MEAN)
+#define WIN32_LEAN_AND_MEAN
+#endif
+#if !defined(NOMINMAX)
+#define NOMINMAX
+#endif
+#include <windows.h>
+// Behind windows.h.
+#include <commdlg.h>
+#include <imm.h>
+// Empty words of 16-bit times that names here would vanish in.
+#undef near
+#undef far
+#undef NEAR
+#undef FAR
+#define NEAR
+#define FAR
+
+#else
+
 using BOOL = int;
 using BYTE = std::uint8_t;
 using WORD = std::uint16_t;
@@ -36,6 +73,14 @@ constexpr COLORREF RGB(int red, int green, int blue) {
     return static_cast<COLORREF>(static_cast<BYTE>(red)) | static_cast<COLORREF>(static_cast<BYTE>(green)) << 8 |
            static_cast<COLORREF>(static_cast<BYTE>(blue)) << 16;
 }
-constexpr BYTE GetRValue(COLORREF colour) { return static_cast<BYTE>(colour); }
-constexpr BYTE GetGValue(COLORREF colour) { return static_cast<BYTE>(colour >> 8); }
-constexpr BYTE GetBValue(COLORREF colour) { return static_cast<BYTE>(colour >> 16); }
+constexpr BYTE GetRValue(COLORREF colour) {
+    return static_cast<BYTE>(colour);
+}
+constexpr BYTE GetGValue(COLORREF colour) {
+    return static_cast<BYTE>(colour >> 8);
+}
+constexpr BYTE GetBValue(COLORREF colour) {
+    return static_cast<BYTE>(colour >> 16);
+}
+
+#endif

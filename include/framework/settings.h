@@ -1,10 +1,15 @@
 // Settings ("ini") files. Section and key are found without regard to case; the first section of a name is the only one
 // searched, and the first key in it wins. Blanks round key and value are dropped, then one pair of surrounding quotes.
-// A file name without a folder stands beside the running program.
+// A file name without a folder stands beside the running program. On Windows the functions are the system's own, which
+// look for such a file in the system's folder.
 #pragma once
 
 #include "framework/export.h"
 #include "framework/scalars.h"
+
+#if !defined(TOOL_USE_MFC)
+
+#if !defined(_WIN32)
 
 // The value, or `defaultValue`, cut to size - 1 bytes and a NUL; returns the bytes copied without the NUL. A null key
 // gives the section's keys, a null section the names of all sections: each ended by NUL, the list by one more; a list
@@ -19,3 +24,7 @@ TOOL_API UINT GetPrivateProfileIntA(LPCSTR section, LPCSTR key, int defaultValue
 // A null value removes the key, a null key the section. Everything else in the file stays as it is, and a failure
 // (result 0) leaves the file untouched.
 TOOL_API BOOL WritePrivateProfileStringA(LPCSTR section, LPCSTR key, LPCSTR value, LPCSTR file);
+
+#endif
+
+#endif

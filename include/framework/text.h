@@ -11,6 +11,8 @@
 #include "framework/export.h"
 #include "framework/scalars.h"
 
+#if !defined(TOOL_USE_MFC)
+
 class TOOL_API CString {
  public:
     CString() = default;
@@ -122,3 +124,5 @@ class TOOL_API CStringArray {
  private:
     std::vector<CString> items_;
 };
+
+#endif

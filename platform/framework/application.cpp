@@ -2,14 +2,13 @@
 
 #include <algorithm>
 #include <mutex>
+#include <string>
 #include <vector>
 
 #include "framework/settings.h"
-#include "platform/code_page.h"
 #include "platform/framework/caller_buffer.h"
 #include "platform/framework/profile.h"
 #include "platform/number_text.h"
-#include "platform/system.h"
 
 namespace {
 
@@ -24,6 +23,10 @@ struct HostObjects {
 HostObjects& host_objects() {
     static HostObjects hosts;
     return hosts;
+}
+
+std::string profile_of(const CWinApp& host) {
+    return tool::profile_path(tool::view_or_empty(host.m_pszProfileName));
 }
 
 }  // namespace
@@ -43,7 +46,7 @@ CWinApp::~CWinApp() {
 }
 
 UINT CWinApp::GetProfileInt(LPCSTR section, LPCSTR entry, int defaultValue) {
-    return GetPrivateProfileIntA(section, entry, defaultValue, m_pszProfileName);
+    return GetPrivateProfileIntA(section, entry, defaultValue, profile_of(*this).c_str());
 }
 
 BOOL CWinApp::WriteProfileInt(LPCSTR section, LPCSTR entry, int value) {
@@ -51,17 +54,11 @@ BOOL CWinApp::WriteProfileInt(LPCSTR section, LPCSTR entry, int value) {
 }
 
 CString CWinApp::GetProfileString(LPCSTR section, LPCSTR entry, LPCSTR defaultValue) {
-    return CString(std::string_view(tool::profile_text(section, entry, defaultValue, m_pszProfileName)));
+    return CString(std::string_view(tool::profile_text(section, entry, defaultValue, profile_of(*this).c_str())));
 }
 
 BOOL CWinApp::WriteProfileString(LPCSTR section, LPCSTR entry, LPCSTR value) {
-    return WritePrivateProfileStringA(section, entry, value, m_pszProfileName);
-}
-
-int CWinApp::DoMessageBox(LPCSTR text, UINT type, UINT) {
-    tool::write_to_standard_error(tool::utf8_from_code_page(tool::view_or_empty(text)));
-    const UINT buttons = type & 0x0F;
-    return buttons == 2 ? IDABORT : buttons == 3 || buttons == 4 ? IDYES : buttons == 5 ? IDRETRY : IDOK;
+    return WritePrivateProfileStringA(section, entry, value, profile_of(*this).c_str());
 }
 
 CWinApp* AfxGetApp() {

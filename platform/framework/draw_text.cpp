@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "framework/drawing.h"
+#include "platform/framework/surface_state.h"
 #include "platform/text.h"
 
 namespace {
@@ -62,13 +63,15 @@ std::vector<std::string_view> lines_of(const CDC& dc, std::string_view text, std
 
 }  // namespace
 
-int CDC::DrawText(LPCSTR text, int count, RECT* rect, UINT format) {
+namespace tool {
+
+int draw_text(CDC& dc, LPCSTR text, int count, RECT* rect, UINT format) {
     if (!text || !rect || count < -1) return 0;
     const std::string_view whole(text, count < 0 ? std::strlen(text) : static_cast<std::size_t>(count));
-    const std::int64_t width = std::int64_t{rect->right} - rect->left, line_height = GetTextExtent("", 0).cy;
+    const std::int64_t width = std::int64_t{rect->right} - rect->left, line_height = dc.GetTextExtent("", 0).cy;
     // In the map modes whose y points up a rectangle's bottom is below its top.
     const int down = rect->bottom < rect->top ? -1 : 1;
-    const std::vector<std::string_view> lines = lines_of(*this, whole, width, format);
+    const std::vector<std::string_view> lines = lines_of(dc, whole, width, format);
     const std::int64_t height = line_height * static_cast<std::int64_t>(lines.size());
 
     std::int64_t y = rect->top, widest = 0;
@@ -79,19 +82,21 @@ int CDC::DrawText(LPCSTR text, int count, RECT* rect, UINT format) {
         else if (format & DT_VCENTER)
             y += room / 2;
     }
-    const UINT align_before = SetTextAlign(TA_LEFT | TA_TOP);
+    const UINT align_before = dc.SetTextAlign(TA_LEFT | TA_TOP);
     for (const std::string_view line : lines) {
-        const std::int64_t line_width = GetTextExtent(line.data(), length_of(line)).cx;
+        const std::int64_t line_width = dc.GetTextExtent(line.data(), length_of(line)).cx;
         const std::int64_t room = width - line_width;
         const std::int64_t x = rect->left + (format & DT_RIGHT ? room : format & DT_CENTER ? room / 2 : 0);
-        if (!(format & DT_CALCRECT)) TextOut(bounded(x), bounded(y), line.data(), length_of(line));
+        if (!(format & DT_CALCRECT)) dc.TextOut(bounded(x), bounded(y), line.data(), length_of(line));
         widest = std::max(widest, line_width);
         y += down * line_height;
     }
-    SetTextAlign(align_before);
+    dc.SetTextAlign(align_before);
     if (format & DT_CALCRECT) {
         rect->right = bounded(rect->left + widest);
         rect->bottom = bounded(rect->top + down * height);
     }
     return bounded(height);
 }
+
+}  // namespace tool

@@ -10,28 +10,20 @@ namespace {
 using tool::FileFault;
 using tool::OpenFile;
 
+constexpr UINT share_mask = 0x70;
+
 int cause_of(FileFault fault) {
     switch (fault) {
-        case FileFault::none:
-            return CFileException::none;
-        case FileFault::not_found:
-            return CFileException::fileNotFound;
-        case FileFault::bad_path:
-            return CFileException::badPath;
-        case FileFault::too_many_open:
-            return CFileException::tooManyOpenFiles;
-        case FileFault::access_denied:
-            return CFileException::accessDenied;
-        case FileFault::invalid_file:
-            return CFileException::invalidFile;
-        case FileFault::bad_seek:
-            return CFileException::badSeek;
-        case FileFault::disk_full:
-            return CFileException::diskFull;
-        case FileFault::io:
-            return CFileException::hardIO;
-        case FileFault::other:
-            break;
+        case FileFault::none: return CFileException::none;
+        case FileFault::not_found: return CFileException::fileNotFound;
+        case FileFault::bad_path: return CFileException::badPath;
+        case FileFault::too_many_open: return CFileException::tooManyOpenFiles;
+        case FileFault::access_denied: return CFileException::accessDenied;
+        case FileFault::invalid_file: return CFileException::invalidFile;
+        case FileFault::bad_seek: return CFileException::badSeek;
+        case FileFault::disk_full: return CFileException::diskFull;
+        case FileFault::io: return CFileException::hardIO;
+        case FileFault::other: break;
     }
     return CFileException::genericException;
 }
@@ -74,10 +66,14 @@ BOOL CFile::Open(LPCSTR path, UINT flags, CFileException* failure) {
     handle_.reset();
     path_ = path;
     const UINT access = flags & 3;
-    const OpenFile::Mode mode{access == modeWrite       ? OpenFile::Access::write
-                              : access == modeReadWrite ? OpenFile::Access::read_write
-                                                        : OpenFile::Access::read,
-                              (flags & modeCreate) != 0, !(flags & modeNoTruncate)};
+    const UINT sharing = flags & share_mask;
+    const OpenFile::Mode mode{.access = access == modeWrite       ? OpenFile::Access::write
+                                        : access == modeReadWrite ? OpenFile::Access::read_write
+                                                                  : OpenFile::Access::read,
+                              .create = (flags & modeCreate) != 0,
+                              .truncate = !(flags & modeNoTruncate),
+                              .others_read = sharing == shareDenyNone || sharing == shareDenyWrite,
+                              .others_write = sharing == shareDenyNone || sharing == shareDenyRead};
     FileFault fault;
     handle_ = OpenFile::open(path_.View(), mode, &fault);
     if (handle_) return TRUE;
@@ -111,7 +107,7 @@ void CFile::Write(const void* data, UINT count) {
 }
 
 ULONGLONG CFile::Seek(LONGLONG offset, UINT from) {
-    OpenFile& file = required(handle_, path_);
+    tool::OpenFile& file = required(handle_, path_);
     ULONGLONG at = 0;
     require(file.seek(offset, static_cast<OpenFile::From>(std::min<UINT>(from, end)), &at), path_);
     return at;

@@ -84,6 +84,8 @@ void append_code(std::string& text, unsigned code) {
 
 }  // namespace
 
+CInputMethod::~CInputMethod() = default;
+
 CString MapKana(LPCSTR text, DWORD flags) {
     std::string result;
     std::u16string run;  // characters with a code, up to one without, whose bytes stay

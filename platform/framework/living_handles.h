@@ -1,4 +1,5 @@
-// Handles of the objects that live. A handle is never given twice, so that an old one finds nothing.
+// Handles of the objects that live. A handle is never given twice, so that an old one finds nothing. They are small
+// numbers, which on Windows no handle of the system's is.
 #pragma once
 
 #include <cstdint>
@@ -15,6 +16,12 @@ class LivingHandles {
         const auto handle = reinterpret_cast<Handle>(++last_);
         objects_[handle] = object;
         return handle;
+    }
+    // Under a handle of the system's.
+    void enter(Handle handle, Object* object) {
+        const std::lock_guard lock(guard_);
+        std::erase_if(objects_, [object](const auto& entry) { return entry.second == object; });
+        objects_[handle] = object;
     }
     // By the object, as its handle may have been overwritten.
     void remove(const Object* object) {

@@ -5,19 +5,10 @@
 #include "platform/framework/caller_buffer.h"
 #include "platform/framework/profile.h"
 #include "platform/number_text.h"
-#include "platform/path.h"
 #include "platform/settings_file.h"
 #include "platform/system.h"
 
 namespace tool {
-
-std::string profile_path(std::string_view file) {
-    const PathParts parts = split_path(file);
-    if (!parts.drive.empty() || !parts.dir.empty()) return std::string(file);
-    const std::string program = module_file_name();
-    const PathParts beside = split_path(program);
-    return std::string(beside.drive).append(beside.dir).append(file);
-}
 
 std::string profile_text(const char* section, const char* key, const char* default_value, const char* file) {
     if (const auto text = read_file(profile_path(view_or_empty(file))))

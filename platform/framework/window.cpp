@@ -1,68 +1,53 @@
 #include "framework/window.h"
 
-#include <cstring>
 #include <limits>
-#include <mutex>
-#include <unordered_map>
 #include <utility>
 
 #include "platform/framework/caller_buffer.h"
+#include "platform/framework/living_windows.h"
+#include "platform/framework/memory_window.h"
 #include "platform/number_text.h"
 
-namespace {
+namespace tool {
 
-// Windows that live, by handle. A handle is never given twice, so that an old one finds nothing.
-struct LivingWindows {
-    std::mutex guard;
-    std::unordered_map<HWND, CWnd*> windows;
-    std::uintptr_t last_handle = 0;
-};
-
-LivingWindows& living_windows() {
-    static LivingWindows living;
+LivingHandles<HWND, CWnd>& living_windows() {
+    static LivingHandles<HWND, CWnd> living;
     return living;
 }
 
-}  // namespace
+}  // namespace tool
 
-CWnd::CWnd() : placement_{sizeof(WINDOWPLACEMENT), 0, SW_SHOWNORMAL, {-1, -1}, {-1, -1}, {0, 0, 0, 0}} {
-    LivingWindows& living = living_windows();
-    const std::lock_guard lock(living.guard);
-    m_hWnd = reinterpret_cast<HWND>(++living.last_handle);
-    living.windows[m_hWnd] = this;
-}
+CWnd::CWnd() : CWnd(std::make_unique<tool::MemoryWindow>()) {}
+
+CWnd::CWnd(std::unique_ptr<tool::WindowBody> body) : m_hWnd(tool::living_windows().add(this)), body_(std::move(body)) {}
 
 CWnd::~CWnd() {
-    LivingWindows& living = living_windows();
-    const std::lock_guard lock(living.guard);
-    std::erase_if(living.windows, [this](const auto& entry) { return entry.second == this; });
-}
-
-CWnd* CWnd::FromHandle(HWND wnd) {
-    LivingWindows& living = living_windows();
-    const std::lock_guard lock(living.guard);
-    const auto found = living.windows.find(wnd);
-    return found == living.windows.end() ? nullptr : found->second;
+    tool::living_windows().remove(this);
 }
 
 CWnd* CWnd::AddField(UINT id) {
-    fields_.push_back(std::make_unique<CWnd>());
-    fields_.back()->id_ = static_cast<int>(id);
+    fields_.push_back(std::unique_ptr<CWnd>(new CWnd(std::make_unique<tool::MemoryWindow>(static_cast<int>(id)))));
     return fields_.back().get();
 }
 
 CComboBox* CWnd::AddComboBox(UINT id) {
-    auto box = std::make_unique<CComboBox>();
-    CComboBox* const added = box.get();
-    static_cast<CWnd*>(added)->id_ = static_cast<int>(id);
-    fields_.push_back(std::move(box));
-    return added;
+    auto* const box = new CComboBox(std::make_unique<tool::MemoryWindow>(static_cast<int>(id)));
+    fields_.push_back(std::unique_ptr<CWnd>(box));
+    return box;
+}
+
+CInputMethod* CWnd::GetInputMethod() const {
+    return input_method_ ? input_method_ : body_->input_method();
+}
+
+int CWnd::GetDlgCtrlID() const {
+    return body_->id();
 }
 
 CWnd* CWnd::GetDlgItem(int id) const {
     for (const auto& field : fields_)
-        if (field->id_ == id) return field.get();
-    return nullptr;
+        if (field->GetDlgCtrlID() == id) return field.get();
+    return body_->field(id);
 }
 
 int CWnd::GetDlgItemText(int id, LPSTR text, int size) const {
@@ -73,7 +58,7 @@ int CWnd::GetDlgItemText(int id, LPSTR text, int size) const {
 
 int CWnd::GetDlgItemText(int id, CString& text) const {
     const CWnd* const field = GetDlgItem(id);
-    text = field ? field->text_ : CString();
+    text = CString(std::string_view(field ? field->body_->text() : std::string()));
     return text.GetLength();
 }
 
@@ -82,8 +67,9 @@ void CWnd::SetDlgItemText(int id, LPCSTR text) {
 }
 
 UINT CWnd::GetDlgItemInt(int id, BOOL* translated, BOOL isSigned) const {
-    const CWnd* const field = GetDlgItem(id);
-    const tool::LeadingInteger number = tool::read_leading_integer(field ? field->text_.View() : std::string_view());
+    CString text;
+    GetDlgItemText(id, text);
+    const tool::LeadingInteger number = tool::read_leading_integer(text.View());
     const bool fits = isSigned ? number.value >= std::numeric_limits<std::int32_t>::min() &&
                                      number.value <= std::numeric_limits<std::int32_t>::max()
                                : number.value >= 0 && number.value <= std::numeric_limits<UINT>::max();
@@ -98,77 +84,95 @@ void CWnd::SetDlgItemInt(int id, UINT value, BOOL isSigned) {
 }
 
 int CWnd::GetWindowText(LPSTR text, int size) const {
-    return static_cast<int>(tool::copy_cut(text_.View(), text, size > 0 ? static_cast<std::size_t>(size) : 0));
+    return static_cast<int>(tool::copy_cut(body_->text(), text, size > 0 ? static_cast<std::size_t>(size) : 0));
+}
+
+void CWnd::GetWindowText(CString& text) const {
+    text = CString(std::string_view(body_->text()));
+}
+
+int CWnd::GetWindowTextLength() const {
+    return static_cast<int>(body_->text().size());
+}
+
+void CWnd::SetWindowText(LPCSTR text) {
+    body_->set_text(text);
 }
 
 BOOL CWnd::EnableWindow(BOOL enable) {
-    return !std::exchange(enabled_, enable != FALSE);
+    return body_->enable(enable);
+}
+
+BOOL CWnd::IsWindowEnabled() const {
+    return body_->is_enabled();
 }
 
 BOOL CWnd::ShowWindow(int showCmd) {
-    const BOOL visible = IsWindowVisible();
-    placement_.showCmd = static_cast<UINT>(showCmd);
-    return visible;
+    return body_->show(showCmd);
+}
+
+BOOL CWnd::IsWindowVisible() const {
+    return body_->is_visible();
+}
+
+BOOL CWnd::IsZoomed() const {
+    return body_->is_zoomed();
+}
+
+BOOL CWnd::IsIconic() const {
+    return body_->is_iconic();
 }
 
 BOOL CWnd::GetWindowPlacement(WINDOWPLACEMENT* placement) const {
-    if (!placement) return FALSE;
-    *placement = placement_;
-    return TRUE;
+    return body_->placement(placement);
 }
 
 BOOL CWnd::SetWindowPlacement(const WINDOWPLACEMENT* placement) {
-    if (!placement) return FALSE;
-    placement_ = *placement;
-    placement_.length = sizeof(WINDOWPLACEMENT);
-    return TRUE;
+    return body_->set_placement(placement);
 }
 
+CComboBox::CComboBox() = default;
+CComboBox::CComboBox(std::unique_ptr<tool::WindowBody> body) : CWnd(std::move(body)) {}
 CComboBox::~CComboBox() = default;
 
 int CComboBox::AddString(LPCSTR text) {
-    items_.push_back({text, 0});
-    return GetCount() - 1;
+    return body_->add_item(text);
 }
 
 void CComboBox::ResetContent() {
-    items_.clear();
-    selected_ = CB_ERR;
+    body_->remove_items();
 }
 
-const CComboBox::Item* CComboBox::item(int index) const {
-    return index >= 0 && index < GetCount() ? &items_[static_cast<std::size_t>(index)] : nullptr;
+int CComboBox::GetCount() const {
+    return body_->item_count();
 }
 
 int CComboBox::GetLBTextLen(int index) const {
-    const Item* const found = item(index);
-    return found ? found->text.GetLength() : CB_ERR;
+    const auto text = body_->item_text(index);
+    return text ? static_cast<int>(text->size()) : CB_ERR;
 }
 
 int CComboBox::GetLBText(int index, LPSTR text) const {
-    const Item* const found = item(index);
-    if (!found) return CB_ERR;
-    return static_cast<int>(tool::copy_cut(found->text.View(), text, found->text.View().size() + 1));
+    const auto found = body_->item_text(index);
+    return found ? static_cast<int>(tool::copy_cut(*found, text, found->size() + 1)) : CB_ERR;
 }
 
 void CComboBox::GetLBText(int index, CString& text) const {
-    const Item* const found = item(index);
-    text = found ? found->text : CString();
+    text = CString(std::string_view(body_->item_text(index).value_or("")));
 }
 
 int CComboBox::SetItemData(int index, DWORD_PTR data) {
-    if (!item(index)) return CB_ERR;
-    items_[static_cast<std::size_t>(index)].data = data;
-    return CB_OKAY;
+    return body_->set_item_data(index, data);
 }
 
 DWORD_PTR CComboBox::GetItemData(int index) const {
-    const Item* const found = item(index);
-    return found ? found->data : static_cast<DWORD_PTR>(CB_ERR);
+    return body_->item_data(index);
 }
 
 int CComboBox::SetCurSel(int index) {
-    if (index != CB_ERR && !item(index)) return CB_ERR;
-    selected_ = index;
-    return selected_;
+    return body_->select_item(index);
+}
+
+int CComboBox::GetCurSel() const {
+    return body_->selected_item();
 }

@@ -140,7 +140,7 @@ TEST_F(Dates, OfCasesMayBeJapanese) {
 
 TEST_F(Dates, NeedTheTableOnlyForEras) {
     const Folder folder;
-    SetModuleFileNameA((folder.path / "cephtool").c_str());
+    SetModuleFileNameA((folder.path / "cephtool").string().c_str());
     const std::string table = (folder.path / "Era.dat").string();
     const Outcome age = run({"age", "2001-05-14"});
     EXPECT_THAT(age.out, HasSubstr("Born       2001-05-14\nToday      2013-08-20\nAge        12 years 3 months\n"));

@@ -4,6 +4,7 @@
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
+#include <random>
 #include <sstream>
 #include <string>
 
@@ -38,8 +39,8 @@ inline std::string bytes_of(const std::filesystem::path& file) {
 class Folder {
  public:
     Folder() {
-        std::string form = (std::filesystem::temp_directory_path() / "cephtool.XXXXXX").string();
-        path = mkdtemp(form.data());
+        path = std::filesystem::temp_directory_path() / ("cephtool." + std::to_string(std::random_device()()));
+        std::filesystem::create_directory(path);
         std::filesystem::current_path(path);
     }
     ~Folder() {

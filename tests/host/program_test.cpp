@@ -31,7 +31,7 @@ TEST(Program, EveryCommandsTwoExamplesRunInTheFolderOfSamples) {
     std::filesystem::copy(OUTLINES, folder.path / "share/tool/outlines");
     std::filesystem::create_directories("bin");
     std::filesystem::copy(std::filesystem::path(ANALYSES) / "Era.dat", folder.path / "bin");
-    SetModuleFileNameA((folder.path / "bin/cephtool").c_str());
+    SetModuleFileNameA((folder.path / "bin/cephtool").string().c_str());
     for (const Command& command : commands()) {
         if (std::string(command.name) == "help") continue;
 #ifndef TOOL_SURFACE_PICTURES

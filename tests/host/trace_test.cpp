@@ -30,7 +30,7 @@ class Trace : public testing::Test {
         std::filesystem::create_directories("share/tool");
         std::filesystem::copy(ANALYSES, "share/tool/anaitem", std::filesystem::copy_options::recursive);
         std::filesystem::copy(OUTLINES, "share/tool/outlines");
-        SetModuleFileNameA((folder_.path / "bin/cephtool").c_str());
+        SetModuleFileNameA((folder_.path / "bin/cephtool").string().c_str());
     }
     ~Trace() override { SetModuleFileNameA(nullptr); }
 

@@ -10,9 +10,22 @@
 
 namespace {
 
+#if defined(_WIN32)
+constexpr std::uint32_t file_exists = ERROR_FILE_EXISTS;
+#else
+constexpr std::uint32_t file_exists = EEXIST;
+#endif
+
+// False where the system, or what stands for it, makes no links.
+bool make_link(const std::string& target, const std::string& link) {
+    std::error_code failure;
+    std::filesystem::create_symlink(target, link, failure);
+    return !failure;
+}
+
 TEST(Names, AreFoundIgnoringCaseWithEitherDelimiterAndInCodePage932) {
     const TemporaryFolder folder;
-    std::filesystem::create_directories(folder.path("CalcForm/表ソ"));
+    std::filesystem::create_directories(folder.utf8_path("CalcForm/表ソ"));
     folder.write("CalcForm/表ソ/Ａnalysis.TXT", "found");
     for (const std::string name :
          {"CalcForm/\x95\x5C\x83\x5C/\x82\x60nalysis.TXT", "calcform\\\x95\x5C\x83\x5C\\\x82\x60nalysis.txt",
@@ -30,6 +43,7 @@ TEST(Names, TakeTheExactOneBeforeOneOfOtherCase) {
     const TemporaryFolder folder;
     folder.write("a.txt", "small");
     folder.write("A.txt", "capital");
+    if (folder.read("a.txt") != "small") GTEST_SKIP() << "names are not told apart by case here";
     EXPECT_EQ(tool::read_file(folder.path("a.txt")), "small");
     EXPECT_EQ(tool::read_file(folder.path("A.txt")), "capital");
     EXPECT_EQ(tool::read_file(folder.path("a.TXT")), "capital");
@@ -37,8 +51,9 @@ TEST(Names, TakeTheExactOneBeforeOneOfOtherCase) {
 
 TEST(Names, MissedOnceAreFoundWhenTheyAppear) {
     const TemporaryFolder folder;
+    std::error_code no_matter;  // where folders have no time to set
     std::filesystem::last_write_time(folder.path(""),
-                                     std::filesystem::file_time_type::clock::now() - std::chrono::hours(1));
+                                     std::filesystem::file_time_type::clock::now() - std::chrono::hours(1), no_matter);
     for (int i = 0; i < 2; ++i) EXPECT_FALSE(tool::read_file(folder.path("Korvane9.ini")));
     folder.write("KORVANE9.INI", "new");
     EXPECT_EQ(tool::read_file(folder.path("Korvane9.ini")), "new");
@@ -50,7 +65,7 @@ TEST(WholeFiles, AreCopiedWholeOrNotAtAll) {
     folder.write("from", big);
     folder.write("to", "old");
     EXPECT_FALSE(tool::copy_file(folder.path("from"), folder.path("to"), true));
-    EXPECT_EQ(tool::last_error(), static_cast<std::uint32_t>(EEXIST));
+    EXPECT_EQ(tool::last_error(), file_exists);
     EXPECT_EQ(folder.read("to"), "old");
     EXPECT_TRUE(tool::copy_file(folder.path("from"), folder.path("new"), true));
     EXPECT_TRUE(tool::copy_file(folder.path("from"), folder.path("to"), false));
@@ -63,26 +78,28 @@ TEST(WholeFiles, AreCopiedWholeOrNotAtAll) {
 TEST(WholeFiles, KeepReadOnlyFilesAndLinksWhatTheyAre) {
     const TemporaryFolder folder;
     folder.write("target", "old");
-    std::filesystem::create_symlink("target", folder.path("link"));
-    EXPECT_TRUE(tool::write_file_atomically(folder.path("link"), "new"));
+    const bool linked = make_link("target", folder.path("link"));
+    const std::string path = folder.path(linked ? "link" : "target");
+    EXPECT_TRUE(tool::write_file_atomically(path, "new"));
     EXPECT_EQ(folder.read("target"), "new");
-    EXPECT_TRUE(tool::file_status(folder.path("link"))->is_link);
+    EXPECT_EQ(tool::file_status(path)->is_link, linked);
     std::filesystem::permissions(folder.path("target"), std::filesystem::perms::owner_read);
-    EXPECT_FALSE(tool::write_file_atomically(folder.path("link"), "newer"));
+    EXPECT_FALSE(tool::write_file_atomically(path, "newer"));
     EXPECT_TRUE(tool::copy_file(folder.path("target"), folder.path("copy"), false));
     EXPECT_TRUE(tool::file_status(folder.path("copy"))->read_only);
     EXPECT_TRUE(tool::clear_read_only(folder.path("copy")));
     EXPECT_FALSE(tool::file_status(folder.path("copy"))->read_only);
+    EXPECT_TRUE(tool::clear_read_only(folder.path("target")));  // on Windows it could not be removed
 }
 
 TEST(CanonicalPath, KeepsWhatDoesNotExistYet) {
     const TemporaryFolder folder;
-    const std::string real = std::filesystem::canonical(folder.path(".")).string();
+    const std::filesystem::path real = std::filesystem::canonical(folder.path("."));
     std::filesystem::create_directory(folder.path("a"));
-    std::filesystem::create_symlink("a", folder.path("b"));
-    EXPECT_EQ(tool::canonical_path(folder.path("b/../b")), real + "/a");
-    EXPECT_EQ(tool::canonical_path(folder.path("b/c/d")), real + "/a/c/d");
-    EXPECT_TRUE(tool::same_folder(folder.path("a"), folder.path("B")));
+    const std::string name = make_link("a", folder.path("b")) ? "b" : "a";
+    EXPECT_EQ(tool::canonical_path(folder.path(name + "/../" + name)), (real / "a").make_preferred().string());
+    EXPECT_EQ(tool::canonical_path(folder.path(name + "/c/d")), (real / "a/c/d").make_preferred().string());
+    EXPECT_TRUE(tool::same_folder(folder.path("A"), folder.path(name)));
 }
 
 TEST(CFile, WritesSeeksAndReadsBack) {
@@ -135,9 +152,12 @@ TEST(CFile, TellsWhyItFailed) {
 }
 
 TEST(Process, KeepsTheLastErrorOfEachThread) {
+    DWORD seen = 5;
     SetLastError(5);
-    std::thread([] { SetLastError(7); }).join();
     EXPECT_EQ(GetLastError(), 5u);
+    std::thread([&] { seen = GetLastError(), SetLastError(7); }).join();
+    EXPECT_NE(seen, 5u);
+    EXPECT_NE(GetLastError(), 7u);
     EXPECT_FALSE(GetErrorText(2).IsEmpty());
 }
 
@@ -154,14 +174,17 @@ TEST(Process, TellsItsPathCutToTheBuffer) {
 TEST(Process, AsksTheClockThatWasSet) {
     SetLocalClock([] { return SYSTEMTIME{2024, 2, 4, 29, 23, 59, 58, 7}; });
     EXPECT_EQ(tool::local_time().day, 29);
+    EXPECT_EQ(tool::local_time().weekday, 4);
     SYSTEMTIME now;
+#if !defined(_WIN32)  // whose own function knows no other clock
     GetLocalTime(&now);
     EXPECT_EQ(now.wDay, 29);
     EXPECT_EQ(now.wDayOfWeek, 4);
+#endif
     SetLocalClock(nullptr);
     GetLocalTime(&now);
-    EXPECT_NE(now.wYear, 2024 - 1);
     EXPECT_GE(now.wYear, 2024);
+    EXPECT_EQ(tool::local_time().year, now.wYear);
 }
 
 }  // namespace

@@ -190,6 +190,8 @@ TEST(MapKana, ComesBackFromHalfWidthForEveryKana) {
     }
 }
 
+#if !defined(_WIN32)  // where the system has its own
+
 TEST(Messages, ComeFromTheQueueOfTheThread) {
     struct Queue : CMessageQueue {
         std::deque<UINT> waiting{7, 8};
@@ -222,5 +224,7 @@ TEST(Screen, IsTheOneThatWasSet) {
     EXPECT_EQ(GetSystemMetrics(0), 0);
     SetVirtualScreen({0, 0, 1920, 1080});
 }
+
+#endif
 
 }  // namespace

@@ -62,6 +62,8 @@ TEST(Settings, WriteTheRecordedFiles) {
     }
 }
 
+#if !defined(_WIN32)  // the system's own function there; Wine cuts lists otherwise
+
 TEST(Settings, ListsThatDoNotFitEndInTwoNulsAndGiveSizeLessTwo) {
     const TemporaryFolder folder;
     folder.write("a.ini", "[one]\nk1=\nk2=\n[two]\n");
@@ -72,12 +74,14 @@ TEST(Settings, ListsThatDoNotFitEndInTwoNulsAndGiveSizeLessTwo) {
         return std::pair(returned, buffer);
     };
     using namespace std::string_literals;
-    EXPECT_EQ(list(nullptr, 9), std::pair(8u, "one\0two\0\0"s));
-    EXPECT_EQ(list(nullptr, 8), std::pair(6u, "one\0tw\0\0"s));
-    EXPECT_EQ(list("one", 6), std::pair(4u, "k1\0k\0\0"s));
-    EXPECT_EQ(list("none", 4), std::pair(0u, "\0\0##"s));
-    EXPECT_EQ(list("one", 1), std::pair(0u, "\0"s));
+    EXPECT_EQ(list(nullptr, 9), std::pair(DWORD{8}, "one\0two\0\0"s));
+    EXPECT_EQ(list(nullptr, 8), std::pair(DWORD{6}, "one\0tw\0\0"s));
+    EXPECT_EQ(list("one", 6), std::pair(DWORD{4}, "k1\0k\0\0"s));
+    EXPECT_EQ(list("none", 4), std::pair(DWORD{0}, "\0\0##"s));
+    EXPECT_EQ(list("one", 1), std::pair(DWORD{0}, "\0"s));
 }
+
+#endif
 
 constexpr std::string_view sample =
     "; written by hand\r\n\r\n[First]\r\n  Key = old  \r\n; note\r\nother='x "

@@ -22,13 +22,17 @@ class TemporaryFolder {
     TemporaryFolder(const TemporaryFolder&) = delete;
     TemporaryFolder& operator=(const TemporaryFolder&) = delete;
 
-    std::string path(const std::string& name) const { return (path_ / name).string(); }
+    // For the library, with the name as it stands; the other names are UTF-8.
+    std::string path(const std::string& name) const { return path_.generic_string() + '/' + name; }
+    std::filesystem::path utf8_path(const std::string& name) const {
+        return path_ / std::u8string(name.begin(), name.end());
+    }
     void write(const std::string& name, const std::string& bytes) const {
-        std::ofstream(path_ / name, std::ios::binary) << bytes;
+        std::ofstream(utf8_path(name), std::ios::binary) << bytes;
     }
     std::string read(const std::string& name) const {
         std::ostringstream bytes;
-        bytes << std::ifstream(path_ / name, std::ios::binary).rdbuf();
+        bytes << std::ifstream(utf8_path(name), std::ios::binary).rdbuf();
         return bytes.str();
     }
 

@@ -29,7 +29,7 @@ struct World {
 
     World() {
         fs::create_directory(folder);
-        SetModuleFileNameA((folder / "program").c_str());
+        SetModuleFileNameA((folder / "program").string().c_str());
     }
     ~World() {
         SetModuleFileNameA(nullptr);

@@ -126,14 +126,14 @@ TEST(LineImage, ComesBackFromItsFileWholeOrNotAtAll) {
     int width = 0, height = 0;
     ASSERT_EQ(CTools::WriteBuff(path, image.data(), 31, 17), 1);
     EXPECT_EQ(CTools::SetBuff(path, nullptr, 0, &width, &height), 1);
-    EXPECT_EQ(CTools::SetBuff(path, back.data(), back.size() - 1, nullptr, nullptr), 0);
-    EXPECT_EQ(CTools::SetBuff(path, back.data(), back.size(), nullptr, nullptr), 1);
+    EXPECT_EQ(CTools::SetBuff(path, back.data(), static_cast<unsigned long>(back.size()) - 1, nullptr, nullptr), 0);
+    EXPECT_EQ(CTools::SetBuff(path, back.data(), static_cast<unsigned long>(back.size()), nullptr, nullptr), 1);
     EXPECT_EQ(back, image);
     EXPECT_EQ(width * height, 31 * 17);
     for (std::uint8_t& pixel : thin) pixel = pixel >= 200 ? 255 : 0;
     plain::Image(thin, 31, 17).thin();
     EXPECT_EQ(CTools::MakeLinear(image.data(), 1, 31, image.data(), 31, 17, 200, 1, path), 1);
-    EXPECT_EQ(CTools::SetBuff(path, back.data(), back.size(), nullptr, nullptr), 1);
+    EXPECT_EQ(CTools::SetBuff(path, back.data(), static_cast<unsigned long>(back.size()), nullptr, nullptr), 1);
     EXPECT_EQ(back, thin);
     EXPECT_EQ(CTools::WriteBuff((name + "/none").c_str(), image.data(), 31, 17), 0);
     std::filesystem::remove(path);

@@ -1,0 +1,103 @@
+#include <atomic>
+#include <new>
+
+#include "framework/scalars.h"
+#include "platform/system.h"
+#include "platform/win32/handle.h"
+#include "platform/win32/names.h"
+
+namespace tool {
+namespace {
+
+using win32::Handle;
+
+bool failed(DWORD error) {
+    SetLastError(error);
+    return false;
+}
+
+// A new name beside a target; the file that gets it disappears unless it takes the target's place.
+class Replacement {
+ public:
+    explicit Replacement(const std::wstring& target) : target_(target) {
+        static std::atomic<unsigned> made = 0;
+        name_ = target.substr(0, target.find_last_of(L"\\:") + 1) + L".new-" + std::to_wstring(GetCurrentProcessId()) +
+                L"-" + std::to_wstring(++made);
+    }
+    ~Replacement() {
+        if (name_.empty()) return;
+        const DWORD error = GetLastError();
+        SetFileAttributesW(name_.c_str(), FILE_ATTRIBUTE_NORMAL);
+        DeleteFileW(name_.c_str());
+        SetLastError(error);
+    }
+    Replacement(const Replacement&) = delete;
+    Replacement& operator=(const Replacement&) = delete;
+
+    const wchar_t* name() const { return name_.c_str(); }
+    bool take_place(DWORD flags) {
+        if (!MoveFileExW(name_.c_str(), target_.c_str(), flags)) return false;
+        name_.clear();
+        return true;
+    }
+
+ private:
+    std::wstring target_, name_;
+};
+
+// The file itself where `path` is a link to one, so that writing it does not replace the link.
+std::wstring behind_links(std::string_view path) {
+    const std::optional<FileStatus> status = file_status(path);
+    return win32::spelled(status && status->is_link ? canonical_path(path) : std::string(path));
+}
+
+// False with the error set where `target` is there but a folder or read-only. *attributes are an existing file's.
+bool may_replace(const std::wstring& target, DWORD* attributes) {
+    *attributes = GetFileAttributesW(target.c_str());
+    if (*attributes == INVALID_FILE_ATTRIBUTES) return true;
+    return !(*attributes & (FILE_ATTRIBUTE_DIRECTORY | FILE_ATTRIBUTE_READONLY | FILE_ATTRIBUTE_DEVICE)) ||
+           failed(ERROR_ACCESS_DENIED);
+}
+
+}  // namespace
+
+std::optional<std::string> read_file(std::string_view path) {
+    const Handle file(CreateFileW(win32::spelled(path).c_str(), GENERIC_READ,
+                                  FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr, OPEN_EXISTING,
+                                  FILE_FLAG_SEQUENTIAL_SCAN, nullptr));
+    LARGE_INTEGER size;
+    if (!file.is_open() || !GetFileSizeEx(file.get(), &size)) return std::nullopt;
+    if (GetFileType(file.get()) != FILE_TYPE_DISK) return failed(ERROR_INVALID_NAME), std::nullopt;
+    try {
+        std::string bytes(static_cast<std::size_t>(size.QuadPart), '\0');
+        std::size_t got = 0;
+        if (!win32::read_all(file.get(), bytes.data(), bytes.size(), &got)) return std::nullopt;
+        bytes.resize(got);
+        return bytes;
+    } catch (const std::bad_alloc&) {
+        return failed(ERROR_NOT_ENOUGH_MEMORY), std::nullopt;
+    }
+}
+
+bool write_file_atomically(std::string_view path, std::string_view bytes) {
+    const std::wstring target = behind_links(path);
+    DWORD attributes;
+    if (!may_replace(target, &attributes)) return false;
+    Replacement replacement(target);
+    const DWORD kept = attributes == INVALID_FILE_ATTRIBUTES ? DWORD{FILE_ATTRIBUTE_NORMAL} : attributes;
+    Handle file(CreateFileW(replacement.name(), GENERIC_WRITE, 0, nullptr, CREATE_NEW, kept, nullptr));
+    if (!file.is_open() || !win32::write_all(file.get(), bytes.data(), bytes.size()) || !file.close()) return false;
+    return replacement.take_place(MOVEFILE_REPLACE_EXISTING);
+}
+
+bool copy_file(std::string_view from, std::string_view to, bool fail_if_exists) {
+    const std::wstring target = behind_links(to);
+    DWORD attributes;
+    if (!may_replace(target, &attributes)) return false;
+    if (fail_if_exists && attributes != INVALID_FILE_ATTRIBUTES) return failed(ERROR_FILE_EXISTS);
+    Replacement replacement(target);
+    if (!CopyFileW(win32::spelled(from).c_str(), replacement.name(), TRUE)) return false;
+    return replacement.take_place(fail_if_exists ? 0 : MOVEFILE_REPLACE_EXISTING);
+}
+
+}  // namespace tool
