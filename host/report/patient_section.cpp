@@ -87,7 +87,7 @@ void add_patient(Pages& pages, const std::vector<FilmResults>& films) {
     std::vector<Fact> facts{{texts("Born"), texts.date(record.birth)}, {texts("Sex"), texts.sex(record.sex)}};
     if (several) {
         facts.push_back({texts("Kind"), texts.kind(record.kind)});
-        add_facts(pages, facts, 3, 20);
+        add_facts(pages, facts, 2, 28);
         pages.take(1);
         for (std::size_t i = 0; i < films.size(); ++i) add_film_line(pages, i, films[i].record());
     } else {
