@@ -13,7 +13,7 @@ ExitCode run_report(const Command& command, const Arguments& arguments, Streams&
     std::string mode_name;
     bool no_image = false;
     CommandLine line(command, "cephtool report lateral-class2.json -o report.pdf",
-                     "cephtool report --analysis Steiner --language ja lateral-average.json -o report.pdf");
+                     "cephtool report --language ja lateral-openbite.json -o report.pdf");
     add_report_options(line, given);
     CLI::App& options = line.options();
     options.add_option("-o,--output", given.output, "FILE.pdf")->required()->type_name("FILE");

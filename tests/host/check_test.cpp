@@ -19,10 +19,10 @@ TEST(Check, ListsFaultsByPlaceAndCountsThem) {
     CString japanese;
     ASSERT_TRUE(CodePage932FromUtf8("上顎=len([s],[N])\n", &japanese));
     folder.add("mine/CalcForm/list.txt", "A.txt\n");
-    folder.add("mine/CalcForm/A.txt", sound + static_cast<LPCSTR>(japanese) + "B\n");
+    folder.add("mine/CalcForm/A.txt", sound + static_cast<LPCSTR>(japanese) + "len([N])\n");
     folder.add("sound.txt", sound);
     folder.add("noted.txt", sound + "Mean:\nA=5\n");
-    folder.add("症例.txt", sound + "C\n");
+    folder.add("症例.txt", sound + "len([N])\n");
     const std::string slip = "mine/CalcForm/A.txt:5:9: there is no landmark \"s\"";
     const std::string no_equals = "A.txt:6:1: a line without \"=\" is not read; write name=formula\n";
     struct {
@@ -69,7 +69,7 @@ TEST(Check, ListsFaultsByPlaceAndCountsThem) {
 
 TEST(Check, PaintsOnATerminalOnly) {
     const host_test::Folder folder;
-    folder.add("bad.txt", "title:\nT\nCalc:\nA\n");
+    folder.add("bad.txt", "title:\nT\nCalc:\nlen([N])\n");
     std::istringstream in;
     std::ostringstream out, err;
     Streams streams{in, out, err, true};

@@ -5,6 +5,7 @@
 
 #include <filesystem>
 #include <fstream>
+#include <random>
 
 #include "surface/pdf_surface.h"
 #include "surface/picture_surface.h"
@@ -77,7 +78,7 @@ TEST(Background, LiesWhereItIsPut) {
 }
 
 TEST(WholeFile, AFailedWriteLeavesNothing) {
-    const auto folder = std::filesystem::temp_directory_path() / ("tool_" + std::to_string(std::rand()));
+    const auto folder = std::filesystem::temp_directory_path() / ("tool_" + std::to_string(std::random_device()()));
     std::filesystem::create_directories(folder / "taken");
     std::ofstream(folder / "taken" / "inside") << "x";
     EXPECT_EQ(tool::write_whole_file(folder / "a.png", "one"), "");

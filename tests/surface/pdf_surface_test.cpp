@@ -7,6 +7,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
+#include <random>
 
 #include "CodePage.h"
 #include "surface/whole_file.h"
@@ -24,7 +25,7 @@ bool installed(const std::string& program) {
 class PdfFile {
  public:
     explicit PdfFile(const std::string& bytes)
-        : path_(std::filesystem::temp_directory_path() / ("tool_" + std::to_string(std::rand()) + ".pdf")) {
+        : path_(std::filesystem::temp_directory_path() / ("tool_" + std::to_string(std::random_device()()) + ".pdf")) {
         EXPECT_EQ(tool::write_whole_file(path_, bytes), "");
     }
     ~PdfFile() { std::filesystem::remove(path_); }
