@@ -217,7 +217,13 @@ int main(int count, char** arguments) {
     make_child(window, "COMBOBOX", CBS_DROPDOWNLIST | WS_VSCROLL, analysis_box);
     const HWND list = make_child(window, "EDIT", ES_MULTILINE | ES_READONLY | WS_VSCROLL | WS_HSCROLL, value_list);
     make_child(window, "tracing", WS_HSCROLL | WS_VSCROLL, 0);
-    SendMessageA(list, WM_SETFONT, reinterpret_cast<WPARAM>(GetStockObject(ANSI_FIXED_FONT)), TRUE);
+    CFont font;
+    LOGFONTA monospaced{};
+    monospaced.lfHeight = -13;
+    monospaced.lfCharSet = SHIFTJIS_CHARSET;
+    monospaced.lfPitchAndFamily = FIXED_PITCH;
+    font.CreateFontIndirectA(&monospaced);
+    SendMessageA(list, WM_SETFONT, reinterpret_cast<WPARAM>(font.GetSafeHandle()), TRUE);
 
     fill_box(window);
     show_values(window);

@@ -30,7 +30,7 @@ constexpr LOGFONTA stock_font = {
 namespace tool {
 
 LivingHandles<HDC, CDC>& living_surfaces() {
-    static LivingHandles<HDC, CDC> living;
+    static auto& living = *new LivingHandles<HDC, CDC>;  // never destroyed: surfaces may live longer than a library
     return living;
 }
 

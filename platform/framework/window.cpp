@@ -11,7 +11,7 @@
 namespace tool {
 
 LivingHandles<HWND, CWnd>& living_windows() {
-    static LivingHandles<HWND, CWnd> living;
+    static auto& living = *new LivingHandles<HWND, CWnd>;  // never destroyed: windows may live longer than a library
     return living;
 }
 

@@ -1,7 +1,22 @@
 // The system's pens, brushes, fonts and regions behind the descriptions.
+#include <cstddef>
+#include <cstring>
 #include <utility>
 
 #include "framework/drawing.h"
+#include "platform/framework/caller_buffer.h"
+#include "platform/win32/names.h"
+
+namespace {
+
+// Both forms of a font are the same in front of its face's name.
+static_assert(offsetof(LOGFONTA, lfFaceName) == offsetof(LOGFONTW, lfFaceName));
+
+std::string_view face_of(const LOGFONTA& font) {
+    return {font.lfFaceName, strnlen(font.lfFaceName, LF_FACESIZE)};
+}
+
+}  // namespace
 
 BOOL CGdiObject::DeleteObject() {
     system_.reset();
@@ -45,11 +60,17 @@ void CBrush::Describe(HGDIOBJ brush) {
 }
 
 HGDIOBJ CFont::MakeSystemObject() const {
-    return ::CreateFontIndirectA(&font_);
+    LOGFONTW font{};
+    std::memcpy(&font, &font_, offsetof(LOGFONTA, lfFaceName));
+    tool::win32::wide(face_of(font_)).copy(font.lfFaceName, LF_FACESIZE - 1);
+    return CreateFontIndirectW(&font);
 }
 
 void CFont::Describe(HGDIOBJ font) {
-    GetObjectA(font, sizeof font_, &font_);
+    LOGFONTW found{};
+    GetObjectW(font, sizeof found, &found);
+    std::memcpy(&font_, &found, offsetof(LOGFONTA, lfFaceName));
+    tool::copy_cut(tool::win32::nearest_code_page_text(found.lfFaceName), font_.lfFaceName, LF_FACESIZE);
 }
 
 HGDIOBJ CRgn::MakeSystemObject() const {

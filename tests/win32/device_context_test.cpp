@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include <cmath>
+#include <cstring>
 
 #include "Tools.h"
 #include "surface/recorded_case.h"
@@ -146,6 +146,18 @@ TEST(DeviceContext, WritesJapaneseText) {
     const MemoryBitmap bitmap(200, 40);
     CDC dc;
     dc.Attach(bitmap.dc());
+    CFont font;
+    LOGFONTA wanted{};
+    wanted.lfHeight = -12;
+    wanted.lfCharSet = SHIFTJIS_CHARSET;
+    std::strcpy(wanted.lfFaceName, "\x82\x6C\x82\x72 \x83\x53\x83\x56\x83\x62\x83\x4E");  // ＭＳ ゴシック
+    font.CreateFontIndirectA(&wanted);
+    CFont* const before = dc.SelectObject(&font);
+    LOGFONTW selected{};
+    GetObjectW(GetCurrentObject(bitmap.dc(), OBJ_FONT), sizeof selected, &selected);
+    EXPECT_EQ(std::wstring(selected.lfFaceName), L"ＭＳ ゴシック");
+    EXPECT_EQ(selected.lfHeight, -12);
+    dc.SelectObject(before);
     const CSize one = dc.GetTextExtent("\x95\x5C", 2), two = dc.GetTextExtent("\x95\x5C\x95\x5C", 4);
     EXPECT_EQ(two.cx, 2 * one.cx);
     EXPECT_EQ(dc.GetTextExtent("", 0).cy, one.cy);
