@@ -1,21 +1,13 @@
 #include "host/case.h"
 
+#include <algorithm>
+
+#include "host/case_format.h"
+#include "host/mirror.h"
 #include "host/numbers.h"
-#include "host/text_width.h"
 
 namespace cephtool {
 namespace {
-
-bool is_json(const Source& source) {
-    const std::size_t first = source.text.find_first_not_of(" \t\r\n");
-    const char opening = first == std::string::npos ? '\0' : source.text[first];
-    return opening == '{' || opening == '[' || lower_case(source.name).ends_with(".json");
-}
-
-Case read_any_case(const Source& source) {
-    if (is_json(source)) return read_json_case(source);
-    return is_challenge_text(source) ? read_challenge_case(source) : read_csv_case(source);
-}
 
 // A value that the command line gives replaces the case's own, and says so when the two differ.
 template <class Value, class Show>
@@ -42,8 +34,7 @@ const char* name_of(Sex sex) {
     return sex == Sex::male ? "male" : "female";
 }
 
-Case read_case(const Source& source, const CaseOptions& options) {
-    Case record = read_any_case(source);
+Case with_options(Case record, const Source& source, const CaseOptions& options) {
     record.file = source.name;
     replace(record.sex, options.sex, "sex", record, [](Sex sex) { return std::string(name_of(sex)); });
     replace(record.mm_per_pixel, options.mm_per_pixel, "scale", record, [](double scale) { return shortest(scale); });
@@ -51,7 +42,24 @@ Case read_case(const Source& source, const CaseOptions& options) {
         throw source.error("the case has no scale, so no length can be measured",
                            "Say how many millimetres a pixel is: --scale 0.1, or in the file itself.");
     }
-    return record;
+    return turned_right(std::move(record), options.mirror);
+}
+
+std::vector<Case> read_cases(const Source& source, const CaseOptions& options) {
+    const auto formats = case_formats();
+    const auto format = std::ranges::find_if(formats, [&](const CaseFormat& each) { return each.recognises(source); });
+    std::vector<Case> cases = format->read(source, options);
+    for (Case& record : cases) record = with_options(std::move(record), source, options);
+    return cases;
+}
+
+Case read_case(const Source& source, const CaseOptions& options) {
+    std::vector<Case> cases = read_cases(source, options);
+    if (cases.size() != 1) {
+        throw source.error("it holds " + std::to_string(cases.size()) + " specimens, where one case is needed",
+                           "\"cephtool analyze\" and \"cephtool batch\" measure them all.");
+    }
+    return std::move(cases.front());
 }
 
 }  // namespace cephtool

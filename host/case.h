@@ -57,28 +57,35 @@ struct Case {
     std::vector<Landmark> vertebrae;  // of a lateral film: points named as in vertebrae.h, placed ones only
     std::vector<VirtualLandmark> virtuals;
     std::vector<Outline> outlines;
-    std::string image;               // file of the X-ray, relative to the case's own; "" when not given
-    std::optional<int> palate;       // of a cast
-    std::vector<std::string> notes;  // what the reader took for granted or left out
+    std::string image;                     // file of the X-ray, relative to the case's own; "" when not given
+    std::optional<int> palate;             // of a cast
+    std::optional<double> mirrored_about;  // the sum of a point's x before and after
+    std::vector<std::string> notes;        // what the reader took for granted or left out
 };
 
 // What the command line says about a case; it goes before what the case says about itself.
 struct CaseOptions {
-    std::optional<Sex> sex;
-    std::optional<double> mm_per_pixel;
+    std::optional<Sex> sex = {};
+    std::optional<double> mm_per_pixel = {};
+    bool mirror = false;                      // a face that does not look right is mirrored
+    std::vector<std::string> landmarks = {};  // names of the points of a TPS file in their order; "-" passes one over
+    std::optional<double> image_height = {};  // in pixels, for TPS, where y points up
 };
 
-// Reads a case in any of the formats of docs/case_format.md, told apart by content and extension. Throws an Error.
+// Reads the cases in any of the formats of docs/case_format.md, told apart by content and extension: a TPS file holds
+// any number of them, every other one. Throws an Error.
+std::vector<Case> read_cases(const Source& source, const CaseOptions& options = {});
+
+// The only case. Throws an Error when there are more.
 Case read_case(const Source& source, const CaseOptions& options = {});
+
+// What read_cases does with each case when its format has been read.
+Case with_options(Case record, const Source& source, const CaseOptions& options);
 
 // The case in the project's own format; reading it again gives an equal case but for `file` and `notes`.
 std::string to_json(const Case& record);
 
-// The readers of the single formats.
+// The reader of the project's own format.
 Case read_json_case(const Source& source);
-Case read_csv_case(const Source& source);
-Case read_challenge_case(const Source& source);
-// Whether the first line with content is a pair of numbers.
-bool is_challenge_text(const Source& source);
 
 }  // namespace cephtool

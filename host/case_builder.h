@@ -24,7 +24,10 @@ class CaseBuilder {
 
     void name(std::string_view text, std::size_t at);
     void kind(std::string_view text, std::size_t at);
-    void kind(Kind kind) { record_.kind = kind; }
+    void kind(Kind kind) {
+        record_.kind = kind;
+        kind_is_known_ = true;
+    }
     void sex(std::string_view text, std::size_t at);
     void birth(std::string_view text, std::size_t at);
     void film(std::string_view text, std::size_t at);
@@ -44,6 +47,8 @@ class CaseBuilder {
     void virtual_landmark(const std::string& name, const std::string& construction, std::size_t at);
 
     Kind kind() const { return record_.kind; }
+    bool kind_is_known() const { return kind_is_known_; }
+    std::optional<double> scale() const { return record_.mm_per_pixel; }
     // Whether a landmark of any sort has this name.
     bool knows(const std::string& name) const;
     double checked_coordinate(double value, std::size_t at) const;
@@ -60,6 +65,7 @@ class CaseBuilder {
     Case record_;
     std::map<std::string, std::size_t> names_;  // and where each was met
     std::size_t film_at_ = 0;
+    bool kind_is_known_ = false;
 };
 
 }  // namespace cephtool

@@ -1,6 +1,9 @@
 // The text of the 2014/2015 cephalometric challenges (Wang et al., Medical Image Analysis 2016;31:63-76): nineteen
 // lines "x,y", then lines of one integer each, the observer's classes, which are left out.
+#include <algorithm>
+
 #include "host/case_builder.h"
+#include "host/case_format.h"
 #include "host/csv.h"
 #include "host/numbers.h"
 #include "host/text_width.h"
@@ -37,7 +40,7 @@ bool is_challenge_text(const Source& source) {
     return CsvReader(line).next(row) && is_pair_of_numbers(row);
 }
 
-Case read_challenge_case(const Source& source) {
+std::vector<Case> read_challenge_cases(const Source& source, const CaseOptions&) {
     CaseBuilder builder(source);
     builder.kind(Kind::lateral);
     CsvReader reader(source);
@@ -64,7 +67,19 @@ Case read_challenge_case(const Source& source) {
     }
     builder.scale(challenge_scale, 0);
     builder.note("a challenge text: 0.1 mm a pixel, as its films were scanned");
-    return builder.finished();
+    std::vector<Case> cases;
+    cases.push_back(builder.finished());
+    return cases;
+}
+
+std::string to_challenge_text(const Case& record, const CaseOptions&) {
+    std::string text;
+    for (const char* name : challenge_names) {
+        const auto landmark = std::ranges::find(record.landmarks, name, &Landmark::name);
+        const Position position = landmark == record.landmarks.end() ? Position() : landmark->position;
+        text += shortest(position.x) + "," + shortest(position.y) + "\n";
+    }
+    return text;
 }
 
 }  // namespace cephtool

@@ -9,16 +9,22 @@ namespace cephtool {
 ExitCode for_each_case(const std::vector<std::string>& paths, const CaseOptions& options, Streams& streams,
                        const std::function<void(const Source&, Case)>& use) {
     ExitCode code = ExitCode::done;
-    for (const std::string& path : paths) {
+    const auto guarded = [&](const std::function<void()>& work) {
         try {
-            const Source source = checked_text(read_bytes(path, streams.in));
-            Case record = read_case(source, options);
-            for (const std::string& note : record.notes) streams.err << printable(path) << ": " << note << "\n";
-            use(source, std::move(record));
+            work();
         } catch (const Error& error) {
             streams.err << shown(error);
             code = error.code;
         }
+    };
+    for (const std::string& path : paths) {
+        guarded([&] {
+            const Source source = checked_text(read_bytes(path, streams.in));
+            for (Case& record : read_cases(source, options)) {
+                for (const std::string& note : record.notes) streams.err << printable(path) << ": " << note << "\n";
+                guarded([&] { use(source, std::move(record)); });
+            }
+        });
     }
     return code;
 }

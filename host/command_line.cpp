@@ -2,13 +2,34 @@
 
 #include <algorithm>
 #include <ostream>
+#include <sstream>
 
+#include "host/case_builder.h"
 #include "host/case_record.h"
+#include "host/csv.h"
 #include "host/numbers.h"
 #include "host/suggestion.h"
 #include "host/text_width.h"
 
 namespace cephtool {
+namespace {
+
+// "S,N,A", or "@FILE" with names between commas or in lines of their own.
+std::vector<std::string> names_in(const std::string& list) {
+    if (list.empty()) return {};
+    std::istringstream none;
+    const Source source =
+        list.starts_with('@') ? checked_text(read_bytes(list.substr(1), none)) : Source{"--landmarks", list};
+    std::vector<std::string> names;
+    CsvReader reader(source);
+    for (CsvRow row; reader.next(row);) {
+        if (row.comment) continue;
+        for (const CsvField& field : row.fields) names.push_back(field.text);
+    }
+    return names;
+}
+
+}  // namespace
 
 CommandLine::CommandLine(const Command& command, const std::string& first_example, const std::string& second_example)
     : name_(command.name), app_(command.help, std::string("cephtool ") + command.name) {
@@ -65,13 +86,33 @@ CaseOptionFlags::CaseOptionFlags(CommandLine& line) {
             return number && is_scale(*number) ? "" : in_quotes(given) + " is no width of a pixel in millimetres";
         },
         "");
-    line.options().add_option("--scale", scale_, "width of a pixel in millimetres")->check(scale)->type_name("MM");
+    CLI::App& options = line.options();
+    options.add_option("--scale", scale_, "width of a pixel in millimetres")->check(scale)->type_name("MM");
+    options.add_flag("--mirror", mirror_, "turn faces round that look left");
+    options
+        .add_option("--landmarks", landmarks_,
+                    "TPS: names of the points in their order;\nS,N,- passes the third over; @FILE has them")
+        ->type_name("LIST");
+    const CLI::Validator height(
+        [](std::string& given) {
+            const std::optional<double> number = number_from(given);
+            return number && *number > 0 && *number <= largest_coordinate
+                       ? ""
+                       : in_quotes(given) + " is no height in pixels";
+        },
+        "");
+    options.add_option("--image-height", image_height_, "TPS: height of the image in pixels")
+        ->check(height)
+        ->type_name("PX");
 }
 
 CaseOptions CaseOptionFlags::options() const {
     CaseOptions options;
     if (!sex_.empty()) options.sex = sex_ == "m" ? Sex::male : Sex::female;
     options.mm_per_pixel = number_from(scale_);
+    options.mirror = mirror_;
+    options.landmarks = names_in(landmarks_);
+    options.image_height = number_from(image_height_);
     return options;
 }
 

@@ -31,14 +31,16 @@ class CommandLine {
     CLI::App app_;
 };
 
-// "--sex" and "--scale", which say what a case itself lacks.
+// "--sex", "--scale" and the like, which say what a case itself lacks.
 class CaseOptionFlags {
  public:
     explicit CaseOptionFlags(CommandLine& line);
+    // Throws an Error when a file that an option names can't be read.
     CaseOptions options() const;
 
  private:
-    std::string sex_, scale_;
+    std::string sex_, scale_, landmarks_, image_height_;
+    bool mirror_ = false;
 };
 
 // Throws an Error when standard input is named more than once.

@@ -1,23 +1,61 @@
-// cephtool convert: a case of any format in the program's own.
+// cephtool convert: a case of any format in any other.
 #include <ostream>
 
+#include "host/case_format.h"
 #include "host/command_line.h"
 #include "host/output.h"
 #include "host/text_width.h"
 
 namespace cephtool {
+namespace {
+
+const CaseFormat& format_for(const std::string& name, const std::string& output) {
+    const CaseFormat* format = name.empty() ? format_by_extension(output) : format_by_name(name);
+    return format ? *format : *format_by_name("json");
+}
+
+// A format that lost something says so.
+void note_losses(const Case& record, const CaseFormat& format, std::vector<std::string>& notes) {
+    const std::string name = format.name;
+    if (name == "json") return;
+    std::vector<std::string> lost;
+    if (!record.virtuals.empty()) lost.emplace_back("virtual landmarks");
+    if (!record.outlines.empty()) lost.emplace_back(name == "tps" ? "names and anchors of outlines" : "outlines");
+    if (!record.image.empty() && name != "tps") lost.emplace_back("the name of the X-ray");
+    if (record.palate) lost.emplace_back("the category of the palate");
+    if (name == "challenge") lost.emplace_back("all but nineteen landmarks, and everything beside them");
+    if (!lost.empty()) notes.push_back("a file of format " + name + " has no place for: " + joined(lost, ", "));
+}
+
+}  // namespace
 
 ExitCode run_convert(const Command& command, const Arguments& arguments, Streams& streams) {
-    std::string path, output;
+    std::string path, output, name;
     CommandLine line(command, "cephtool convert lateral-average.csv -o new.json",
                      "cephtool convert --scale 0.12 --sex m lateral-average-19-points.txt");
     line.options().add_option("CASE", path, "file with landmarks; - is standard input")->required()->type_name("");
     const CaseOptionFlags case_options(line);
+    std::vector<std::string> names;
+    for (const CaseFormat& format : case_formats()) names.emplace_back(format.name);
+    line.add_choice("--format", name, names, joined(names, ", ") + ";\nelse as FILE ends, or json");
     line.options().add_option("-o,--output", output, "write to FILE, not to standard output")->type_name("FILE");
     if (!line.parse(arguments, streams)) return ExitCode::done;
-    const Case record = read_case(checked_text(read_bytes(path, streams.in)), case_options.options());
-    for (const std::string& note : record.notes) streams.err << printable(path) << ": " << note << "\n";
-    write_result(to_json(record), output, streams.out);
+    const CaseFormat& format = format_for(name, output);
+    const CaseOptions options = case_options.options();
+    const Source source = checked_text(read_bytes(path, streams.in));
+    std::vector<Case> cases = read_cases(source, options);
+    const bool holds_many = std::string_view(format.name) == "tps";
+    if (cases.size() > 1 && !holds_many) {
+        throw source.error("it holds " + std::to_string(cases.size()) + " specimens, where one case is needed",
+                           "Only a TPS file holds several: --format tps.");
+    }
+    std::string text;
+    for (Case& record : cases) {
+        note_losses(record, format, record.notes);
+        for (const std::string& note : record.notes) streams.err << printable(path) << ": " << note << "\n";
+        text += format.write(record, options);
+    }
+    write_result(text, output, streams.out);
     return ExitCode::done;
 }
 

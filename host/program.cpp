@@ -15,7 +15,7 @@ constexpr Command command_table[] = {
     {"trace", "draw the tracing of a case as PNG, SVG or PDF", run_trace},
     {"report", "make a report to print, with tracing, tables and charts", run_report},
     {"chart", "draw the deviations from the norms as PNG, SVG or PDF", run_chart},
-    {"convert", "write a case in the program's own format", run_convert},
+    {"convert", "write a case in another format", run_convert},
     {"check", "find faults in the files of an analysis folder", run_check},
     {"exif", "tell what the headers of photographs say", run_exif},
     {"lineimage", "make traced lines a line image; widen, narrow, thin them", run_lineimage},

@@ -65,7 +65,7 @@ Source checked_text(Source source) {
     if (source.text.starts_with(byte_order_mark)) source.text.erase(0, byte_order_mark.size());
     if (source.text.find_first_not_of(" \t\r\n") == std::string::npos) {
         throw source.error("the input is empty",
-                           "It should hold landmarks; docs/case_format.md shows the three formats.");
+                           "It should hold landmarks; docs/case_format.md shows the formats.");
     }
     if (const std::size_t at = source.text.find('\0'); at != std::string::npos) {
         throw source.error_at(at, "a zero byte: this is no text", "Give the file that holds the coordinates as text.");

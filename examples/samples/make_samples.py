@@ -9,6 +9,8 @@ import math
 from pathlib import Path
 
 FOLDER = Path(__file__).parent
+FILM_ROWS = 2400
+MM_PER_PIXEL = 0.1
 
 CHALLENGE_POINTS = ["S", "N", "Or", "Po", "A", "B", "Pog", "Me", "Gn", "Go", "L1", "U1", "TUL", "TLL", "SN", "Pog(s)",
                     "PNS", "ANS", "Ar"]
@@ -240,6 +242,35 @@ def main():
 
     lines = ["{},{}".format(*marks[mark]) for mark in CHALLENGE_POINTS]
     (FOLDER / "lateral-average-19-points.txt").write_text("\n".join(lines) + "\n", encoding="utf-8", newline="\n")
+
+    # The same face as other programs have it: TPS with y up from the lower edge of a film of 2400 rows, and Slicer's
+    # millimetres with x to the patient's left and y to the back.
+    facts = ["kind=lateral", "sex=female"]
+    lines = [f"LM={len(marks)}"] + [f"{x} {FILM_ROWS - y}" for x, y in marks.values()]
+    lines += ["ID=lateral-average", "COMMENT=landmarks=" + ",".join(marks), f"COMMENT=flip={FILM_ROWS}"]
+    lines += [f"COMMENT={fact}" for fact in facts] + [f"SCALE={MM_PER_PIXEL}"]
+    (FOLDER / "lateral-average.tps").write_text("\n".join(lines) + "\n", encoding="utf-8", newline="\n")
+
+    lines = ["# Markups fiducial file version = 4.11", "# CoordinateSystem = LPS",
+             "# columns = id,x,y,z,ow,ox,oy,oz,vis,sel,lock,label,desc,associatedNodeID,positionStatus",
+             f"# scale_mm_per_px={MM_PER_PIXEL}"] + [f"# {fact}" for fact in facts]
+    lines += [f"{i},{x / 10:g},{y / 10:g},0,0,0,0,1,1,1,0,{mark},,,2" for i, (mark, (x, y)) in enumerate(marks.items(), 1)]
+    (FOLDER / "lateral-average.fcsv").write_text("\n".join(lines) + "\n", encoding="utf-8", newline="\n")
+
+    points = [{"id": str(i), "label": mark, "position": [x / 10, y / 10, 0], "positionStatus": "defined"}
+              for i, (mark, (x, y)) in enumerate(marks.items(), 1)]
+    markups = {"x-cephtool": {"scale_mm_per_px": str(MM_PER_PIXEL), **dict(fact.split("=") for fact in facts)},
+               "markups": [{"type": "Fiducial", "coordinateSystem": "LPS", "coordinateUnits": "mm",
+                            "controlPoints": points}]}
+    (FOLDER / "lateral-average.mrk.json").write_text(json.dumps(markups, indent=1) + "\n", encoding="utf-8", newline="\n")
+
+    # Several faces as rows of one table.
+    rows = ["# scale_mm_per_px=0.1", "name,sex,birth,film," + ",".join(f"{mark}_x,{mark}_y" for mark in marks)]
+    for name in ("average", "class2", "openbite"):
+        case = json.loads((FOLDER / f"lateral-{name}.json").read_text(encoding="utf-8"))
+        places = ",".join(f"{x},{y}" for x, y in (case["landmarks"][mark] for mark in marks))
+        rows.append(f"{name},{case['sex']},{case.get('birth', '')},{case.get('film', '')},{places}")
+    (FOLDER / "cases-flat.csv").write_text("\n".join(rows) + "\n", encoding="utf-8", newline="\n")
 
 
 if __name__ == "__main__":

@@ -1,0 +1,17 @@
+LM=4
+10.5 20
+-1 -1
+30 40
+50 60.25
+CURVES=1
+POINTS=2
+1 2
+3 4
+OUTLINES=1
+POINTS=1
+5 6
+IMAGE=film.jpg
+ID=one
+COMMENT=landmarks=S,N,-,"Or"
+COMMENT=sex=f
+SCALE=0.1
