@@ -31,6 +31,7 @@ std::span<const Command> commands();
 
 ExitCode run_analyze(const Command& command, const Arguments& arguments, Streams& streams);
 ExitCode run_analyses(const Command& command, const Arguments& arguments, Streams& streams);
+ExitCode run_batch(const Command& command, const Arguments& arguments, Streams& streams);
 ExitCode run_stage(const Command& command, const Arguments& arguments, Streams& streams);
 ExitCode run_modes(const Command& command, const Arguments& arguments, Streams& streams);
 ExitCode run_trace(const Command& command, const Arguments& arguments, Streams& streams);

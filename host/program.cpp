@@ -10,6 +10,7 @@ namespace {
 constexpr Command command_table[] = {
     {"analyze", "measure cases and compare them with the norms", run_analyze},
     {"analyses", "list the analyses, or the items and norms of one", run_analyses},
+    {"batch", "measure any number of cases into one table", run_batch},
     {"stage", "tell dental stage, growth stages and bone age", run_stage},
     {"modes", "list the display modes, or show one", run_modes},
     {"trace", "draw the tracing of a case as PNG, SVG or PDF", run_trace},

@@ -1,0 +1,109 @@
+// cephtool batch: measures any number of cases into one table.
+#include <algorithm>
+#include <ostream>
+#include <thread>
+
+#include "host/batch/batch_progress.h"
+#include "host/batch/batch_work.h"
+#include "host/command_line.h"
+#include "host/interruption.h"
+#include "host/profile.h"
+#include "host/selection.h"
+#include "host/text_width.h"
+
+namespace cephtool {
+namespace {
+
+constexpr int highest_band = 9999;  // two columns of two digits
+constexpr int most_threads = 1024;
+
+BatchFormat::Kind format_kind(const std::string& name, const std::string& output) {
+    const bool lines = name.empty() ? lower_case(output).ends_with(".jsonl") : name == "jsonl";
+    return lines ? BatchFormat::Kind::json_lines : BatchFormat::Kind::csv;
+}
+
+std::size_t thread_count(int asked) {
+    if (asked > 0) return static_cast<std::size_t>(asked);
+    return std::max(1U, std::thread::hardware_concurrency());
+}
+
+}  // namespace
+
+ExitCode run_batch(const Command& command, const Arguments& arguments, Streams& streams) {
+    std::vector<std::string> paths, names, with;
+    std::string folder, output, format_name;
+    std::optional<int> band;
+    int threads = 0;
+    bool resume = false;
+    CommandLine line(command, "cephtool batch lateral-average.json lateral-class2.json -o new.csv",
+                     "cephtool batch --analysis Steiner --with norms cases-flat.csv -o new.jsonl");
+    CLI::App& options = line.options();
+    options.add_option("CASES", paths, "files or folders with cases; - is standard input")->required()->type_name("");
+    options.add_option("-o,--output", output, "table to write: FILE.csv or FILE.jsonl")->required()->type_name("FILE");
+    options.add_option("--analysis", names, "title or file name of an analysis, or\na definition file; again for more")
+        ->allow_extra_args(false)
+        ->type_name("NAME");
+    options.add_option("--with", with, "norms (mean and SD) or deviations, in\ncolumns of their own; again for both")
+        ->allow_extra_args(false)
+        ->check(CLI::IsMember({"norms", "deviations"}).description(""))
+        ->type_name("WHAT");
+    line.add_choice("--format", format_name, {"csv", "jsonl"}, "csv or jsonl; else as FILE ends");
+    options.add_flag("--resume", resume, "go on with what a stopped run has written");
+    options.add_option("--threads", threads, "as many at a time; else one a core")
+        ->check(CLI::Range(1, most_threads).description(""))
+        ->type_name("N");
+    options.add_option("--anaitem", folder, "another folder of analyses")->type_name("FOLDER");
+    options.add_option("--band", band, "band code of the norms, in place of the\nband of the patient's stage")
+        ->check(CLI::Range(0, highest_band).description(""))
+        ->type_name("N");
+    const CaseOptionFlags case_options(line);
+    if (!line.parse(arguments, streams)) return ExitCode::done;
+    check_inputs(paths);
+    const ProgramProfile profile(folder);
+    const Selection selection(names, streams);
+
+    const auto asked = [&](const char* what) { return std::ranges::find(with, what) != with.end(); };
+    const BatchColumns columns = batch_columns(selection.chosen(), {asked("norms"), asked("deviations")});
+    const BatchFormat format(format_kind(format_name, output), columns);
+    BatchOutput table(output, format.head(), format.number_mark());
+    if (resume && !table.has_part() && table.has_result()) {
+        streams.err << printable(output) << " is complete already\n";
+        return ExitCode::done;
+    }
+    if (!resume && table.has_part()) {
+        throw Error(ExitCode::bad_command_line, printable(output) + ".part is there, from a run that was stopped",
+                    "Go on with --resume, or delete it to begin anew.");
+    }
+    CaseStream stream(paths, streams.in);
+    if (resume && table.has_part()) {
+        table.resume();
+    } else {
+        table.begin();
+    }
+    const Interruption interruption;
+    BatchProgress progress(streams.err, streams.progress);
+    const auto show = [&](std::size_t cases) {
+        for (const std::string& note : stream.take_notes()) {
+            progress.clear();
+            streams.err << "note: " << note << "\n";
+        }
+        const auto all = stream.bytes_in_all();
+        const bool known = all && *all > 0;
+        progress.add(cases, known ? std::optional(static_cast<double>(stream.bytes_read()) / static_cast<double>(*all))
+                                  : std::nullopt);
+    };
+    const BatchWork work{columns, format, case_options.options(), band, thread_count(threads)};
+    if (!measure_batch(
+            work, stream, table, [&] { return interruption.asked(); }, show)) {
+        throw Error(ExitCode::bad_input, "stopped; " + printable(output) + ".part holds the cases that are done",
+                    "The same command line with --resume goes on.");
+    }
+    table.finish();
+    progress.clear();
+    if (table.failures() == 0) return ExitCode::done;
+    streams.err << table.failures() << (table.failures() == 1 ? " case" : " cases") << " failed: see "
+                << printable(table.failures_path()) << "\n";
+    return ExitCode::bad_input;
+}
+
+}  // namespace cephtool

@@ -1,0 +1,60 @@
+#include "host/batch/batch_columns.h"
+
+#include <CodePage.h>
+
+#include <algorithm>
+#include <set>
+
+#include "host/text_width.h"
+
+namespace cephtool {
+namespace {
+
+std::string name_of(const Analysis& analysis) {
+    const std::string stem = analysis.file.substr(0, analysis.file.rfind('.'));
+    const std::string kind = name_of_engine_kind(analysis.engine_kind);
+    return !analysis.index || analysis.engine_kind == static_cast<int>(Kind::lateral) ? stem : kind + ":" + stem;
+}
+
+std::string unique(const std::string& name, std::set<std::string>& taken) {
+    std::string candidate = name;
+    for (int i = 2; !taken.insert(candidate).second; ++i) candidate = name + " (" + std::to_string(i) + ")";
+    return candidate;
+}
+
+}  // namespace
+
+const AnalysisSheet* BatchAnalysis::sheet(Kind kind) const {
+    const Analysis* analysis = for_kind[static_cast<std::size_t>(kind)];
+    return analysis ? &analysis->sheet : nullptr;
+}
+
+BatchColumns batch_columns(std::span<const Analysis* const> analyses, BatchParts parts) {
+    BatchColumns columns{.analyses = {}, .names = {}, .parts = parts};
+    std::set<std::string> taken;
+    for (std::size_t i = 0; i < analyses.size(); ++i) {
+        const Analysis& analysis = *analyses[i];
+        BatchAnalysis& made = columns.analyses.emplace_back();
+        made.for_kind[static_cast<std::size_t>(case_kind(analysis))] = &analysis;
+        // A file of the person's own comes once for each kind, one behind the other.
+        while (!analysis.index && i + 1 < analyses.size() && analyses[i + 1]->file == analysis.file &&
+               !analyses[i + 1]->index && case_kind(*analyses[i + 1]) > case_kind(*analyses[i])) {
+            ++i;
+            made.for_kind[static_cast<std::size_t>(case_kind(*analyses[i]))] = analyses[i];
+        }
+        for (int item = 0; item < analysis.sheet.GetCount(); ++item) {
+            const SheetItem definition = analysis.sheet.GetItem(item);
+            if (definition.heading) continue;
+            made.items.push_back({item, !definition.expression.IsEmpty()});
+            if (definition.expression.Find(';') >= 0) made.plain = false;
+            const std::string name =
+                unique(name_of(analysis) + ":" + printable(Utf8FromCodePage932(definition.name)), taken);
+            columns.names.push_back(name);
+            if (parts.norms) columns.names.insert(columns.names.end(), {name + ":mean", name + ":sd"});
+            if (parts.deviations) columns.names.push_back(name + ":deviation");
+        }
+    }
+    return columns;
+}
+
+}  // namespace cephtool

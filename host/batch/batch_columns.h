@@ -1,0 +1,42 @@
+// What a batch measures, as the columns of its table.
+#pragma once
+
+#include <span>
+#include <string>
+#include <vector>
+
+#include "host/catalogue.h"
+
+namespace cephtool {
+
+// What is written of each item beside its value.
+struct BatchParts {
+    bool norms = false;       // mean and SD
+    bool deviations = false;  // from the mean, in SD
+};
+
+// A definition file. One that the folder lists is for one kind of case, one of the person's own for all of them.
+struct BatchAnalysis {
+    const Analysis* for_kind[std::size(all_kinds)] = {};
+    struct Item {
+        int index;  // in the sheet
+        bool has_formula;
+    };
+    std::vector<Item> items;  // those with a column: all but headings
+    // No item is chosen by its value, so that what a case lacks depends on which landmarks it has and on nothing else.
+    bool plain = true;
+
+    const AnalysisSheet* sheet(Kind kind) const;
+};
+
+struct BatchColumns {
+    std::vector<BatchAnalysis> analyses;
+    std::vector<std::string> names;  // "Steiner:SNA" and, as `parts` has it, "…:mean", "…:sd", "…:deviation"
+    BatchParts parts;
+};
+
+// An analysis goes by its file's name without extension, those of other kinds than lateral behind the name of their
+// kind ("frontal:Ricketts:…"). A name that would be there twice gets a number: "… (2)".
+BatchColumns batch_columns(std::span<const Analysis* const> analyses, BatchParts parts);
+
+}  // namespace cephtool

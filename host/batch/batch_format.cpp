@@ -1,0 +1,80 @@
+#include "host/batch/batch_format.h"
+
+#include <nlohmann/json.hpp>
+
+#include "host/csv.h"
+#include "host/numbers.h"
+#include "host/text_width.h"
+
+namespace cephtool {
+namespace {
+
+std::string quoted(const std::string& text) {
+    return nlohmann::json(text).dump(-1, ' ', false, nlohmann::json::error_handler_t::replace);
+}
+
+}  // namespace
+
+BatchFormat::BatchFormat(Kind kind, const BatchColumns& columns) : kind_(kind), parts_(columns.parts) {
+    if (kind == Kind::csv) head_ = "case,file,name,kind,sex,age_months,notes";
+    for (const std::string& name : columns.names) {
+        if (kind == Kind::csv) {
+            head_ += "," + csv_field(name);
+        } else {
+            keys_.push_back("," + quoted(name) + ":");
+        }
+    }
+    if (kind == Kind::csv) head_ += "\r\n";
+}
+
+template <class Append>
+void BatchFormat::for_each_number(std::span<const BatchItem> items, Append append) const {
+    for (const BatchItem& item : items) {
+        append(item.value, item.text);
+        if (parts_.norms) {
+            append(item.mean, {});
+            append(item.sd, {});
+        }
+        if (parts_.deviations) append(item.deviation, {});
+    }
+}
+
+void BatchFormat::append(std::string& lines, std::size_t number, const Case& record,
+                         std::span<const BatchItem> items) const {
+    const std::string file = printable(record.file), notes = joined(record.notes, "; ");
+    const std::string sex = record.sex ? name_of(*record.sex) : "";
+    const std::string months =
+        record.birth && record.film ? std::to_string(months_at(*record.film, *record.birth)) : std::string();
+    if (kind_ == Kind::csv) {
+        lines += std::to_string(number) + "," + csv_field(file) + "," + csv_field(record.name) + "," +
+                 name_of(record.kind) + "," + sex + "," + months + "," + csv_field(notes);
+        for_each_number(items, [&](const std::optional<double>& value, std::string_view text) {
+            lines += ',';
+            if (value) lines += shortest(*value);
+            if (!text.empty()) lines += csv_field(text);
+        });
+        lines += "\r\n";
+        return;
+    }
+    lines += number_mark() + std::to_string(number) + ",\"file\":" + quoted(file) + ",\"name\":" + quoted(record.name) +
+             ",\"kind\":\"" + name_of(record.kind) + "\",\"sex\":" + (sex.empty() ? "null" : "\"" + sex + "\"") +
+             ",\"age_months\":" + (months.empty() ? "null" : months) + ",\"notes\":" + quoted(notes);
+    std::size_t key = 0;
+    for_each_number(items, [&](const std::optional<double>& value, std::string_view text) {
+        lines += keys_[key++];
+        if (value) {
+            lines += shortest(*value);
+        } else {
+            lines += text.empty() ? "null" : quoted(std::string(text));
+        }
+    });
+    lines += "}\n";
+}
+
+std::string failure_row(std::size_t number, const std::string& place, const std::string& message,
+                        const std::string& advice) {
+    return std::to_string(number) + "," + csv_field(place) + "," + csv_field(printable(message)) + "," +
+           csv_field(printable(advice)) + "\r\n";
+}
+
+}  // namespace cephtool

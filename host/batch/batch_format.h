@@ -1,0 +1,39 @@
+// A measured case as a line of the table that a batch writes.
+#pragma once
+
+#include <span>
+#include <string>
+
+#include "host/batch/batch_columns.h"
+#include "host/batch/case_measurer.h"
+#include "host/case.h"
+
+namespace cephtool {
+
+class BatchFormat {
+ public:
+    enum class Kind { csv, json_lines };
+
+    // `columns` must outlive this object.
+    BatchFormat(Kind kind, const BatchColumns& columns);
+
+    const std::string& head() const { return head_; }
+    // What stands in front of the number of a line's case.
+    std::string number_mark() const { return kind_ == Kind::csv ? "" : "{\"case\":"; }
+    void append(std::string& lines, std::size_t number, const Case& record, std::span<const BatchItem> items) const;
+
+ private:
+    template <class Append>
+    void for_each_number(std::span<const BatchItem> items, Append append) const;
+
+    Kind kind_;
+    BatchParts parts_;
+    std::string head_;
+    std::vector<std::string> keys_;  // ",\"NAME\":"
+};
+
+// A row of the table of failed cases.
+std::string failure_row(std::size_t number, const std::string& place, const std::string& message,
+                        const std::string& advice);
+
+}  // namespace cephtool

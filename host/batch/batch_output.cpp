@@ -1,0 +1,154 @@
+#include "host/batch/batch_output.h"
+
+#include <algorithm>
+#include <charconv>
+#include <filesystem>
+#include <string_view>
+
+#include "host/error.h"
+#include "host/text_width.h"
+
+namespace cephtool {
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr std::string_view failures_head = "case,place,message,advice\r\n";
+
+Error not_written(const std::string& path) {
+    return {ExitCode::bad_input, printable(path) + " could not be written",
+            "Check that the folder exists, that you may write there, and that the disk has room."};
+}
+
+void cut(const std::string& path, std::uintmax_t size) {
+    std::error_code failure;
+    fs::resize_file(path, size, failure);
+    if (failure) throw not_written(path);
+}
+
+// The number behind `mark`, 0 when there is none.
+std::size_t number_of(std::string_view line, std::string_view mark) {
+    std::size_t number = 0;
+    if (line.starts_with(mark)) std::from_chars(line.data() + mark.size(), line.data() + line.size(), number);
+    return number;
+}
+
+// Where the last line that ends before `end` begins.
+std::uintmax_t line_start(std::istream& in, std::uintmax_t end) {
+    constexpr std::uintmax_t block_size = 1 << 16;
+    std::string block;
+    while (end > 0) {
+        const std::uintmax_t from = end - std::min(end, block_size);
+        block.resize(static_cast<std::size_t>(end - from));
+        in.clear();
+        in.seekg(static_cast<std::streamoff>(from));
+        in.read(block.data(), static_cast<std::streamsize>(block.size()));
+        const std::size_t found = block.rfind('\n');
+        if (found != std::string::npos) return from + found + 1;
+        end = from;
+    }
+    return 0;
+}
+
+std::string bytes_of(const std::string& path, std::uintmax_t from, std::uintmax_t to) {
+    std::ifstream in(path, std::ios::binary);
+    std::string bytes(static_cast<std::size_t>(to - from), '\0');
+    in.seekg(static_cast<std::streamoff>(from));
+    in.read(bytes.data(), static_cast<std::streamsize>(bytes.size()));
+    return bytes;
+}
+
+}  // namespace
+
+BatchOutput::BatchOutput(std::string path, std::string head, std::string number_mark)
+    : path_(std::move(path)),
+      part_(path_ + ".part"),
+      failures_path_(fs::path(path_).replace_extension(".errors.csv").string()),
+      failures_part_(failures_path_ + ".part"),
+      head_(std::move(head)),
+      number_mark_(std::move(number_mark)) {}
+
+bool BatchOutput::has_part() const {
+    std::error_code failure;
+    return fs::exists(part_, failure);
+}
+
+bool BatchOutput::has_result() const {
+    std::error_code failure;
+    return fs::exists(path_, failure);
+}
+
+void BatchOutput::open(std::ofstream& out, const std::string& path, bool anew) const {
+    out.open(path, std::ios::binary | (anew ? std::ios::trunc : std::ios::app));
+    if (!out) throw not_written(path);
+}
+
+void BatchOutput::begin() {
+    open(failed_, failures_part_, true);
+    open(out_, part_, true);
+    write(head_, std::string(failures_head), 0);
+}
+
+void BatchOutput::resume() {
+    std::ifstream in(part_, std::ios::binary);
+    std::error_code failure;
+    const std::uintmax_t size = fs::file_size(part_, failure);
+    const std::uintmax_t whole = line_start(in, size);
+    if (whole < head_.size()) return begin();
+    if (bytes_of(part_, 0, head_.size()) != head_) {
+        throw Error(ExitCode::bad_command_line, printable(part_) + " has other columns than this command line gives",
+                    "Resume with the options of the first run, or delete it to begin anew.");
+    }
+    if (whole > head_.size()) {
+        last_line_ = bytes_of(part_, std::max<std::uintmax_t>(line_start(in, whole - 1), head_.size()), whole);
+        last_number_ = number_of(last_line_, number_mark_);
+        if (last_number_ == 0) {
+            throw Error(ExitCode::bad_input, "the last whole line of " + printable(part_) + " is none of a batch",
+                        "Delete the file to begin anew.");
+        }
+    }
+    in.close();
+    cut(part_, whole);
+    // A run that was stopped between the two renamings of its end.
+    if (!fs::exists(failures_part_, failure)) fs::rename(failures_path_, failures_part_, failure);
+    keep_failures_before(last_number_);
+    open(failed_, failures_part_, false);
+    open(out_, part_, false);
+}
+
+void BatchOutput::keep_failures_before(std::size_t number) {
+    std::uintmax_t kept = 0;
+    failures_ = 0;
+    {
+        std::ifstream in(failures_part_, std::ios::binary);
+        for (std::string line; std::getline(in, line) && !in.eof();) {
+            if (kept > 0 && number_of(line, "") >= number) break;
+            failures_ += kept > 0;
+            kept += line.size() + 1;
+        }
+    }
+    if (kept > 0) return cut(failures_part_, kept);
+    open(failed_, failures_part_, true);
+    failed_ << failures_head;
+    failed_.close();
+}
+
+void BatchOutput::write(const std::string& lines, const std::string& failed, std::size_t failures) {
+    failures_ += failures;
+    if (!failed.empty() && !(failed_ << failed << std::flush)) throw not_written(failures_part_);
+    if (!(out_ << lines)) throw not_written(part_);
+}
+
+void BatchOutput::finish() {
+    out_.close();
+    failed_.close();
+    if (!out_) throw not_written(part_);
+    std::error_code failure;
+    fs::remove(failures_path_, failure);
+    if (failures_ > 0) fs::rename(failures_part_, failures_path_, failure);
+    if (failures_ == 0) fs::remove(failures_part_, failure);
+    if (!failure) fs::rename(part_, path_, failure);
+    if (failure) throw not_written(path_);
+}
+
+}  // namespace cephtool

@@ -1,0 +1,52 @@
+// The files that a batch writes: OUT, one line a case, and beside it the table of the cases that failed. Until all is
+// done both end in ".part", and whatever stops the program, its whole lines are good: --resume goes on behind them.
+//
+// 1. Every line tells the number of its case, and the numbers rise.
+// 2. A failure is on the disk before a line of a later case is.
+// 3. So the number of the last whole line says where to go on, and later failures are to be found again.
+#pragma once
+
+#include <cstdint>
+#include <fstream>
+#include <string>
+
+namespace cephtool {
+
+class BatchOutput {
+ public:
+    // `head` is what OUT begins with, `number_mark` what stands in front of a line's number.
+    BatchOutput(std::string path, std::string head, std::string number_mark);
+
+    bool has_part() const;
+    bool has_result() const;
+
+    // A new table. Throws an Error when it can't be written.
+    void begin();
+    // Opens what an earlier run left and cuts it behind its last whole line. Throws an Error when that run wrote other
+    // columns.
+    void resume();
+
+    // Of the last whole line when resuming, 0 when there was none.
+    std::size_t last_number() const { return last_number_; }
+    const std::string& last_line() const { return last_line_; }
+    std::size_t failures() const { return failures_; }
+
+    // Whole lines of successive cases, and the failures among them.
+    void write(const std::string& lines, const std::string& failed, std::size_t failures);
+    // Gives the files their names. Without a failure there is no table of them.
+    void finish();
+
+    const std::string& failures_path() const { return failures_path_; }
+
+ private:
+    void open(std::ofstream& out, const std::string& path, bool anew) const;
+    void keep_failures_before(std::size_t number);
+
+    std::string path_, part_, failures_path_, failures_part_;
+    std::string head_, number_mark_;
+    std::ofstream out_, failed_;
+    std::size_t last_number_ = 0, failures_ = 0;
+    std::string last_line_;
+};
+
+}  // namespace cephtool

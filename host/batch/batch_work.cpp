@@ -1,0 +1,122 @@
+#include "host/batch/batch_work.h"
+
+#include <algorithm>
+#include <memory>
+
+#include "host/batch/ordered_pool.h"
+#include "host/text_width.h"
+
+namespace cephtool {
+namespace {
+
+// What a thread works on at a time: enough to make the handing over cheap, little enough to be held many times.
+constexpr std::size_t cases_a_portion = 32;
+constexpr std::size_t bytes_a_portion = std::size_t{1} << 20;
+constexpr std::size_t portions_a_thread = 4;
+
+struct Portion {
+    std::vector<CaseText> cases;
+    std::size_t count = 0;
+    std::string lines, failed;
+    std::size_t failures = 0;
+};
+
+std::string place_of(const Error& error) {
+    if (error.line == 0) return error.file;
+    return error.file + ":" + std::to_string(error.line) + ":" + std::to_string(error.column);
+}
+
+class Worker {
+ public:
+    explicit Worker(const BatchWork& work) : work_(work), measurer_(work.columns, work.band) {}
+
+    void measure(Portion& portion) {
+        portion.lines.clear();
+        portion.failed.clear();
+        portion.failures = 0;
+        for (std::size_t i = 0; i < portion.count; ++i) measure(portion.cases[i], portion);
+    }
+
+ private:
+    void measure(const CaseText& text, Portion& portion) {
+        const auto fail = [&](const std::string& place, const char* message, const std::string& advice) {
+            portion.failed += failure_row(text.number, place, message, advice);
+            ++portion.failures;
+        };
+        try {
+            const Case record = read_case(text, work_.options);
+            if (std::ranges::none_of(work_.columns.analyses,
+                                     [&](const BatchAnalysis& analysis) { return analysis.sheet(record.kind); })) {
+                throw text.source.error(std::string("this is a ") + name_of(record.kind) +
+                                            " case, and none of the analyses is for its kind",
+                                        "\"cephtool analyses\" lists the analyses by kind.");
+            }
+            work_.format.append(portion.lines, text.number, record, measurer_.measure(record));
+        } catch (const Error& error) {
+            fail(place_of(error), error.what(), error.way_out);
+        } catch (const std::exception& failure) {
+            fail(printable(text.source.name), failure.what(), "");
+        }
+    }
+
+    const BatchWork& work_;
+    CaseMeasurer measurer_;
+};
+
+// The case of the last line that an earlier run wrote must give that line again.
+void check_last_line(const BatchWork& work, CaseStream& stream, const BatchOutput& output) {
+    Portion portion;
+    portion.cases.resize(1);
+    while (portion.cases[0].number < output.last_number()) {
+        if (!stream.next(portion.cases[0])) break;
+    }
+    portion.count = 1;
+    Worker(work).measure(portion);
+    if (portion.lines != output.last_line()) {
+        throw Error(
+            ExitCode::bad_command_line,
+            "case " + std::to_string(output.last_number()) + " no longer gives the line that was written for it",
+            "Resume with the cases, the analyses and the options of the first run, or begin anew.");
+    }
+}
+
+bool fill(Portion& portion, CaseStream& stream) {
+    portion.count = 0;
+    std::size_t bytes = 0;
+    while (portion.count < cases_a_portion && bytes < bytes_a_portion) {
+        if (portion.count == portion.cases.size()) portion.cases.emplace_back();
+        CaseText& text = portion.cases[portion.count];
+        if (!stream.next(text)) break;
+        bytes += text.source.text.size();
+        ++portion.count;
+    }
+    return portion.count > 0;
+}
+
+}  // namespace
+
+bool measure_batch(const BatchWork& work, CaseStream& stream, BatchOutput& output, const std::function<bool()>& stop,
+                   const std::function<void(std::size_t cases)>& progress) {
+    if (output.last_number() > 0) check_last_line(work, stream, output);
+    OrderedPool<Portion> pool(work.threads, work.threads * portions_a_thread, [&work] {
+        const auto worker = std::make_shared<Worker>(work);
+        return [worker](Portion& portion) { worker->measure(portion); };
+    });
+    bool more = true, stopped = false;
+    while (more || !pool.is_empty()) {
+        stopped = stopped || stop();
+        if (more && !stopped && !pool.is_full()) {
+            more = fill(pool.free_item(), stream);
+            if (more) pool.hand_in();
+            continue;
+        }
+        if (pool.is_empty()) break;
+        const Portion& portion = pool.oldest();
+        output.write(portion.lines, portion.failed, portion.failures);
+        progress(portion.count);
+        pool.take_back();
+    }
+    return !more;
+}
+
+}  // namespace cephtool

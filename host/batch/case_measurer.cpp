@@ -1,0 +1,118 @@
+#include "host/batch/case_measurer.h"
+
+#include <CodePage.h>
+
+#include <cmath>
+#include <mutex>
+
+#include "host/growth.h"
+#include "host/text_width.h"
+
+namespace cephtool {
+namespace {
+
+// What is kept does not grow without end, whatever the cases are.
+constexpr std::size_t most_kept = 4096;
+
+std::optional<double> finite(bool known, double value) {
+    return known && std::isfinite(value) ? std::optional(value) : std::nullopt;
+}
+
+// What of a man's item holds for a woman, too.
+void keep_common(BatchItem& item, const BatchItem& hers) {
+    if (item.value != hers.value || item.text != hers.text) {
+        item.value.reset();
+        item.text.clear();
+    }
+    if (item.mean != hers.mean || item.sd != hers.sd) {
+        item.mean.reset();
+        item.sd.reset();
+    }
+    if (!item.value || !item.mean || !item.sd) item.deviation.reset();
+}
+
+}  // namespace
+
+int CaseMeasurer::band_of(const Analysis& analysis, const Case& record) {
+    if (band_) return *band_;
+    if (!analysis.stages[0].any && !analysis.stages[1].any) return 0;
+    const int months = record.birth && record.film ? months_at(*record.film, *record.birth) : -1;
+    const auto [found, is_new] = bands_.try_emplace({&analysis, record.sex, months, record.dental_stage}, 0);
+    if (!is_new) return found->second;
+    static std::mutex engine;  // its list box and the application's profile are made for one thread
+    const std::lock_guard lock(engine);
+    const int band = norm_band(analysis, record).code;
+    found->second = band;
+    if (bands_.size() > most_kept) bands_.clear();
+    return band;
+}
+
+const std::vector<CaseMeasurer::Lacks>& CaseMeasurer::lacks_of(std::size_t index, Kind kind,
+                                                               const SheetSubject& subject) {
+    const BatchAnalysis& analysis = columns_.analyses[index];
+    const AnalysisSheet& sheet = *analysis.sheet(kind);
+    std::vector<Lacks>* lacks = &lacks_;
+    if (analysis.plain && !landmarks_.empty()) {
+        if (known_lacks_.size() > most_kept) known_lacks_.clear();
+        const auto [found, is_new] = known_lacks_.try_emplace({index, kind, subject.sex, subject.band, landmarks_});
+        lacks = &found->second;
+        if (!is_new) return *lacks;
+    }
+    lacks->clear();
+    const bool norms = columns_.parts.norms || columns_.parts.deviations;
+    for (const BatchAnalysis::Item& item : analysis.items) {
+        const auto any = [&](SheetPart part) {
+            return !item.has_formula || !sheet.Missing(item.index, part, subject).IsEmpty();
+        };
+        lacks->push_back({any(SheetPart::value), norms && any(SheetPart::mean), norms && any(SheetPart::sd)});
+    }
+    return *lacks;
+}
+
+void CaseMeasurer::measure_as(std::size_t index, Kind kind, const SheetSubject& subject, std::span<BatchItem> items) {
+    const BatchAnalysis& analysis = columns_.analyses[index];
+    const AnalysisSheet& sheet = *analysis.sheet(kind);
+    const std::vector<Lacks>& lacks = lacks_of(index, kind, subject);
+    const bool norms = columns_.parts.norms || columns_.parts.deviations;
+    for (std::size_t i = 0; i < items.size(); ++i) {
+        if (lacks[i].value && !norms) continue;
+        const SheetRow row = sheet.Evaluate(analysis.items[i].index, subject);
+        BatchItem& item = items[i];
+        item.mean = finite(row.has_mean && !lacks[i].mean, row.mean);
+        item.sd = finite(row.has_sd && !lacks[i].sd, row.sd);
+        if (lacks[i].value) continue;
+        if (!row.text.IsEmpty()) item.text = printable(Utf8FromCodePage932(row.text));
+        if (!item.text.empty()) continue;
+        item.value = finite(true, row.value);
+        const bool deviates = item.value && item.mean && item.sd && *item.sd != 0;
+        item.deviation = finite(deviates, row.deviation);
+    }
+}
+
+const std::vector<BatchItem>& CaseMeasurer::measure(const Case& record) {
+    CaseRecord fields(record);
+    landmarks_.clear();
+    // A virtual landmark lacks what its construction lacks, so that names would not be enough.
+    if (record.virtuals.empty()) {
+        for (const auto* landmarks : {&record.landmarks, &record.user})
+            for (const Landmark& landmark : *landmarks) landmarks_.append(landmark.name).push_back('\n');
+    }
+    items_.clear();
+    for (std::size_t index = 0; index < columns_.analyses.size(); ++index) {
+        const BatchAnalysis& analysis = columns_.analyses[index];
+        const std::size_t first = items_.size();
+        items_.resize(first + analysis.items.size());
+        if (!analysis.sheet(record.kind)) continue;
+        const int band = band_of(*analysis.for_kind[static_cast<std::size_t>(record.kind)], record);
+        const std::span<BatchItem> items(items_.data() + first, analysis.items.size());
+        const Sex sex = record.sex.value_or(Sex::male);
+        measure_as(index, record.kind, fields.subject(static_cast<int>(sex), band), items);
+        if (record.sex) continue;
+        hers_.assign(items.size(), {});
+        measure_as(index, record.kind, fields.subject(static_cast<int>(Sex::female), band), hers_);
+        for (std::size_t i = 0; i < items.size(); ++i) keep_common(items[i], hers_[i]);
+    }
+    return items_;
+}
+
+}  // namespace cephtool

@@ -1,0 +1,52 @@
+// Measures case after case, for one thread. Gives the numbers that `measured` gives, without its words.
+#pragma once
+
+#include <map>
+#include <optional>
+#include <string>
+#include <tuple>
+#include <vector>
+
+#include "host/batch/batch_columns.h"
+#include "host/case_record.h"
+
+namespace cephtool {
+
+struct BatchItem {
+    std::optional<double> value, mean, sd, deviation;
+    std::string text;  // the verdict of an item that has one in place of a value
+};
+
+class CaseMeasurer {
+ public:
+    // `columns` must outlive this object, and can be shared.
+    CaseMeasurer(const BatchColumns& columns, std::optional<int> band) : columns_(columns), band_(band) {}
+
+    // One for each item that has columns, in their order; those of analyses for other kinds of cases are empty. Valid
+    // until the next call.
+    const std::vector<BatchItem>& measure(const Case& record);
+
+ private:
+    // Which parts of an item a case lacks landmarks for.
+    struct Lacks {
+        bool value = false, mean = false, sd = false;
+    };
+
+    int band_of(const Analysis& analysis, const Case& record);
+    const std::vector<Lacks>& lacks_of(std::size_t analysis, Kind kind, const SheetSubject& subject);
+    void measure_as(std::size_t analysis, Kind kind, const SheetSubject& subject, std::span<BatchItem> items);
+
+    const BatchColumns& columns_;
+    std::optional<int> band_;
+    std::vector<BatchItem> items_, hers_;
+    std::vector<Lacks> lacks_;
+
+    // The engine reads an analysis' stages from its file at every question: the answers are kept.
+    using Grown = std::tuple<const Analysis*, std::optional<Sex>, int, std::string>;  // … months, dental stage
+    std::map<Grown, int> bands_;
+    // Most cases of a batch have the same landmarks, and so lack the same.
+    std::string landmarks_;  // of the case, by name
+    std::map<std::tuple<std::size_t, Kind, int, int, std::string>, std::vector<Lacks>> known_lacks_;
+};
+
+}  // namespace cephtool

@@ -1,0 +1,124 @@
+#include "host/batch/flat_table.h"
+
+#include <algorithm>
+
+#include "host/case_names.h"
+#include "host/case_settings.h"
+#include "host/numbers.h"
+#include "host/suggestion.h"
+#include "host/text_width.h"
+
+namespace cephtool {
+namespace {
+
+// The setting that a column gives, under the names that tables have for it.
+std::string setting_of(const std::string& column) {
+    const std::string lower = lower_case(column);
+    if (lower == "id") return "name";
+    if (lower == "scale") return "scale_mm_per_px";
+    const std::vector<std::string> keys = setting_keys();
+    return std::ranges::find(keys, lower) == keys.end() ? std::string() : lower;
+}
+
+std::size_t column_of(const CsvRow& row, const std::string& name) {
+    const auto found = std::ranges::find(row.fields, name, &CsvField::text);
+    return static_cast<std::size_t>(found - row.fields.begin());
+}
+
+}  // namespace
+
+bool is_flat_header(const Source& line) {
+    if (line.text.find("_x") == std::string::npos) return false;
+    CsvRow row;
+    if (!CsvReader(line).next(row) || row.comment) return false;
+    return std::ranges::any_of(row.fields, [&](const CsvField& field) {
+        return field.text.ends_with("_x") &&
+               column_of(row, field.text.substr(0, field.text.size() - 1) + "y") < row.fields.size();
+    });
+}
+
+FlatTable::FlatTable(const Source& head) {
+    CsvReader reader(head);
+    CaseBuilder scratch(head);  // settings are checked once, here
+    for (CsvRow row; reader.next(row);) {
+        if (!row.comment) {
+            read_header(row, head);
+            continue;
+        }
+        const CsvField& comment = row.fields.front();
+        const std::string_view text = trimmed(std::string_view(comment.text).substr(1));
+        if (read_remark(scratch, head, text, comment.at) == Remark::unknown) continue;
+        const std::size_t equals = text.find('=');
+        common_.emplace_back(trimmed(text.substr(0, equals)), trimmed(text.substr(equals + 1)));
+    }
+    const auto is_kind = [](const auto& setting) { return setting.first == "kind"; };
+    if (std::ranges::any_of(common_, is_kind) || std::ranges::any_of(own_, is_kind)) return;
+    std::vector<NamedPoint> names;
+    for (const Point& point : points_) names.push_back({point.name, {}, 0});
+    kind_ = kind_of(names, head);
+}
+
+void FlatTable::read_header(const CsvRow& row, const Source& head) {
+    columns_ = row.fields.size();
+    for (std::size_t column = 0; column < columns_; ++column) {
+        const CsvField& field = row.fields[column];
+        if (column_of(row, field.text) != column) {
+            throw head.error_at(field.at, "a second column " + in_quotes(field.text), "Keep one of them.");
+        }
+        const std::string setting = setting_of(field.text);
+        if (!setting.empty()) {
+            own_.emplace_back(setting, column);
+        } else if (field.text.ends_with("_x") || field.text.ends_with("_y")) {
+            const std::string name = field.text.substr(0, field.text.size() - 2);
+            const bool is_x = field.text.back() == 'x';
+            const std::size_t other = column_of(row, name + (is_x ? "_y" : "_x"));
+            if (other == columns_) {
+                throw head.error_at(field.at, "the column " + in_quotes(field.text) + " stands without its other one",
+                                    "A landmark has two columns: " + name + "_x," + name + "_y");
+            }
+            if (is_x) points_.push_back({name, column, other});
+        } else {
+            const std::string meant = did_you_mean(field.text, setting_keys());
+            if (!meant.empty()) {
+                throw head.error_at(field.at, "the column " + in_quotes(field.text) + " is not known", meant);
+            }
+            unknown_.push_back(field.text);
+        }
+    }
+}
+
+Case FlatTable::read(const Source& line) const {
+    CsvReader reader(line);
+    CsvRow row;
+    if (!reader.next(row) || row.comment || row.fields.size() != columns_) {
+        throw line.error_at(
+            0, "this row has " + std::to_string(row.fields.size()) + " fields, the header " + std::to_string(columns_));
+    }
+    CaseBuilder builder(line);
+    for (const auto& [key, value] : common_) read_setting(builder, line, key, value, 0);
+    for (const auto& [key, column] : own_) {
+        const CsvField& field = row.fields[column];
+        if (!field.text.empty()) read_setting(builder, line, key, field.text, field.at);
+    }
+    if (!builder.kind_is_known()) builder.kind(kind_.value_or(Kind::lateral));
+    std::vector<NamedPoint> placed;
+    placed.reserve(points_.size());
+    for (const Point& point : points_) {
+        const CsvField &x = row.fields[point.x], &y = row.fields[point.y];
+        if (x.text.empty() && y.text.empty()) continue;
+        const auto coordinate = [&](const CsvField& field) {
+            const std::optional<double> number = number_from(field.text);
+            if (!number) {
+                throw line.error_at(field.at, in_quotes(field.text) + " is no coordinate",
+                                    "Write a decimal number of pixels, or leave both coordinates empty.");
+            }
+            return builder.checked_coordinate(*number, field.at);
+        };
+        placed.push_back({point.name, {coordinate(x), coordinate(y)}, x.at});
+    }
+    if (placed.empty()) throw line.error_at(0, "there is no landmark in this row");
+    add_points(builder, placed, line);
+    return builder.finished();
+}
+
+}  // namespace cephtool

@@ -1,0 +1,46 @@
+// Cases as rows of one table: docs/batch.md, "Flat CSV". The header names the columns; "# key=value" lines above it
+// hold for every row.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "host/case.h"
+#include "host/csv.h"
+
+namespace cephtool {
+
+// Whether the line has a column NAME_x and one NAME_y.
+bool is_flat_header(const Source& line);
+
+class FlatTable {
+ public:
+    // `head` is the text from its first line to the header, which is the last one. Throws an Error for a column that
+    // is there twice, that lacks its other coordinate, or that looks like a slip of a known one.
+    explicit FlatTable(const Source& head);
+
+    // Columns that are passed over, for a note.
+    const std::vector<std::string>& unknown_columns() const { return unknown_; }
+
+    // The case of a row. Throws an Error.
+    Case read(const Source& line) const;
+
+ private:
+    struct Point {
+        std::string name;
+        std::size_t x = 0, y = 0;  // columns
+    };
+
+    void read_header(const CsvRow& row, const Source& head);
+
+    std::vector<std::pair<std::string, std::string>> common_;  // settings of all rows
+    std::vector<std::pair<std::string, std::size_t>> own_;     // settings of each row, by column
+    std::vector<Point> points_;
+    std::vector<std::string> unknown_;
+    std::size_t columns_ = 0;
+    std::optional<Kind> kind_;  // where neither setting tells it: as the names have it
+};
+
+}  // namespace cephtool

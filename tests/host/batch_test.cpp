@@ -1,0 +1,365 @@
+#include <gmock/gmock.h>
+
+#include <csignal>
+#include <map>
+
+#include "host/batch/batch_progress.h"
+#include "host/batch/batch_work.h"
+#include "host/case_format.h"
+#include "host/csv.h"
+#include "host/host_test.h"
+#include "host/interruption.h"
+#include "host/selection.h"
+
+namespace cephtool {
+namespace {
+
+using host_test::bytes_of;
+using host_test::Folder;
+using host_test::Outcome;
+using host_test::run;
+using testing::HasSubstr;
+
+using Row = std::map<std::string, std::string>;
+
+std::vector<Row> rows_of(const std::string& table) {
+    const Source source{"table", table};
+    CsvReader reader(source);
+    CsvRow head, row;
+    reader.next(head);
+    std::vector<Row> rows;
+    while (reader.next(row)) {
+        EXPECT_EQ(row.fields.size(), head.fields.size());
+        Row& made = rows.emplace_back();
+        for (std::size_t i = 0; i < row.fields.size(); ++i) made[head.fields[i].text] = row.fields[i].text;
+    }
+    return rows;
+}
+
+Outcome batch(Arguments arguments, const std::string& input = {}) {
+    arguments.insert(arguments.begin(), "batch");
+    arguments.insert(arguments.end(), {"--anaitem", ANALYSES});
+    return run(arguments, input);
+}
+
+// Faces of both sexes and of none, of several ages, some without landmarks that analyses need.
+std::string flat_table(int count) {
+    const std::string file = SAMPLES "/lateral-average.json";
+    const Case face = read_case({file, bytes_of(file)});
+    std::string text = "# scale_mm_per_px=0.1\nname,sex,birth,film,extra";
+    for (const Landmark& each : face.landmarks) text += "," + each.name + "_x," + each.name + "_y";
+    for (int i = 0; i < count; ++i) {
+        text += "\n\"case, " + std::to_string(i) + "\"," + std::vector{"m", "f", ""}[static_cast<std::size_t>(i % 3)] +
+                ",20" + std::to_string(10 + i % 12) + "-05-14,2025-06-02,x";
+        for (std::size_t k = 0; k < face.landmarks.size(); ++k) {
+            const Position p = face.landmarks[k].position;
+            const bool absent = i % 5 == 4 && k % 9 == 2;
+            text += absent ? ",,"
+                           : "," + std::to_string(p.x + i * static_cast<int>(k % 4)) + "," +
+                                 std::to_string(p.y - i * static_cast<int>(k % 3));
+        }
+    }
+    return text + "\n";
+}
+
+// What analyze says of the same cases, one by one: every value, mean, SD and deviation to the last digit.
+TEST(Batch, GivesTheNumbersOfAnalyze) {
+    const Folder folder;
+    folder.add("flat.csv", flat_table(30));
+    const Arguments names{"--analysis", "Steiner",    "--analysis",        "Diagnosis",  "--analysis",
+                          "Ricketts",   "--analysis", "Japanese_Children", "--analysis", "Bolton"};
+    Arguments arguments{"flat.csv",
+                        SAMPLES "/frontal-average.json",
+                        SAMPLES "/lateral-class2.json",
+                        "-o",
+                        "all.csv",
+                        "--with",
+                        "norms",
+                        "--with",
+                        "deviations"};
+    arguments.insert(arguments.end(), names.begin(), names.end());
+    const Outcome outcome = batch(arguments);
+    ASSERT_EQ(outcome.code, ExitCode::done) << outcome.err;
+    EXPECT_THAT(outcome.err, HasSubstr("columns passed over: extra"));
+    const std::vector<Row> table = rows_of(bytes_of("all.csv"));
+    ASSERT_EQ(table.size(), 32u);
+    const FlatTable flat({"flat.csv", bytes_of("flat.csv").substr(0, bytes_of("flat.csv").find("\n\""))});
+    std::istringstream lines(bytes_of("flat.csv"));
+    std::string line;
+    std::getline(lines, line);
+    std::getline(lines, line);
+    std::size_t compared = 0;
+    for (std::size_t i = 0; i < table.size(); ++i) {
+        std::string path = SAMPLES "/frontal-average.json";
+        if (i == 31) path = SAMPLES "/lateral-class2.json";
+        if (i < 30) {
+            std::getline(lines, line);
+            folder.add("one.json", to_json(flat.read({"flat.csv", line})));
+            path = "one.json";
+        }
+        EXPECT_EQ(table[i].at("case"), std::to_string(i + 1));
+        Arguments one{"analyze", path, "--format", "csv", "--anaitem", ANALYSES};
+        one.insert(one.end(), names.begin(), names.end());
+        for (const Row& item : rows_of(run(one).out)) {
+            std::string stem = item.at("analysis").substr(0, item.at("analysis").find_first_of(" ("));
+            if (stem == "Japanese") stem = "Japanese_Children";
+            const bool frontal = table[i].at("kind") == "frontal";
+            if (stem == "Diagnosis") stem = "diagnosis:Diagnosis";
+            const std::string column = (frontal ? "frontal:" : "") + stem + ":" + item.at("item");
+            for (const auto& [part, suffix] :
+                 {std::pair("value", ""), {"mean", ":mean"}, {"sd", ":sd"}, {"deviation", ":deviation"}}) {
+                const auto found = table[i].find(column + suffix);
+                if (found == table[i].end()) continue;  // a heading, or a name that is there twice
+                EXPECT_EQ(found->second, item.at(part)) << column << suffix << " of case " << i + 1;
+                ++compared;
+            }
+        }
+    }
+    EXPECT_GT(compared, 9000u);
+}
+
+TEST(Batch, KeepsTheOrderWhateverTheThreadsAndTheForm) {
+    const Folder folder;
+    const std::string flat = flat_table(300);
+    folder.add("flat.csv", flat);
+    const auto table = [&](Arguments arguments, const std::string& input = {}) {
+        arguments.insert(arguments.end(), {"--analysis", "Steiner", "-o", "out.csv"});
+        const Outcome outcome = batch(arguments, input);
+        EXPECT_EQ(outcome.code, ExitCode::done) << outcome.err;
+        std::vector<Row> rows = rows_of(bytes_of("out.csv"));
+        for (Row& row : rows) row.erase("file");
+        return rows;
+    };
+    const std::vector<Row> expected = table({"flat.csv", "--threads", "1"});
+    ASSERT_EQ(expected.size(), 300u);
+    EXPECT_EQ(table({"flat.csv", "--threads", "7"}), expected);
+    EXPECT_EQ(table({"-"}, flat), expected);
+
+    // The same cases as JSON lines, as a folder of files, and as the specimens of one TPS file.
+    const std::size_t header = flat.find("\n\"");
+    const FlatTable reader({"flat.csv", flat.substr(0, header)});
+    std::istringstream lines(flat.substr(header + 1));
+    std::string json_lines, tps;
+    int number = 1000;
+    for (std::string line; std::getline(lines, line);) {
+        const Case record = reader.read({"flat.csv", line});
+        std::string json = to_json(record);
+        std::ranges::replace(json, '\n', ' ');
+        json_lines += json + "\n";
+        tps += to_tps(record, {});
+        folder.add("cases/" + std::to_string(++number) + ".json", to_json(record));
+    }
+    folder.add("cases/notes.md", "no case");
+    folder.add("all.tps", tps);
+    folder.add("all.jsonl", json_lines);
+    EXPECT_EQ(table({"-"}, json_lines), expected);
+    EXPECT_EQ(table({"all.jsonl"}), expected);
+    EXPECT_EQ(table({"cases"}), expected);
+    EXPECT_EQ(table({"all.tps"}), expected);
+
+    ASSERT_EQ(batch({"flat.csv", "--analysis", "Steiner", "-o", "out.jsonl"}).code, ExitCode::done);
+    const std::string first = bytes_of("out.jsonl").substr(0, bytes_of("out.jsonl").find('\n'));
+    EXPECT_THAT(first, HasSubstr(R"({"case":1,"file":"flat.csv","name":"case, 0","kind":"lateral","sex":"male",)"));
+    EXPECT_THAT(first, HasSubstr("\"Steiner:SNA\":" + expected[0].at("Steiner:SNA") + ","));
+}
+
+// Bad cases of every sort among good ones.
+std::string mixed_lines() {
+    const std::string good =
+        R"({"format":"cephtool-case","version":1,"kind":"lateral","mm_per_pixel":0.1,"landmarks":{"S":[1,2],"N":[9,2],"A":[8,9]}})";
+    return good + "\n{\"format\":\n\n" + good + "\r\n" + good +
+           "\n{\"format\":\"cephtool-case\",\"version\":1,\"kind\":\"model\","
+           "\"mm_per_pixel\":1,\"landmarks\":{}}\n" +
+           good + "\n\xFF\n" + good;
+}
+
+TEST(Batch, FailedCasesAreATableOfTheirOwn) {
+    const Folder folder;
+    folder.add("b.jsonl", mixed_lines());
+    folder.add("a.csv",
+               "# scale_mm_per_px=0.1\nS_x,S_y,N_x,N_y,A_x,A_y\n1,2,9,2,8,9\n1,2,9,2,8\n1,2,,,8,x\n,,,,,\n\"1\n");
+    folder.add("c.tps", "LM=1\n1 2\nCOMMENT=landmarks=S\nSCALE=1\nLM=1\n1\nLM=1\n1 2\nCOMMENT=landmarks=S\nSCALE=1\n");
+    folder.add("d.csv", "S,1,2\n");
+    folder.add("e.csv", "S_x,S_y,sxe\n1,2,f\n");
+    const Outcome outcome =
+        batch({"a.csv", "b.jsonl", "c.tps", "d.csv", "e.csv", "--analysis", "Steiner", "-o", "out.csv"});
+    EXPECT_EQ(outcome.code, ExitCode::bad_input);
+    EXPECT_THAT(outcome.err, HasSubstr("10 cases failed: see out.errors.csv"));
+    std::string good;
+    for (const Row& row : rows_of(bytes_of("out.csv"))) good += row.at("case") + " ";
+    EXPECT_EQ(good, "1 6 8 9 11 13 14 16 ");
+    std::string bad;
+    for (const Row& row : rows_of(bytes_of("out.errors.csv")))
+        bad += row.at("case") + " " + row.at("place") + " " + row.at("message").substr(0, 24) + "\n";
+    EXPECT_EQ(bad,
+              "2 a.csv:4:1 this row has 5 fields, t\n"
+              "3 a.csv:5:9 \"x\" is no coordinate\n"
+              "4 a.csv:6:1 there is no landmark in \n"
+              "5 a.csv:7:1 this quote is never clos\n"
+              "7 b.jsonl:2:11 this is no JSON: syntax \n"
+              "10 b.jsonl this is a model case, an\n"
+              "12 b.jsonl:8:1 a byte that is not UTF-8\n"
+              "15 c.tps:6:1 point 1 of 1 is not two \n"
+              "17 d.csv the case has no scale, s\n"
+              "18 e.csv:1:9 the column \"sxe\" is not \n");
+    ASSERT_EQ(batch({"a.csv", "--sex", "f", "--analysis", "Bolton", "-o", "out.csv"}).code, ExitCode::bad_input);
+    ASSERT_EQ(batch({SAMPLES "/lateral-average.json", "-o", "out.csv"}).code, ExitCode::done);
+    EXPECT_FALSE(std::filesystem::exists("out.errors.csv")) << "of an earlier run";
+    EXPECT_EQ(batch({"absent", "-o", "out.csv"}).code, ExitCode::bad_input);
+}
+
+// Stopped at any byte of the table, with the table of failures ahead of it, as the order of writing has it.
+TEST(Batch, GoesOnBehindTheLastWholeLineWhereverItWasCut) {
+    const Folder folder;
+    folder.add("cases.jsonl", mixed_lines());
+    for (const std::string out : {"out.csv", "out.jsonl"}) {
+        const Arguments arguments{"cases.jsonl", "--analysis", "Wits", "--analysis", "Jarabak", "-o", out};
+        ASSERT_EQ(batch(arguments).code, ExitCode::bad_input);
+        const std::string table = bytes_of(out), failed = bytes_of("out.errors.csv");
+        Arguments resume = arguments;
+        resume.push_back("--resume");
+        EXPECT_THAT(batch(resume).err, HasSubstr("complete already"));
+        for (std::size_t cut = 0; cut <= table.size(); ++cut) {
+            std::filesystem::remove(out);
+            std::filesystem::remove("out.errors.csv");
+            folder.add(out + ".part", table.substr(0, cut));
+            folder.add("out.errors.csv.part", cut % 2 ? failed : failed + "9");
+            const Outcome outcome = batch(resume);
+            ASSERT_EQ(outcome.code, ExitCode::bad_input) << outcome.err;
+            ASSERT_EQ(bytes_of(out), table) << cut;
+            ASSERT_EQ(bytes_of("out.errors.csv"), failed) << cut;
+            ASSERT_FALSE(std::filesystem::exists(out + ".part"));
+        }
+        folder.add(out + ".part", table);
+        EXPECT_THAT(batch(arguments).err, HasSubstr("Go on with --resume"));
+        Arguments other = resume;
+        other.insert(other.end(), {"--scale", "0.2"});
+        EXPECT_THAT(batch(other).err, HasSubstr("case 8 no longer gives the line"));
+        if (out == "out.csv") {
+            other = resume;
+            other[2] = "Tweed";
+            EXPECT_THAT(batch(other).err, HasSubstr("other columns"));
+        }
+        EXPECT_EQ(bytes_of(out + ".part"), table) << "a refused run changes nothing";
+        std::filesystem::remove(out + ".part");
+        std::filesystem::remove("out.errors.csv.part");
+    }
+}
+
+// The work behind the command, with one definition file, in a folder that holds "flat.csv".
+class SmallBatch {
+ public:
+    SmallBatch() : selection_({ANALYSES "/CalcForm/Wits.txt"}, streams_) {}
+
+    bool run(std::size_t threads, const std::function<bool()>& stop, bool resume) {
+        std::istringstream none;
+        CaseStream stream({"flat.csv"}, none);
+        BatchOutput output("out.csv", format_.head(), format_.number_mark());
+        resume ? output.resume() : output.begin();
+        reported = 0;
+        const bool ended = measure_batch({columns_, format_, {}, {}, threads}, stream, output, stop,
+                                         [&](std::size_t cases) { reported += cases; });
+        if (ended) output.finish();
+        return ended;
+    }
+
+    std::size_t reported = 0;
+
+ private:
+    std::istringstream in_;
+    std::ostringstream out_;
+    Streams streams_{in_, out_, out_};
+    Selection selection_;
+    BatchColumns columns_ = batch_columns(selection_.chosen(), {});
+    BatchFormat format_{BatchFormat::Kind::csv, columns_};
+};
+
+TEST(Batch, StoppedAtAnyPortionItGoesOnToTheSameTable) {
+    const Folder folder;
+    folder.add("flat.csv", flat_table(500));
+    SmallBatch work;
+    ASSERT_TRUE(work.run(
+        2, [] { return false; }, false));
+    const std::string whole = bytes_of("out.csv");
+    EXPECT_EQ(rows_of(whole).size(), 500u);
+    for (int turns = 0; turns < 16; turns += 3) {
+        int left = turns;
+        ASSERT_FALSE(work.run(
+            2, [&] { return left-- <= 0; }, false))
+            << turns;
+        EXPECT_LT(work.reported, 500u);
+        EXPECT_EQ(rows_of(bytes_of("out.csv.part")).size(), work.reported) << "what was begun is finished";
+        ASSERT_TRUE(work.run(
+            3, [] { return false; }, true));
+        EXPECT_EQ(bytes_of("out.csv"), whole);
+    }
+    // Stopped between the two renamings of the end, when only the failures have their name.
+    folder.add("out.csv.part", whole);
+    folder.add("out.errors.csv", "case,place,message,advice\r\n7,a,b,c\r\n");
+    ASSERT_TRUE(work.run(
+        1, [] { return false; }, true));
+    EXPECT_THAT(bytes_of("out.errors.csv"), HasSubstr("7,a,b,c"));
+}
+
+TEST(Batch, TheFirstInterruptionStopsItInOrder) {
+    const Folder folder;
+    folder.add("flat.csv", flat_table(200));
+    SmallBatch work;
+    const Interruption interruption;
+    int turns = 0;
+    ASSERT_FALSE(work.run(
+        1,
+        [&] {
+            if (++turns == 3) std::raise(SIGINT);
+            return interruption.asked();
+        },
+        false));
+    EXPECT_EQ(bytes_of("out.csv.part").back(), '\n');
+}
+
+TEST(Batch, AFileOfOnesOwnIsOneSetOfColumnsForAllKinds) {
+    const Folder folder;
+    folder.add("own.txt", "Calc:\nwidth=len([ANS],[Me])\nwidth=len([A],[B])\nnothing=\n");
+    ASSERT_EQ(batch({SAMPLES "/frontal-average.json", SAMPLES "/lateral-average.json", "--analysis", "own.txt", "-o",
+                     "out.csv"})
+                  .code,
+              ExitCode::done);
+    const std::vector<Row> rows = rows_of(bytes_of("out.csv"));
+    for (const Row& row : rows) {
+        EXPECT_FALSE(row.at("own:width").empty());
+        EXPECT_TRUE(row.contains("own:width (2)"));
+        EXPECT_EQ(row.at("own:nothing"), "");
+    }
+    EXPECT_NE(rows[0].at("own:width"), rows[1].at("own:width"));
+}
+
+TEST(Batch, ProgressIsForTerminalsAndLongWork) {
+    std::ostringstream shown, hidden, short_work;
+    {
+        BatchProgress at_once(shown, true, std::chrono::milliseconds(0)), silent(hidden, false),
+            patient(short_work, true);
+        at_once.add(10, 0.5);
+        at_once.add(10, {});
+        silent.add(10, 0.5);
+        patient.add(10, 0.5);
+    }
+    EXPECT_THAT(shown.str(), testing::AllOf(HasSubstr("10 cases, "), HasSubstr(" a second, 0 s left\r\x1B[K20 cases, "),
+                                            testing::EndsWith(" a second\r\x1B[K")));
+    EXPECT_EQ(hidden.str() + short_work.str(), "");
+}
+
+TEST(LineReader, LinesAreTheSameHoweverTheyArrive) {
+    std::string text = "a\r\n\n" + std::string(200'000, 'x') + "\nlast";
+    for (const bool whole : {false, true}) {
+        std::istringstream in(text);
+        LineReader reader(in, "a.csv");
+        std::string line, all;
+        while (!(whole && !all.empty()) && reader.next(line)) all += line + "|";
+        if (whole) reader.rest(all);
+        EXPECT_EQ(all, whole ? "a|" + text.substr(3) : "a||" + std::string(200'000, 'x') + "|last|");
+        EXPECT_EQ(reader.bytes_read(), text.size());
+    }
+}
+
+}  // namespace
+}  // namespace cephtool
