@@ -28,7 +28,8 @@ std::string report_csv(std::span<const CaseResult> results) {
     std::string text = "case,analysis,item,value,unit,mean,sd,deviation,missing,age_months\r\n";
     for (const CaseResult& result : results)
         for (const AnalysisResult& analysis : result.analyses)
-            for (const Measurement& item : analysis.items) text += row(result, analysis, item);
+            for (const Measurement& item : analysis.items)
+                if (!item.heading) text += row(result, analysis, item);
     return text;
 }
 

@@ -24,7 +24,15 @@ Json json_of(const Measurement& item) {
 
 Json json_of(const AnalysisResult& result) {
     Json items = Json::array();
-    for (const Measurement& item : result.items) items.push_back(json_of(item));
+    std::string group;
+    for (const Measurement& item : result.items) {
+        if (item.heading) {
+            group = item.name;
+            continue;
+        }
+        Json& json = items.emplace_back(json_of(item));
+        if (!group.empty()) json["group"] = group;
+    }
     return {{"title", result.analysis->title},
             {"file", result.analysis->file},
             {"kind", name_of_engine_kind(result.analysis->engine_kind)},

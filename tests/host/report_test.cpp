@@ -20,6 +20,7 @@ constexpr const char* definition =
     "\x83\x5A\x83\x89\x8A\x70=angle1([S],[N],[A])\r\n"
     "A name so long that the page can't hold it=len([N],[A])\r\n"
     "Ratio=len([S],[N])/len([N],[A])\r\n"
+    "Orbit\r\n"
     "To Or=len([S],[Or])\r\n"
     "Norm made of Or=len([S],[A])\r\n"
     "Verdict=len([S],[N])>5;\"short\";\"long, by far\"\r\n"
@@ -53,6 +54,7 @@ TEST(ReportTable, ShowsEveryItemInTheDefinitionsOrder) {
               "セラ角                                90.0 deg          –       –       –\n"
               "A name so long that the page ca…      10.0 mm         9.5     1.0   +0.50\n"
               "Ratio                                 1.00           0.95    0.02   +2.50 **\n"
+              "Orbit\n"
               "To Or                                    – missing: Or\n"
               "Norm made of Or                       14.1 mm           –       –       –\n"
               "                                           norm missing: Or\n"
@@ -86,8 +88,10 @@ TEST(ReportJson, HoldsEveryDigitAndNullForWhatThereIsNoneOf) {
     const nlohmann::json document = nlohmann::json::parse(report_json(results));
     ASSERT_EQ(document["cases"].size(), 2u);
     const nlohmann::json& items = document["cases"][0]["analyses"][0]["items"];
-    EXPECT_EQ(items[5]["value"].get<double>(), results[0].analyses[0].items[5].value);
+    EXPECT_EQ(items[5]["value"].get<double>(), results[0].analyses[0].items[6].value);
     EXPECT_EQ(items[1]["name"], "セラ角");
+    EXPECT_FALSE(items[3].contains("group"));
+    EXPECT_EQ(items[4]["group"], "Orbit");
     EXPECT_TRUE(items[4]["value"].is_null());
     EXPECT_EQ(items[4]["missing"], nlohmann::json({"Or"}));
     EXPECT_EQ(items[4]["mean"], 5.0);
