@@ -99,7 +99,7 @@ class AnalysisFolder : public CWinApp {
         write("CalcForm/list.txt", "Only.txt\r\n");
         write("CalcForm/Only.txt", text);
     }
-    std::string root() const { return path_.string() + "/"; }
+    std::string root() const { return path_.generic_string() + "/"; }
 
     UINT GetProfileInt(LPCSTR section, LPCSTR entry, int default_value) override {
         return std::string_view(section) == "ENV" && std::string_view(entry) == "MODEL_DECIMALS" ? model_decimals
@@ -107,7 +107,7 @@ class AnalysisFolder : public CWinApp {
     }
     CString GetProfileString(LPCSTR section, LPCSTR entry, LPCSTR default_value) override {
         const bool ours = std::string_view(section) == "DB_DIR" && std::string_view(entry) == "ANAITEMPATH";
-        return ours ? CString(path_.string()) : CString(default_value);
+        return ours ? CString(path_.generic_string()) : CString(default_value);
     }
     UINT model_decimals = 2;
 
