@@ -20,7 +20,7 @@
 namespace {
 
 constexpr int lateral = 0;
-constexpr int list_width = 380, combo_height = 28;
+constexpr int list_width = 430, combo_height = 28;
 enum { analysis_box = 100, value_list };
 
 // The library asks its host for the analysis folder.
@@ -37,7 +37,7 @@ class Host : public CWinApp {
 };
 
 tagPOINTLAT face;
-example::View view{0.32, CPoint(100, 100)};
+example::View view{0.32, CPoint(130, 100)};
 CPoint drag_from, drag_to;  // in pixels of the film
 bool dragging = false;
 
@@ -53,7 +53,7 @@ void show_values(HWND window) {
         const SheetItem item = sheet.GetItem(i);
         if (item.heading || item.name.IsEmpty()) continue;
         const SheetRow row = sheet.Evaluate(i, subject);
-        text.AppendFormat("%-28s %8.1f %-4s", LPCSTR(item.name), row.value, LPCSTR(item.unit));
+        text.AppendFormat("%-25s %7.1f %-4s", LPCSTR(item.name), row.value, LPCSTR(item.unit));
         if (row.has_mean && row.has_sd) text.AppendFormat("%7.1f +- %.1f", row.mean, row.sd);
         text += "\r\n";
     }
@@ -215,7 +215,7 @@ int main(int count, char** arguments) {
     const HWND window = CreateWindowExA(0, "windows-host", "windows-host", WS_OVERLAPPEDWINDOW, 20, 20, 1000, 700,
                                         nullptr, nullptr, nullptr, nullptr);
     make_child(window, "COMBOBOX", CBS_DROPDOWNLIST | WS_VSCROLL, analysis_box);
-    const HWND list = make_child(window, "EDIT", ES_MULTILINE | ES_READONLY | WS_VSCROLL | WS_HSCROLL, value_list);
+    const HWND list = make_child(window, "EDIT", ES_MULTILINE | ES_READONLY | WS_VSCROLL, value_list);
     make_child(window, "tracing", WS_HSCROLL | WS_VSCROLL, 0);
     CFont font;
     LOGFONTA monospaced{};
