@@ -5,7 +5,7 @@
 #include "host/command_line.h"
 #include "host/output.h"
 #include "host/profile.h"
-#include "host/report.h"
+#include "host/results.h"
 #include "host/selection.h"
 #include "host/text_width.h"
 
@@ -15,10 +15,10 @@ namespace {
 constexpr int highest_band = 9999;  // two columns of two digits
 
 std::string report(std::span<const CaseResult> results, const std::string& format, bool colour) {
-    if (format == "json") return report_json(results);
-    if (format == "csv") return report_csv(results);
+    if (format == "json") return results_json(results);
+    if (format == "csv") return results_csv(results);
     std::string text;
-    for (const CaseResult& result : results) text += (text.empty() ? "" : "\n") + report_table(result, colour);
+    for (const CaseResult& result : results) text += (text.empty() ? "" : "\n") + results_table(result, colour);
     return text;
 }
 

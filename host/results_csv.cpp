@@ -1,6 +1,6 @@
 #include "host/csv.h"
 #include "host/numbers.h"
-#include "host/report.h"
+#include "host/results.h"
 #include "host/text_width.h"
 
 namespace cephtool {
@@ -24,7 +24,7 @@ std::string row(const CaseResult& result, const AnalysisResult& analysis, const 
 
 }  // namespace
 
-std::string report_csv(std::span<const CaseResult> results) {
+std::string results_csv(std::span<const CaseResult> results) {
     std::string text = "case,analysis,item,value,unit,mean,sd,deviation,missing,age_months\r\n";
     for (const CaseResult& result : results)
         for (const AnalysisResult& analysis : result.analyses)

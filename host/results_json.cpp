@@ -1,7 +1,7 @@
 #include <nlohmann/json.hpp>
 
 #include "host/case_facts.h"
-#include "host/report.h"
+#include "host/results.h"
 
 namespace cephtool {
 namespace {
@@ -50,7 +50,7 @@ Json json_of(const CaseResult& result) {
 
 }  // namespace
 
-std::string report_json(std::span<const CaseResult> results) {
+std::string results_json(std::span<const CaseResult> results) {
     Json cases = Json::array();
     for (const CaseResult& result : results) cases.push_back(json_of(result));
     const Json document = {{"format", "cephtool-report"}, {"version", 1}, {"cases", cases}};

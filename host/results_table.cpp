@@ -3,7 +3,7 @@
 
 #include "host/case_facts.h"
 #include "host/paint.h"
-#include "host/report.h"
+#include "host/results.h"
 #include "host/text_width.h"
 
 namespace cephtool {
@@ -99,7 +99,7 @@ int name_width(const CaseResult& result) {
 
 }  // namespace
 
-std::string report_table(const CaseResult& result, bool colour) {
+std::string results_table(const CaseResult& result, bool colour) {
     const int width = name_width(result);
     std::string text = case_heading(result.record);
     for (const AnalysisResult& analysis : result.analyses) text += "\n" + AnalysisTable(analysis, width, colour).text();

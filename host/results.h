@@ -10,13 +10,13 @@ namespace cephtool {
 
 // At most 80 columns wide. Values have one decimal, or two where the norm has two or there is no unit; deviations
 // have two, and one star for every whole SD. With `colour`, deviations are green to 1 SD, amber to 2 and red beyond.
-std::string report_table(const CaseResult& result, bool colour);
+std::string results_table(const CaseResult& result, bool colour);
 
 // One document for all cases. Numbers have as many digits as give the same double again; what there is none of, or
 // what is not finite, is null.
-std::string report_json(std::span<const CaseResult> results);
+std::string results_json(std::span<const CaseResult> results);
 
 // One row an item, after RFC 4180 with line ends CR LF; what there is none of is empty.
-std::string report_csv(std::span<const CaseResult> results);
+std::string results_csv(std::span<const CaseResult> results);
 
 }  // namespace cephtool
