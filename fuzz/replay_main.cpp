@@ -19,7 +19,7 @@ int main(int count, char** folders) {
             // A block of exactly the input's size, so that a sanitizer sees every read behind it.
             const auto block = std::make_unique<std::uint8_t[]>(bytes.size());
             std::copy(bytes.begin(), bytes.end(), block.get());
-            std::fprintf(stderr, "%s\n", entry.path().c_str());
+            std::fprintf(stderr, "%s\n", entry.path().string().c_str());
             LLVMFuzzerTestOneInput(block.get(), bytes.size());
             ++inputs;
         }
