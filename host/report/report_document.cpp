@@ -22,19 +22,9 @@ std::string running_head(const std::vector<FilmResults>& films, const Texts& tex
     return joined(parts, ", ");
 }
 
-void add_tables(Pages& pages, const std::vector<FilmResults>& films) {
+// In front of the tables, where it is read first and never stands on a page of its own.
+void add_notes(Pages& pages, const std::vector<FilmResults>& films, const std::vector<std::string>& files) {
     const Texts& texts = pages.texts();
-    std::vector<std::string> files;
-    for (const auto& times : fruitful_analyses(films)) {
-        add_table(pages, result_table(times, TableStyle::full, texts));
-        const std::string file = printable(times.front()->analysis->file);
-        if (std::ranges::find(files, file) == files.end()) files.push_back(file);
-    }
-    pages.take(5);
-    if (files.empty()) {
-        add_paragraph(pages, texts("None of the analyses can be made from the landmarks of this case."), body_mm, ink);
-        return;
-    }
     std::vector<std::string> notes{
         texts("A star stands for each whole SD from the mean. In the chart the bands end at 1, 2 and 3 SD; a triangle "
               "points to a value beyond.")};
@@ -46,6 +36,23 @@ void add_tables(Pages& pages, const std::vector<FilmResults>& films) {
     }
     notes.push_back(texts("Made by cephtool %1 from the analyses %2.", CEPHTOOL_VERSION, joined(files, ", ")));
     for (const std::string& note : notes) add_paragraph(pages, note, note_mm, quiet_ink);
+    pages.take(3);
+}
+
+void add_tables(Pages& pages, const std::vector<FilmResults>& films) {
+    const auto analyses = fruitful_analyses(films);
+    std::vector<std::string> files;
+    for (const auto& times : analyses) {
+        const std::string file = printable(times.front()->analysis->file);
+        if (std::ranges::find(files, file) == files.end()) files.push_back(file);
+    }
+    const Texts& texts = pages.texts();
+    if (files.empty()) {
+        add_paragraph(pages, texts("None of the analyses can be made from the landmarks of this case."), body_mm, ink);
+        return;
+    }
+    add_notes(pages, films, files);
+    for (const auto& times : analyses) add_table(pages, result_table(times, TableStyle::full, texts));
 }
 
 }  // namespace
