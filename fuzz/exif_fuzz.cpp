@@ -56,7 +56,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
 
     CExif from_file;
     std::FILE* const stream = std::tmpfile();
-    require(stream != nullptr && std::fwrite(data, 1, size, stream) == size);
+    require(stream != nullptr && (size == 0 || std::fwrite(data, 1, size, stream) == size));
     std::rewind(stream);
     require(from_file.DecodeExif(stream) == good);
     std::fclose(stream);
