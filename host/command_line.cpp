@@ -35,6 +35,7 @@ CommandLine::CommandLine(const Command& command, const std::string& first_exampl
     : name_(command.name), app_(command.help, std::string("cephtool ") + command.name) {
     app_.footer("Examples:\n  " + first_example + "\n  " + second_example);
     app_.get_formatter()->column_width(28);
+    app_.allow_windows_style_options(false);  // "/film.json" is a file everywhere
 }
 
 void CommandLine::add_choice(const std::string& option, std::string& value, std::vector<std::string> choices,

@@ -12,7 +12,7 @@ std::filesystem::path program_folder() {
     GetModuleFileNameA(nullptr, path, sizeof path);
     std::string program = Utf8FromCodePage932(path);
     std::ranges::replace(program, '\\', '/');
-    return std::filesystem::path(program).parent_path();
+    return std::filesystem::path(program).parent_path().make_preferred();
 }
 
 }  // namespace cephtool

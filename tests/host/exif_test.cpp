@@ -1,5 +1,7 @@
 #include <gmock/gmock.h>
 
+#include <algorithm>
+
 #include <nlohmann/json.hpp>
 
 #include "host/host_test.h"
@@ -103,9 +105,11 @@ TEST(ExifCommand, OneBadFileDoesNotStopTheRest) {
     ASSERT_EQ(json["pictures"].size(), 2u);
     EXPECT_EQ(json["pictures"][0]["comment"], "first");
     EXPECT_EQ(json["pictures"][1]["comment"], "last");
+    std::string told = all.err;
+    std::ranges::replace(told, '\\', '/');
     for (const char* part : {"b/broken.jpg: the picture is damaged: Premature end of file?", "empty: there are no JPEG",
                              "gone.jpg: there is no such file"})
-        EXPECT_THAT(all.err, HasSubstr(part));
+        EXPECT_THAT(told, HasSubstr(part));
     EXPECT_THAT(exif({"b"}).err, HasSubstr("this is a folder\n  --recursive reads"));
     EXPECT_THAT(exif({"b/notes.txt"}).err, HasSubstr("this is no JPEG picture"));
 }

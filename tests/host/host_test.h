@@ -48,8 +48,9 @@ class Folder {
         std::filesystem::remove_all(path);
     }
     void add(const std::string& name, const std::string& text) const {
-        std::filesystem::create_directories((path / name).parent_path());
-        std::ofstream(path / name, std::ios::binary) << text;
+        const std::filesystem::path file = path / std::u8string(name.begin(), name.end());
+        std::filesystem::create_directories(file.parent_path());
+        std::ofstream(file, std::ios::binary) << text;
     }
 
     std::filesystem::path path;

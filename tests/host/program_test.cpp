@@ -26,11 +26,12 @@ std::vector<std::string> example_lines(const std::string& help) {
 TEST(Program, EveryCommandsTwoExamplesRunInTheFolderOfSamples) {
     const host_test::Folder folder;
     std::filesystem::create_directories("share/tool");
-    std::filesystem::copy(SAMPLES, folder.path, std::filesystem::copy_options::recursive);
+    for (const auto& sample : std::filesystem::directory_iterator(SAMPLES))
+        std::filesystem::copy(sample, folder.path / sample.path().filename(), std::filesystem::copy_options::recursive);
     std::filesystem::copy(ANALYSES, folder.path / "share/tool/anaitem", std::filesystem::copy_options::recursive);
     std::filesystem::copy(OUTLINES, folder.path / "share/tool/outlines");
     std::filesystem::create_directories("bin");
-    std::filesystem::copy(std::filesystem::path(ANALYSES) / "Era.dat", folder.path / "bin");
+    std::filesystem::copy(std::filesystem::path(ANALYSES) / "Era.dat", folder.path / "bin/Era.dat");
     SetModuleFileNameA((folder.path / "bin/cephtool").string().c_str());
     for (const Command& command : commands()) {
         if (std::string(command.name) == "help") continue;
@@ -59,7 +60,7 @@ TEST(Program, EveryCommandsTwoExamplesRunInTheFolderOfSamples) {
 
 TEST(Program, KnowsItsCommands) {
     EXPECT_EQ(run({}).code, ExitCode::bad_command_line);
-    EXPECT_THAT(run({"--version"}).out, testing::MatchesRegex("cephtool [0-9.]+\n"));
+    EXPECT_THAT(run({"--version"}).out, AllOf(testing::StartsWith("cephtool 0."), testing::EndsWith("\n")));
     EXPECT_THAT(run({"help"}).out, HasSubstr("analyze     measure cases"));
     EXPECT_EQ(run({"--help"}).out, run({"help"}).out);
     const Outcome slip = run({"conver"});

@@ -130,7 +130,7 @@ class PrintedReport : public testing::Test {
         std::filesystem::copy(ANALYSES, "share/tool/anaitem", std::filesystem::copy_options::recursive);
         std::filesystem::copy(OUTLINES, "share/tool/outlines");
         std::filesystem::create_directory("bin");
-        std::filesystem::copy(ANALYSES "/Era.dat", "bin");
+        std::filesystem::copy(ANALYSES "/Era.dat", "bin/Era.dat");
         SetModuleFileNameA((folder_.path / "bin/cephtool").string().c_str());
     }
     ~PrintedReport() override { SetModuleFileNameA(nullptr); }
