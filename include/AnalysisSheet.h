@@ -9,17 +9,18 @@
 #include "framework/export.h"
 #include "framework/text.h"
 
-// Whose landmarks are measured, as in the calls of CCephCalc.
+// Whose landmarks are measured, as in the calls of CCephCalc. Nothing is kept or changed of what the pointers lead to.
 struct SheetSubject {
-    void* record = nullptr;
-    unsigned short* kCount = nullptr;
+    void* record = nullptr;            // of the sheet's kind: tagPOINTLAT, tagPOINTPA or tagPOINTMO
+    unsigned short* kCount = nullptr;  // how many virtual landmarks there are; null: none
     tagKPOINT* kPoints = nullptr;
-    unsigned short* uCount = nullptr;
-    tagUPOINT* uPoints = nullptr;
-    int sex = 0;   // 1 male, any other value female
-    int band = 0;  // band mod 100: first-set norm column; band / 100: second-set norm column
+    unsigned short* uCount = nullptr;  // how many of the record's user landmarks there are; null: none
+    tagUPOINT* uPoints = nullptr;      // not used: the record has their names
+    int sex = 0;                       // 1 male, any other value female
+    int band = 0;                      // band mod 100: first-set norm column; band / 100: second-set norm column
 };
 
+// A line of the file's item sections.
 struct SheetItem {
     CString name;
     CString expression;    // without its type suffix; alternatives included
@@ -30,8 +31,9 @@ struct SheetItem {
     bool heading = false;  // a line without "=": no item, but the heading of those below it
 };
 
+// What an item comes to for one subject.
 struct SheetRow {
-    double value = 0;
+    double value = 0;                       // mm, degrees, percent or SD, as the item's unit says
     bool has_mean = false, has_sd = false;  // a numeric norm exists
     double mean = 0, sd = 0;
     double deviation = 0;  // (value - mean) / sd; 0 without mean or with SD 0
@@ -51,10 +53,10 @@ class TOOL_API AnalysisSheet {
     AnalysisSheet& operator=(AnalysisSheet&&) noexcept;
     ~AnalysisSheet();
 
-    bool IsLoaded() const;  // the file could be read
-    int Kind() const;
-    CString Title() const;
-    CString Comment() const;
+    bool IsLoaded() const;    // the file could be read
+    int Kind() const;         // as it was given
+    CString Title() const;    // "" without one
+    CString Comment() const;  // the line behind "Comment:"; "" without one
 
     // Items in the order of the file. An index outside 0 .. GetCount() - 1 gives an empty item or row.
     int GetCount() const;

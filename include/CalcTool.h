@@ -14,6 +14,7 @@
 class TOOL_API CCalcTool {
  public:
     // --- Lengths and areas -----------------------------------------------------------------------------------
+    // The distance from a to b in mm.
     static double Get_Length(AnyPoint a, AnyPoint b, double scale);
     static double Get_Lengthd(AnyPoint a, AnyPoint b, double scale);
     // Area of the triangle abc by Heron's rule, in mm².

@@ -8,6 +8,7 @@
 #include "framework/export.h"
 #include "framework/text.h"
 
+// A place in a file where something is not as its author can have meant it.
 struct CheckFinding {
     CString path;       // as it was given, or below the folder that was given
     int line = 0;       // from 1; 0: the file as a whole
@@ -16,6 +17,7 @@ struct CheckFinding {
     CString message;    // what was found and the way out: English, with names from the file in code page 932
 };
 
+// What is checked.
 enum class CheckFamily {
     definition,       // an analysis: items, norms, growth stages
     definition_list,  // "list.txt" of a folder of analyses
@@ -25,6 +27,7 @@ enum class CheckFamily {
     bone_age          // "cvba.dat"
 };
 
+// What was found.
 struct CheckResult {
     int files = 0;                       // that were read
     std::vector<CheckFinding> findings;  // file by file, each in the order of its lines

@@ -20,14 +20,14 @@ struct tag_ExifInfo {
     std::int32_t Orientation;  // 1 to 8; 0 when out of range or not told
     std::int32_t IsColor;      // 1: exactly three components
     std::int32_t Process;      // marker of the frame, 0xC0 (baseline) to 0xCF
-    std::int32_t FlashUsed;
-    float FocalLength;   // mm
-    float ExposureTime;  // s
+    std::int32_t FlashUsed;    // 1: it was fired, or the file says something of its light coming back
+    float FocalLength;         // mm
+    float ExposureTime;        // s
     float FNumber;
-    float SubjectDistance;  // m
-    float CcdWidth;         // inches; 0 when the file says too little about its sensor
-    float ExposureBias;     // EV
-    std::int32_t LightSource;
+    float SubjectDistance;     // m
+    float CcdWidth;            // inches; 0 when the file says too little about its sensor
+    float ExposureBias;        // EV
+    std::int32_t LightSource;  // this and the next two as EXIF numbers them
     std::int32_t MeteringMode;
     std::int32_t ExposureProgram;
     std::int32_t IsoSpeed;
@@ -70,11 +70,11 @@ class TOOL_API CExif {
     // Addition of this project: the same for `count` bytes in memory, which are copied.
     bool DecodeExif(const unsigned char* bytes, std::size_t count);
 
-    tag_ExifInfo* Info;
-    char LastError[256];
+    tag_ExifInfo* Info;           // the record that is filled
+    char LastError[256];          // one sentence
     std::int32_t ExifImageWidth;  // larger of the pixel dimensions that EXIF tells
     std::int32_t MotorolaOrder;   // 0 little-endian ("II"), 1 big-endian ("MM")
     tag_ExifSection Sections[SECTION_MAX];
-    std::int32_t SectionsRead;
-    std::int32_t OwnsInfo;
+    std::int32_t SectionsRead;  // of Sections in use
+    std::int32_t OwnsInfo;      // 1: Info goes with the reader
 };

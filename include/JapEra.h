@@ -13,7 +13,7 @@ class TOOL_API CJapEra {
  public:
     CJapEra();
 
-    int IsDataFileFound() const { return found_; }
+    int IsDataFileFound() const { return found_; }  // 1 or 0
 
     // The era of the date, -1 for none and without the file. *eraYear is the year in it, 0 for none; it may be null.
     int GetEraYear(int year, int month, int day, int* eraYear) const;
@@ -29,9 +29,11 @@ class TOOL_API CJapEra {
     // 1 when the day lies inside the era, else 0; 0 without the file.
     int CheckEra(int era, int eraYear, int month, int day) const;
 
-    CString GetEraName(int era) const;  // "" without the file
+    // "" without the file.
+    CString GetEraName(int era) const;
     CString GetEraCode(int era) const;
-    void GetEraNameSet(CStringArray* names) const;  // replaces what the list holds
+    // All of them, in place of what the list holds.
+    void GetEraNameSet(CStringArray* names) const;
     void GetEraCodeSet(CStringArray* codes) const;
 
  private:

@@ -8,6 +8,7 @@
 #include "framework/export.h"
 #include "framework/text.h"
 
+// What a row shows.
 enum class ResultState {
     heading,         // a line of the file without "=": the heading of the rows below it
     value,           // a number
@@ -53,6 +54,7 @@ class TOOL_API ResultList {
     int GetCount() const { return static_cast<int>(rows_.size()); }
     // An index outside 0 .. GetCount() - 1 gives an empty row.
     const ResultRow& GetRow(int index) const;
+
     auto begin() const { return rows_.begin(); }
     auto end() const { return rows_.end(); }
 

@@ -116,6 +116,7 @@ class TOOL_API CTools {
     static unsigned long GetFileSize(const char* path);
     // 1 when the status of the file (or folder) can be read, else 0.
     static int ExistFile(const char* path);
+    // Removes the file. Failure is ignored.
     static void FileRemove(const char* path);
     // Write the text without its terminator, or `count` bytes. 1 on success; on any exception "Disk Full" is shown
     // and the result is 0.
@@ -215,6 +216,7 @@ class TOOL_API CTools {
     // Fractional points; the width is zoomed, too, and cut.
     static void Line_Maked(CDC* dc, tagDPOINT* a, tagDPOINT* b, double zoom, CPoint offset, int width, COLORREF color,
                            int style);
+    // Whole points; the width is not zoomed.
     static void Draw_LineF(CDC* dc, CPoint offset, double zoom, CPoint a, CPoint b, int width, COLORREF color,
                            int style);
     static void Draw_LineF(CDC* dc, int x1, int y1, int x2, int y2, double zoom, CPoint offset, int width,
@@ -288,6 +290,7 @@ class TOOL_API CTools {
     // --- Text (code page 932) --------------------------------------------------------------------------------
     // Placed as the surface's text alignment says. Height 0 takes the surface's current font, whatever else is given.
     // bkMode is TRANSPARENT or OPAQUE; any other leaves the surface's.
+    //
     // Upright or italic "ＭＳ ゴシック" in proof quality. The int behind the weight is not used.
     static void TextMakeOut(CDC* dc, int x, int y, const char* text, unsigned int height, unsigned int weight, int,
                             int italic, COLORREF color, int bkMode);

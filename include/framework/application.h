@@ -54,6 +54,7 @@ class TOOL_API CWinApp {
 
 // The host's application object; without one a default object, never null.
 TOOL_API CWinApp* AfxGetApp();
+// DoMessageBox of that object.
 TOOL_API int AfxMessageBox(LPCSTR text, UINT type = MB_OK, UINT idHelp = 0);
 
 #if !defined(_WIN32)
@@ -73,7 +74,10 @@ class TOOL_API CMessageQueue {
     virtual ~CMessageQueue();
     // The next waiting message, taken off the queue when `remove`; FALSE when none waits.
     virtual BOOL Peek(MSG* message, BOOL remove) = 0;
+
+    // Asked before a message is dispatched. The default translates nothing: FALSE.
     virtual BOOL Translate(const MSG& message);
+
     virtual void Dispatch(const MSG& message) = 0;
 };
 

@@ -305,6 +305,7 @@ class TOOL_API CDC {
     // 0, and no change, for a mode that does not exist.
     virtual int SetROP2(int mode);
     virtual int SetBkMode(int mode);
+
     virtual COLORREF SetTextColor(COLORREF color);
     virtual UINT SetTextAlign(UINT align);
     virtual CPoint MoveTo(int x, int y);
@@ -345,6 +346,7 @@ class TOOL_API CDC {
     // From the current position up to, but without, (x, y), which becomes the current position: an override calls this
     // one, too.
     virtual BOOL LineTo(int x, int y);
+    // From the first point on; the current position stays.
     virtual BOOL Polyline(const POINT* points, int count);
     // Outlined with the pen, filled with the brush; right and bottom are exclusive.
     virtual BOOL Polygon(const POINT* points, int count);

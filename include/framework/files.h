@@ -50,6 +50,7 @@ class TOOL_API CFile {
 
     // FALSE on failure, *failure then says why. Whatever was open before is closed.
     virtual BOOL Open(LPCSTR path, UINT flags, CFileException* failure = nullptr);
+
     virtual void Close();
     virtual void Flush();
 

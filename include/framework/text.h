@@ -65,10 +65,11 @@ class TOOL_API CString {
     CString& TrimRight();
     CString& TrimRight(char c);
     CString& TrimRight(LPCSTR characters);
-    // Both return how many were replaced or removed.
+    // These return how many were replaced or removed.
     int Replace(char from, char to);
     int Replace(LPCSTR from, LPCSTR to);
     int Remove(char c);
+    // An index or a count outside the text is cut to it. These return the new length.
     int Insert(int index, LPCSTR text);
     int Delete(int index, int count = 1);
 

@@ -83,6 +83,7 @@ class TOOL_API CWnd {
     void SetDlgItemText(int id, LPCSTR text);
     // The number that the text begins with; 0 and *translated FALSE without one, or when it leaves 32 bits.
     UINT GetDlgItemInt(int id, BOOL* translated = nullptr, BOOL isSigned = TRUE) const;
+    // Decimal, with isSigned as 32 bits with a sign.
     void SetDlgItemInt(int id, UINT value, BOOL isSigned = TRUE);
 
     int GetWindowText(LPSTR text, int size) const;
