@@ -91,7 +91,7 @@ class AnalysisTable {
 
 // The same for all analyses of a case, so that their columns stand below each other.
 int name_width(const CaseResult& result) {
-    int width = 0;
+    int width = display_width("Item");
     for (const AnalysisResult& analysis : result.analyses)
         for (const Measurement& item : analysis.items) width = std::max(width, display_width(item.name));
     return std::min(width, widest_name);
