@@ -53,15 +53,20 @@ const Function* function_named(std::string_view name) {
     return found == std::end(functions) ? nullptr : found;
 }
 
+// "a, b and c"
+std::string enumerated(const std::vector<std::string_view>& names) {
+    std::string text(names.front());
+    for (std::size_t i = 1; i < names.size(); ++i) text.append(i + 1 < names.size() ? ", " : " and ").append(names[i]);
+    return text;
+}
+
 std::string no_function(std::string_view name) {
-    std::vector<std::string_view> names;
-    for (const Function& function : functions) names.push_back(function.name);
+    std::vector<std::string_view> names = Formula::function_names();
+    const std::vector<std::string_view> points = PointReader::construction_names();
+    const std::string known = "; values come from " + enumerated(names) + ", points from " + enumerated(points);
+    names.insert(names.end(), points.begin(), points.end());
     const std::string meant = suggestion(meant_name(name, names));
-    return "there is no function " + quoted(name) +
-           (meant.empty()
-                ? "; values come from len, lenR, lenD, angle1, angle2, Model, case, sdu, mean, sdv and switch, "
-                  "points from mid, vertical, cross, AngleBisector, extension and EffectiveA"
-                : meant);
+    return "there is no function " + quoted(name) + (meant.empty() ? known : meant);
 }
 
 bool is_letter(char c) {
@@ -225,6 +230,8 @@ class FormulaReader {
         }
         if (function->takes == Takes::values) return switch_position(name);
         at_ += name.size();
+        const std::size_t twin_begin = twin_.size();
+        const std::string_view tabs_before = tabs_;
         const std::string_view open = opening(name);
         if (open.empty()) return {};
         std::string twin = std::string(name) + '(';
@@ -239,7 +246,8 @@ class FormulaReader {
         if (!read) return {};
         ++calls_, ++steps_;
         twin += ')';
-        twin_ += twin;
+        twin_.replace(twin_begin, std::string::npos, twin);  // blanks and tabs among the arguments do no harm
+        tabs_ = tabs_before;
         Term term;
         for (int trial = 0; trial < FormulaTrials::count; ++trial) term.values[trial] = trials_.evaluated(twin, trial);
         return term;
@@ -380,8 +388,9 @@ class FormulaReader {
 
     char next() {
         const std::size_t begin = at_;
-        while (at_ < text_.size() && (text_[at_] == ' ' || text_[at_] == '\t')) ++at_;
-        twin_.append(at_ - begin, ' ');
+        for (; at_ < text_.size() && (text_[at_] == ' ' || text_[at_] == '\t'); ++at_)
+            if (text_[at_] == '\t') remember(tabs_, here());
+        twin_ += text_.substr(begin, at_ - begin);
         return at_ < text_.size() ? text_[at_] : '\0';
     }
     std::string_view here() const { return text_.substr(at_, char_length(text_.substr(at_))); }
@@ -464,6 +473,8 @@ class FormulaReader {
         else if (!signs_.empty())
             findings_.fault(signs_, "a sign right behind an operator gives 0 there; write (0" + std::string(signs_) +
                                         "...) or turn the operator round");
+        else if (!tabs_.empty())
+            findings_.fault(tabs_, "a tab beside an operator is no blank, and 0 stands there instead; write a blank");
         else if (!lone_values_.empty())
             findings_.fault(
                 lone_values_,
@@ -492,7 +503,7 @@ class FormulaReader {
     std::string twin_;  // the formula over made-up landmarks and items
     int calls_ = 0, steps_ = 0, switches_ = 0, depth_ = 0;
     bool sound_ = true, has_faults_ = false;
-    std::string_view signs_, lone_values_, nested_, products_;  // the first of each that may come out wrong
+    std::string_view signs_, tabs_, lone_values_, nested_, products_;  // the first of each that may come out wrong
 };
 
 }  // namespace

@@ -32,6 +32,7 @@ const Formula::Keyword Formula::keywords[] = {
 
 namespace {
 
+constexpr std::string_view switch_keyword = "switch";
 constexpr std::size_t token_length = 3;
 constexpr std::size_t longest_name = 99;
 // Groups that open right behind an operator inside each other; deeper ones count as 0.
@@ -133,6 +134,13 @@ Formula::Formula(std::string_view text, bool top_level, ValueList values, PointR
     }
     text_.resize(extent_);
     find_keywords();
+}
+
+std::vector<std::string_view> Formula::function_names() {
+    std::vector<std::string_view> names;
+    for (const Keyword& keyword : keywords) names.push_back(keyword.text);
+    names.push_back(switch_keyword);
+    return names;
 }
 
 // Notes where the keywords stand, in the order in which they are replaced. What a step blanks or writes never makes a
@@ -279,7 +287,7 @@ double Formula::group(std::size_t open, FromEnd limit, int depth, std::size_t* e
 }
 
 void Formula::evaluate_switch(std::size_t begin, FromEnd end) {
-    constexpr std::string_view keyword = "switch";
+    constexpr std::string_view keyword = switch_keyword;
     if (values_.full() || text_.find(keyword, begin) == std::string::npos) return;
     std::size_t at = begin;
     NameSpan name;

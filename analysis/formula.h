@@ -65,6 +65,8 @@ class Formula {
     // Top level reads to the first ";" or the end; a group, which begins with "(", to its first ")".
     Formula(std::string_view text, bool top_level, ValueList values, PointReader& points);
 
+    static std::vector<std::string_view> function_names();  // in the order in which they are replaced
+
     // Works on up to the next reference; nothing when the formula is done.
     std::optional<Reference> advance();
     void supply(double value);  // the value of the reference that advance() gave

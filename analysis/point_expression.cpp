@@ -43,6 +43,12 @@ std::string_view construction_of(const tagKPOINT& landmark) {
 
 }  // namespace
 
+std::vector<std::string_view> PointReader::construction_names() {
+    std::vector<std::string_view> names;
+    for (const Prefix& prefix : prefixes) names.push_back(prefix.text.substr(0, prefix.text.size() - 1));
+    return names;
+}
+
 std::optional<PointReader::Point> PointReader::first(std::string_view text) {
     std::size_t end = 0;
     const Frame frame = run(text, -1, Shape::first, 1, &end);

@@ -28,6 +28,8 @@ class PointReader {
  public:
     explicit PointReader(Landmarks& landmarks) : landmarks_(landmarks) {}
 
+    static std::vector<std::string_view> construction_names();  // in the order in which they are tried
+
     struct Point {
         Vec2 position;
         std::size_t end;  // bytes of the text that were read

@@ -65,6 +65,7 @@ TEST(CheckFormula, SaysWhatTheEvaluatorMakesOfIt) {
         {"2*-len([S],[N])", 3, "a sign right behind an operator"},
         {"2*--len([S],[N])", 4, "two signs"},
         {"12.5", 1, "only a number gives 0"},
+        {"len([S],\t[N])\t+1", 14, "a tab"},
         {"switch(1,2)+3", 1, "stands alone"},
         {"2+", 2, "missing behind"},
         {"len([S],[N])=<5", 14, "missing in front of \"<\""},
