@@ -5,6 +5,7 @@
 #include <filesystem>
 
 #include "host/error.h"
+#include "host/path.h"
 #include "host/program_folder.h"
 #include "host/text_width.h"
 
@@ -34,12 +35,12 @@ std::string japanese_text(const EraDate& date) {
 }
 
 std::string era_file() {
-    return (program_folder() / "Era.dat").string();
+    return utf8_from_path(program_folder() / "Era.dat");
 }
 
 std::optional<EraCalendar> EraCalendar::find() {
     std::error_code failure;
-    if (!std::filesystem::exists(era_file(), failure)) return {};
+    if (!std::filesystem::exists(path_from_utf8(era_file()), failure)) return {};
     return EraCalendar();
 }
 

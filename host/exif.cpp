@@ -6,6 +6,7 @@
 #include "host/exif/picture_files.h"
 #include "host/exif/picture_report.h"
 #include "host/output.h"
+#include "host/path.h"
 #include "host/progress.h"
 #include "host/text_width.h"
 
@@ -28,7 +29,7 @@ void check(const ExifOptions& options) {
         throw Error(ExitCode::bad_command_line, "--thumbnail takes one picture",
                     "Give the pictures one after the other.");
     }
-    if (fs::equivalent(options.thumbnail, options.paths[0], failure)) {
+    if (fs::equivalent(path_from_utf8(options.thumbnail), path_from_utf8(options.paths[0]), failure)) {
         throw Error(ExitCode::bad_command_line, "the thumbnail would replace the picture itself",
                     "Give another name behind --thumbnail.");
     }
@@ -39,7 +40,7 @@ std::vector<std::string> files_of(const ExifOptions& options, Streams& streams, 
     std::vector<std::string> files;
     for (const std::string& path : options.paths) {
         std::error_code failure;
-        if (!options.recursive || !fs::is_directory(path, failure)) {
+        if (!options.recursive || !fs::is_directory(path_from_utf8(path), failure)) {
             files.push_back(path);
             continue;
         }

@@ -10,6 +10,7 @@
 
 #include "host/error.h"
 #include "host/output.h"
+#include "host/path.h"
 #include "host/suggestion.h"
 #include "host/text_width.h"
 #ifdef TOOL_SURFACE_PICTURES
@@ -30,7 +31,7 @@ Error error_in(const std::string& path, const std::string& message, const std::s
 
 void check_input(const std::string& path) {
     std::error_code failure;
-    const auto status = std::filesystem::status(path, failure);
+    const auto status = std::filesystem::status(path_from_utf8(path), failure);
     if (!std::filesystem::exists(status))
         throw error_in(path, "there is no such file", "Check the name and the folder.");
     if (std::filesystem::is_directory(status)) throw error_in(path, "this is a folder", "Give a picture in it.");

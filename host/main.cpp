@@ -1,12 +1,20 @@
 #include <iostream>
 
 #include "host/command.h"
+#include "host/path.h"
+#include "host/system.h"
 #include "host/terminal.h"
 
+#ifdef _WIN32
+int wmain(int count, wchar_t** words) {  // the only way to words outside the system's own code page
+#else
 int main(int count, char** words) {
-    cephtool::Streams streams{std::cin, std::cout, std::cerr, cephtool::shows_colours(),
-                              cephtool::shows_progress()};
-    const cephtool::ExitCode code = cephtool::run_program({words + (count > 0), words + count}, streams);
+#endif
+    cephtool::prepare_standard_streams();
+    cephtool::Arguments arguments;
+    for (int i = 1; i < count; ++i) arguments.push_back(cephtool::utf8_from_path(words[i]));
+    cephtool::Streams streams{std::cin, std::cout, std::cerr, cephtool::shows_colours(), cephtool::shows_progress()};
+    const cephtool::ExitCode code = cephtool::run_program(arguments, streams);
     std::cout.flush();
     if (!std::cout && code == cephtool::ExitCode::done) {
         std::cerr << "cephtool: the result could not be written\n";

@@ -5,6 +5,7 @@
 #include <fstream>
 
 #include "host/error.h"
+#include "host/path.h"
 #include "host/text_width.h"
 
 namespace cephtool {
@@ -28,7 +29,7 @@ void write_bytes(const std::string& text, const fs::path& file, const std::strin
 fs::path name_beside(const std::string& path) {
     std::error_code failure;
     for (int i = 0;; ++i) {
-        fs::path candidate = path + ".part" + std::to_string(i);
+        fs::path candidate = path_from_utf8(path + ".part" + std::to_string(i));
         if (!fs::exists(fs::symlink_status(candidate, failure))) return candidate;
     }
 }
@@ -41,12 +42,13 @@ void write_result(const std::string& text, const std::string& path, std::ostream
         return;
     }
     std::error_code failure;
-    const fs::file_status there = fs::status(path, failure);
-    if (fs::exists(there) && !fs::is_regular_file(there)) return write_bytes(text, path, path);  // a device or a pipe
+    const fs::path file = path_from_utf8(path);
+    const fs::file_status there = fs::status(file, failure);
+    if (fs::exists(there) && !fs::is_regular_file(there)) return write_bytes(text, file, path);  // a device or a pipe
     const fs::path partial = name_beside(path);
     try {
         write_bytes(text, partial, path);
-        fs::rename(partial, path);
+        fs::rename(partial, file);
     } catch (const std::exception&) {
         fs::remove(partial, failure);
         throw not_written(path);

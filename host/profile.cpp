@@ -6,6 +6,7 @@
 #include <string_view>
 
 #include "host/error.h"
+#include "host/path.h"
 #include "host/program_folder.h"
 #include "host/text_width.h"
 
@@ -14,7 +15,7 @@ namespace {
 
 // Beside the program's own folder: the same in the build tree and where it is installed.
 std::string shipped_folder() {
-    return (program_folder() / "../share/tool/anaitem").lexically_normal().string();
+    return utf8_from_path((program_folder() / "../share/tool/anaitem").lexically_normal());
 }
 
 }  // namespace
@@ -22,7 +23,7 @@ std::string shipped_folder() {
 ProgramProfile::ProgramProfile(const std::string& analysis_folder)
     : CWinApp("cephtool"), folder_(analysis_folder.empty() ? shipped_folder() : analysis_folder) {
     std::error_code failure;
-    if (!std::filesystem::is_directory(folder_, failure)) {
+    if (!std::filesystem::is_directory(path_from_utf8(folder_), failure)) {
         throw Error(ExitCode::bad_command_line, printable(folder_) + " is no folder of analyses",
                     "Name one with --anaitem FOLDER.");
     }

@@ -5,6 +5,8 @@
 
 #include <algorithm>
 
+#include "host/path.h"
+
 namespace cephtool {
 
 std::filesystem::path program_folder() {
@@ -12,7 +14,7 @@ std::filesystem::path program_folder() {
     GetModuleFileNameA(nullptr, path, sizeof path);
     std::string program = Utf8FromCodePage932(path);
     std::ranges::replace(program, '\\', '/');
-    return std::filesystem::path(program).parent_path().make_preferred();
+    return path_from_utf8(program).parent_path().make_preferred();
 }
 
 }  // namespace cephtool

@@ -4,6 +4,7 @@
 #include <filesystem>
 #include <fstream>
 
+#include "host/path.h"
 #include "host/text_width.h"
 
 namespace cephtool {
@@ -80,7 +81,7 @@ Source read_bytes(const std::string& path, std::istream& standard_input) {
     if (path == "-") return {"standard input", bytes_of(standard_input, "standard input")};
     Source source{path, {}};
     std::error_code failure;
-    const std::filesystem::path file(path);
+    const std::filesystem::path file = path_from_utf8(path);
     const auto status = std::filesystem::status(file, failure);
     if (!std::filesystem::exists(status)) throw source.error("there is no such file", "Check the name and the folder.");
     if (std::filesystem::is_directory(status)) throw source.error("this is a folder", "Give the files in it.");

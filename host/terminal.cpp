@@ -3,22 +3,10 @@
 #include <cstdlib>
 #include <string_view>
 
-#if __has_include(<unistd.h>)
-#include <unistd.h>
-#endif
+#include "host/system.h"
 
 namespace cephtool {
 namespace {
-
-bool is_terminal([[maybe_unused]] int stream) {
-#if __has_include(<unistd.h>)
-    return isatty(stream) == 1;
-#else
-    return false;
-#endif
-}
-
-constexpr int standard_output = 1, standard_error = 2;
 
 std::string_view environment(const char* name) {
     const char* value = std::getenv(name);
@@ -28,11 +16,11 @@ std::string_view environment(const char* name) {
 }  // namespace
 
 bool shows_colours() {
-    return is_terminal(standard_output) && environment("NO_COLOR").empty() && environment("TERM") != "dumb";
+    return is_terminal(StandardStream::output) && environment("NO_COLOR").empty() && environment("TERM") != "dumb";
 }
 
 bool shows_progress() {
-    return is_terminal(standard_error) && environment("TERM") != "dumb";
+    return is_terminal(StandardStream::error) && environment("TERM") != "dumb";
 }
 
 }  // namespace cephtool

@@ -6,6 +6,7 @@
 #include <string_view>
 
 #include "host/error.h"
+#include "host/path.h"
 #include "host/text_width.h"
 
 namespace cephtool {
@@ -15,12 +16,16 @@ namespace fs = std::filesystem;
 
 constexpr std::string_view failures_head = "case,place,message,advice\r\n";
 
-Error not_written(const std::string& path) {
-    return {ExitCode::bad_input, printable(path) + " could not be written",
+std::string shown(const fs::path& path) {
+    return printable(utf8_from_path(path));
+}
+
+Error not_written(const fs::path& path) {
+    return {ExitCode::bad_input, shown(path) + " could not be written",
             "Check that the folder exists, that you may write there, and that the disk has room."};
 }
 
-void cut(const std::string& path, std::uintmax_t size) {
+void cut(const fs::path& path, std::uintmax_t size) {
     std::error_code failure;
     fs::resize_file(path, size, failure);
     if (failure) throw not_written(path);
@@ -50,7 +55,7 @@ std::uintmax_t line_start(std::istream& in, std::uintmax_t end) {
     return 0;
 }
 
-std::string bytes_of(const std::string& path, std::uintmax_t from, std::uintmax_t to) {
+std::string bytes_of(const fs::path& path, std::uintmax_t from, std::uintmax_t to) {
     std::ifstream in(path, std::ios::binary);
     std::string bytes(static_cast<std::size_t>(to - from), '\0');
     in.seekg(static_cast<std::streamoff>(from));
@@ -60,11 +65,11 @@ std::string bytes_of(const std::string& path, std::uintmax_t from, std::uintmax_
 
 }  // namespace
 
-BatchOutput::BatchOutput(std::string path, std::string head, std::string number_mark)
-    : path_(std::move(path)),
-      part_(path_ + ".part"),
-      failures_path_(fs::path(path_).replace_extension(".errors.csv").string()),
-      failures_part_(failures_path_ + ".part"),
+BatchOutput::BatchOutput(const std::string& path, std::string head, std::string number_mark)
+    : path_(path_from_utf8(path)),
+      part_(path_from_utf8(path + ".part")),
+      failures_path_(fs::path(path_).replace_extension(".errors.csv")),
+      failures_part_(fs::path(failures_path_) += ".part"),
       head_(std::move(head)),
       number_mark_(std::move(number_mark)) {}
 
@@ -78,9 +83,13 @@ bool BatchOutput::has_result() const {
     return fs::exists(path_, failure);
 }
 
-void BatchOutput::open(std::ofstream& out, const std::string& path, bool anew) const {
+void BatchOutput::open(std::ofstream& out, const fs::path& path, bool anew) const {
     out.open(path, std::ios::binary | (anew ? std::ios::trunc : std::ios::app));
     if (!out) throw not_written(path);
+}
+
+std::string BatchOutput::failures_path() const {
+    return utf8_from_path(failures_path_);
 }
 
 void BatchOutput::begin() {
@@ -96,14 +105,14 @@ void BatchOutput::resume() {
     const std::uintmax_t whole = line_start(in, size);
     if (whole < head_.size()) return begin();
     if (bytes_of(part_, 0, head_.size()) != head_) {
-        throw Error(ExitCode::bad_command_line, printable(part_) + " has other columns than this command line gives",
+        throw Error(ExitCode::bad_command_line, shown(part_) + " has other columns than this command line gives",
                     "Resume with the options of the first run, or delete it to begin anew.");
     }
     if (whole > head_.size()) {
         last_line_ = bytes_of(part_, std::max<std::uintmax_t>(line_start(in, whole - 1), head_.size()), whole);
         last_number_ = number_of(last_line_, number_mark_);
         if (last_number_ == 0) {
-            throw Error(ExitCode::bad_input, "the last whole line of " + printable(part_) + " is none of a batch",
+            throw Error(ExitCode::bad_input, "the last whole line of " + shown(part_) + " is none of a batch",
                         "Delete the file to begin anew.");
         }
     }

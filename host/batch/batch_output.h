@@ -7,6 +7,7 @@
 #pragma once
 
 #include <cstdint>
+#include <filesystem>
 #include <fstream>
 #include <string>
 
@@ -15,7 +16,7 @@ namespace cephtool {
 class BatchOutput {
  public:
     // `head` is what OUT begins with, `number_mark` what stands in front of a line's number.
-    BatchOutput(std::string path, std::string head, std::string number_mark);
+    BatchOutput(const std::string& path, std::string head, std::string number_mark);
 
     bool has_part() const;
     bool has_result() const;
@@ -36,13 +37,13 @@ class BatchOutput {
     // Gives the files their names. Without a failure there is no table of them.
     void finish();
 
-    const std::string& failures_path() const { return failures_path_; }
+    std::string failures_path() const;
 
  private:
-    void open(std::ofstream& out, const std::string& path, bool anew) const;
+    void open(std::ofstream& out, const std::filesystem::path& path, bool anew) const;
     void keep_failures_before(std::size_t number);
 
-    std::string path_, part_, failures_path_, failures_part_;
+    std::filesystem::path path_, part_, failures_path_, failures_part_;
     std::string head_, number_mark_;
     std::ofstream out_, failed_;
     std::size_t last_number_ = 0, failures_ = 0;

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "host/case_format.h"
+#include "host/path.h"
 #include "host/text_width.h"
 
 namespace cephtool {
@@ -47,7 +48,7 @@ CaseStream::CaseStream(const std::vector<std::string>& paths, std::istream& stan
 void CaseStream::add_path(const std::string& path) {
     const auto add = [&](const std::string& file) {
         std::error_code failure;
-        const std::uintmax_t size = fs::file_size(file, failure);
+        const std::uintmax_t size = fs::file_size(path_from_utf8(file), failure);
         if (bytes_in_all_ && !failure) *bytes_in_all_ += size;
         paths_.push_back(file);
     };
@@ -58,11 +59,11 @@ void CaseStream::add_path(const std::string& path) {
     }
     std::error_code failure;
     const Source place{path, {}};
-    if (!fs::exists(path, failure)) throw place.error("there is no such file", "Check the name and the folder.");
-    if (!fs::is_directory(path, failure)) return add(path);
+    if (!fs::exists(path_from_utf8(path), failure)) throw place.error("there is no such file", "Check the name and the folder.");
+    if (!fs::is_directory(path_from_utf8(path), failure)) return add(path);
     std::vector<std::string> files;
-    for (const fs::directory_entry& entry : fs::directory_iterator(path, failure)) {
-        const std::string file = entry.path().string();
+    for (const fs::directory_entry& entry : fs::directory_iterator(path_from_utf8(path), failure)) {
+        const std::string file = utf8_from_path(entry.path());
         if ((format_by_extension(file) || has_line_extension(file)) && entry.is_regular_file(failure)) {
             files.push_back(file);
         }
@@ -102,7 +103,7 @@ void CaseStream::open(const std::string& path) {
     line_ = 0;
     std::istream* in = &standard_input_;
     if (path != "-") {
-        file_ = std::ifstream(path, std::ios::binary);
+        file_ = std::ifstream(path_from_utf8(path), std::ios::binary);
         if (!file_) throw Source{name_, {}}.error("the file can't be opened", "Check that you may read it.");
         in = &file_;
     }

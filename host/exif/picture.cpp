@@ -10,7 +10,9 @@
 
 #include "host/exif/exif_names.h"
 #include "host/numbers.h"
+#include "host/path.h"
 #include "host/source.h"
+#include "host/system.h"
 #include "host/text_width.h"
 
 namespace cephtool {
@@ -174,10 +176,10 @@ struct Closed {
 // The stream of a file in which a picture may stand.
 std::unique_ptr<std::FILE, Closed> opened(const Source& source) {
     std::error_code failure;
-    const auto status = fs::status(source.name, failure);
+    const auto status = fs::status(path_from_utf8(source.name), failure);
     if (!fs::exists(status)) throw source.error("there is no such file", "Check the name and the folder.");
     if (fs::is_directory(status)) throw source.error("this is a folder", "--recursive reads the pictures in it.");
-    std::unique_ptr<std::FILE, Closed> stream(std::fopen(source.name.c_str(), "rb"));
+    std::unique_ptr<std::FILE, Closed> stream(opened_to_read(path_from_utf8(source.name)));
     if (!stream) throw source.error("the file can't be opened", "Check that you may read it.");
     return stream;
 }

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <filesystem>
 
+#include "host/path.h"
 #include "host/source.h"
 #include "host/text_width.h"
 
@@ -13,7 +14,7 @@ namespace fs = std::filesystem;
 
 bool is_named_as_picture(const fs::path& file) {
     constexpr const char* extensions[] = {".jpg", ".jpeg", ".jpe", ".jfif"};
-    return std::ranges::find(extensions, lower_case(file.extension().string())) != std::end(extensions);
+    return std::ranges::find(extensions, lower_case(utf8_from_path(file.extension()))) != std::end(extensions);
 }
 
 }  // namespace
@@ -22,10 +23,10 @@ std::vector<std::string> pictures_below(const std::string& folder) {
     const Source source{folder, {}};
     std::vector<std::string> files;
     std::error_code failure;
-    fs::recursive_directory_iterator at(folder, failure);
+    fs::recursive_directory_iterator at(path_from_utf8(folder), failure);
     for (; !failure && at != fs::recursive_directory_iterator(); at.increment(failure)) {
         std::error_code passed_over;  // a link that leads nowhere
-        if (is_named_as_picture(at->path()) && at->is_regular_file(passed_over)) files.push_back(at->path().string());
+        if (is_named_as_picture(at->path()) && at->is_regular_file(passed_over)) files.push_back(utf8_from_path(at->path()));
     }
     if (failure) throw source.error("the folder can't be read", "Check that you may read it and the folders in it.");
     if (files.empty())

@@ -5,6 +5,7 @@
 
 #include "host/drawing/font.h"
 #include "host/numbers.h"
+#include "host/path.h"
 #include "host/report/chart.h"
 #include "host/report/style.h"
 #include "host/text_width.h"
@@ -16,7 +17,7 @@ constexpr double row_mm = body_mm * 1.3;
 
 // Without its folder.
 std::string file_name(const Case& record) {
-    return printable(std::filesystem::path(record.file).filename().string());
+    return printable(utf8_from_path(path_from_utf8(record.file).filename()));
 }
 
 struct Fact {

@@ -3,6 +3,7 @@
 #include <filesystem>
 #include <sstream>
 
+#include "host/path.h"
 #include "host/source.h"
 
 namespace cephtool {
@@ -23,7 +24,7 @@ Film read_film(const std::string& path) {
 
 std::optional<Film> named_film(const Case& record) {
     if (record.image.empty()) return {};
-    return read_film((std::filesystem::path(record.file).parent_path() / record.image).string());
+    return read_film(utf8_from_path(path_from_utf8(record.file).parent_path() / path_from_utf8(record.image)));
 }
 
 }  // namespace cephtool

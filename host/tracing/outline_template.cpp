@@ -4,6 +4,7 @@
 #include <filesystem>
 #include <nlohmann/json.hpp>
 
+#include "host/path.h"
 #include "host/program_folder.h"
 
 namespace cephtool {
@@ -78,7 +79,7 @@ OutlineTemplate read_template(const Source& source) {
 
 OutlineTemplate shipped_template(Kind kind) {
     if (kind == Kind::model) return {};
-    const std::string file = (shipped_folder() / (std::string(name_of(kind)) + ".json")).string();
+    const std::string file = utf8_from_path(shipped_folder() / (std::string(name_of(kind)) + ".json"));
     std::istringstream no_input;
     return read_template(read_bytes(file, no_input));
 }

@@ -4,6 +4,7 @@
 #include <regex>
 
 #include "host/host_test.h"
+#include "host/path.h"
 
 namespace cephtool {
 namespace {
@@ -67,6 +68,25 @@ TEST(Program, KnowsItsCommands) {
     EXPECT_EQ(slip.code, ExitCode::bad_command_line);
     EXPECT_EQ(slip.err, "cephtool: there is no command \"conver\"\n  Did you mean \"convert\"?\n");
     EXPECT_EQ(run({"help", "conver"}).code, ExitCode::bad_command_line);
+}
+
+TEST(Program, FilesAndFoldersHaveJapaneseNames) {
+    const host_test::Folder folder;
+    folder.add("症例/患者一.csv", "# scale_mm_per_px=0.1\nS,850,850\nN,1564,756\nA,1559,1322\nB,1522,1715\n");
+    folder.add("線.pgm", "P5\n2 1\n255\n" + std::string("\xFF\0", 2));
+    folder.add("写真.jpg", host_test::bytes_of(EXIF_PICTURES "/apex.jpg"));
+    std::filesystem::copy(ANALYSES, path_from_utf8("分析"), std::filesystem::copy_options::recursive);
+    for (const Arguments& arguments : std::vector<Arguments>{
+             {"analyze", "--anaitem", "分析", "--analysis", "Steiner", "症例/患者一.csv", "-o", "値.csv"},
+             {"convert", "症例/患者一.csv", "-o", "症例/患者二.json"},
+             {"batch", "--anaitem", "分析", "--analysis", "Steiner", "症例", "-o", "症例/一覧.jsonl"},
+             {"trace", "--anaitem", "分析", "--outlines", "none", "症例/患者二.json", "-o", "図.svg"},
+             {"lineimage", "線.pgm", "-o", "太線.pgm"},
+             {"exif", "写真.jpg", "-o", "写真.json"}}) {
+        const Outcome one = run(arguments);
+        EXPECT_EQ(one.code, ExitCode::done) << arguments[0] << "\n" << one.err;
+        EXPECT_NE(host_test::bytes_of(path_from_utf8(arguments.back())), "") << arguments[0];
+    }
 }
 
 TEST(Program, ConvertedCasesReadAsBefore) {

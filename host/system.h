@@ -1,0 +1,20 @@
+// What the program asks of the system beyond the standard library; posix/ and win32/ answer.
+#pragma once
+
+#include <cstdio>
+#include <filesystem>
+
+namespace cephtool {
+
+// Standard streams carry UTF-8 and bytes as they are, and a console shows them so.
+void prepare_standard_streams();
+
+enum class StandardStream { output = 1, error = 2 };
+
+// Whether it is a terminal that colours a text and moves to the start of a line.
+bool is_terminal(StandardStream stream);
+
+// Null when it can't be opened.
+std::FILE* opened_to_read(const std::filesystem::path& path);
+
+}  // namespace cephtool

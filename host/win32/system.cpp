@@ -1,0 +1,25 @@
+#include "host/system.h"
+
+#include <fcntl.h>
+#include <io.h>
+#include <windows.h>
+
+namespace cephtool {
+
+void prepare_standard_streams() {
+    for (std::FILE* const stream : {stdin, stdout, stderr}) _setmode(_fileno(stream), _O_BINARY);
+    SetConsoleOutputCP(CP_UTF8);
+}
+
+// A console of Windows 10 or later can, when it is asked to.
+bool is_terminal(StandardStream stream) {
+    const HANDLE console = GetStdHandle(stream == StandardStream::output ? STD_OUTPUT_HANDLE : STD_ERROR_HANDLE);
+    DWORD mode = 0;
+    return GetConsoleMode(console, &mode) && SetConsoleMode(console, mode | ENABLE_VIRTUAL_TERMINAL_PROCESSING);
+}
+
+std::FILE* opened_to_read(const std::filesystem::path& path) {
+    return _wfopen(path.c_str(), L"rb");
+}
+
+}  // namespace cephtool
