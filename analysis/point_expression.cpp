@@ -208,7 +208,7 @@ Vec2 PointReader::constructed(const Frame& frame, std::string_view number) const
     }
 }
 
-// A moved at right angles to N-A by 0.4 mm for each degree that the upper incisor leans away from 12 degrees to N-A.
+// U1C moved at right angles to N-A by 0.4 mm for each degree that the upper incisor leans away from 12 degrees to N-A.
 Vec2 PointReader::effective_a() const {
     if (!is_lateral(landmarks_.kind())) return {};
     const Vec2 n = landmarks_.fixed("N"), a = landmarks_.fixed("A");

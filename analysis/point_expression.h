@@ -5,7 +5,7 @@
 //   cross(P,P,P,P)       where the lines 1-2 and 3-4 meet; (0, 0) when parallel
 //   AngleBisector(P,P,P,n)  n pixels from the first point, the vertex, along the bisector of the angle to the others
 //   extension(P,P,d)     d mm beyond the second point on the line from the first
-//   EffectiveA()         effective point A of a lateral film: A moved for the upper incisor's inclination
+//   EffectiveA()         effective point A of a lateral film: U1C moved for the upper incisor's inclination
 //   [name]               a landmark
 //
 // 1. Arguments are point expressions; text between them is passed over, so blanks and commas do not matter.

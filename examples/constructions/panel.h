@@ -41,7 +41,6 @@ class Panel {
     void place(const char* name, CPoint at);
     double value(std::string formula);
     CPointD point(std::string expression);
-    Sample& sample() { return sample_; }
 
     // --- Marks, all in pixels of the image ---------------------------------------------------------------------
     void line(CPointD from, CPointD to, const Stroke& stroke, bool arrow = false);
