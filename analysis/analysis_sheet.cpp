@@ -51,7 +51,7 @@ CString unquoted(std::string_view text) {
 }  // namespace
 
 AnalysisSheet::AnalysisSheet(int kind, const char* path)
-    : body_(std::make_unique<Body>(kind, path ? tool::read_file(path) : std::nullopt)) {}
+    : body_(std::make_unique<Body>(kind, path ? tool::read_file(path, tool::largest_text_file) : std::nullopt)) {}
 
 AnalysisSheet::AnalysisSheet(int kind, const char* text, std::size_t size)
     : body_(std::make_unique<Body>(kind, std::string(text ? text : "", text ? size : 0))) {}

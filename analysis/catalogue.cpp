@@ -66,7 +66,7 @@ std::string form_file(int kind, int index) {
 }
 
 std::string file_text(std::string_view path) {
-    return path.empty() ? std::string() : engine_text(read_file(path).value_or(std::string()));
+    return path.empty() ? std::string() : engine_text(read_file(path, largest_text_file).value_or(std::string()));
 }
 
 }  // namespace tool

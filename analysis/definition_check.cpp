@@ -140,7 +140,7 @@ class PathCheck {
     // Has `check` look at the file's text, when it can be read and is text.
     template <class Check>
     void file_with(std::string_view path, Check&& check) {
-        const auto text = is_readable_file(path) ? tool::read_file(path) : std::nullopt;
+        const auto text = is_readable_file(path) ? tool::read_file(path, tool::largest_text_file) : std::nullopt;
         if (!text) return fault_of(path, "the file can't be read");
         ++result_.files;
         Findings findings(*text);

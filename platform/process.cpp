@@ -12,6 +12,8 @@ namespace {
 std::mutex module_guard;
 std::optional<std::string> module_set;
 std::atomic<LocalTime (*)()> clock_set = nullptr;
+std::mutex unread_guard;
+std::string unread;
 
 }  // namespace
 
@@ -33,6 +35,16 @@ LocalTime local_time() {
 
 void set_local_clock(LocalTime (*clock)()) {
     clock_set = clock;
+}
+
+void note_unread(std::string_view path) {
+    const std::lock_guard lock(unread_guard);
+    if (unread.empty()) unread = path;
+}
+
+std::string take_unread() {
+    const std::lock_guard lock(unread_guard);
+    return std::exchange(unread, {});
 }
 
 }  // namespace tool

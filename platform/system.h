@@ -18,8 +18,14 @@ namespace tool {
 
 // --- Whole files ---------------------------------------------------------------------------------------------------
 
-// One open, one read into a text of exactly the file's size.
-std::optional<std::string> read_file(std::string_view path);
+// One open, one read into a text of exactly the file's size. A file that is there and can't be read, or has more bytes
+// than `limit`, is also noted for a host to ask after (process.cpp).
+std::optional<std::string> read_file(std::string_view path, std::uint64_t limit = UINT64_MAX);
+void note_unread(std::string_view path);
+std::string take_unread();  // the first one noted since the last call; "" for none
+
+// Files of definitions, settings and eras have some kilobytes. Beyond this it is a mistake, which would only cost time.
+inline constexpr std::uint64_t largest_text_file = 1 << 24;
 
 // Readers see the old file or the new one, never a part; on failure the old one stays.
 bool write_file_atomically(std::string_view path, std::string_view bytes);

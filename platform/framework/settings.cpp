@@ -11,7 +11,7 @@
 namespace tool {
 
 std::string profile_text(const char* section, const char* key, const char* default_value, const char* file) {
-    if (const auto text = read_file(profile_path(view_or_empty(file))))
+    if (const auto text = read_file(profile_path(view_or_empty(file)), largest_text_file))
         if (const auto value = setting(*text, view_or_empty(section), view_or_empty(key))) return std::string(*value);
     // Kept: a default loses its trailing blanks only, a value those on both sides, as the platform has it.
     std::string_view fallback = view_or_empty(default_value);
@@ -45,7 +45,8 @@ DWORD GetPrivateProfileStringA(LPCSTR section, LPCSTR key, LPCSTR defaultValue, 
     if (!buffer || size == 0) return 0;
     if (section && key)
         return static_cast<DWORD>(tool::copy_cut(tool::profile_text(section, key, defaultValue, file), buffer, size));
-    const std::string text = tool::read_file(tool::profile_path(tool::view_or_empty(file))).value_or("");
+    const std::string text =
+        tool::read_file(tool::profile_path(tool::view_or_empty(file)), tool::largest_text_file).value_or("");
     return copy_list(section ? tool::setting_keys(text, section) : tool::setting_sections(text), buffer, size);
 }
 
@@ -60,7 +61,7 @@ BOOL WritePrivateProfileStringA(LPCSTR section, LPCSTR key, LPCSTR value, LPCSTR
     static std::mutex one_at_a_time;  // so that no thread's change is lost between another's reading and writing
     const std::lock_guard lock(one_at_a_time);
     const std::string path = tool::profile_path(file);
-    const auto found = tool::read_file(path);
+    const auto found = tool::read_file(path, tool::largest_text_file);
     if (!found && tool::file_status(path)) return FALSE;  // there, but not to be read: writing would lose it
     const std::string before = found.value_or("");
     const auto after = !key     ? tool::without_section(before, section)

@@ -15,34 +15,25 @@ namespace {
 FileFault fault_of(int error) {
     set_last_error(static_cast<std::uint32_t>(error));
     switch (error) {
-        case ENOENT:
-            return FileFault::not_found;
+        case ENOENT: return FileFault::not_found;
         case ENOTDIR:
         case ENAMETOOLONG:
-        case ELOOP:
-            return FileFault::bad_path;
+        case ELOOP: return FileFault::bad_path;
         case EMFILE:
-        case ENFILE:
-            return FileFault::too_many_open;
+        case ENFILE: return FileFault::too_many_open;
         case EACCES:
         case EPERM:
         case EROFS:
         case EISDIR:
-        case ETXTBSY:
-            return FileFault::access_denied;
-        case EBADF:
-            return FileFault::invalid_file;
+        case ETXTBSY: return FileFault::access_denied;
+        case EBADF: return FileFault::invalid_file;
         case EINVAL:
-        case ESPIPE:
-            return FileFault::bad_seek;
+        case ESPIPE: return FileFault::bad_seek;
         case ENOSPC:
         case EDQUOT:
-        case EFBIG:
-            return FileFault::disk_full;
-        case EIO:
-            return FileFault::io;
-        default:
-            return FileFault::other;
+        case EFBIG: return FileFault::disk_full;
+        case EIO: return FileFault::io;
+        default: return FileFault::other;
     }
 }
 
@@ -55,7 +46,13 @@ int open_flags(OpenFile::Mode mode) {
     int flags = mode.access == Access::read ? O_RDONLY : mode.access == Access::write ? O_WRONLY : O_RDWR;
     if (mode.create) flags |= O_CREAT;
     if (mode.create && mode.truncate) flags |= O_TRUNC;
-    return flags | O_CLOEXEC;
+    return flags | O_CLOEXEC | O_NONBLOCK;
+}
+
+// Opened without blocking, so that a pipe without another end is not waited for; read and written with.
+bool make_blocking(int descriptor) {
+    const int flags = fcntl(descriptor, F_GETFL);
+    return flags >= 0 && fcntl(descriptor, F_SETFL, flags & ~O_NONBLOCK) == 0;
 }
 
 }  // namespace
@@ -66,10 +63,11 @@ std::unique_ptr<OpenFile> OpenFile::open(std::string_view path, Mode mode, FileF
     if (descriptor < 0) return nullptr;
     auto file = std::unique_ptr<OpenFile>(new OpenFile(descriptor));
     struct stat status;
-    if (fstat(descriptor, &status) == 0 && S_ISDIR(status.st_mode)) {
+    if (fstat(descriptor, &status) == 0 && S_ISDIR(status.st_mode))
         *fault = fault_of(EISDIR);
-        file.reset();
-    }
+    else
+        *fault = fault_if(!make_blocking(descriptor));
+    if (*fault != FileFault::none) file.reset();
     return file;
 }
 

@@ -5,7 +5,7 @@
 #include <atomic>
 #include <cstdio>
 #include <cstdlib>
-#include <new>
+#include <exception>
 
 #include "platform/posix/descriptor.h"
 #include "platform/posix/names.h"
@@ -41,6 +41,19 @@ int open_found(std::string_view path) {
 bool plain_file(int descriptor, struct stat& status) {
     if (descriptor < 0 || fstat(descriptor, &status) != 0) return failed(errno);
     return S_ISREG(status.st_mode) || failed(S_ISDIR(status.st_mode) ? EISDIR : EINVAL);
+}
+
+bool read_plain_file(int descriptor, std::uint64_t limit, std::string& bytes) try {
+    struct stat status;
+    if (!plain_file(descriptor, status)) return false;
+    if (static_cast<std::uint64_t>(status.st_size) > limit) return failed(EFBIG);
+    bytes.resize(static_cast<std::size_t>(status.st_size));
+    const ssize_t got = posix::read_all(descriptor, bytes.data(), bytes.size());
+    if (got < 0) return failed(errno);
+    bytes.resize(static_cast<std::size_t>(got));
+    return true;
+} catch (const std::exception&) {  // no memory for it, or longer than any text can be
+    return failed(ENOMEM);
 }
 
 // A new file beside its target, which disappears unless it takes the target's place.
@@ -110,23 +123,13 @@ bool may_replace(const std::string& target, std::optional<mode_t>* mode) {
 
 }  // namespace
 
-std::optional<std::string> read_file(std::string_view path) {
+std::optional<std::string> read_file(std::string_view path, std::uint64_t limit) {
     const Descriptor file(open_found(path));
-    struct stat status;
-    if (!plain_file(file.get(), status)) return std::nullopt;
-    try {
-        std::string bytes(static_cast<std::size_t>(status.st_size), '\0');
-        const ssize_t got = posix::read_all(file.get(), bytes.data(), bytes.size());
-        if (got < 0) {
-            failed(errno);
-            return std::nullopt;
-        }
-        bytes.resize(static_cast<std::size_t>(got));
-        return bytes;
-    } catch (const std::bad_alloc&) {
-        failed(ENOMEM);
-        return std::nullopt;
-    }
+    std::string bytes;
+    if (read_plain_file(file.get(), limit, bytes)) return bytes;
+    const std::uint32_t error = last_error();
+    if (error != ENOENT && error != ENOTDIR && error != ENAMETOOLONG) note_unread(path);
+    return std::nullopt;
 }
 
 bool write_file_atomically(std::string_view path, std::string_view bytes) {

@@ -1,5 +1,5 @@
 #include <atomic>
-#include <new>
+#include <exception>
 
 #include "framework/scalars.h"
 #include "platform/system.h"
@@ -14,6 +14,23 @@ using win32::Handle;
 bool failed(DWORD error) {
     SetLastError(error);
     return false;
+}
+
+bool read_plain_file(std::string_view path, std::uint64_t limit, std::string& bytes) try {
+    const Handle file(CreateFileW(win32::spelled(path).c_str(), GENERIC_READ,
+                                  FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr, OPEN_EXISTING,
+                                  FILE_FLAG_SEQUENTIAL_SCAN, nullptr));
+    LARGE_INTEGER size;
+    if (!file.is_open() || !GetFileSizeEx(file.get(), &size)) return false;
+    if (GetFileType(file.get()) != FILE_TYPE_DISK) return failed(ERROR_INVALID_NAME);
+    if (static_cast<std::uint64_t>(size.QuadPart) > limit) return failed(ERROR_FILE_TOO_LARGE);
+    bytes.resize(static_cast<std::size_t>(size.QuadPart));
+    std::size_t got = 0;
+    if (!win32::read_all(file.get(), bytes.data(), bytes.size(), &got)) return false;
+    bytes.resize(got);
+    return true;
+} catch (const std::exception&) {  // no memory for it, or longer than any text can be
+    return failed(ERROR_NOT_ENOUGH_MEMORY);
 }
 
 // A new name beside a target; the file that gets it disappears unless it takes the target's place.
@@ -61,22 +78,13 @@ bool may_replace(const std::wstring& target, DWORD* attributes) {
 
 }  // namespace
 
-std::optional<std::string> read_file(std::string_view path) {
-    const Handle file(CreateFileW(win32::spelled(path).c_str(), GENERIC_READ,
-                                  FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr, OPEN_EXISTING,
-                                  FILE_FLAG_SEQUENTIAL_SCAN, nullptr));
-    LARGE_INTEGER size;
-    if (!file.is_open() || !GetFileSizeEx(file.get(), &size)) return std::nullopt;
-    if (GetFileType(file.get()) != FILE_TYPE_DISK) return failed(ERROR_INVALID_NAME), std::nullopt;
-    try {
-        std::string bytes(static_cast<std::size_t>(size.QuadPart), '\0');
-        std::size_t got = 0;
-        if (!win32::read_all(file.get(), bytes.data(), bytes.size(), &got)) return std::nullopt;
-        bytes.resize(got);
-        return bytes;
-    } catch (const std::bad_alloc&) {
-        return failed(ERROR_NOT_ENOUGH_MEMORY), std::nullopt;
-    }
+std::optional<std::string> read_file(std::string_view path, std::uint64_t limit) {
+    std::string bytes;
+    if (read_plain_file(path, limit, bytes)) return bytes;
+    const DWORD error = GetLastError();
+    if (error != ERROR_FILE_NOT_FOUND && error != ERROR_PATH_NOT_FOUND && error != ERROR_INVALID_NAME)
+        note_unread(path);
+    return std::nullopt;
 }
 
 bool write_file_atomically(std::string_view path, std::string_view bytes) {
