@@ -2,6 +2,7 @@
 
 #include <filesystem>
 #include <fstream>
+#include <random>
 
 namespace tool {
 
@@ -13,14 +14,38 @@ fs::path system_path(const std::string& utf8) {
     return fs::path(std::u8string(utf8.begin(), utf8.end()));
 }
 
-// A name beside `file` that nothing has yet.
+// A name in the folder of `file` that nothing has yet, however long the file's own is.
 fs::path name_beside(const fs::path& file) {
     std::error_code failure;
-    for (int i = 0;; ++i) {
-        fs::path candidate = file;
-        candidate += ".part" + std::to_string(i);
+    for (std::random_device random;;) {
+        fs::path candidate = file.parent_path() / (".part-" + std::to_string(random()));
         if (!fs::exists(fs::symlink_status(candidate, failure))) return candidate;
     }
+}
+
+bool write(const fs::path& file, std::string_view bytes, fs::perms rights) {
+    std::ofstream out(file, std::ios::binary);
+    std::error_code failure;
+    if (rights != fs::perms::unknown) fs::permissions(file, rights, failure);  // before anything private stands in it
+    out.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
+    out.close();
+    return out && !failure;
+}
+
+// With the rights of the file whose place it takes, if there is one and they let it be written.
+bool replace(const fs::path& file, std::string_view bytes) {
+    constexpr fs::perms any_write = fs::perms::owner_write | fs::perms::group_write | fs::perms::others_write;
+    std::error_code failure;
+    const fs::file_status before = fs::status(file, failure);
+    if (fs::exists(before) && (!fs::is_regular_file(before) || (before.permissions() & any_write) == fs::perms::none))
+        return false;
+    const fs::path partial = name_beside(file);
+    if (write(partial, bytes, fs::exists(before) ? before.permissions() : fs::perms::unknown)) {
+        fs::rename(partial, file, failure);
+        if (!failure) return true;
+    }
+    fs::remove(partial, failure);
+    return false;
 }
 
 }  // namespace
@@ -38,17 +63,10 @@ std::string read_whole_file(const std::string& path, std::size_t limit, std::str
 }
 
 std::string write_whole_file(const std::string& path, std::string_view bytes) {
-    const fs::path file = system_path(path), partial = name_beside(file);
-    std::error_code failure;
-    {
-        std::ofstream out(partial, std::ios::binary);
-        out.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
-        out.close();
-        if (out) fs::rename(partial, file, failure);
-        if (out && !failure) return {};
-    }
-    fs::remove(partial, failure);
-    return path + " can't be written.";
+    const fs::path file = system_path(path);
+    std::error_code is_new;
+    const fs::path behind_links = fs::canonical(file, is_new);
+    return replace(is_new ? file : behind_links, bytes) ? "" : path + " can't be written.";
 }
 
 }  // namespace tool

@@ -9,7 +9,8 @@ namespace tool {
 
 std::string read_whole_file(const std::string& path, std::size_t limit, std::string* bytes);
 
-// Under another name first, then renamed, so that nobody ever sees half a file and a failure leaves the old one.
+// Under another name first, then renamed, so that nobody ever sees half a file and a failure leaves the old one. A link
+// stays and what it names is replaced; rights stay; a file that nobody may write is left alone.
 std::string write_whole_file(const std::string& path, std::string_view bytes);
 
 }  // namespace tool
