@@ -43,10 +43,8 @@ ExitCode run_batch(const Command& command, const Arguments& arguments, Streams& 
     options.add_option("--analysis", names, "title or file name of an analysis, or\na definition file; again for more")
         ->allow_extra_args(false)
         ->type_name("NAME");
-    options.add_option("--with", with, "norms (mean and SD) or deviations, in\ncolumns of their own; again for both")
-        ->allow_extra_args(false)
-        ->check(CLI::IsMember({"norms", "deviations"}).description(""))
-        ->type_name("WHAT");
+    line.add_choice("--with", with, {"norms", "deviations"},
+                    "norms (mean and SD) or deviations, in\ncolumns of their own; again for both");
     line.add_choice("--format", format_name, {"csv", "jsonl"}, "csv or jsonl; else as FILE ends");
     options.add_flag("--resume", resume, "go on with what a stopped run has written");
     options.add_option("--threads", threads, "as many at a time; else one a core")

@@ -1,6 +1,7 @@
 // The commands of the program: each a file and a row in the table, from which help and dispatch both come.
 #pragma once
 
+#include <functional>
 #include <iosfwd>
 #include <span>
 #include <string>
@@ -10,20 +11,25 @@
 
 namespace cephtool {
 
+class CommandLine;
+
 // What a command reads and writes. Results go to `out`, all else to `err`.
 struct Streams {
     std::istream& in;
     std::ostream& out;
     std::ostream& err;
-    bool colour = false;  // `out` is a terminal that shows colours
+    bool colour = false;    // `out` is a terminal that shows colours
     bool progress = false;  // `err` is a terminal on which a line may be written over
+    // Where set, the command shows its command line to it and does nothing else.
+    std::function<void(const CommandLine&)> describe = {};
 };
 
 using Arguments = std::vector<std::string>;
 
 struct Command {
     const char* name;
-    const char* help;  // one line
+    const char* help;   // one line
+    const char* about;  // sentences
     ExitCode (*run)(const Command& command, const Arguments& arguments, Streams& streams);
 };
 

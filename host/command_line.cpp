@@ -32,7 +32,9 @@ std::vector<std::string> names_in(const std::string& list) {
 }  // namespace
 
 CommandLine::CommandLine(const Command& command, const std::string& first_example, const std::string& second_example)
-    : name_(command.name), app_(command.help, std::string("cephtool ") + command.name) {
+    : command_(command),
+      app_(std::string(command.help) + "\n\n" + wrapped(command.about, page_width, "") + "\n",
+           std::string("cephtool ") + command.name) {
     app_.footer("Examples:\n  " + first_example + "\n  " + second_example);
     app_.get_formatter()->column_width(28);
     app_.allow_windows_style_options(false);  // "/film.json" is a file everywhere
@@ -40,6 +42,16 @@ CommandLine::CommandLine(const Command& command, const std::string& first_exampl
 
 void CommandLine::add_choice(const std::string& option, std::string& value, std::vector<std::string> choices,
                              const std::string& help) {
+    limit(app_.add_option(option, value, help), std::move(choices));
+}
+
+void CommandLine::add_choice(const std::string& option, std::vector<std::string>& values,
+                             std::vector<std::string> choices, const std::string& help) {
+    limit(app_.add_option(option, values, help)->allow_extra_args(false), std::move(choices));
+}
+
+void CommandLine::limit(CLI::Option* option, std::vector<std::string> choices) {
+    choices_[option] = choices;
     const CLI::Validator one_of(
         [choices = std::move(choices)](std::string& given) -> std::string {
             if (std::ranges::find(choices, given) != choices.end()) return {};
@@ -47,7 +59,12 @@ void CommandLine::add_choice(const std::string& option, std::string& value, std:
             return in_quotes(given) + " is none of " + joined(choices, ", ") + (meant.empty() ? "" : ". " + meant);
         },
         "");
-    app_.add_option(option, value, help)->check(one_of)->type_name("");
+    option->check(one_of)->type_name("WHAT");
+}
+
+std::vector<std::string> CommandLine::choices(const CLI::Option& option) const {
+    const auto found = choices_.find(&option);
+    return found == choices_.end() ? std::vector<std::string>{} : found->second;
 }
 
 Error CommandLine::unknown_option(const std::string& word) const {
@@ -57,10 +74,14 @@ Error CommandLine::unknown_option(const std::string& word) const {
         for (const std::string& name : each->get_lnames()) known.push_back("--" + name);
     const std::string meant = did_you_mean(option, known);
     return {ExitCode::bad_command_line, "unknown option " + in_quotes(option),
-            meant.empty() ? "\"cephtool help " + name_ + "\" lists the options." : meant};
+            meant.empty() ? std::string("\"cephtool help ") + command_.name + "\" lists the options." : meant};
 }
 
 bool CommandLine::parse(const Arguments& arguments, Streams& streams) {
+    if (streams.describe) {
+        streams.describe(*this);
+        return false;
+    }
     try {
         app_.parse(std::vector<std::string>(arguments.rbegin(), arguments.rend()));  // CLI11 takes them last first
         return true;
@@ -70,13 +91,22 @@ bool CommandLine::parse(const Arguments& arguments, Streams& streams) {
     } catch (const CLI::ExtrasError& error) {
         for (const std::string& word : app_.remaining())
             if (word.starts_with("-")) throw unknown_option(word);
-        throw Error(ExitCode::bad_command_line, error.what(), "\"cephtool help " + name_ + "\" shows how it is used.");
+        throw Error(ExitCode::bad_command_line, error.what(),
+                    std::string("\"cephtool help ") + command_.name + "\" shows how it is used.");
     } catch (const CLI::ParseError& error) {
         // A slip in an option's name can leave a required argument missing: name the slip.
         for (const std::string& word : app_.remaining())
             if (word.size() > 1 && word.starts_with("-")) throw unknown_option(word);
-        throw Error(ExitCode::bad_command_line, error.what(), "\"cephtool help " + name_ + "\" shows how it is used.");
+        throw Error(ExitCode::bad_command_line, error.what(),
+                    std::string("\"cephtool help ") + command_.name + "\" shows how it is used.");
     }
+}
+
+void describe(const Command& command, const std::function<void(const CommandLine&)>& show) {
+    std::stringstream unused;
+    Streams streams{unused, unused, unused};
+    streams.describe = show;
+    command.run(command, {}, streams);
 }
 
 CaseOptionFlags::CaseOptionFlags(CommandLine& line) {

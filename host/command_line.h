@@ -2,6 +2,7 @@
 #pragma once
 
 #include <CLI/CLI.hpp>
+#include <map>
 #include <optional>
 #include <string>
 #include <vector>
@@ -17,19 +18,33 @@ class CommandLine {
     CommandLine(const Command& command, const std::string& first_example, const std::string& second_example);
 
     CLI::App& options() { return app_; }
+    const CLI::App& options() const { return app_; }
+    const Command& command() const { return command_; }
+
     // A text option that takes one of `choices`.
     void add_choice(const std::string& option, std::string& value, std::vector<std::string> choices,
                     const std::string& help);
+    // The same, and may be given again for more.
+    void add_choice(const std::string& option, std::vector<std::string>& values, std::vector<std::string> choices,
+                    const std::string& help);
+    // What an option takes that was added so; else nothing.
+    std::vector<std::string> choices(const CLI::Option& option) const;
 
-    // False when help was asked for and printed. Throws an Error for whatever is wrong.
+    // False when the options were only to be shown. Throws an Error for whatever is wrong.
     bool parse(const Arguments& arguments, Streams& streams);
 
  private:
     Error unknown_option(const std::string& word) const;
 
-    std::string name_;
+    void limit(CLI::Option* option, std::vector<std::string> choices);
+
+    const Command& command_;
     CLI::App app_;
+    std::map<const CLI::Option*, std::vector<std::string>> choices_;
 };
+
+// The command line of a command, for as long as `show` runs.
+void describe(const Command& command, const std::function<void(const CommandLine&)>& show);
 
 // "--sex", "--scale" and the like, which say what a case itself lacks.
 class CaseOptionFlags {

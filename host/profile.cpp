@@ -13,9 +13,8 @@
 namespace cephtool {
 namespace {
 
-// Beside the program's own folder: the same in the build tree and where it is installed.
 std::string shipped_folder() {
-    return utf8_from_path((program_folder() / "../share/tool/anaitem").lexically_normal());
+    return utf8_from_path(shared_folder() / "anaitem");
 }
 
 }  // namespace

@@ -1,6 +1,10 @@
+#include <UnreadFile.h>
+
 #include <iostream>
 
 #include "host/command.h"
+#include "host/completion.h"
+#include "host/output.h"
 #include "host/suggestion.h"
 #include "host/text_width.h"
 
@@ -8,21 +12,58 @@ namespace cephtool {
 namespace {
 
 constexpr Command command_table[] = {
-    {"analyze", "measure cases and compare them with the norms", run_analyze},
-    {"analyses", "list the analyses, or the items and norms of one", run_analyses},
-    {"batch", "measure any number of cases into one table", run_batch},
-    {"stage", "tell dental stage, growth stages and bone age", run_stage},
-    {"modes", "list the display modes, or show one", run_modes},
-    {"trace", "draw the tracing of a case as PNG, SVG or PDF", run_trace},
-    {"report", "make a report to print, with tracing, tables and charts", run_report},
-    {"chart", "draw the deviations from the norms as PNG, SVG or PDF", run_chart},
-    {"convert", "write a case in another format", run_convert},
-    {"check", "find faults in the files of an analysis folder", run_check},
-    {"exif", "tell what the headers of photographs say", run_exif},
-    {"lineimage", "make traced lines a line image; widen, narrow, thin them", run_lineimage},
-    {"age", "tell an age in years and months", run_age},
-    {"era", "convert dates to Japanese eras and back", run_era},
-    {"help", "show this text, or the help of a command", run_help},
+    {"analyze", "measure cases and compare them with the norms",
+     "Shows each item of the analyses that fit a case: its value, the norm for the patient's sex and stage, and how many "
+     "standard deviations lie between them, with a star for each whole one. Without --analysis a case is measured with "
+     "every analysis of its kind that its landmarks allow.",
+     run_analyze},
+    {"analyses", "list the analyses, or the items and norms of one",
+     "Without NAME each analysis is named with its kind and file. With it each item is shown with its formula, unit and "
+     "norm; where norms differ by age or stage, those of the first one.",
+     run_analyses},
+    {"batch", "measure any number of cases into one table",
+     "Each case becomes a row, in the order of the input, whatever file, folder, flat table or stream it comes from. A "
+     "bad case stops nothing: it is told in a table of its own, beside the other. Ctrl-C lets what was begun be "
+     "finished; --resume goes on later.",
+     run_batch},
+    {"stage", "tell dental stage, growth stages and bone age",
+     "Shows for each case its age, Hellman's dental stage, the Ricketts stage, the bone age by the cervical vertebrae, "
+     "and the stage whose norms each analysis takes, and says from what each was found.",
+     run_stage},
+    {"modes", "list the display modes, or show one",
+     "A display mode says which landmarks, lines and values a tracing shows. With MODE all of these are listed.",
+     run_modes},
+    {"trace", "draw the tracing of a case as PNG, SVG or PDF",
+     "Draws landmarks, outlines, planes and values as a display mode has them, on white, dark, or over the X-ray. A case "
+     "without outlines of its own gets those of an average face, fitted to its landmarks.",
+     run_trace},
+    {"report", "make a report to print, with tracing, tables and charts",
+     "Pages in PDF: the patient, the tracing, and each analysis with a chart of its deviations. With --compare they show "
+     "two or three films, laid over each other as well.",
+     run_report},
+    {"chart", "draw the deviations from the norms as PNG, SVG or PDF",
+     "Each item is a row, and a mark in it shows how many standard deviations the value lies from the mean. The bands "
+     "end at 1, 2 and 3.",
+     run_chart},
+    {"convert", "write a case in another format",
+     "Reads and writes JSON, CSV, TPS, markups of 3D Slicer (.mrk.json, .fcsv) and the texts of the cephalometric "
+     "challenges. What the other format has no place for is told.",
+     run_convert},
+    {"check", "find faults in the files of an analysis folder",
+     "Names what an analysis would pass over in silence: misspelt keys, missing items, brackets never closed, norms that "
+     "don't match. The exit code is 1 when there is a fault.",
+     run_check},
+    {"exif", "tell what the headers of photographs say",
+     "Shows camera, date, exposure, lens, place and size as the camera has written them into a JPEG file.", run_exif},
+    {"lineimage", "make traced lines a line image; widen, narrow, thin them",
+     "Takes the lines out of a picture by their darkness, then widens, narrows and thins them, always in this order.",
+     run_lineimage},
+    {"age", "tell an age in years and months",
+     "Dates are of either calendar, the Japanese one by its eras. Two rules are in use that now and then differ by a "
+     "month; both are shown.",
+     run_age},
+    {"era", "convert dates to Japanese eras and back", "Dates of either calendar can be mixed.", run_era},
+    {"help", "show this text, or the help of a command", "", run_help},
 };
 
 const Command& find_command(const std::string& name) {
@@ -51,6 +92,10 @@ ExitCode dispatch(const Arguments& arguments, Streams& streams) {
         streams.err << overview();
         return ExitCode::bad_command_line;
     }
+    if (arguments[0] == "complete") {  // for the shells' scripts, so no command of the table
+        complete({arguments.begin() + 1, arguments.end()}, streams.out);
+        return ExitCode::done;
+    }
     if (arguments[0] == "--version") {
         streams.out << "cephtool " CEPHTOOL_VERSION "\n";
         return ExitCode::done;
@@ -76,15 +121,21 @@ ExitCode run_help(const Command&, const Arguments& arguments, Streams& streams) 
 }
 
 ExitCode run_program(const Arguments& arguments, Streams& streams) {
-    try {
-        return dispatch(arguments, streams);
-    } catch (const Error& error) {
-        streams.err << shown(error);
-        return error.code;
-    } catch (const std::exception& failure) {
-        streams.err << "cephtool: " << failure.what() << "\n";
-        return ExitCode::bad_input;
-    }
+    const auto guarded = [&](const std::function<ExitCode()>& work) {
+        try {
+            return work();
+        } catch (const Error& error) {
+            streams.err << shown(error);
+            return error.code;
+        } catch (const std::exception& failure) {
+            streams.err << "cephtool: " << failure.what() << "\n";
+            return ExitCode::bad_input;
+        }
+    };
+    UnreadFile();  // forgets what an earlier run met
+    const ExitCode code = guarded([&] { return dispatch(arguments, streams); });
+    const ExitCode all_read = guarded([] { return check_all_read(), ExitCode::done; });
+    return code == ExitCode::done ? all_read : code;
 }
 
 }  // namespace cephtool

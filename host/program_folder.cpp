@@ -17,4 +17,11 @@ std::filesystem::path program_folder() {
     return path_from_utf8(program).parent_path().make_preferred();
 }
 
+std::filesystem::path shared_folder() {
+    const std::filesystem::path beside = (program_folder() / "../share/tool").lexically_normal();
+    std::error_code failure;
+    return std::filesystem::is_directory(beside, failure) ? beside
+                                                          : (program_folder() / "../../share/tool").lexically_normal();
+}
+
 }  // namespace cephtool

@@ -41,7 +41,7 @@ bool passes_through_anchors(const TemplateCurve& curve, const OutlineTemplate& m
 }
 
 std::filesystem::path shipped_folder() {
-    return (program_folder() / "../share/tool/outlines").lexically_normal();
+    return shared_folder() / "outlines";
 }
 
 }  // namespace
