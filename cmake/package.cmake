@@ -2,12 +2,13 @@
 # analysis folder, the samples and the program install themselves.
 include(CMakePackageConfigHelpers)
 
+set(CMAKE_INSTALL_DEFAULT_COMPONENT_NAME development)
 set(package_folder ${CMAKE_INSTALL_LIBDIR}/cmake/Tool)
 
 install(TARGETS Tool EXPORT ToolTargets
-    LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}
+    LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT library NAMELINK_COMPONENT development
     ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR}
-    RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
+    RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT library)
 install(DIRECTORY ${PROJECT_SOURCE_DIR}/include/ DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/tool
     FILES_MATCHING PATTERN "*.h")
 # The surfaces, and of their headers those that a host includes.
@@ -19,14 +20,18 @@ if(surface_modules)
 endif()
 list(TRANSFORM surface_headers REPLACE "(.+)" "${PROJECT_SOURCE_DIR}/surface/\\1.h")
 install(FILES ${surface_headers} DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/tool/surface)
-install(DIRECTORY ${PROJECT_SOURCE_DIR}/docs/ DESTINATION ${CMAKE_INSTALL_DOCDIR} FILES_MATCHING PATTERN "*.md")
+install(DIRECTORY ${PROJECT_SOURCE_DIR}/docs/ DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/cephtool COMPONENT program
+    FILES_MATCHING PATTERN "*.md" PATTERN "pictures/*.png" PATTERN "site" EXCLUDE)
 
 install(EXPORT ToolTargets NAMESPACE Tool:: DESTINATION ${package_folder})
 install(EXPORT ToolSurfaceTargets NAMESPACE Tool:: DESTINATION ${package_folder})
 configure_package_config_file(${PROJECT_SOURCE_DIR}/cmake/ToolConfig.cmake.in ${PROJECT_BINARY_DIR}/ToolConfig.cmake
     INSTALL_DESTINATION ${package_folder})
-# Until 1.0 a minor version may break its users.
-write_basic_package_version_file(${PROJECT_BINARY_DIR}/ToolConfigVersion.cmake COMPATIBILITY SameMinorVersion)
+set(compatibility SameMajorVersion)
+if(tool_interface MATCHES "[.]")
+    set(compatibility SameMinorVersion)
+endif()
+write_basic_package_version_file(${PROJECT_BINARY_DIR}/ToolConfigVersion.cmake COMPATIBILITY ${compatibility})
 install(FILES ${PROJECT_BINARY_DIR}/ToolConfig.cmake ${PROJECT_BINARY_DIR}/ToolConfigVersion.cmake
     DESTINATION ${package_folder})
 

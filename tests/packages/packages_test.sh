@@ -1,0 +1,51 @@
+#!/usr/bin/env bash
+# packages_test.sh BUILD ROOT LIBDIR VERSION: makes the packages of BUILD, unpacks them in ROOT and uses what lies there.
+set -euo pipefail
+build=$1 root=$2 libraries=$2/usr/$3 version=$4
+fail() { echo "$*" >&2; exit 1; }
+expect() { grep -qE -- "$1" <<<"$2" || fail "no \"$1\" in:"$'\n'"$2"; }
+
+rm -rf "$build/packages" "$root"
+(cd "$build" && cpack >cpack.log) || fail "$(cat "$build/cpack.log")"
+for package in "$build"/packages/*.deb; do dpkg-deb -x "$package" "$root"; done
+interface=$(objdump -p "$libraries/libTool.so" | sed -n 's/ *SONAME *libTool.so.//p')
+[[ $interface == "${version%.*}" ]] || fail "$version promises another interface than SONAME $interface"
+expect "libceph-tool$interface \(= $version-[0-9]+\)" "$(dpkg-deb -f "$build"/packages/libceph-tool-dev_*.deb Depends)"
+expect "libceph-tool$interface \(>= $version\).*libc6" "$(dpkg-deb -f "$build"/packages/cephtool_*.deb Depends)"
+
+# The program, through its link in bin: library, analyses, outlines and era table.
+export LD_LIBRARY_PATH=$libraries program=$root/usr/bin/cephtool samples=$root/usr/share/tool/samples
+expect "SNA +82\.0 deg +82\.0" "$("$program" analyze --analysis Steiner "$samples/lateral-average.json")"
+expect "令和6年3月5日" "$("$program" era 2024-03-05)"
+"$program" trace --outlines fitted "$samples/lateral-class2.json" -o "$root/tracing.svg" 2>"$root/notes"
+grep -q 'id="outlines"' "$root/tracing.svg" || fail "a tracing without outlines"
+! objdump -p "$(readlink -f "$program")" | grep -E "RUNPATH|RPATH" || fail "a packaged program has a run path"
+
+# A page for each command, which man can set without a warning.
+for command in $("$program" complete ana | cut -f1) era; do
+    page=$root/usr/share/man/man1/cephtool-$command.1.gz
+    expect '^\\fB\\-\\-format\\fR \\fBtable\\fR\|' "$(zcat "$page")"
+    ! command -v man >/dev/null || expect '^$' "$(MANWIDTH=80 man --warnings -E UTF-8 -l "$page" 2>&1 >/dev/null)"
+done
+
+# Completion in bash: of commands, names, choices and files.
+source "$root/usr/share/bash-completion/completions/cephtool"
+cd "$samples"
+while IFS='|' read -r line wanted; do
+    read -ra COMP_WORDS <<<"$line"
+    [[ $line != *" " ]] || COMP_WORDS+=("")
+    COMP_WORDS[0]=$program COMP_CWORD=$((${#COMP_WORDS[@]} - 1))
+    compopt() { :; }
+    _cephtool || :  # no file fits is no failure
+    [[ ${COMPREPLY[*]} == $wanted ]] || fail "$line<Tab> gives ${COMPREPLY[*]}"
+done <<'END'
+cephtool ana|analyze analyses
+cephtool analyze --format |table json csv
+cephtool analyze --format = j|json
+cephtool analyze --fo|--format
+cephtool analyze model|model-average.json
+cephtool analyze --analysis Ste|Steiner
+cephtool trace --mirror --mode Ric|Ricketts
+cephtool trace lateral-class2.json ph|
+cephtool exif ph|photo.jpg
+END
