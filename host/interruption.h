@@ -1,9 +1,12 @@
-// Ctrl-C as a request to stop in order.
+// Ctrl-C and the system's wish that the program end, as a request to stop in order.
 #pragma once
+
+#include <vector>
 
 namespace cephtool {
 
-// While it lives, the first Ctrl-C is only taken down; a second one ends the program at once.
+// While it lives, the first such signal is only taken down; a second one ends the program at once. Nor does a file that
+// may not grow any more end it: that is an error of the write.
 class Interruption {
  public:
     Interruption();
@@ -12,9 +15,13 @@ class Interruption {
     Interruption& operator=(const Interruption&) = delete;
 
     bool asked() const;
+    // Ends the program as the signal would have, if one came.
+    void obey();
 
  private:
-    void (*before_)(int);
+    void restore();
+
+    std::vector<void (*)(int)> before_;
 };
 
 }  // namespace cephtool

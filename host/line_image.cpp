@@ -9,6 +9,7 @@
 #include <iostream>
 
 #include "host/error.h"
+#include "host/interruption.h"
 #include "host/output.h"
 #include "host/path.h"
 #include "host/suggestion.h"
@@ -134,10 +135,11 @@ LineImage read_line_image(const std::string& path, LineThreshold threshold) {
 
 void write_line_image(const LineImage& image, const std::string& path, bool bright) {
     if (is_png_file(path)) return write_result(png_of(image, bright), path, std::cout);
-    if (!CTools::WriteBuff(name_of_file(path), image.pixels.data(), image.width, image.height)) {
-        throw Error(ExitCode::bad_input, printable(path) + " could not be written",
-                    "Check that the folder exists, that you may write there, and that the disk has room.");
-    }
+    const CString name = name_of_file(path);
+    Interruption late;  // so that nothing half-written is left
+    const int written = CTools::WriteBuff(name, image.pixels.data(), image.width, image.height);
+    late.obey();
+    if (!written) throw not_written(path);
 }
 
 }  // namespace cephtool

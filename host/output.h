@@ -3,10 +3,17 @@
 #include <ostream>
 #include <string>
 
+#include "host/error.h"
+
 namespace cephtool {
 
 // Writes `text` to `out` when `path` is "" or "-", else to the file: whole under another name first, then renamed, so
 // that nobody ever sees half a file. Throws an Error when it can't be written.
 void write_result(const std::string& text, const std::string& path, std::ostream& out);
+
+Error not_written(const std::string& path);
+
+// Throws an Error when a file that results rest on was there and could not be read.
+void check_all_read();
 
 }  // namespace cephtool

@@ -25,6 +25,7 @@ std::string bytes_of(std::istream& in, const std::string& name) {
         bytes.append(block, static_cast<std::size_t>(in.gcount()));
         if (bytes.size() > largest_input) throw too_large(name);
     }
+    if (in.bad()) throw not_read({name, {}});
     return bytes;
 }
 
@@ -59,14 +60,17 @@ Error Source::error_at(std::size_t offset, const std::string& message, std::stri
     return made;
 }
 
+Error not_read(const Source& source) {
+    return source.error("reading it failed in the middle", "Check the disk, or copy the file once more.");
+}
+
 Source checked_text(Source source) {
     if (source.text.starts_with("\xFF\xFE") || source.text.starts_with("\xFE\xFF")) {
         throw source.error("the text is UTF-16", "Save it as UTF-8.");
     }
     if (source.text.starts_with(byte_order_mark)) source.text.erase(0, byte_order_mark.size());
     if (source.text.find_first_not_of(" \t\r\n") == std::string::npos) {
-        throw source.error("the input is empty",
-                           "It should hold landmarks; docs/case_format.md shows the formats.");
+        throw source.error("the input is empty", "It should hold landmarks; docs/case_format.md shows the formats.");
     }
     if (const std::size_t at = source.text.find('\0'); at != std::string::npos) {
         throw source.error_at(at, "a zero byte: this is no text", "Give the file that holds the coordinates as text.");

@@ -21,6 +21,9 @@ struct Source {
     Error error(const std::string& message, std::string way_out = {}) const;
 };
 
+// An error of a stream that broke before its end.
+Error not_read(const Source& source);
+
 // The bytes of the file `path`, or of `standard_input` when it is "-". Throws an Error when they can't be read or are
 // more than `largest_input`.
 Source read_bytes(const std::string& path, std::istream& standard_input);

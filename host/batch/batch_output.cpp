@@ -6,6 +6,7 @@
 #include <string_view>
 
 #include "host/error.h"
+#include "host/output.h"
 #include "host/path.h"
 #include "host/text_width.h"
 
@@ -21,8 +22,14 @@ std::string shown(const fs::path& path) {
 }
 
 Error not_written(const fs::path& path) {
-    return {ExitCode::bad_input, shown(path) + " could not be written",
-            "Check that the folder exists, that you may write there, and that the disk has room."};
+    return {
+        ExitCode::bad_input, shown(path) + " could not be written",
+        "Check that the folder exists, that you may write there, and that the disk has room; --resume then goes on."};
+}
+
+Error not_read() {
+    return {ExitCode::bad_input, "what the run before has written can't be read",
+            "Check the disk and the rights of the two files that end in .part; nothing in them was changed."};
 }
 
 void cut(const fs::path& path, std::uintmax_t size) {
@@ -48,6 +55,7 @@ std::uintmax_t line_start(std::istream& in, std::uintmax_t end) {
         in.clear();
         in.seekg(static_cast<std::streamoff>(from));
         in.read(block.data(), static_cast<std::streamsize>(block.size()));
+        if (!in) throw not_read();
         const std::size_t found = block.rfind('\n');
         if (found != std::string::npos) return from + found + 1;
         end = from;
@@ -59,7 +67,7 @@ std::string bytes_of(const fs::path& path, std::uintmax_t from, std::uintmax_t t
     std::ifstream in(path, std::ios::binary);
     std::string bytes(static_cast<std::size_t>(to - from), '\0');
     in.seekg(static_cast<std::streamoff>(from));
-    in.read(bytes.data(), static_cast<std::streamsize>(bytes.size()));
+    if (!in.read(bytes.data(), static_cast<std::streamsize>(bytes.size()))) throw not_read();
     return bytes;
 }
 
@@ -102,6 +110,7 @@ void BatchOutput::resume() {
     std::ifstream in(part_, std::ios::binary);
     std::error_code failure;
     const std::uintmax_t size = fs::file_size(part_, failure);
+    if (failure) throw not_read();
     const std::uintmax_t whole = line_start(in, size);
     if (whole < head_.size()) return begin();
     if (bytes_of(part_, 0, head_.size()) != head_) {
@@ -130,11 +139,13 @@ void BatchOutput::keep_failures_before(std::size_t number) {
     failures_ = 0;
     {
         std::ifstream in(failures_part_, std::ios::binary);
+        if (!in && fs::exists(failures_part_)) throw not_read();
         for (std::string line; std::getline(in, line) && !in.eof();) {
             if (kept > 0 && number_of(line, "") >= number) break;
             failures_ += kept > 0;
             kept += line.size() + 1;
         }
+        if (in.bad()) throw not_read();
     }
     if (kept > 0) return cut(failures_part_, kept);
     open(failed_, failures_part_, true);
@@ -143,6 +154,7 @@ void BatchOutput::keep_failures_before(std::size_t number) {
 }
 
 void BatchOutput::write(const std::string& lines, const std::string& failed, std::size_t failures) {
+    check_all_read();
     failures_ += failures;
     if (!failed.empty() && !(failed_ << failed << std::flush)) throw not_written(failures_part_);
     if (!(out_ << lines)) throw not_written(part_);
@@ -152,6 +164,7 @@ void BatchOutput::finish() {
     out_.close();
     failed_.close();
     if (!out_) throw not_written(part_);
+    if (!failed_) throw not_written(failures_part_);
     std::error_code failure;
     fs::remove(failures_path_, failure);
     if (failures_ > 0) fs::rename(failures_part_, failures_path_, failure);

@@ -12,6 +12,7 @@ bool LineReader::fill() {
     in_.peek();
     auto count = in_.eof() ? 0 : in_.readsome(block_.data(), static_cast<std::streamsize>(block_size));
     if (count == 0 && in_.get(block_[0])) count = 1;
+    if (in_.bad()) throw not_read({name_, {}});
     block_.resize(static_cast<std::size_t>(std::max<std::streamsize>(count, 0)));
     bytes_read_ += block_.size();
     return !block_.empty();

@@ -5,6 +5,7 @@
 #include <condition_variable>
 #include <functional>
 #include <mutex>
+#include <system_error>
 #include <thread>
 #include <vector>
 
@@ -18,7 +19,13 @@ class OrderedPool {
     using Worker = std::function<void(Item&)>;
 
     OrderedPool(std::size_t threads, std::size_t ring, std::function<Worker()> make_worker) : ring_(ring) {
-        for (std::size_t i = 0; i < threads; ++i) threads_.emplace_back([this, make_worker] { run(make_worker()); });
+        threads_.reserve(threads);
+        try {
+            for (std::size_t i = 0; i < threads; ++i)
+                threads_.emplace_back([this, make_worker] { run(make_worker()); });
+        } catch (const std::system_error&) {  // the system has no more: those that began do the work
+            if (threads_.empty()) throw;
+        }
     }
     ~OrderedPool() {
         {

@@ -1,0 +1,203 @@
+// Whatever call to the system fails, and wherever the program is stopped: a result is whole or the old one stays.
+#include <Framework.h>
+#include <Tools.h>
+#include <gmock/gmock.h>
+#include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <fstream>
+#include <optional>
+#include <set>
+
+#include "host/host_test.h"
+#include "strength/failing_calls.h"
+
+namespace strength {
+namespace {
+
+namespace fs = std::filesystem;
+using cephtool::Arguments;
+using cephtool::ExitCode;
+using host_test::bytes_of;
+using host_test::Outcome;
+using host_test::run;
+
+const std::string old_one = "the old one\n";
+
+std::set<std::string> names_in(const fs::path& folder) {
+    std::set<std::string> names;
+    for (const auto& entry : fs::recursive_directory_iterator(folder)) names.insert(entry.path().filename().string());
+    return names;
+}
+
+// A folder with a case, a photograph, a line image, and an analysis folder of one analysis.
+class Strength : public testing::Test {
+ protected:
+    Strength() {
+        folder_.add("ana/CalcForm/list.txt", "Own.txt\n");
+        folder_.add("ana/CalcForm/Own.txt", bytes_of(ANALYSES "/CalcForm/Wits.txt"));
+        folder_.add("case.json", bytes_of(SAMPLES "/lateral-average.json"));
+        folder_.add("photo.jpg", bytes_of(EXIF_PICTURES "/camera_intel.jpg"));
+        folder_.add("dot.pgm", "P5\n3 1\n255\n" + std::string("\0\xFF\0", 3));
+    }
+
+    void clear(const std::set<std::string>& kept) const {
+        for (const std::string& name : names_in(folder_.path))
+            if (!kept.contains(name)) fs::remove(name);
+    }
+
+    // The program with its n-th call failing; nothing when it makes fewer.
+    static std::optional<Outcome> failed_run(const Arguments& arguments, int n) {
+        harm_call(n, Harm::error);
+        const Outcome outcome = run(arguments);
+        return harmless_again() ? std::optional(outcome) : std::nullopt;
+    }
+
+    // Another process of the program, stopped in its n-th call. False when it makes fewer.
+    static bool stopped_run(const Arguments& arguments, int n) {
+        const pid_t child = fork();
+        if (child == 0) {
+            harm_call(n, Harm::signal);
+            run(arguments);
+            _exit(harmless_again());
+        }
+        int status = 0;
+        waitpid(child, &status, 0);
+        EXPECT_TRUE(WIFEXITED(status) || WTERMSIG(status) == SIGTERM) << status;
+        return WIFSIGNALED(status) || WEXITSTATUS(status) == 1;
+    }
+
+    const host_test::Folder folder_;
+};
+
+TEST_F(Strength, AResultIsWholeOrTheOldOneStays) {
+    const Arguments commands[] = {
+        {"analyze", "case.json", "--format", "csv", "--anaitem", "ana", "-o", "o.csv"},
+        {"stage", "case.json", "--anaitem", "ana", "-o", "o.txt"},
+        {"convert", "case.json", "-o", "o.tps"},
+        {"exif", "photo.jpg", "--format", "json", "-o", "o.json"},
+        {"exif", "photo.jpg", "--thumbnail", "o.jpg"},
+        {"lineimage", "dot.pgm", "--dilate", "1", "-o", "o.pgm"},
+        {"chart", "case.json", "--anaitem", "ana", "-o", "o.svg"},
+    };
+    for (const Arguments& command : commands) {
+        SCOPED_TRACE(command.front());
+        const std::string& out = command.back();
+        const Outcome good = run(command);
+        ASSERT_EQ(good.code, ExitCode::done) << good.err;
+        const std::string result = bytes_of(out);
+        const std::set<std::string> names = names_in(folder_.path);
+        int n = 0;
+        for (;; ++n) {
+            folder_.add(out, old_one);
+            const auto outcome = failed_run(command, n + 1);
+            if (!outcome) break;
+            const bool done = outcome->code == ExitCode::done;
+            EXPECT_EQ(bytes_of(out), done ? result : old_one) << n << outcome->err;
+            EXPECT_EQ(done, outcome->err == good.err) << n << outcome->err;
+            EXPECT_TRUE(done || std::ranges::any_of(names,
+                                                    [&](const std::string& name) {
+                                                        return outcome->err.find(name) != std::string::npos;
+                                                    }))
+                << outcome->err;
+            EXPECT_EQ(names_in(folder_.path), names) << n;
+        }
+        EXPECT_GE(n, 5);
+        for (n = 1;; ++n) {
+            folder_.add(out, old_one);
+            if (!stopped_run(command, n)) break;
+            EXPECT_THAT(bytes_of(out), testing::AnyOf(old_one, result)) << n;
+            EXPECT_EQ(names_in(folder_.path), names) << n;
+        }
+        EXPECT_GE(n, 5);
+    }
+}
+
+TEST_F(Strength, ABatchGoesOnAfterWhateverStoppedIt) {
+    const std::set<std::string> inputs = names_in(folder_.path);
+    const Arguments begin{"batch", "case.json", "dot.pgm", "case.json", "--anaitem", "ana", "-o", "o.csv"};
+    Arguments resume = begin;
+    resume.push_back("--resume");
+    ASSERT_EQ(run(begin).code, ExitCode::bad_input);
+    const std::string table = bytes_of("o.csv"), failed = bytes_of("o.errors.csv");
+    for (const bool resumes : {false, true}) {
+        for (const Harm harm : {Harm::error, Harm::signal}) {
+            for (int n = 1;; ++n) {
+                clear(inputs);
+                if (resumes) {
+                    folder_.add("o.csv.part", table.substr(0, table.size() - 3));
+                    folder_.add("o.errors.csv.part", failed);
+                }
+                if (harm == Harm::error ? !failed_run(resumes ? resume : begin, n)
+                                        : !stopped_run(resumes ? resume : begin, n))
+                    break;
+                if (bytes_of("o.errors.csv").find("Check") != std::string::npos) continue;  // a case was not read
+                run(resume);
+                EXPECT_EQ(bytes_of("o.csv"), table) << n;
+                EXPECT_EQ(bytes_of("o.errors.csv"), failed) << n;
+            }
+        }
+    }
+}
+
+// The library's own writers, with a settings file that is there already.
+TEST_F(Strength, SettingsAndLineImagesAreNotLost) {
+    const std::string before = "[a]\r\nx=1\r\n", after = before + "y=2\r\n";
+    const unsigned char pixels[] = {0, 255, 0};
+    int n = 0;
+    for (bool harmed = true; harmed; ++n) {
+        folder_.add("a.ini", before);
+        folder_.add("a.pgm", old_one);
+        const std::set<std::string> names = names_in(folder_.path);
+        harm_call(n + 1, Harm::error);
+        const bool set = WritePrivateProfileStringA("a", "y", "2", (folder_.path / "a.ini").c_str());
+        const bool drawn = CTools::WriteBuff("a.pgm", pixels, 3, 1);
+        harmed = harmless_again();
+        EXPECT_TRUE((set && drawn) || harmed);
+        EXPECT_EQ(bytes_of("a.ini"), set ? after : before) << n;
+        EXPECT_EQ(bytes_of("a.pgm"), drawn ? bytes_of("dot.pgm") : old_one) << n;
+        EXPECT_EQ(names_in(folder_.path), names) << n;
+    }
+    EXPECT_GE(n, 5);
+}
+
+// What stands where a file was expected.
+TEST_F(Strength, OddFilesAreToldAtOnce) {
+    ASSERT_EQ(mkfifo("pipe", 0600), 0);
+    std::ofstream("huge.txt").close();
+    fs::resize_file("huge.txt", std::uintmax_t{1} << 30);
+    for (const char* const odd : {"pipe", "huge.txt", "ana"}) {
+        for (const char* const name : {"ana/CalcForm/list.txt", "ana/CalcForm/Own.txt"}) {
+            SCOPED_TRACE(std::string(odd) + " as " + name);
+            fs::rename(name, "aside");
+            fs::create_symlink(folder_.path / odd, name);
+            const Outcome outcome = run({"analyze", "case.json", "--anaitem", "ana", "-o", "o.csv"});
+            EXPECT_NE(outcome.code, ExitCode::done);
+            EXPECT_THAT(outcome.err, testing::HasSubstr("is there, but can't be read"));
+            EXPECT_FALSE(fs::exists("o.csv"));
+            fs::rename("aside", name);
+        }
+    }
+    for (const char* const command : {"analyze", "exif", "convert"})
+        EXPECT_THAT(run({command, "/dev/zero"}).err, testing::HasSubstr("/dev/zero: ")) << command;
+    EXPECT_THROW(CFile("pipe", CFile::modeWrite), CFileException*);  // nobody reads it
+    EXPECT_EQ(CFile("pipe", CFile::modeRead).GetLength(), 0u);
+}
+
+TEST_F(Strength, AnOutputKeepsItsRightsAndItsLinks) {
+    folder_.add("private.csv", old_one);
+    fs::permissions("private.csv", fs::perms::owner_read | fs::perms::owner_write);
+    fs::create_symlink("private.csv", "link.csv");
+    const std::string longest = std::string(251, 'n') + ".csv";
+    for (const std::string& out : {std::string("link.csv"), longest, std::string("-\n \xFF'\\\xF0\x9F\x98\x80.csv")})
+        EXPECT_EQ(run({"convert", "case.json", "--output=" + out}).code, ExitCode::done) << out;
+    EXPECT_TRUE(fs::is_symlink("link.csv"));
+    EXPECT_EQ(bytes_of("private.csv"), bytes_of(longest));
+    EXPECT_EQ(fs::status("private.csv").permissions(), fs::perms::owner_read | fs::perms::owner_write);
+    fs::permissions("private.csv", fs::perms::owner_read);
+    EXPECT_EQ(run({"convert", "case.json", "-o", "private.csv"}).code, ExitCode::bad_input);
+}
+
+}  // namespace
+}  // namespace strength
