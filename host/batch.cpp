@@ -72,13 +72,13 @@ ExitCode run_batch(const Command& command, const Arguments& arguments, Streams& 
         throw Error(ExitCode::bad_command_line, printable(output) + ".part is there, from a run that was stopped",
                     "Go on with --resume, or delete it to begin anew.");
     }
+    const Interruption interruption;
     CaseStream stream(paths, streams.in);
     if (resume && table.has_part()) {
         table.resume();
     } else {
         table.begin();
     }
-    const Interruption interruption;
     BatchProgress progress(streams.err, streams.progress);
     const auto show = [&](std::size_t cases) {
         for (const std::string& note : stream.take_notes()) {

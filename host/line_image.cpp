@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <cstdint>
 #include <filesystem>
+#include <fstream>
 #include <iostream>
 
 #include "host/error.h"
@@ -36,6 +37,8 @@ void check_input(const std::string& path) {
     if (!std::filesystem::exists(status))
         throw error_in(path, "there is no such file", "Check the name and the folder.");
     if (std::filesystem::is_directory(status)) throw error_in(path, "this is a folder", "Give a picture in it.");
+    if (!std::filesystem::is_regular_file(status))
+        throw error_in(path, "this is a device or a pipe", "Give a picture that is a file.");
 }
 
 CString name_of_file(const std::string& path) {
@@ -54,6 +57,9 @@ LineImage read_pgm(const std::string& path) {
                        "Give a binary PGM file with 255 as its maximum; docs/line_images.md has the format.");
     };
     LineImage image;
+    // A large file of another kind is not read whole to find that out.
+    std::ifstream file(path_from_utf8(path), std::ios::binary);
+    if (file.get() != 'P' || file.get() != '5') fail();
     if (!CTools::SetBuff(name, nullptr, 0, &image.width, &image.height)) fail();
     image.pixels.resize(static_cast<std::size_t>(image.width) * static_cast<std::size_t>(image.height));
     if (!CTools::SetBuff(name, image.pixels.data(), static_cast<unsigned long>(image.pixels.size()), &image.width,
@@ -76,7 +82,7 @@ LineImage read_pgm(const std::string& path) {
 LineImage read_picture(const std::string& path, LineThreshold threshold) {
     const tool::Background picture = tool::read_background(path);
     if (!picture) {
-        throw error_in(path, "the picture can't be read: " + picture.error,
+        throw error_in(path, "the picture can't be read: " + printable(picture.error),
                        "Give a JPEG or PNG picture, or a line image that ends in .pgm.");
     }
     // What is transparent counts as paper, whichever that is.
