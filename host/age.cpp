@@ -78,11 +78,8 @@ std::string csv(const AgeResult& result) {
 ExitCode run_age(const Command& command, const Arguments& arguments, Streams& streams) {
     std::string birth, day, format = "table";
     CommandLine line(command, "cephtool age 2001-05-14 2013-08-20", "cephtool age H13.5.14 --format json");
-    line.options()
-        .add_option("BIRTH", birth, "day of birth, such as 2001-05-14 or H13.5.14")
-        ->required()
-        ->type_name("");
-    line.options().add_option("DAY", day, "day that the age is asked for; else today")->type_name("");
+    line.add_argument("BIRTH", birth, "day of birth, such as 2001-05-14 or H13.5.14").required();
+    line.add_argument("DAY", day, "day that the age is asked for; else today");
     line.add_choice("--format", format, {"table", "json", "csv"}, "table, json or csv");
     if (!line.parse(arguments, streams)) return ExitCode::done;
     AgeResult result = result_of(read_date(birth), day.empty() ? std::nullopt : std::optional(read_date(day)));

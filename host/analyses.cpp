@@ -120,8 +120,8 @@ std::string as_json(std::span<const Analysis* const> analyses, bool with_items) 
 ExitCode run_analyses(const Command& command, const Arguments& arguments, Streams& streams) {
     std::string name, folder, format = "table";
     CommandLine line(command, "cephtool analyses", "cephtool analyses --format json");
-    line.options().add_option("NAME", name, "title or file name of an analysis")->type_name("");
-    line.options().add_option("--anaitem", folder, "another folder of analyses")->type_name("FOLDER");
+    line.add_argument("NAME", name, "title or file name of an analysis");
+    line.add_analysis_folder(folder);
     line.add_choice("--format", format, {"table", "json"}, "table or json");
     if (!line.parse(arguments, streams)) return ExitCode::done;
     const ProgramProfile profile(folder);

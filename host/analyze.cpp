@@ -12,8 +12,6 @@
 namespace cephtool {
 namespace {
 
-constexpr int highest_band = 9999;  // two columns of two digits
-
 std::string report(std::span<const CaseResult> results, const std::string& format, bool colour) {
     if (format == "json") return results_json(results);
     if (format == "csv") return results_csv(results);
@@ -30,18 +28,13 @@ ExitCode run_analyze(const Command& command, const Arguments& arguments, Streams
     std::optional<int> band;
     CommandLine line(command, "cephtool analyze lateral-average.json",
                      "cephtool analyze --format csv --sex f lateral-average.csv lateral-class2.json");
-    CLI::App& options = line.options();
-    options.add_option("CASE", paths, "files with landmarks; - is standard input")->required()->type_name("");
-    options.add_option("--analysis", names, "title or file name of an analysis, or\na definition file; again for more")
-        ->allow_extra_args(false)
-        ->type_name("NAME");
-    options.add_option("--anaitem", folder, "another folder of analyses")->type_name("FOLDER");
-    options.add_option("--band", band, "band code of the norms, in place of the\nband of the patient's stage")
-        ->check(CLI::Range(0, highest_band).description(""))
-        ->type_name("N");
+    line.add_argument("CASE", paths, "files with landmarks; - is standard input").required();
+    line.add_analyses(names);
+    line.add_analysis_folder(folder);
+    line.add_band(band);
     const CaseOptionFlags case_options(line);
     line.add_choice("--format", format, {"table", "json", "csv"}, "table, json or csv");
-    options.add_option("-o,--output", output, "write to FILE, not to standard output")->type_name("FILE");
+    line.add_output(output);
     if (!line.parse(arguments, streams)) return ExitCode::done;
     check_inputs(paths);
     const ProgramProfile profile(folder);

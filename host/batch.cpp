@@ -14,7 +14,6 @@
 namespace cephtool {
 namespace {
 
-constexpr int highest_band = 9999;  // two columns of two digits
 constexpr int most_threads = 1024;
 
 BatchFormat::Kind format_kind(const std::string& name, const std::string& output) {
@@ -22,9 +21,8 @@ BatchFormat::Kind format_kind(const std::string& name, const std::string& output
     return lines ? BatchFormat::Kind::json_lines : BatchFormat::Kind::csv;
 }
 
-std::size_t thread_count(int asked) {
-    if (asked > 0) return static_cast<std::size_t>(asked);
-    return std::max(1U, std::thread::hardware_concurrency());
+std::size_t thread_count(std::optional<int> asked) {
+    return asked ? static_cast<std::size_t>(*asked) : std::max(1U, std::thread::hardware_concurrency());
 }
 
 }  // namespace
@@ -32,28 +30,20 @@ std::size_t thread_count(int asked) {
 ExitCode run_batch(const Command& command, const Arguments& arguments, Streams& streams) {
     std::vector<std::string> paths, names, with;
     std::string folder, output, format_name;
-    std::optional<int> band;
-    int threads = 0;
+    std::optional<int> band, threads;
     bool resume = false;
     CommandLine line(command, "cephtool batch lateral-average.json lateral-class2.json -o new.csv",
                      "cephtool batch --analysis Steiner --with norms cases-flat.csv -o new.jsonl");
-    CLI::App& options = line.options();
-    options.add_option("CASES", paths, "files or folders with cases; - is standard input")->required()->type_name("");
-    options.add_option("-o,--output", output, "table to write: FILE.csv or FILE.jsonl")->required()->type_name("FILE");
-    options.add_option("--analysis", names, "title or file name of an analysis, or\na definition file; again for more")
-        ->allow_extra_args(false)
-        ->type_name("NAME");
+    line.add_argument("CASES", paths, "files or folders with cases; - is standard input").required();
+    line.add_text("-o,--output", "FILE", output, "table to write: FILE.csv or FILE.jsonl").required();
+    line.add_analyses(names);
     line.add_choice("--with", with, {"norms", "deviations"},
                     "norms (mean and SD) or deviations, in\ncolumns of their own; again for both");
     line.add_choice("--format", format_name, {"csv", "jsonl"}, "csv or jsonl; else as FILE ends");
-    options.add_flag("--resume", resume, "go on with what a stopped run has written");
-    options.add_option("--threads", threads, "as many at a time; else one a core")
-        ->check(CLI::Range(1, most_threads).description(""))
-        ->type_name("N");
-    options.add_option("--anaitem", folder, "another folder of analyses")->type_name("FOLDER");
-    options.add_option("--band", band, "band code of the norms, in place of the\nband of the patient's stage")
-        ->check(CLI::Range(0, highest_band).description(""))
-        ->type_name("N");
+    line.add_flag("--resume", resume, "go on with what a stopped run has written");
+    line.add_number("--threads", threads, 1, most_threads, "as many at a time; else one a core");
+    line.add_analysis_folder(folder);
+    line.add_band(band);
     const CaseOptionFlags case_options(line);
     if (!line.parse(arguments, streams)) return ExitCode::done;
     check_inputs(paths);

@@ -12,10 +12,7 @@ ExitCode run_chart(const Command& command, const Arguments& arguments, Streams& 
     CommandLine line(command, "cephtool chart --analysis Steiner lateral-class2.json -o chart.svg",
                      "cephtool chart --compare lateral-class2.json lateral-average.json -o chart.png");
     add_report_options(line, given);
-    line.options()
-        .add_option("-o,--output", given.output, "FILE.png, FILE.svg or FILE.pdf")
-        ->required()
-        ->type_name("FILE");
+    line.add_text("-o,--output", "FILE", given.output, "FILE.png, FILE.svg or FILE.pdf").required();
     const CaseOptionFlags case_options(line);
     if (!line.parse(arguments, streams)) return ExitCode::done;
     const auto format = file_format(given.output);

@@ -57,12 +57,10 @@ ExitCode run_check(const Command& command, const Arguments& arguments, Streams& 
     bool with_notes = false;
     std::string format = "text";
     CommandLine line(command, "cephtool check", "cephtool check --notes --format json");
-    line.options()
-        .add_option(
-            "PATH", paths,
-            "an analysis folder, or files and folders\nin it; without any, the folder that\nships with the program")
-        ->type_name("");
-    line.options().add_flag("--notes", with_notes, "show also what can be meant so");
+    line.add_argument(
+        "PATH", paths,
+        "an analysis folder, or files and folders\nin it; without any, the folder that\nships with the program");
+    line.add_flag("--notes", with_notes, "show also what can be meant so");
     line.add_choice("--format", format, {"text", "json"}, "text or json");
     if (!line.parse(arguments, streams)) return ExitCode::done;
     if (paths.empty()) paths.push_back(ProgramProfile("").analysis_folder());

@@ -1,6 +1,8 @@
 #include "host/command_line.h"
 
+#include <CLI/CLI.hpp>
 #include <algorithm>
+#include <cmath>
 #include <ostream>
 #include <sstream>
 
@@ -31,23 +33,96 @@ std::vector<std::string> names_in(const std::string& list) {
 
 }  // namespace
 
+Option Option::required() {
+    option_->required();
+    return *this;
+}
+
+Option Option::excludes(Option other) {
+    option_->excludes(other.option_);
+    return *this;
+}
+
 CommandLine::CommandLine(const Command& command, const std::string& first_example, const std::string& second_example)
     : command_(command),
-      app_(std::string(command.help) + "\n\n" + wrapped(command.about, page_width, "") + "\n",
-           std::string("cephtool ") + command.name) {
-    app_.footer("Examples:\n  " + first_example + "\n  " + second_example);
-    app_.get_formatter()->column_width(28);
-    app_.allow_windows_style_options(false);  // "/film.json" is a file everywhere
+      app_(
+          std::make_unique<CLI::App>(std::string(command.help) + "\n\n" + wrapped(command.about, page_width, "") + "\n",
+                                     std::string("cephtool ") + command.name)) {
+    app_->footer("Examples:\n  " + first_example + "\n  " + second_example);
+    app_->get_formatter()->column_width(28);
+    app_->allow_windows_style_options(false);  // "/film.json" is a file everywhere
 }
 
-void CommandLine::add_choice(const std::string& option, std::string& value, std::vector<std::string> choices,
+CommandLine::~CommandLine() = default;
+
+Option CommandLine::add_argument(const std::string& sort, std::string& value, const std::string& help) {
+    return Option(app_->add_option(sort, value, help)->type_name(""));
+}
+
+Option CommandLine::add_argument(const std::string& sort, std::vector<std::string>& values, const std::string& help) {
+    return Option(app_->add_option(sort, values, help)->type_name(""));
+}
+
+Option CommandLine::add_flag(const std::string& names, bool& value, const std::string& help) {
+    return Option(app_->add_flag(names, value, help));
+}
+
+Option CommandLine::add_text(const std::string& names, const std::string& sort, std::string& value,
+                             const std::string& help, Fault fault) {
+    CLI::Option* const option = app_->add_option(names, value, help)->type_name(sort);
+    if (fault) option->check(CLI::Validator([fault](std::string& given) { return fault(given); }, ""));
+    return Option(option);
+}
+
+Option CommandLine::add_texts(const std::string& names, const std::string& sort, std::vector<std::string>& values,
+                              const std::string& help) {
+    return Option(app_->add_option(names, values, help)->allow_extra_args(false)->type_name(sort));
+}
+
+Option CommandLine::add_pair(const std::string& names, const std::string& sorts, std::vector<std::string>& values,
                              const std::string& help) {
-    limit(app_.add_option(option, value, help), std::move(choices));
+    return Option(app_->add_option(names, values, help)->type_size(2)->expected(1)->type_name(sorts));
 }
 
-void CommandLine::add_choice(const std::string& option, std::vector<std::string>& values,
+Option CommandLine::add_number(const std::string& names, std::optional<int>& value, int least, int most,
+                               const std::string& help) {
+    const CLI::Validator whole(
+        [least, most](std::string& given) {
+            const std::optional<double> number = number_from(given);
+            if (number && *number >= least && *number <= most && *number == std::floor(*number)) return std::string();
+            return in_quotes(given) + " is no whole number from " + std::to_string(least) + " to " +
+                   std::to_string(most);
+        },
+        "");
+    const auto take = [&value](const std::string& given) { value = static_cast<int>(number_from(given).value()); };
+    return Option(app_->add_option_function<std::string>(names, take, help)->check(whole)->type_name("N"));
+}
+
+void CommandLine::add_choice(const std::string& names, std::string& value, std::vector<std::string> choices,
+                             const std::string& help) {
+    limit(app_->add_option(names, value, help), std::move(choices));
+}
+
+void CommandLine::add_choice(const std::string& names, std::vector<std::string>& values,
                              std::vector<std::string> choices, const std::string& help) {
-    limit(app_.add_option(option, values, help)->allow_extra_args(false), std::move(choices));
+    limit(app_->add_option(names, values, help)->allow_extra_args(false), std::move(choices));
+}
+
+void CommandLine::add_analyses(std::vector<std::string>& names) {
+    add_texts("--analysis", "NAME", names, "title or file name of an analysis, or\na definition file; again for more");
+}
+
+void CommandLine::add_analysis_folder(std::string& folder) {
+    add_text("--anaitem", "FOLDER", folder, "another folder of analyses");
+}
+
+void CommandLine::add_band(std::optional<int>& band) {
+    constexpr int highest_band = 9999;  // two columns of two digits
+    add_number("--band", band, 0, highest_band, "band code of the norms, in place of the\nband of the patient's stage");
+}
+
+void CommandLine::add_output(std::string& path) {
+    add_text("-o,--output", "FILE", path, "write to FILE, not to standard output");
 }
 
 void CommandLine::limit(CLI::Option* option, std::vector<std::string> choices) {
@@ -70,7 +145,7 @@ std::vector<std::string> CommandLine::choices(const CLI::Option& option) const {
 Error CommandLine::unknown_option(const std::string& word) const {
     const std::string option = word.substr(0, word.find('='));
     std::vector<std::string> known;
-    for (const CLI::Option* each : app_.get_options())
+    for (const CLI::Option* each : app_->get_options())
         for (const std::string& name : each->get_lnames()) known.push_back("--" + name);
     const std::string meant = did_you_mean(option, known);
     return {ExitCode::bad_command_line, "unknown option " + in_quotes(option),
@@ -83,19 +158,19 @@ bool CommandLine::parse(const Arguments& arguments, Streams& streams) {
         return false;
     }
     try {
-        app_.parse(std::vector<std::string>(arguments.rbegin(), arguments.rend()));  // CLI11 takes them last first
+        app_->parse(std::vector<std::string>(arguments.rbegin(), arguments.rend()));  // CLI11 takes them last first
         return true;
     } catch (const CLI::CallForHelp&) {
-        streams.out << app_.help() << "\n";
+        streams.out << app_->help() << "\n";
         return false;
     } catch (const CLI::ExtrasError& error) {
-        for (const std::string& word : app_.remaining())
+        for (const std::string& word : app_->remaining())
             if (word.starts_with("-")) throw unknown_option(word);
         throw Error(ExitCode::bad_command_line, error.what(),
                     std::string("\"cephtool help ") + command_.name + "\" shows how it is used.");
     } catch (const CLI::ParseError& error) {
         // A slip in an option's name can leave a required argument missing: name the slip.
-        for (const std::string& word : app_.remaining())
+        for (const std::string& word : app_->remaining())
             if (word.size() > 1 && word.starts_with("-")) throw unknown_option(word);
         throw Error(ExitCode::bad_command_line, error.what(),
                     std::string("\"cephtool help ") + command_.name + "\" shows how it is used.");
@@ -111,30 +186,20 @@ void describe(const Command& command, const std::function<void(const CommandLine
 
 CaseOptionFlags::CaseOptionFlags(CommandLine& line) {
     line.add_choice("--sex", sex_, {"m", "f"}, "m or f: the patient's sex");
-    const CLI::Validator scale(
-        [](std::string& given) {
-            const std::optional<double> number = number_from(given);
-            return number && is_scale(*number) ? "" : in_quotes(given) + " is no width of a pixel in millimetres";
-        },
-        "");
-    CLI::App& options = line.options();
-    options.add_option("--scale", scale_, "width of a pixel in millimetres")->check(scale)->type_name("MM");
-    options.add_flag("--mirror", mirror_, "turn faces round that look left");
-    options
-        .add_option("--landmarks", landmarks_,
-                    "TPS: names of the points in their order;\nS,N,- passes the third over; @FILE has them")
-        ->type_name("LIST");
-    const CLI::Validator height(
-        [](std::string& given) {
-            const std::optional<double> number = number_from(given);
-            return number && *number > 0 && *number <= largest_coordinate
-                       ? ""
-                       : in_quotes(given) + " is no height in pixels";
-        },
-        "");
-    options.add_option("--image-height", image_height_, "TPS: height of the image in pixels")
-        ->check(height)
-        ->type_name("PX");
+    line.add_text("--scale", "MM", scale_, "width of a pixel in millimetres", [](const std::string& given) {
+        const std::optional<double> number = number_from(given);
+        return number && is_scale(*number) ? "" : in_quotes(given) + " is no width of a pixel in millimetres";
+    });
+    line.add_flag("--mirror", mirror_, "turn faces round that look left");
+    line.add_text("--landmarks", "LIST", landmarks_,
+                  "TPS: names of the points in their order;\nS,N,- passes the third over; @FILE has them");
+    line.add_text("--image-height", "PX", image_height_, "TPS: height of the image in pixels",
+                  [](const std::string& given) {
+                      const std::optional<double> number = number_from(given);
+                      return number && *number > 0 && *number <= largest_coordinate
+                                 ? ""
+                                 : in_quotes(given) + " is no height in pixels";
+                  });
 }
 
 CaseOptions CaseOptionFlags::options() const {

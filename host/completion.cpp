@@ -1,5 +1,6 @@
 #include "host/completion.h"
 
+#include <CLI/CLI.hpp>
 #include <algorithm>
 #include <ostream>
 #include <regex>
@@ -38,7 +39,7 @@ class Completion {
     void offer_next() {
         const CLI::Option* const option = taker_of_last();
         if (begun_.starts_with("-") && (!option || option->get_positional())) {
-            for (const CLI::Option* each : line_.options().get_options())
+            for (const CLI::Option* each : line_.app().get_options())
                 for (const std::string& name : each->get_lnames()) offer("--" + name, each->get_description());
         } else if (option) {
             offer_values(*option);
@@ -61,14 +62,14 @@ class Completion {
             if (wanted > 0) {
                 --wanted;
             } else if (word.starts_with("-") && word != "-") {
-                option = line_.options().get_option_no_throw(word);
+                option = line_.app().get_option_no_throw(word);
                 wanted = option && option->get_expected_max() > 0 ? option->get_type_size_max() : 0;
             } else {
                 ++arguments;
             }
         }
         if (wanted > 0) return option;
-        const auto positionals = line_.options().get_options([](const CLI::Option* o) { return o->get_positional(); });
+        const auto positionals = line_.app().get_options([](const CLI::Option* o) { return o->get_positional(); });
         if (positionals.empty()) return nullptr;
         const CLI::Option* const last = positionals.back();
         if (arguments >= positionals.size()) return last->get_items_expected_max() > 1 ? last : nullptr;

@@ -33,12 +33,12 @@ ExitCode run_convert(const Command& command, const Arguments& arguments, Streams
     std::string path, output, name;
     CommandLine line(command, "cephtool convert lateral-average.csv -o new.json",
                      "cephtool convert --scale 0.12 --sex m lateral-average-19-points.txt");
-    line.options().add_option("CASE", path, "file with landmarks; - is standard input")->required()->type_name("");
+    line.add_argument("CASE", path, "file with landmarks; - is standard input").required();
     const CaseOptionFlags case_options(line);
     std::vector<std::string> names;
     for (const CaseFormat& format : case_formats()) names.emplace_back(format.name);
     line.add_choice("--format", name, names, joined(names, ", ") + ";\nelse as FILE ends, or json");
-    line.options().add_option("-o,--output", output, "write to FILE, not to standard output")->type_name("FILE");
+    line.add_output(output);
     if (!line.parse(arguments, streams)) return ExitCode::done;
     const CaseFormat& format = format_for(name, output);
     const CaseOptions options = case_options.options();

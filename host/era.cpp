@@ -121,12 +121,8 @@ ExitCode run_era(const Command& command, const Arguments& arguments, Streams& st
     std::vector<std::string> dates, era_and_year;
     std::string format = "table";
     CommandLine line(command, "cephtool era 2024-03-05 S64.1.7", "cephtool era --to-western R 6");
-    CLI::App& options = line.options();
-    options.add_option("DATE", dates, "2024-03-05, R6.3.5 or 令和6年3月5日")->type_name("");
-    options.add_option("--to-western", era_and_year, "which year a year of an era is")
-        ->type_size(2)
-        ->expected(1)
-        ->type_name("CODE YEAR");
+    line.add_argument("DATE", dates, "2024-03-05, R6.3.5 or 令和6年3月5日");
+    line.add_pair("--to-western", "CODE YEAR", era_and_year, "which year a year of an era is");
     line.add_choice("--format", format, {"table", "json", "csv"}, "table, json or csv");
     if (!line.parse(arguments, streams)) return ExitCode::done;
     if (dates.empty() == era_and_year.empty()) {

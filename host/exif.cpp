@@ -75,15 +75,12 @@ void write_thumbnail(const Picture& picture, const std::string& path, std::ostre
 ExitCode run_exif(const Command& command, const Arguments& arguments, Streams& streams) {
     ExifOptions given;
     CommandLine line(command, "cephtool exif photo.jpg", "cephtool exif --recursive --format csv .");
-    CLI::App& options = line.options();
-    options.add_option("FILE", given.paths, "JPEG pictures; - is standard input")->required()->type_name("");
-    options.add_flag("-r,--recursive", given.recursive, "read the pictures in folders, too");
+    line.add_argument("FILE", given.paths, "JPEG pictures; - is standard input").required();
+    line.add_flag("-r,--recursive", given.recursive, "read the pictures in folders, too");
     line.add_choice("--format", given.format, {"table", "json", "csv"}, "table, json or csv");
-    options.add_option("-o,--output", given.output, "write to FILE, not to standard output")->type_name("FILE");
-    options
-        .add_option("--thumbnail", given.thumbnail,
-                    "write the small picture inside to FILE;\n- is standard output, alone")
-        ->type_name("FILE");
+    line.add_output(given.output);
+    line.add_text("--thumbnail", "FILE", given.thumbnail,
+                  "write the small picture inside to FILE;\n- is standard output, alone");
     if (!line.parse(arguments, streams)) return ExitCode::done;
     check(given);
 

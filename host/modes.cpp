@@ -107,9 +107,9 @@ std::string as_json(const std::vector<DisplayMode>& modes, bool with_parts) {
 ExitCode run_modes(const Command& command, const Arguments& arguments, Streams& streams) {
     std::string name, kind_name, folder, format = "table";
     CommandLine line(command, "cephtool modes --kind frontal", "cephtool modes --kind lateral ricketts");
-    line.options().add_option("MODE", name, "title, file name or number of a mode")->type_name("");
+    line.add_argument("MODE", name, "title, file name or number of a mode");
     line.add_choice("--kind", kind_name, {"lateral", "frontal", "model"}, "lateral, frontal or model: only these");
-    line.options().add_option("--anaitem", folder, "another folder of analyses")->type_name("FOLDER");
+    line.add_analysis_folder(folder);
     line.add_choice("--format", format, {"table", "json"}, "table or json");
     if (!line.parse(arguments, streams)) return ExitCode::done;
     const ProgramProfile profile(folder);

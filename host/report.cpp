@@ -15,10 +15,9 @@ ExitCode run_report(const Command& command, const Arguments& arguments, Streams&
     CommandLine line(command, "cephtool report lateral-class2.json -o report.pdf",
                      "cephtool report --language ja lateral-openbite.json -o report.pdf");
     add_report_options(line, given);
-    CLI::App& options = line.options();
-    options.add_option("-o,--output", given.output, "FILE.pdf")->required()->type_name("FILE");
-    options.add_option("--mode", mode_name, "display mode of the tracing, see\n\"cephtool modes\"")->type_name("MODE");
-    options.add_flag("--no-image", no_image, "not over the X-rays that the cases name");
+    line.add_text("-o,--output", "FILE", given.output, "FILE.pdf").required();
+    line.add_text("--mode", "MODE", mode_name, "display mode of the tracing, see\n\"cephtool modes\"");
+    line.add_flag("--no-image", no_image, "not over the X-rays that the cases name");
     const CaseOptionFlags case_options(line);
     if (!line.parse(arguments, streams)) return ExitCode::done;
     if (file_format(given.output) != FileFormat::pdf) {

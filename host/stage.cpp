@@ -41,12 +41,11 @@ ExitCode run_stage(const Command& command, const Arguments& arguments, Streams& 
     std::string folder, output, format = "table";
     CommandLine line(command, "cephtool stage lateral-class2.json",
                      "cephtool stage --format csv lateral-average.json lateral-class2.json");
-    CLI::App& options = line.options();
-    options.add_option("CASE", paths, "files with landmarks; - is standard input")->required()->type_name("");
-    options.add_option("--anaitem", folder, "another folder of analyses")->type_name("FOLDER");
+    line.add_argument("CASE", paths, "files with landmarks; - is standard input").required();
+    line.add_analysis_folder(folder);
     const CaseOptionFlags case_options(line);
     line.add_choice("--format", format, {"table", "json", "csv"}, "table, json or csv");
-    options.add_option("-o,--output", output, "write to FILE, not to standard output")->type_name("FILE");
+    line.add_output(output);
     if (!line.parse(arguments, streams)) return ExitCode::done;
     check_inputs(paths);
     const ProgramProfile profile(folder);

@@ -133,29 +133,23 @@ ExitCode run_trace(const Command& command, const Arguments& arguments, Streams& 
     TraceOptions given;
     CommandLine line(command, "cephtool trace --actual-size lateral-class2.json -o tracing.pdf",
                      "cephtool trace --mode steiner --style film lateral-average.json -o new.png");
-    CLI::App& options = line.options();
-    options.add_option("CASE", given.input, "file with landmarks; - is standard input")->required()->type_name("");
-    options.add_option("-o,--output", given.output, "FILE.png, FILE.svg or FILE.pdf")->required()->type_name("FILE");
-    options.add_option("--mode", given.mode, "display mode by name or number, see\n\"cephtool modes\"")
-        ->type_name("MODE");
-    CLI::Option* const image =
-        options.add_option("--image", given.image, "draw over this X-ray (JPEG, PNG)")->type_name("FILE");
-    options.add_flag("--no-image", given.no_image, "not over the X-ray that the case names")->excludes(image);
+    line.add_argument("CASE", given.input, "file with landmarks; - is standard input").required();
+    line.add_text("-o,--output", "FILE", given.output, "FILE.png, FILE.svg or FILE.pdf").required();
+    line.add_text("--mode", "MODE", given.mode, "display mode by name or number, see\n\"cephtool modes\"");
+    const Option image = line.add_text("--image", "FILE", given.image, "draw over this X-ray (JPEG, PNG)");
+    line.add_flag("--no-image", given.no_image, "not over the X-ray that the case names").excludes(image);
     line.add_choice("--outlines", given.outlines, {"case", "fitted", "none"},
                     "case: its own, where it has any;\nfitted: those of an average face; none");
     line.add_choice("--style", given.style, {"film", "paper"}, "film: bright on dark; paper: dark on white");
-    const CLI::Validator size(
-        [](std::string& text) { return size_from(text) ? "" : in_quotes(text) + " is no size such as 1200x1500"; }, "");
-    options.add_option("--size", given.size, "PNG: the largest that fits in it")->check(size)->type_name("WxH");
-    const CLI::Validator zoom(
-        [](std::string& text) {
-            const auto number = number_from(text);
-            return number && *number > 0 && *number <= 100 ? "" : in_quotes(text) + " is no zoom such as 0.5";
-        },
-        "");
-    options.add_option("--zoom", given.zoom, "PNG: pixels for each pixel of the X-ray")->check(zoom)->type_name("Z");
-    options.add_flag("--actual-size", given.actual_size, "for paper: true size with a ruler, on A4\nor A3");
-    options.add_option("--anaitem", given.folder, "another folder of analyses")->type_name("FOLDER");
+    line.add_text("--size", "WxH", given.size, "PNG: the largest that fits in it", [](const std::string& text) {
+        return size_from(text) ? "" : in_quotes(text) + " is no size such as 1200x1500";
+    });
+    line.add_text("--zoom", "Z", given.zoom, "PNG: pixels for each pixel of the X-ray", [](const std::string& text) {
+        const auto number = number_from(text);
+        return number && *number > 0 && *number <= 100 ? "" : in_quotes(text) + " is no zoom such as 0.5";
+    });
+    line.add_flag("--actual-size", given.actual_size, "for paper: true size with a ruler, on A4\nor A3");
+    line.add_analysis_folder(given.folder);
     const CaseOptionFlags case_options(line);
     if (!line.parse(arguments, streams)) return ExitCode::done;
     const ProgramProfile profile(given.folder);

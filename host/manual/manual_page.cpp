@@ -1,5 +1,6 @@
 #include "host/manual/manual_page.h"
 
+#include <CLI/CLI.hpp>
 #include <algorithm>
 #include <sstream>
 
@@ -94,7 +95,7 @@ std::string manual_page(const CommandLine& line) {
     std::string page = head(std::string("cephtool-") + command.name, command.help) + ".B cephtool " + command.name +
                        "\n[" + slanted("OPTIONS") + "]";
     std::string arguments, options;
-    for (const CLI::Option* option : line.options().get_options()) {
+    for (const CLI::Option* option : line.app().get_options()) {
         if (option->get_positional()) {
             page += " " + argument_words(*option);
             arguments += term(slanted(option->get_name(true)), help_of(*option));
@@ -105,7 +106,7 @@ std::string manual_page(const CommandLine& line) {
     page += "\n.SH DESCRIPTION\n" + roff(command.about) + "\n";
     if (!arguments.empty()) page += ".SH ARGUMENTS\n" + arguments;
     page += ".SH OPTIONS\n" + options + exit_codes() + ".SH EXAMPLES\n.EX\n";
-    std::istringstream footer(line.options().get_footer());
+    std::istringstream footer(line.app().get_footer());
     for (std::string text; std::getline(footer, text);)
         if (text.starts_with("  ")) page += roff(std::string(trimmed(text))) + "\n";
     return page + ".EE\n.SH SEE ALSO\n.BR cephtool (1)\n";

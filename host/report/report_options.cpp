@@ -10,17 +10,11 @@
 namespace cephtool {
 
 void add_report_options(CommandLine& line, ReportOptions& options) {
-    CLI::App& app = line.options();
-    app.add_option("CASE", options.input, "file with landmarks; - is standard input")->required()->type_name("");
-    app.add_option("--compare", options.others, "the same patient at another time; again\nfor a third")
-        ->allow_extra_args(false)
-        ->type_name("CASE");
-    app.add_option("--analysis", options.analyses,
-                   "title or file name of an analysis, or\na definition file; again for more")
-        ->allow_extra_args(false)
-        ->type_name("NAME");
+    line.add_argument("CASE", options.input, "file with landmarks; - is standard input").required();
+    line.add_texts("--compare", "CASE", options.others, "the same patient at another time; again\nfor a third");
+    line.add_analyses(options.analyses);
     line.add_choice("--language", options.language, {"en", "ja"}, "en or ja: of the texts round the results");
-    app.add_option("--anaitem", options.folder, "another folder of analyses")->type_name("FOLDER");
+    line.add_analysis_folder(options.folder);
 }
 
 std::vector<FilmResults> measured_films(const ReportOptions& options, const CaseOptions& case_options,
