@@ -3,7 +3,6 @@
 
 #include <filesystem>
 #include <fstream>
-#include <regex>
 #include <set>
 
 #include "analysis/formula.h"
@@ -14,19 +13,18 @@ const std::filesystem::path docs = std::filesystem::path(TOOL_SOURCE_DIR) / "doc
 
 TEST(FormulaLanguage, ThePageHasEveryFunctionWithItsPictureAndNoOther) {
     std::ifstream page(docs / "formula_language.md");
-    const std::regex call(R"((\w+)\()"), picture(R"(pictures/(formula-\w+\.svg))");
-    std::set<std::string> section, described, without_picture, shown, drawn;
+    std::set<std::string> section, described, without_picture, shown, known, drawn;
     for (std::string line; std::getline(page, line);) {
         if (line.starts_with('#')) section.clear();
-        for (std::sregex_iterator name(line.begin(), line.end(), call), end; name != end && line.starts_with("### ");
-             ++name)
-            section.insert(name->str(1)), described.insert(name->str(1)), without_picture.insert(name->str(1));
-        for (std::sregex_iterator file(line.begin(), line.end(), picture), end; file != end; ++file) {
-            shown.insert(file->str(1));
-            for (const std::string& name : section) without_picture.erase(name);
-        }
+        for (std::size_t at = 0; line.starts_with("### ") && (at = line.find('(', at)) != std::string::npos; ++at)
+            section.insert(line.substr(line.rfind(' ', at) + 1, at - line.rfind(' ', at) - 1));
+        described.insert(section.begin(), section.end());
+        if (line.starts_with('#')) without_picture.insert(section.begin(), section.end());
+        const std::size_t picture = line.find("pictures/formula-");
+        if (picture == std::string::npos) continue;
+        shown.insert(line.substr(picture + 9, line.find('"', picture) - picture - 9));
+        for (const std::string& name : section) without_picture.erase(name);
     }
-    std::set<std::string> known;
     for (const auto& names : {tool::Formula::function_names(), tool::PointReader::construction_names()})
         known.insert(names.begin(), names.end());
     EXPECT_EQ(described, known);
