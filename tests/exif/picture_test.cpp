@@ -83,29 +83,5 @@ TEST(ExifPicture, CutAtAnyByteOrWithAnyByteChangedStaysInBounds) {
     EXPECT_EQ(pictures, 10);
 }
 
-#ifdef __GLIBC__
-TEST(ExifPicture, AReadThatFailsInTheMiddleIsAPrematureEnd) {
-    const std::string whole = picture("camera_intel.jpg");
-    for (std::size_t good_bytes : {2u, 3u, 4u, 5u, 6u, 20u, 900u}) {
-        struct Disk {
-            const std::string& bytes;
-            std::size_t at, end;
-        } disk{whole, 0, good_bytes};
-        const auto read = [](void* cookie, char* to, std::size_t count) -> ssize_t {
-            Disk& from = *static_cast<Disk*>(cookie);
-            if (from.at == from.end) return -1;
-            const std::size_t got = from.bytes.copy(to, std::min(count, from.end - from.at), from.at);
-            from.at += got;
-            return static_cast<ssize_t>(got);
-        };
-        std::FILE* const stream = fopencookie(&disk, "rb", {read, nullptr, nullptr, nullptr});
-        CExif reader;
-        EXPECT_FALSE(reader.DecodeExif(stream));
-        EXPECT_STREQ(reader.LastError, "Premature end of file?");
-        std::fclose(stream);
-    }
-}
-#endif
-
 }  // namespace
 }  // namespace exif_test

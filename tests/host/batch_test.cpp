@@ -1,15 +1,13 @@
 #include <gmock/gmock.h>
 
-#include <csignal>
 #include <map>
 
 #include "host/batch/batch_progress.h"
-#include "host/batch/batch_work.h"
+#include "host/batch/flat_table.h"
+#include "host/batch/line_reader.h"
 #include "host/case_format.h"
 #include "host/csv.h"
 #include "host/host_test.h"
-#include "host/interruption.h"
-#include "host/selection.h"
 
 namespace cephtool {
 namespace {
@@ -245,77 +243,6 @@ TEST(Batch, GoesOnBehindTheLastWholeLineWhereverItWasCut) {
         std::filesystem::remove(out + ".part");
         std::filesystem::remove("out.errors.csv.part");
     }
-}
-
-// The work behind the command, with one definition file, in a folder that holds "flat.csv".
-class SmallBatch {
- public:
-    SmallBatch() : selection_({ANALYSES "/CalcForm/Wits.txt"}, streams_) {}
-
-    bool run(std::size_t threads, const std::function<bool()>& stop, bool resume) {
-        std::istringstream none;
-        CaseStream stream({"flat.csv"}, none);
-        BatchOutput output("out.csv", format_.head(), format_.number_mark());
-        resume ? output.resume() : output.begin();
-        reported = 0;
-        const bool ended = measure_batch({columns_, format_, {}, {}, threads}, stream, output, stop,
-                                         [&](std::size_t cases) { reported += cases; });
-        if (ended) output.finish();
-        return ended;
-    }
-
-    std::size_t reported = 0;
-
- private:
-    std::istringstream in_;
-    std::ostringstream out_;
-    Streams streams_{in_, out_, out_};
-    Selection selection_;
-    BatchColumns columns_ = batch_columns(selection_.chosen(), {});
-    BatchFormat format_{BatchFormat::Kind::csv, columns_};
-};
-
-TEST(Batch, StoppedAtAnyPortionItGoesOnToTheSameTable) {
-    const Folder folder;
-    folder.add("flat.csv", flat_table(500));
-    SmallBatch work;
-    ASSERT_TRUE(work.run(
-        2, [] { return false; }, false));
-    const std::string whole = bytes_of("out.csv");
-    EXPECT_EQ(rows_of(whole).size(), 500u);
-    for (int turns = 0; turns < 16; turns += 3) {
-        int left = turns;
-        ASSERT_FALSE(work.run(
-            2, [&] { return left-- <= 0; }, false))
-            << turns;
-        EXPECT_LT(work.reported, 500u);
-        EXPECT_EQ(rows_of(bytes_of("out.csv.part")).size(), work.reported) << "what was begun is finished";
-        ASSERT_TRUE(work.run(
-            3, [] { return false; }, true));
-        EXPECT_EQ(bytes_of("out.csv"), whole);
-    }
-    // Stopped between the two renamings of the end, when only the failures have their name.
-    folder.add("out.csv.part", whole);
-    folder.add("out.errors.csv", "case,place,message,advice\r\n7,a,b,c\r\n");
-    ASSERT_TRUE(work.run(
-        1, [] { return false; }, true));
-    EXPECT_THAT(bytes_of("out.errors.csv"), HasSubstr("7,a,b,c"));
-}
-
-TEST(Batch, TheFirstInterruptionStopsItInOrder) {
-    const Folder folder;
-    folder.add("flat.csv", flat_table(200));
-    SmallBatch work;
-    const Interruption interruption;
-    int turns = 0;
-    ASSERT_FALSE(work.run(
-        1,
-        [&] {
-            if (++turns == 3) std::raise(SIGINT);
-            return interruption.asked();
-        },
-        false));
-    EXPECT_EQ(bytes_of("out.csv.part").back(), '\n');
 }
 
 TEST(Batch, AFileOfOnesOwnIsOneSetOfColumnsForAllKinds) {

@@ -48,55 +48,29 @@ bool harmless_again() {
 
 }  // namespace strength
 
-#define NEXT(name) static const auto system_##name = strength::next(&name, #name)
+#define FAILING(result, name, parameters, arguments, error, failure)       \
+    result name parameters {                                               \
+        static const auto of_the_system = strength::next(&name, #name);    \
+        return strength::fails(error) ? failure : of_the_system arguments; \
+    }
+#define FAILING_WHEN_DONE(result, name, parameters, arguments, error, failure) \
+    result name parameters {                                                   \
+        static const auto of_the_system = strength::next(&name, #name);        \
+        const auto done = of_the_system arguments;                             \
+        return strength::fails(error) ? failure : done;                        \
+    }
 
 #pragma GCC visibility push(default)
 extern "C" {
-
-int open(const char* path, int flags, ...) {
-    NEXT(open);
-    return strength::fails(EMFILE) ? -1 : system_open(path, flags, 0666);  // the only mode in use
+FAILING(int, open, (const char* path, int flags, ...), (path, flags, 0666), EMFILE, -1)  // the only mode in use
+FAILING(FILE*, fopen, (const char* path, const char* mode), (path, mode), EMFILE, nullptr)
+FAILING(FILE*, fopen64, (const char* path, const char* mode), (path, mode), EMFILE, nullptr)
+FAILING(ssize_t, read, (int file, void* to, size_t count), (file, to, count), EIO, -1)
+FAILING(ssize_t, write, (int file, const void* from, size_t count), (file, from, count), ENOSPC, -1)
+FAILING(ssize_t, writev, (int file, const iovec* from, int count), (file, from, count), ENOSPC, -1)
+FAILING(int, rename, (const char* from, const char* to), (from, to), EXDEV, -1)
+FAILING(int, fchmod, (int file, mode_t mode), (file, mode), EPERM, -1)
+FAILING(int, fchmodat, (int at, const char* path, mode_t mode, int flags), (at, path, mode, flags), EPERM, -1)
+FAILING_WHEN_DONE(int, close, (int file), (file), EIO, -1)
+FAILING_WHEN_DONE(int, fclose, (FILE * file), (file), EIO, -1)
 }
-FILE* fopen64(const char* path, const char* mode) {
-    NEXT(fopen64);
-    return strength::fails(EMFILE) ? nullptr : system_fopen64(path, mode);
-}
-FILE* fopen(const char* path, const char* mode) {
-    return fopen64(path, mode);
-}
-ssize_t read(int file, void* to, size_t count) {
-    NEXT(read);
-    return strength::fails(EIO) ? -1 : system_read(file, to, count);
-}
-ssize_t write(int file, const void* from, size_t count) {
-    NEXT(write);
-    return strength::fails(ENOSPC) ? -1 : system_write(file, from, count);
-}
-ssize_t writev(int file, const iovec* from, int count) {
-    NEXT(writev);
-    return strength::fails(ENOSPC) ? -1 : system_writev(file, from, count);
-}
-int close(int file) {
-    NEXT(close);
-    const int closed = system_close(file);
-    return strength::fails(EIO) ? -1 : closed;
-}
-int fclose(FILE* file) {
-    NEXT(fclose);
-    const int closed = system_fclose(file);
-    return strength::fails(EIO) ? -1 : closed;
-}
-int rename(const char* from, const char* to) {
-    NEXT(rename);
-    return strength::fails(EXDEV) ? -1 : system_rename(from, to);
-}
-int fchmod(int file, mode_t mode) {
-    NEXT(fchmod);
-    return strength::fails(EPERM) ? -1 : system_fchmod(file, mode);
-}
-int fchmodat(int folder, const char* path, mode_t mode, int flags) {
-    NEXT(fchmodat);
-    return strength::fails(EPERM) ? -1 : system_fchmodat(folder, path, mode, flags);
-}
-
-}  // extern "C"
