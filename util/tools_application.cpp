@@ -1,5 +1,6 @@
 // CTools: the application, its settings and windows, the input method and messages.
 #include <cstring>
+#include <mutex>
 #include <string>
 
 #include "Tools.h"
@@ -20,11 +21,14 @@ CString CTools::GetIniFileName() {
 }
 
 const char* CTools::GetExecutionFileDirectoryPath() {
-    // Kept: one buffer for the process. Hosts hold on to the pointer and expect it to stay the same.
+    // Kept: one buffer for the process. Hosts hold on to the pointer and expect it to stay the same. It is written only
+    // when it changes, so that a thread can read it while another one asks.
     static char path[260];
-    const std::string folder = tool::program_folder();
-    const bool fits = folder.size() < sizeof path;
-    std::memcpy(path, fits ? folder.c_str() : "", fits ? folder.size() + 1 : 1);
+    static std::mutex one_at_a_time;
+    std::string folder = tool::program_folder();
+    if (folder.size() >= sizeof path) folder.clear();
+    const std::lock_guard lock(one_at_a_time);
+    if (folder != path) std::memcpy(path, folder.c_str(), folder.size() + 1);
     return path;
 }
 
