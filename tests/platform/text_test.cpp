@@ -43,7 +43,7 @@ TEST(Characters, HaveTheRecordedClasses) {
             if (!holds(static_cast<unsigned char>(first))) continue;
             int last = first;
             while (last < 255 && holds(static_cast<unsigned char>(last + 1))) ++last;
-            char range[16];
+            char range[24];  // a comma and two numbers of up to 8 digits
             std::snprintf(range, sizeof range, "%s%02X-%02X", text.empty() ? "" : ",", static_cast<unsigned>(first),
                           static_cast<unsigned>(last));
             text += range;
