@@ -63,9 +63,14 @@ void Findings::append_to(std::vector<CheckFinding>& all, std::string_view path) 
 }
 
 std::string quoted(std::string_view name) {
-    std::size_t length = 0;
-    while (length < name.size() && length < longest_shown) length += char_length(name.substr(length));
-    return '"' + std::string(name.substr(0, length)) + (length < name.size() ? "...\"" : "\"");
+    std::string shown = "\"";
+    while (!name.empty() && shown.size() < longest_shown) {
+        const std::size_t length = char_length(name);
+        const bool is_half = length == 1 && is_lead_byte(static_cast<unsigned char>(name[0]));
+        shown += is_half ? "?" : name.substr(0, length);  // half a character would swallow the quote behind it
+        name.remove_prefix(length);
+    }
+    return shown + (name.empty() ? "\"" : "...\"");
 }
 
 std::string counted(int count, std::string_view thing) {

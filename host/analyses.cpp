@@ -21,15 +21,20 @@ struct Norm {
 
 // What the first band says about one item.
 struct ItemSummary {
+    bool heading = false;  // of the items below it; then only the name counts
     std::string name, formula, unit;
     Norm male, female;
 };
+
+std::string text_of(const CString& code_page_932) {
+    return printable(Utf8FromCodePage932(code_page_932));
+}
 
 std::string norm_text(const AnalysisSheet& sheet, int index, const SheetItem& item, SheetPart part,
                       const SheetSubject& nobody) {
     if (!sheet.Missing(index, part, nobody).IsEmpty()) return "formula";
     constexpr double unused_scale = 1;
-    return printable(Utf8FromCodePage932(sheet.Get_MeanSD(item.name, part == SheetPart::sd, nobody, unused_scale, 1)));
+    return text_of(sheet.Get_MeanSD(item.name, part == SheetPart::sd, nobody, unused_scale, 1));
 }
 
 std::vector<ItemSummary> items_of(const Analysis& analysis) {
@@ -40,15 +45,25 @@ std::vector<ItemSummary> items_of(const Analysis& analysis) {
     std::vector<ItemSummary> items;
     for (int index = 0; index < analysis.sheet.GetCount(); ++index) {
         const SheetItem item = analysis.sheet.GetItem(index);
+        if (item.heading) {
+            items.push_back({true, text_of(item.name), "", "", {}, {}});
+            continue;
+        }
         const auto norm = [&](Sex sex) {
             const SheetSubject nobody = fields.subject(static_cast<int>(sex), 0);
             return Norm{norm_text(analysis.sheet, index, item, SheetPart::mean, nobody),
                         norm_text(analysis.sheet, index, item, SheetPart::sd, nobody)};
         };
-        items.push_back({printable(Utf8FromCodePage932(item.name)), printable(Utf8FromCodePage932(item.expression)),
-                         printable(Utf8FromCodePage932(item.unit)), norm(Sex::male), norm(Sex::female)});
+        items.push_back({false, text_of(item.name), text_of(item.expression), text_of(item.unit), norm(Sex::male),
+                         norm(Sex::female)});
     }
     return items;
+}
+
+int item_count(const Analysis& analysis) {
+    int count = 0;
+    for (int index = 0; index < analysis.sheet.GetCount(); ++index) count += !analysis.sheet.GetItem(index).heading;
+    return count;
 }
 
 std::string shown(const Norm& norm) {
@@ -57,6 +72,7 @@ std::string shown(const Norm& norm) {
 }
 
 std::string shown(const ItemSummary& item) {
+    if (item.heading) return item.name + "\n";
     const std::string male = shown(item.male), female = shown(item.female);
     const std::string norm = male == female ? male : "men " + male + ", women " + female;
     constexpr int name_width = 34;
@@ -78,7 +94,7 @@ std::string shown(std::span<const Analysis> analyses) {
     for (const Analysis& analysis : analyses) {
         text += left_aligned(name_of_engine_kind(analysis.engine_kind), kind_width) +
                 left_aligned(fitted(analysis.title, title_width), title_width) + " " +
-                right_aligned(std::to_string(analysis.sheet.GetCount()), 5) + "  " + analysis.file + "\n";
+                right_aligned(std::to_string(item_count(analysis)), 5) + "  " + analysis.file + "\n";
         if (!analysis.comment.empty()) {
             const std::string indent(kind_width + 2, ' ');
             text += indent + wrapped(analysis.comment, page_width - kind_width - 2, indent) + "\n";
@@ -96,15 +112,21 @@ Json json_of(const Analysis& analysis, bool with_items) {
                  {"kind", name_of_engine_kind(analysis.engine_kind)},
                  {"file", analysis.file},
                  {"comment", analysis.comment},
-                 {"item_count", analysis.sheet.GetCount()}};
+                 {"item_count", item_count(analysis)}};
     if (!with_items) return json;
     json["items"] = Json::array();
+    std::string group;
     for (const ItemSummary& item : items_of(analysis)) {
-        json["items"].push_back({{"name", item.name},
-                                 {"formula", item.formula},
-                                 {"unit", item.unit},
-                                 {"male", json_of(item.male)},
-                                 {"female", json_of(item.female)}});
+        if (item.heading) {
+            group = item.name;
+            continue;
+        }
+        Json& row = json["items"].emplace_back(Json{{"name", item.name},
+                                                    {"formula", item.formula},
+                                                    {"unit", item.unit},
+                                                    {"male", json_of(item.male)},
+                                                    {"female", json_of(item.female)}});
+        if (!group.empty()) row["group"] = group;
     }
     return json;
 }
