@@ -347,11 +347,6 @@ class FormulaReader {
             fail(open, "this quote is never closed; write another \" behind the name");
             return false;
         }
-        const std::string_view item = text_.substr(at_ + 1, end - at_ - 1);
-        if (item.find(';') != std::string_view::npos) {
-            fail(open, "\";\" ends the formula, also inside quotes; rename the item and write its new name here");
-            return false;
-        }
         at_ = end + 1;
         if (next() != ')') {
             fail(name, quoted(name) + " takes one name and nothing else; write \")\" behind it");

@@ -70,6 +70,7 @@ TEST(CheckFormula, SaysWhatTheEvaluatorMakesOfIt) {
         {"2+", 2, "missing behind"},
         {"len([S],[N])=<5", 14, "missing in front of \"<\""},
         {"len([S],[N])5", 13, "no operator"},
+        {"(2 [S])*2", 4, "does not belong here"},
         {"1.2.3*2", 1, "no number"},
         {"len([S],[N]", 4, "\"(\" is never closed"},
         {"len([S],[N]))", 13, "nothing opens"},
@@ -116,9 +117,12 @@ TEST(CheckFormula, SaysWhatTheEvaluatorMakesOfIt) {
     }();
     expect_findings(checked("title:\nT\nCalc:\nX=" + many), {"4:3 more than 99 steps"}, many);
     expect_findings(checked("title:\nT\nCalc:\nX=" + std::string(70, '(') + "1"), {"4:63 too many brackets"}, "deep");
-    expect_findings(checked("title:\nT\nCalc:\nX=Model([UCAW])/Model([UCAX])\nY=Model ([PLTU])-Model( [ATR])\n",
+    expect_findings(checked("title:\nT\nCalc:\nX=Model([UCAW])/Model([UCAX])\nY=Model ([PLTU])-Model( [ATR])\n"
+                            "Z=Model([UCAW]+1)\n",
                             CheckFamily::definition, 2),
-                    {"4:23 no measure of a cast", "5:18 without blanks round it"}, "cast");
+                    {"4:23 no measure of a cast", "5:18 without blanks round it", "6:3 nothing else"}, "cast");
+    expect_findings(checked("title:\nT\nCalc:\nX=len([Me],EffectiveA())\n", CheckFamily::definition, 1),
+                    {"4:12 lateral films only"}, "frontal");
 }
 
 // A formula as a tree: its text with all its brackets, and what mathematics makes of it.
@@ -360,11 +364,13 @@ TEST(CheckOtherFiles, FindsWhatIsNeverReadOrMisread) {
          {}},
         {"bad eras",
          CheckFamily::eras,
-         "[MAIN]\nn=3\nn=4\n[ERA_RANGE]\n0=1926.12.25-1989.01.07\n1=1989.01.07-2000.12.31\n2=2019.5.1-\n3=2020.01.01-\n"
-         "[ERA_NAME]\n0=S\n1=H\n2=" +
+         "[MAIN]\nn=4\nn=5\n[ERA_RANGE]\n0=1926.12.25-1989.01.07\n1=1989.01.07-2000.12.31\n2=2019.5.1-\n"
+         "3=2020.01.01-2019.12.31\n4=2020.01.01-\n"
+         "[ERA_NAME]\n0=S\n1=H\n3=R\n2=" +
              std::string(101, 'x') + "\n[ERA_COD]\n",
-         {"0:0 era 0 has no value in [ERA_CODE]", "0:0 era 1 has", "0:0 era 2 has", "6:3 overlaps the one before",
-          "7:3 no span of dates", "8:1 never read", "12:103 cut to 100 bytes"}},
+         {"0:0 era 0 has no value in [ERA_CODE]", "0:0 era 1 has", "0:0 era 2 has", "0:0 era 3 has",
+          "6:3 overlaps the one before", "7:3 no span of dates", "8:3 ends before it", "9:1 never read",
+          "14:103 cut to 100 bytes"}},
         {"era count", CheckFamily::eras, "[MAIN]\nn=two\n", {"2:3 \"two\" is no number of eras"}},
         {"no eras", CheckFamily::eras, "", {"0:0 number of eras is missing"}},
         {"bone age",
@@ -409,6 +415,7 @@ TEST(CheckFolder, FollowsTheListsAsTheEngineDoes) {
     EXPECT_EQ(places("CalcMode"), (Expected{"2 files"}));
     EXPECT_EQ(places("CalcForm/list.txt"), (Expected{"CalcForm/list.txt:2", "1 files"}));
     EXPECT_EQ(places("CalcMode/A.txt"), (Expected{"1 files"}));
+    EXPECT_EQ(places("cvba.dat"), (Expected{"cvba.dat:0", "1 files"}));
     EXPECT_EQ(places("other"), (Expected{"other:0", "0 files"}));
     EXPECT_EQ(places("gone"), (Expected{"gone:0", "0 files"}));
 }

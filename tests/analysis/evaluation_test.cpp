@@ -264,7 +264,9 @@ TEST(Cast, IsMeasuredThroughItsTokens) {
     EXPECT_EQ(cast.item("Palate"), 0);
     cast.record.Palate = 1;
     EXPECT_EQ(cast.item("Palate"), 4);
-    *LandmarkTable::Point(2, &cast.record, LandmarkTable::Find(2, "UCWL")) = {171, 200};
+    const int slot = LandmarkTable::Find(2, "UCWL");
+    EXPECT_STREQ(LandmarkTable::Name(2, slot), "UCWL");
+    *LandmarkTable::Point(2, &cast.record, slot) = {171, 200};
     EXPECT_EQ(cast.calc("Model([UCAW])"), 35.5);
     folder.model_decimals = 0;
     EXPECT_EQ(cast.calc("Model([UCAW])"), 36);

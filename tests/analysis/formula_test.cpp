@@ -32,6 +32,21 @@ TEST(Formula, AnglesCarryTheShortPi) {
     EXPECT_EQ(small_face().calc("angle4([N],[A],[S],[N])"), std::acos(0.0) * 180.0 / 3.141592654);
 }
 
+TEST(Formula, TakesEachFunctionFromOneThatReadsItsArgumentsOff) {
+    Lateral face = small_face();
+    const std::tuple<unsigned, const char*, std::string> rows[] = {
+        {101, "len", "([S],[N])"},           {102, "lenR", "([N],[S])"},       {103, "lenD", "([N],[S])"},
+        {104, "angle1", "([S],[N],[A])"},    {109, "angle3", "([S],[A],[N])"}, {105, "angle2", "([S],[N],[A],[S])"},
+        {110, "angle4", "([A],[N],[S],[A])"}};
+    for (const auto& [code, name, arguments] : rows) {
+        std::string text = arguments + "+1";
+        EXPECT_EQ(CCephCalc::Calc_Mult(0, code, text.data(), &face.record, nullptr, nullptr, nullptr, nullptr, 1),
+                  face.calc(name + arguments))
+            << name;
+        EXPECT_EQ(text, std::string(arguments.size(), ' ') + "+1") << name;
+    }
+}
+
 // An obvious evaluator of numbers and operators: products first, then sums, each from the left.
 double plainly(const std::vector<double>& numbers, const std::string& operators) {
     std::vector<double> terms = {numbers[0]};

@@ -16,7 +16,7 @@ constexpr const char* definition =
     "Tiny=len([S],[N])-150.001\nFlat=len([S],[N])\nCalc2:\nSecond=len([N],[A])\n"
     "Mean_M:\nSN=140\nMean_F:\nSN=145\nMean:\nFar=15001\nAt mean=150.0\nRatio=1.505\nHidden=140\nMarked=140\nBoth=140\n"
     "Norm of Gn=len([S],[Gn]):1\nTiny=0.01\nFlat=1\n"
-    "SD:\nSN=4\nFar=2\nAt mean=2\nRatio=0.01\nHidden=4\nMarked=4\nBoth=4\nNorm of Gn=1\nTiny=10\nFlat=0\nMean2:\nSecond=90,80,70\nSD2:\nSecond=10\n";
+    "SD:\nSN=4\nFar=2\nAt mean=2\nRatio=0.01\nHidden=4\nMarked=4\nBoth=4\nNorm of Gn=len([Gn],[Xi])\nTiny=10\nFlat=0\nMean2:\nSecond=90,80,70\nSD2:\nSecond=10\n";
 
 const AnalysisSheet& sheet() {
     static const AnalysisSheet sheet(0, definition, std::strlen(definition));
@@ -50,7 +50,7 @@ TEST(ResultList, RowsHoldWhatAListShows) {
         {"Both", ResultState::value, "150.0", "mm", "", "", "", "", 1, true},
         {"Verdict", ResultState::text, "long", "", "", "", "", ""},
         {"No Gn", ResultState::missing, "", "mm", "", "", "", ""},
-        {"Norm of Gn", ResultState::value, "150.0", "mm", "", "1.0", "", ""},
+        {"Norm of Gn", ResultState::value, "150.0", "mm", "", "", "", ""},
         {"Broken", ResultState::not_finite, "", "", "", "", "", ""},
         {"Empty", ResultState::no_formula, "", "", "", "", "", ""},
         {"Huge", ResultState::value, "1.500e+08", "mm", "", "", "", ""},
@@ -82,7 +82,9 @@ TEST(ResultList, RowsHoldWhatAListShows) {
         EXPECT_EQ(row.deviation, row.hasDeviation ? found.deviation : 0) << expected.title;
     }
     EXPECT_EQ(row_of(list, "No Gn").missing.GetAt(0), "Gn");
-    EXPECT_EQ(row_of(list, "Norm of Gn").normMissing.GetAt(0), "Gn");
+    const CStringArray& of_norm = row_of(list, "Norm of Gn").normMissing;
+    EXPECT_EQ(of_norm.GetAt(0) + " " + of_norm.GetAt(1), "Gn Xi");
+    EXPECT_TRUE(of_norm.GetSize() == 2 && list.HasResults() && !ResultList().HasResults());
     EXPECT_TRUE(row_of(list, "Second").second);
     EXPECT_TRUE(row_of(list, "Hidden").hasDeviation);  // the number is there, only not shown
     EXPECT_EQ(list.GetRow(99).title, "");

@@ -17,10 +17,6 @@ std::string bytes_of(const std::filesystem::path& file) {
     return {std::istreambuf_iterator<char>(in), {}};
 }
 
-std::string picture(const char* name) {
-    return bytes_of(std::filesystem::path(TOOL_TEST_DATA) / name);
-}
-
 // Checks all that the fuzzer checks.
 void examine(const std::string& bytes) {
     const std::vector<std::uint8_t> block(bytes.begin(), bytes.end());
@@ -45,7 +41,7 @@ TEST(ExifPicture, SaysWhatItsMakerPutIn) {
                       {"pillow.jpg", "", 0xC0, 1, 8, 1600, 0.0005F, 0, 0, 0}};
     for (const auto& row : rows) {
         SCOPED_TRACE(row.name);
-        const Decoded one(picture(row.name));
+        const Decoded one(bytes_of(std::filesystem::path(TOOL_TEST_DATA) / row.name));
         EXPECT_TRUE(one.good && one.same);
         EXPECT_STREQ(one->Comments, row.comments);
         EXPECT_EQ(one->Width * one->Height, 48 * 32);

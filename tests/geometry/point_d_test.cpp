@@ -18,7 +18,7 @@ TEST(PointD, AssigningOperatorsAgreeWithPlainOnes) {
     const CPoint q(3, -4);
     const CPointD p(0.1, 7);
     CPointD s = p, k = p;
-    EXPECT_TRUE((s += q) == CPointD(3.1, 3) && s == p + q && (s += q) == p + q + CPointD(q) && s != q);
+    EXPECT_TRUE((s += q) == CPointD(3.1, 3) && s == p + q && (s += CPointD(q)) == p + q + CPointD(q) && s != q);
     EXPECT_TRUE((s -= q) == p + q + q - q && (s -= p) == p + q + q - q - p);
     EXPECT_TRUE((k *= 3) == CPointD(0.1 * 3, 21) && k == p * 3 && (k /= 0.0) == CPointD(INFINITY, INFINITY));
     EXPECT_TRUE(k.FromDPOINT(p.ToDPOINT()) == p && k.SetPointEmpty() == CPoint() && p / 2 == CPointD(0.05, 3.5));

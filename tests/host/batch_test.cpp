@@ -66,15 +66,8 @@ TEST(Batch, GivesTheNumbersOfAnalyze) {
     folder.add("flat.csv", flat_table(30));
     const Arguments names{"--analysis", "Steiner",    "--analysis",        "Diagnosis",  "--analysis",
                           "Ricketts",   "--analysis", "Japanese_Children", "--analysis", "Bolton"};
-    Arguments arguments{"flat.csv",
-                        SAMPLES "/frontal-average.json",
-                        SAMPLES "/lateral-class2.json",
-                        "-o",
-                        "all.csv",
-                        "--with",
-                        "norms",
-                        "--with",
-                        "deviations"};
+    const std::string front = SAMPLES "/frontal-average.json", class2 = SAMPLES "/lateral-class2.json";
+    Arguments arguments{"flat.csv", front, class2, "-o", "all.csv", "--with", "norms", "--with", "deviations"};
     arguments.insert(arguments.end(), names.begin(), names.end());
     const Outcome outcome = batch(arguments);
     ASSERT_EQ(outcome.code, ExitCode::done) << outcome.err;
@@ -88,8 +81,7 @@ TEST(Batch, GivesTheNumbersOfAnalyze) {
     std::getline(lines, line);
     std::size_t compared = 0;
     for (std::size_t i = 0; i < table.size(); ++i) {
-        std::string path = SAMPLES "/frontal-average.json";
-        if (i == 31) path = SAMPLES "/lateral-class2.json";
+        std::string path = i == 31 ? class2 : front;
         if (i < 30) {
             std::getline(lines, line);
             folder.add("one.json", to_json(flat.read({"flat.csv", line})));

@@ -35,6 +35,7 @@ TEST(CString, CutsPositionsOutsideTheText) {
     EXPECT_STREQ(text.Right(2), "bc");
     EXPECT_EQ(text.Find("c", 4), -1);
     EXPECT_EQ(text.GetAt(3), '\0');
+    EXPECT_TRUE(text < "abd" && text > "abb" && text <= "abc");
     EXPECT_THROW(
         try { text.GetAt(4); } catch (CException* e) {
             e->Delete();
@@ -134,7 +135,10 @@ TEST(CWnd, RemembersItsPlacement) {
     EXPECT_FALSE(window.ShowWindow(SW_SHOWNORMAL));
     EXPECT_TRUE(window.GetWindowPlacement(&placement));
     EXPECT_EQ(placement.showCmd, static_cast<UINT>(SW_SHOWNORMAL));
-    EXPECT_EQ(CRect(placement.rcNormalPosition), CRect(1, 2, 3, 4));
+    const CRect place(placement.rcNormalPosition);
+    EXPECT_EQ(place, CRect(1, 2, 3, 4));
+    for (const CRect& r : {CRect(0, 2, 3, 4), CRect(1, 0, 3, 4), CRect(1, 2, 0, 4), CRect(1, 2, 3, 2)})
+        EXPECT_TRUE(place != r && r.IsRectEmpty() == (r.right == 0 || r.bottom == 2));
 }
 
 TEST(CComboBox, AnswersWithCbErrOutsideItsList) {

@@ -80,14 +80,11 @@ TEST(Background, LiesWhereItIsPut) {
 TEST(WholeFile, AFailedWriteLeavesNothing) {
     const auto folder = std::filesystem::temp_directory_path() / ("tool_" + std::to_string(std::random_device()()));
     std::filesystem::create_directories(folder / "taken");
-    std::ofstream(folder / "taken" / "inside") << "x";
-    EXPECT_EQ(tool::write_whole_file(folder / "a.png", "one"), "");
     EXPECT_EQ(tool::write_whole_file(folder / "a.png", "two"), "");
     EXPECT_NE(tool::write_whole_file(folder / "taken", "three"), "");
     EXPECT_NE(tool::write_whole_file(folder / "none" / "a.png", "four"), "");
     std::string bytes;
-    EXPECT_EQ(tool::read_whole_file(folder / "a.png", 3, &bytes), "");
-    EXPECT_EQ(bytes, "two");
+    EXPECT_EQ(tool::read_whole_file(folder / "a.png", 3, &bytes) + bytes, "two");
     EXPECT_NE(tool::read_whole_file(folder / "a.png", 2, &bytes), "");
     EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder), {}), 2);
     std::filesystem::remove_all(folder);

@@ -101,6 +101,10 @@ TEST(LineImage, IsWhatIsDarkerThanTheThreshold) {
     EXPECT_EQ(lines(), string("\xFF\xFF\0\0\0\0", 6));
     EXPECT_EQ(CTools::MakeLineImg(&surface, image, 3, 2, 12, 1), 1);
     EXPECT_EQ(lines(), string("\0\0\xFF\0\0\0", 6));
+    std::uint8_t thin[6];
+    CTools::Linear(nullptr, image, 3, 2);
+    EXPECT_EQ(CTools::MakeLinear(&surface, thin, 3, 2, 12, 1), 1);
+    EXPECT_TRUE(std::ranges::equal(thin, image));
     EXPECT_EQ(CTools::MakeLineImg(&without_pixels, image, 3, 2, 12), 0);
     EXPECT_EQ(CTools::MakeLineImg(nullptr, image, 3, 2, 12), 0);
 
