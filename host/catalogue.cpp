@@ -61,8 +61,12 @@ std::string definition_bytes(const CString& path) {
         bytes.resize(file.Read(bytes.data(), static_cast<UINT>(bytes.size())));
         return bytes;
     } catch (CFileException* failure) {
+        const bool absent =
+            failure->m_cause == CFileException::fileNotFound || failure->m_cause == CFileException::badPath;
         failure->Delete();
-        return {};
+        if (absent) return {};
+        throw Error(ExitCode::bad_input, printable(Utf8FromCodePage932(path)) + " can't be read",
+                    "Check that you may read it, and the disk.");
     }
 }
 

@@ -22,7 +22,7 @@ struct Analysis {
     StageSections stages[2] = {};   // of the first and the second set
 };
 
-// The bytes of a file that the engine named; "" when it can't be read.
+// The bytes of a file that the engine named; "" when there is none. Throws an Error when it can't be read.
 std::string definition_bytes(const CString& path);
 
 Kind case_kind(const Analysis& analysis);
