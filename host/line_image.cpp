@@ -8,6 +8,7 @@
 #include <filesystem>
 #include <fstream>
 #include <iostream>
+#include <new>
 
 #include "host/error.h"
 #include "host/interruption.h"
@@ -106,7 +107,9 @@ std::string png_of(const LineImage& image, bool bright) {
     std::vector<std::uint32_t> pixels(image.pixels.size());
     std::ranges::transform(image.pixels, pixels.begin(),
                            [&](unsigned char pixel) { return (pixel == line) == bright ? white : black; });
-    return tool::png_file(pixels.data(), image.width, image.height, image.width, screen_dpi);
+    std::string bytes = tool::png_file(pixels.data(), image.width, image.height, image.width, screen_dpi);
+    if (bytes.empty()) throw std::bad_alloc();
+    return bytes;
 }
 
 #else

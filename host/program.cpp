@@ -1,6 +1,7 @@
 #include <UnreadFile.h>
 
 #include <iostream>
+#include <new>
 
 #include "host/command.h"
 #include "host/completion.h"
@@ -127,6 +128,9 @@ ExitCode run_program(const Arguments& arguments, Streams& streams) {
         } catch (const Error& error) {
             streams.err << shown(error);
             return error.code;
+        } catch (const std::bad_alloc&) {
+            streams.err << "cephtool: there is not enough memory\n";
+            return ExitCode::bad_input;
         } catch (const std::exception& failure) {
             streams.err << "cephtool: " << failure.what() << "\n";
             return ExitCode::bad_input;
