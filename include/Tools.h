@@ -101,7 +101,7 @@ class TOOL_API CTools {
     // Name of the settings file, without directory.
     static CString GetIniFileName();
     // Drive and directory of the running program, ending in a backslash; "" when they exceed 259 bytes. The text lies
-    // in one buffer of the process that every call rewrites: copy it before another thread can call.
+    // in one buffer of the process, which changes only with the path of the program (SetModuleFileNameA).
     static const char* GetExecutionFileDirectoryPath();
     // Integer of a settings file; with an empty `file` of the application's own profile.
     static int GetProfileIntEx(const char* section, const char* key, int defaultValue, const char* file);
@@ -133,7 +133,7 @@ class TOOL_API CTools {
     // 0 at the first failure, for an empty path, and when dst is src or lies below it.
     static int DirectoryCopy(CString& src, CString& dst);
     // Copies the plain files of a folder: no folders, system or hidden files. Both paths must end in a delimiter; the
-    // DESTINATION COMES FIRST. Makes `src` the current directory. 1 on success, 0 at the first failure.
+    // DESTINATION COMES FIRST. Makes `src` the current directory of all threads. 1 on success, 0 at the first failure.
     static int CopyFolderFile(const char* dst, const char* src);
     // Removes the folder and all it holds; a symbolic link goes, what it points to stays. Failures are ignored.
     static void DeleteFolder(const char* path);

@@ -24,7 +24,7 @@ enum { IDOK = 1, IDCANCEL = 2, IDABORT = 3, IDRETRY = 4, IDIGNORE = 5, IDYES = 6
 
 class TOOL_API CWinApp {
  public:
-    // From here to its end this is the object that AfxGetApp gives, unless another one is made after it.
+    // From here to its end AfxGetApp gives this object to all threads, unless another one is made after it.
     explicit CWinApp(LPCSTR appName = nullptr);
     virtual ~CWinApp();
     CWinApp(const CWinApp&) = delete;

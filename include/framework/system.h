@@ -54,7 +54,7 @@ TOOL_API void GetLocalTime(SYSTEMTIME* now);
 
 #endif
 
-// Addition: the clock that every date of today comes from; null goes back to the system's.
+// Addition: the clock that every date of today comes from, in any thread; null goes back to the system's.
 using LocalClock = SYSTEMTIME (*)();
 TOOL_API void SetLocalClock(LocalClock clock);
 
