@@ -222,7 +222,7 @@ TEST(CheckDefinition, FindsWhatIsNeverReadOrMisread) {
          {"5:3 overlaps that of \"a\"", "6:3 ends where it starts", "7:3 ends where it starts", "8:1 without a range",
           "9:3 \"x\" is no number", "10:3 needs its end", "13:50 cut to 49 bytes"}},
         {"dental stages",
-         "title:\nT\nStage_Type:\nHellman\nStage:\na=I-IIIA\nb=IIIA-\nc=IIB-IIC\nd=3-4\n",
+         "title:\nT\nStage_Type:\nHellman\nStage:\nb=IIIA-\na=I-IIIA\nc=IIB-IIC\nd=3-4\n",
          {"8:3 \"IIB\" is no dental stage", "9:3 \"3\" is no dental stage"}},
         {"stage types",
          "title:\nT\nStage_Type:\nage \nStage_Type:\nParam:\n",

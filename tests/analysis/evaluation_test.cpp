@@ -18,7 +18,7 @@ TEST(Item, ReferencesAlternativesAndCircles) {
         "Fraction=1.9*1;1+1;2+2\r\nNumberOnly=0*1;9\r\nText=1*1;\"low\";\"high\"\r\nTextBefore=1*1;\"low\";2+2\r\n"
         "TextAfter=0*1;2+2;\"high\"\r\nNotANumber=0/0;1+1\r\nHuge=1/0;1+1\r\n"
         "Ping=case(\"Pong\")+1\r\nPong=case(\"Ping\")+2\r\nOuter=case(\"Ping\")+10\r\nSelf=case(\"Self\")+1\r\n"
-        "OwnNorm=len([S],[N])-mean(\"OwnNorm\")\r\nOpenQuote=case(\"SN)+1\r\n"
+        "OwnNorm=len([S],[N])-mean(\"OwnNorm\")\r\nOpenQuote=case(\"SN)+1\r\nMinus=0-1\r\n"
         "Doubled=1+1\r\nDoubled=9+9\r\nlong" +
         std::string(60, 'g') +
         "=3+3\r\n"
@@ -32,7 +32,8 @@ TEST(Item, ReferencesAlternativesAndCircles) {
                        {"Pick", 100},    {"Beyond", 0},     {"Negative", 0},  {"Fraction", 4},   {"NumberOnly", 0},
                        {"Text", 0},      {"TextBefore", 0}, {"TextAfter", 4}, {"NotANumber", 0}, {"Huge", 0},
                        {"Ping", 3},      {"Pong", 3},       {"Outer", 13},    {"Self", 1},       {"OwnNorm", 90},
-                       {"OpenQuote", 1}, {"Doubled", 2},    {"Second", 8},    {"sn", 0},         {"", 0}};
+                       {"OpenQuote", 1}, {"Doubled", 2},    {"Second", 8},    {"sn", 0},         {"", 0},
+                       {"Minus", -1}};
     Lateral face = small_face();
     for (const auto& c : cases) EXPECT_EQ(face.item(c.name), c.value) << c.name;
     EXPECT_EQ(face.item(("long" + std::string(46, 'g')).c_str()), 6);
@@ -151,8 +152,8 @@ const char* const sheet_text =
     "Sum=case(\"S-N\")+len([Foo],[Me])\r\nScore=sdu(\"S-N\")\r\nVerdict=case(\"S-N\")>100;\"short\";\"long\"\r\n"
     "Picked=1*1;len([PNS],[N]);len([S],[V])\r\nMixed=len([S],[N])*angle1([S],[N],[A])\r\nLess=angle1([S],[N],[A])-"
     "90\r\n"
-    "Effective=len(EffectiveA(),[PNS])\r\n"
-    "Mean:\r\nS-N=140,141\r\nAngle=angle1([S],[N],[PNS]):1\r\nSD:\r\nS-N=4\r\n";
+    "Effective=len(EffectiveA(),[PNS])\r\nSpread=sdu(\"Angle\")\r\n"
+    "Mean:\r\nS-N=140,141\r\nAngle=angle1([S],[N],[PNS]):1\r\nSD:\r\nS-N=4\r\nAngle=len([PNS],[Xi]):1\r\n";
 
 TEST(AnalysisSheet, GivesTheBitsOfTheExportedCalls) {
     AnalysisFolder folder;
@@ -162,7 +163,7 @@ TEST(AnalysisSheet, GivesTheBitsOfTheExportedCalls) {
     face.add_user("Foo", {5, 6});
     const AnalysisSheet sheet(0, CCephCalc::FormFile(0, 0));
     ASSERT_TRUE(sheet.IsLoaded());
-    ASSERT_EQ(sheet.GetCount(), 10);
+    ASSERT_EQ(sheet.GetCount(), 11);
     EXPECT_EQ(sheet.Title(), "Sheet");
     EXPECT_EQ(sheet.Comment(), "For tests");
     const auto check = [&] {
@@ -187,7 +188,7 @@ TEST(AnalysisSheet, GivesTheBitsOfTheExportedCalls) {
     other.join();
     EXPECT_EQ(sheet.Evaluate(5, face.on_sheet()).text, "long");
     EXPECT_EQ(sheet.Evaluate(-1, face.on_sheet()).value, 0);
-    EXPECT_TRUE(sheet.GetItem(10).name.IsEmpty());
+    EXPECT_TRUE(sheet.GetItem(11).name.IsEmpty());
     EXPECT_FALSE(AnalysisSheet(0, "/nowhere").IsLoaded());
 }
 
@@ -196,13 +197,14 @@ TEST(AnalysisSheet, UnitsOfComparisonsAndAlternatives) {
         const char *formula, *unit;
     } items[] = {{"len([S],[N])*2*(angle2([S],[N],[A],[B])>=0)-len([S],[N])", "mm"},
                  {"len([S],[N])>3", ""},
+                 {"len([S],[N])/len([N],[A])*2", ""},
                  {"switch(1);len([S],[N]);len([N],[A])*2", "mm"},
                  {"switch(1);len([S],[N]);angle1([S],[N],[A])", ""},
                  {"switch(1);len([S],[N]);\"long\"", ""}};
     std::string text = "Calc:\n";
-    for (int i = 0; i < 5; ++i) text += std::to_string(i) + "=" + items[i].formula + "\n";
+    for (int i = 0; i < 6; ++i) text += std::to_string(i) + "=" + items[i].formula + "\n";
     const AnalysisSheet sheet(0, text.data(), text.size());
-    for (int i = 0; i < 5; ++i) EXPECT_EQ(sheet.GetItem(i).unit, items[i].unit) << items[i].formula;
+    for (int i = 0; i < 6; ++i) EXPECT_EQ(sheet.GetItem(i).unit, items[i].unit) << items[i].formula;
 }
 
 TEST(AnalysisSheet, TellsUnitsAndWhatIsMissing) {
@@ -212,8 +214,8 @@ TEST(AnalysisSheet, TellsUnitsAndWhatIsMissing) {
     face.add_virtual("W", "mid([V],[Xi])");
     struct {
         const char *unit, *missing;
-    } const items[] = {{"mm", ""}, {"deg", ""},     {"%", ""}, {"mm", "Foo"}, {"SD", ""},
-                       {"", ""},   {"mm", "PT Xi"}, {"", ""},  {"deg", ""},   {"mm", "PNS"}};
+    } const items[] = {{"mm", ""},      {"deg", ""}, {"%", ""},   {"mm", "Foo"}, {"SD", ""},      {"", ""},
+                       {"mm", "PT Xi"}, {"", ""},    {"deg", ""}, {"mm", "PNS"}, {"SD", "PNS Xi"}};
     const auto listed = [](const CStringArray& names) {
         std::string all;
         for (int i = 0; i < names.GetSize(); ++i) all += (i ? " " : "") + std::string(names[i].View());
@@ -224,7 +226,7 @@ TEST(AnalysisSheet, TellsUnitsAndWhatIsMissing) {
         EXPECT_EQ(listed(sheet.Missing(i, SheetPart::value, face.on_sheet())), items[i].missing) << i;
     }
     EXPECT_EQ(listed(sheet.Missing(1, SheetPart::mean, face.on_sheet())), "PNS");
-    EXPECT_EQ(listed(sheet.Missing(1, SheetPart::sd, face.on_sheet())), "");
+    EXPECT_EQ(listed(sheet.Missing(1, SheetPart::sd, face.on_sheet())), "PNS Xi");
     EXPECT_EQ(listed(sheet.Missing(0, SheetPart::value, SheetSubject())), "S N");
 }
 

@@ -15,8 +15,8 @@ constexpr const char* definition =
     "Broken=len([S],[N])/len([S],[S])\nEmpty=\nHuge=len([S],[N])*1000000\nBy sex=len([S],[N])-mean(\"SN\")\n"
     "Tiny=len([S],[N])-150.001\nFlat=len([S],[N])\nCalc2:\nSecond=len([N],[A])\n"
     "Mean_M:\nSN=140\nMean_F:\nSN=145\nMean:\nFar=15001\nAt mean=150.0\nRatio=1.505\nHidden=140\nMarked=140\nBoth=140\n"
-    "Norm of Gn=len([S],[Gn]):1\nTiny=0.01\nFlat=1\n"
-    "SD:\nSN=4\nFar=2\nAt mean=2\nRatio=0.01\nHidden=4\nMarked=4\nBoth=4\nNorm of Gn=len([Gn],[Xi])\nTiny=10\nFlat=0\nMean2:\nSecond=90,80,70\nSD2:\nSecond=10\n";
+    "Norm of Gn=len([S],[Gn]):1\nTiny=-0.01\nFlat=1\n"
+    "SD:\nSN=4\nFar=2\nAt mean=2\nRatio=0.01\nHidden=4\nBoth=4\nNorm of Gn=len([Gn],[Xi])\nTiny=10\nFlat=0\nSD_M:\nMarked=4\nSD_F:\nMarked=5\nMean2:\nSecond=90,80,70\nSD2:\nSecond=10\n";
 
 const AnalysisSheet& sheet() {
     static const AnalysisSheet sheet(0, definition, std::strlen(definition));
@@ -55,7 +55,7 @@ TEST(ResultList, RowsHoldWhatAListShows) {
         {"Empty", ResultState::no_formula, "", "", "", "", "", ""},
         {"Huge", ResultState::value, "1.500e+08", "mm", "", "", "", ""},
         {"By sex", ResultState::value, "10.0", "mm", "", "", "", ""},
-        {"Tiny", ResultState::value, "0.00", "mm", "0.01", "10.00", "0.00", ""},
+        {"Tiny", ResultState::value, "0.00", "mm", "-0.01", "10.00", "0.00", ""},
         {"Flat", ResultState::value, "150.0", "mm", "1.0", "0.0", "", ""},
         {"Second", ResultState::value, "100.0", "mm", "70.0", "10.0", "+3.00", "***"},
     };
@@ -100,6 +100,7 @@ TEST(ResultList, LeavesOutWhatRestsOnAnUnknownSex) {
     EXPECT_EQ(row_of(list, "SN").valueText, "150.0");
     EXPECT_EQ(row_of(list, "SN").meanText, "");
     EXPECT_FALSE(row_of(list, "SN").hasDeviation);
+    EXPECT_EQ(row_of(list, "Marked").meanText, "");  // the sexes differ in the SD alone
     EXPECT_EQ(row_of(list, "By sex").state, ResultState::differs_by_sex);
     EXPECT_EQ(row_of(list, "Ratio").deviationText, "-0.50");
 }

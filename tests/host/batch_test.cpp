@@ -217,6 +217,7 @@ TEST(Batch, GoesOnBehindTheLastWholeLineWhereverItWasCut) {
             folder.add("out.errors.csv.part", cut % 2 ? failed : failed + "9");
             const Outcome outcome = batch(resume);
             ASSERT_EQ(outcome.code, ExitCode::bad_input) << outcome.err;
+            ASSERT_THAT(outcome.err, HasSubstr("3 cases failed"));
             ASSERT_EQ(bytes_of(out), table) << cut;
             ASSERT_EQ(bytes_of("out.errors.csv"), failed) << cut;
             ASSERT_FALSE(std::filesystem::exists(out + ".part"));
@@ -235,6 +236,16 @@ TEST(Batch, GoesOnBehindTheLastWholeLineWhereverItWasCut) {
         std::filesystem::remove(out + ".part");
         std::filesystem::remove("out.errors.csv.part");
     }
+}
+
+TEST(Batch, WhatIsRememberedOfOneStageIsNotTakenForAnother) {
+    const Folder folder;
+    folder.add("clinic/CalcForm/list.txt", "Teeth.txt\n");
+    folder.add("clinic/CalcForm/Teeth.txt",
+               "Stage_Type:\nTeeth\nStage:\nM=I-IIIA\nB=IIIA-\nCalc:\nA=len([S],[N])\nMean:\nA=5,len([S],[Gn]):1\n");
+    folder.add("a.csv", "# scale_mm_per_px=0.1\ndental_stage,S_x,S_y,N_x,N_y\nI,1,2,9,2\nVA,1,2,9,2\n");
+    run({"batch", "a.csv", "--anaitem", "clinic", "--analysis", "Teeth", "--with", "norms", "-o", "out.csv"});
+    EXPECT_THAT(bytes_of("out.csv"), testing::EndsWith(",0.8,5,\r\n2,a.csv,,lateral,,,,0.8,,\r\n"));
 }
 
 TEST(Batch, AFileOfOnesOwnIsOneSetOfColumnsForAllKinds) {

@@ -71,6 +71,7 @@ TEST(CaseFormats, AreReadAsTheirMakersMeanThem) {
         {"a.tps", "LM=1\n1 2\nCOMMENT=landmark=S\n", unturned, "3:1 the setting \"landmark\" is not known"},
         {"a.fcsv", fcsv("LPS", "1,85.5,86,0,0,0,0,1,1,1,0,S,,\n"), {}, "S 855 860; "},
         {"a", fcsv("RAS", "1,-85.5,86,0,0,0,0,1,1,1,0,\"S\",,,2,0\n"), tenth, "S 85.5 -86; "},
+        {"a.fcsv", "1,-85.5,-86,0,0,0,0,1,1,1,0,S\n", tenth, "S 85.5 86; "},
         {"a", fcsv("2", "1,5,6,0,0,0,0,1,1,1,0,S,,,2,0\n2,5,6,0,0,0,0,1,1,1,0,N,,,3,0\n"), tenth, "S 5 6; "},
         {"a", fcsv("LPS", "# scale_mm_per_px=0.5\n1,5,6,0,0,0,0,1,1,1,0,S,,\n"), tenth, "S 10 12; "},
         {"a", fcsv("LPS", "1,5,6,0,0,0,0,1,1,1,0,S\n2,5,6,1,0,0,0,1,1,1,0,N\n"), {}, "4:7 the points do not lie in"},

@@ -32,6 +32,8 @@ TEST(CaseRecord, HoldsFractionsToASixtyFourthOfAPixel) {
     EXPECT_STREQ(record.UserName[0], "Q");
     EXPECT_EQ(record.UserPoint[0], POINT({64, 128}));
     EXPECT_EQ(record.Point[2], POINT({0, 0}));
+    CaseRecord own(read("a.csv", "# scale_mm_per_px=0.1\nS,1,2\nQ,1.5,2\n"));
+    EXPECT_EQ(static_cast<tagPOINTLAT*>(own.subject(1, 0).record)->UserPoint[0], POINT({96, 128}));
 }
 
 TEST(CaseRecord, CarriesEverySortOfLandmark) {

@@ -27,6 +27,7 @@ TEST(Facing, IsToldOnlyWhenEnoughLandmarksAgree) {
         {"S,20,9\nN,10,9\nA,10,20\nGo,20,30\nPog,12,40\n", Facing::left},
         {"S,20,9\nN,10,9\nGo,20,30\nPog,12,40\nMe,13,42\nGn,12,41\nPo,5,9\nOr,9,9\n", Facing::left},
         {"S,20,9\nN,10,9\nGo,20,30\nPog,12,40\nPo,5,9\nOr,9,9\n", Facing::unknown},
+        {"S,10,9\nN,20,9\nGo,10,30\nPog,18,40\nMe,17,42\nPo,20,9\nOr,15,9\n", Facing::right},  // a quarter against
         {"C3la,1,1\nC3lp,5,1\nC4la,1,5\nC4lp,5,5\nN,1,9\nS,7,9\n", Facing::left},
     };
     for (const auto& row : rows) EXPECT_EQ(facing_of(row.landmarks), row.expected) << row.landmarks;
@@ -49,6 +50,8 @@ TEST(Mirror, TurnedTwiceIsTheSameCase) {
     EXPECT_TRUE(moved(once.outlines[3].points[1], record.outlines[3].points[1]));
     const Case corner = read_case({"a.csv", "# scale_mm_per_px=0.1\nS,0,5\nN,9,0\n"});
     EXPECT_EQ(mirrored(corner, 9).landmarks[1].position.x, 1) << "(0, 0) would count as not placed";
+    const Case curve = read_case({"a.tps", "LM=1\n1 0\nCURVES=1\nPOINTS=1\n9 5\nSCALE=1\nCOMMENT=landmarks=S\n"});
+    EXPECT_EQ(mirrored(curve, 9).mirrored_about, 9) << "outlines may go there";
 }
 
 TEST(Mirror, AMirroredFilmGivesTheValuesOfTheFilm) {

@@ -76,8 +76,10 @@ std::vector<std::string> compared(const Measurement& first, const Measurement& l
 }
 
 TEST(ReportTable, TellsTheChangeOfValuesAsTheyAre) {
-    EXPECT_THAT(compared(measurement(82.04, "82.0"), measurement(84.26, "84.3", "*")),
-                ElementsAre("82.0", "", "84.3", "*", "°", "+2.2", "82.0", "2.0"));
+    Measurement older = measurement(84.26, "84.3", "*");
+    older.mean_text = "83.0", older.sd_text = "2.5";
+    EXPECT_THAT(compared(measurement(82.04, "82.04"), older),
+                ElementsAre("82.04", "", "84.3", "*", "°", "+2.2", "83.0", "2.5"));
     EXPECT_EQ(compared(measurement(82, "82.0"), measurement(81.98, "82.0"))[5], "0.0");
     EXPECT_EQ(compared(measurement(82, "82.0"), measurement(79.5, "79.5"))[5], "-2.5");
     EXPECT_EQ(compared(measurement({}, ""), measurement(79.5, "79.5"))[5], "");

@@ -58,6 +58,7 @@ TEST(ReadDouble, RoundsEveryPrintedDoubleBackToItself) {
 TEST(ReadInt, GivesTheRecordedNumbers) {
     for (const GoldenRow& row : golden_rows("atoi.tsv"))
         EXPECT_EQ(tool::read_int(*row.text("text")), row.number("atoi_msvcr80")) << row.field("id");
+    EXPECT_EQ(tool::read_leading_integer("9223372036854775801").value, 9223372036854775801);
     EXPECT_EQ(tool::read_leading_integer("9223372036854775808").value, std::numeric_limits<std::int64_t>::max());
     EXPECT_EQ(tool::read_leading_integer("-9223372036854775808x").value, std::numeric_limits<std::int64_t>::min());
     EXPECT_EQ(tool::read_leading_integer("-9223372036854775808x").used, 20u);

@@ -100,6 +100,7 @@ TEST(Settings, WritingChangesNothingElseInTheFile) {
     EXPECT_EQ(tool::without_setting(text, "First", "late"), text);
     EXPECT_EQ(value(tool::without_section(text, "First"), "First", "late"), "1");
     EXPECT_EQ(tool::with_setting("[A]\nk=1\n", "A", "j", "2"), "[A]\nk=1\nj=2\n");
+    EXPECT_EQ(value("[A]\n[\x83\x5D\nk=1", "A", "k"), "1");  // no section: a trail byte closes no bracket
 }
 
 TEST(Settings, NamesThatCouldNotBeFoundAgainAreRefused) {

@@ -116,6 +116,8 @@ TEST(Curve, KeepsSamplesExactlyTenPixelsApart) {
     int ten_apart = 0;
     for (std::size_t i = 1; i < points.size(); ++i) ten_apart += points[i].x - points[i - 1].x == 10;
     EXPECT_GE(ten_apart, 14);
+    const Points slanted = {{7, -2}, {22, 18}, {37, 38}, {52, 58}};  // some squares fall a bit short of 100
+    EXPECT_TRUE(drawn(slanted, false) == plainly_sampled(slanted, false));
 }
 
 TEST(Curve, IsDrawnThroughThePlainSamples) {

@@ -76,6 +76,11 @@ TEST(PdfSurface, AHundredMillimetresAreAHundredMillimetres) {
         const auto box = dark_box(PdfFile(page->pdf()).told("pdftoppm -gray -r 254 FILE"));
         EXPECT_THAT(box, testing::ElementsAre(near(195), near(495), near(1205), near(505)));
     }
+    const auto page = tool::PdfSurface::create(60, 20);
+    page->set_map_mode(MM_LOMETRIC);
+    CPen dashes(PS_DASH, 1, RGB(0, 0, 0));  // 18 pixels of a screen long
+    page->SelectObject(&dashes), page->MoveTo(100, -100), page->LineTo(158, -100);
+    EXPECT_THAT(dark_box(PdfFile(page->pdf()).told("pdftoppm -gray -r 508 FILE"))[2], near(295));
 }
 
 TEST(PdfSurface, IsAPrinterOfTheSizeGiven) {

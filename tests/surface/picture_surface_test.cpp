@@ -118,6 +118,9 @@ TEST(PictureSurface, ArcsOfBothWaysMakeTheEllipse) {
         arcs->Arc(5, 3, 54, 40, 59, 10, end, 50), arcs->Arc(5, 3, 54, 40, end, 50, 59, 10);
         EXPECT_EQ(pixels_of(*arcs), pixels_of(*whole)) << end;
     }
+    const auto quarter = PictureSurface::create(21, 21, Look::crisp);
+    quarter->Arc(0, 0, 21, 21, 20, 10, 10, 0);
+    EXPECT_TRUE(quarter->pixel(20, 10) == 0 && quarter->pixel(10, 0) == 0) << "both ends belong to it";
 }
 
 TEST(PictureSurface, SmoothLinesShadeAndCrispOnesDoNot) {
@@ -160,7 +163,8 @@ TEST(PictureSurface, RefusesSizesItCannotHave) {
     EXPECT_EQ(PictureSurface::create(0, 10, Look::crisp), nullptr);
     EXPECT_EQ(PictureSurface::create(10, PictureSurface::side_limit + 1, Look::crisp), nullptr);
     EXPECT_EQ(PictureSurface::create(10, 10, Look::crisp, 0, 0.0), nullptr);
-    EXPECT_EQ(PictureSurface::create(1, 1, Look::smooth)->png().substr(1, 3), "PNG");
+    const std::string png = PictureSurface::create(1, 1, Look::smooth)->png();
+    EXPECT_EQ(png.substr(png.find("pHYs") + 4, 4), std::string("\0\0\x0E\xC4", 4));  // 3779.5 pixels a metre
 }
 
 TEST(PictureSurface, ADrawingBecomesALineImage) {

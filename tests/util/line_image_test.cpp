@@ -73,6 +73,9 @@ TEST(LineImage, AnySizeEqualsThePlainForm) {
         expect_plain(drawn(width, 30, random), width, 30, seed);
         expect_plain(drawn(width % 97, 3 * width, random), width % 97, 3 * width, seed);
     }
+    Pixels wedge(300 * 200);  // eaten from its tip through all tiles
+    for (int y = 0; y < 200; ++y) std::fill_n(wedge.begin() + y * 300, 299 - 2 * std::abs(y - 100), 255);
+    expect_plain(wedge, 300, 200, seed);
 }
 
 TEST(LineImage, TheNeighbourToTheLeftDoesNotCount) {
