@@ -82,16 +82,13 @@ TEST(Threads, MixedCallsComeToWhatTheyComeToInOne) {
         constexpr void (*calls[])(Turn&) = {measure, list, store, ask, draw};
         return calls[t.below(5)](t), t.out.str();
     };
-    std::vector<std::string> results[5] = {};
+    static std::string results[5][250];
     const auto take_all = [&](unsigned thread) {  // each begins elsewhere
-        results[thread].resize(250);
-        for (unsigned i = 0, turn = thread * 49; i < 250; ++i, turn = (turn + 7) % 250)
-            results[thread][turn] = result(thread, turn);
+        for (unsigned i = 49 * thread, end = i + 250; i < end; ++i) results[thread][i % 250] = result(thread, i % 250);
     };
-    {
-        std::vector<std::jthread> running;
-        for (const unsigned thread : {1u, 2u, 3u, 4u}) running.emplace_back(take_all, thread);
-    }
+    std::vector<std::jthread> running;
+    for (const unsigned thread : {1u, 2u, 3u, 4u}) running.emplace_back(take_all, thread);
+    running.clear();
     take_all(0);
     for (unsigned turn = 0; turn < 250; ++turn)
         for (const auto& each : results) EXPECT_TRUE(each[turn] == results[0][turn]) << "turn " << turn;
