@@ -180,8 +180,8 @@ TEST(CaseReader, TakesTheChallengesPointsInTheirOrder) {
 }
 
 TEST(CaseReader, GuessesTheKindFromTheNames) {
-    EXPECT_EQ(read("a.csv", csv("Me,1,2\nANS,3,4\nCG,5,6\n")).kind, Kind::frontal);
-    EXPECT_EQ(read("a.csv", csv("Me,1,2\nANS,3,4\nCG,5,6\nS,7,8\nN,9,9\n")).kind, Kind::lateral);
+    EXPECT_EQ(read("a.csv", csv("# birth=2001/1/2\n# film=2001/1/2\nMe,1,2\nANS,3,4\nCG,5,6\n")).kind, Kind::frontal);
+    EXPECT_EQ(read("a.csv", csv("Me,1,2\nANS,3,4\nCG,5,6\nS,7,8\n")).kind, Kind::lateral);
     EXPECT_EQ(read("a.csv", csv("16m,1,2\n16d,3,4\n")).kind, Kind::model);
     EXPECT_EQ(read("a.csv", csv("# kind=frontal\nS,1,2\nMe,1,2\n")).kind, Kind::frontal);
 }

@@ -156,7 +156,7 @@ TEST(TracingPage, AWrongScaleGivesNeitherAStampNorAField) {
     for (const double scale : {1e-6, 0.01, 0.1, 10.0, 1e6}) {
         Tracing tracing = plain();
         tracing.mm_per_pixel = scale;
-        for (const auto& film : {std::optional<FilmSize>{}, std::optional(FilmSize{2000, 2400})}) {
+        for (const auto& film : std::vector<std::optional<FilmSize>>{{}, {{2000, 2400}}, {{6000, 2400}}}) {
             const Page page = page_for(tracing, film);
             EXPECT_GT(page.height_mm, 100) << scale;
             EXPECT_LT(std::max(page.height_mm, page.width_mm), 460) << scale;

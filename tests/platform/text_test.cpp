@@ -80,6 +80,7 @@ TEST(Comparing, GivesTheRecordedOrder) {
         EXPECT_EQ(orders[2], row.number("_mbsicmp_msvcr80"));
         EXPECT_EQ(orders[3], row.number("_mbscmp_msvcr80"));
     }
+    EXPECT_LT(tool::compare_text("a-b", "Ab"), 0);  // capitals decide before hyphens
 }
 
 TEST(Comparing, TakesNoTrailByteForALetter) {
