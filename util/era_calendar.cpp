@@ -42,14 +42,12 @@ std::string era_day(DateFields date) {
 
 std::optional<EraYear> era_year(const CStringArray& spans, const DateFields& date) {
     const std::string day = era_day(date);
-    EraSpan span;
     for (int entry = 0; entry < spans.GetSize(); ++entry) {
         const std::string_view text = spans[entry].View();
         if (text.size() < open_length) continue;
-        // Kept: an entry of a length that no span has stands for the span examined before it once more. Era numbers of
-        // tables with such an entry rest on it.
-        span = era_span(text).value_or(span);
-        if (span.holds(day)) return EraYear{entry, span.year_in_era(date.year)};
+        // An entry of a length that no span has holds no day.
+        const std::optional<EraSpan> span = era_span(text);
+        if (span && span->holds(day)) return EraYear{entry, span->year_in_era(date.year)};
     }
     return {};
 }
