@@ -6,9 +6,9 @@
 #include <iostream>
 #include <string>
 
-#include "host/case_format.h"
-#include "host/case_record.h"
-#include "host/vertebrae.h"
+#include "host/case/case_format.h"
+#include "host/case/case_record.h"
+#include "host/growth/vertebrae.h"
 
 namespace {
 

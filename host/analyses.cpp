@@ -4,7 +4,7 @@
 #include <nlohmann/json.hpp>
 #include <ostream>
 
-#include "host/case_record.h"
+#include "host/case/case_record.h"
 #include "host/catalogue.h"
 #include "host/command_line.h"
 #include "host/profile.h"

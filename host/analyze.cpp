@@ -1,11 +1,11 @@
 // cephtool analyze: measures cases.
 #include <ostream>
 
-#include "host/case_files.h"
+#include "host/case/case_files.h"
 #include "host/command_line.h"
 #include "host/output.h"
 #include "host/profile.h"
-#include "host/results.h"
+#include "host/results/results.h"
 #include "host/selection.h"
 #include "host/text_width.h"
 

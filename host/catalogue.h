@@ -7,8 +7,8 @@
 #include <string>
 #include <vector>
 
-#include "host/case.h"
-#include "host/stage_sections.h"
+#include "host/case/case.h"
+#include "host/growth/stage_sections.h"
 
 namespace cephtool {
 

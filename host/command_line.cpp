@@ -6,8 +6,8 @@
 #include <ostream>
 #include <sstream>
 
-#include "host/case_builder.h"
-#include "host/case_record.h"
+#include "host/case/case_builder.h"
+#include "host/case/case_record.h"
 #include "host/csv.h"
 #include "host/numbers.h"
 #include "host/suggestion.h"

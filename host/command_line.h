@@ -9,7 +9,7 @@
 #include <string>
 #include <vector>
 
-#include "host/case.h"
+#include "host/case/case.h"
 #include "host/command.h"
 
 namespace CLI {

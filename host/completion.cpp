@@ -6,7 +6,7 @@
 #include <regex>
 #include <set>
 
-#include "host/case_format.h"
+#include "host/case/case_format.h"
 #include "host/catalogue.h"
 #include "host/command_line.h"
 #include "host/display_mode.h"

@@ -1,7 +1,7 @@
 // cephtool convert: a case of any format in any other.
 #include <ostream>
 
-#include "host/case_format.h"
+#include "host/case/case_format.h"
 #include "host/command_line.h"
 #include "host/output.h"
 #include "host/text_width.h"

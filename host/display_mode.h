@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "host/case.h"
+#include "host/case/case.h"
 
 namespace cephtool {
 

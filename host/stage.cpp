@@ -1,11 +1,11 @@
 // cephtool stage: how far patients have grown.
 #include <ostream>
 
-#include "host/case_files.h"
+#include "host/case/case_files.h"
 #include "host/command_line.h"
-#include "host/growth.h"
-#include "host/growth_findings.h"
-#include "host/growth_report.h"
+#include "host/growth/growth.h"
+#include "host/growth/growth_findings.h"
+#include "host/growth/growth_report.h"
 #include "host/output.h"
 #include "host/profile.h"
 

@@ -6,7 +6,7 @@
 
 #include "host/batch/batch_columns.h"
 #include "host/batch/case_measurer.h"
-#include "host/case.h"
+#include "host/case/case.h"
 
 namespace cephtool {
 

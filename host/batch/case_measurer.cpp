@@ -5,7 +5,7 @@
 #include <cmath>
 #include <mutex>
 
-#include "host/growth.h"
+#include "host/growth/growth.h"
 #include "host/text_width.h"
 
 namespace cephtool {

@@ -8,7 +8,7 @@
 #include <vector>
 
 #include "host/batch/batch_columns.h"
-#include "host/case_record.h"
+#include "host/case/case_record.h"
 
 namespace cephtool {
 

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "host/case_format.h"
+#include "host/case/case_format.h"
 #include "host/path.h"
 #include "host/text_width.h"
 
@@ -59,7 +59,8 @@ void CaseStream::add_path(const std::string& path) {
     }
     std::error_code failure;
     const Source place{path, {}};
-    if (!fs::exists(path_from_utf8(path), failure)) throw place.error("there is no such file", "Check the name and the folder.");
+    if (!fs::exists(path_from_utf8(path), failure))
+        throw place.error("there is no such file", "Check the name and the folder.");
     if (!fs::is_directory(path_from_utf8(path), failure)) return add(path);
     std::vector<std::string> files;
     for (const fs::directory_entry& entry : fs::directory_iterator(path_from_utf8(path), failure)) {

@@ -8,7 +8,7 @@
 
 #include "host/batch/flat_table.h"
 #include "host/batch/line_reader.h"
-#include "host/case.h"
+#include "host/case/case.h"
 
 namespace cephtool {
 

@@ -2,8 +2,8 @@
 
 #include <algorithm>
 
-#include "host/case_names.h"
-#include "host/case_settings.h"
+#include "host/case/case_names.h"
+#include "host/case/case_settings.h"
 #include "host/numbers.h"
 #include "host/suggestion.h"
 #include "host/text_width.h"

@@ -7,7 +7,7 @@
 #include <utility>
 #include <vector>
 
-#include "host/case.h"
+#include "host/case/case.h"
 #include "host/csv.h"
 
 namespace cephtool {

@@ -7,7 +7,7 @@
 
 #include <functional>
 
-#include "host/case.h"
+#include "host/case/case.h"
 #include "host/drawing/box.h"
 
 namespace cephtool {

@@ -4,8 +4,8 @@
 #include <optional>
 #include <vector>
 
-#include "host/finding.h"
-#include "host/measurement.h"
+#include "host/growth/finding.h"
+#include "host/results/measurement.h"
 #include "host/tracing/film.h"
 #include "host/tracing/tracing.h"
 

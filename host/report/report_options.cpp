@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <ostream>
 
-#include "host/growth_findings.h"
+#include "host/growth/growth_findings.h"
 #include "host/report/style.h"
 #include "host/text_width.h"
 

@@ -5,8 +5,8 @@
 #include <string>
 #include <vector>
 
-#include "host/measurement.h"
 #include "host/report/texts.h"
+#include "host/results/measurement.h"
 
 namespace cephtool {
 

@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "host/case.h"
+#include "host/case/case.h"
 #include "host/tracing/page.h"
 #include "host/tracing/plane_motion.h"
 

@@ -5,7 +5,7 @@
 #include <string>
 #include <string_view>
 
-#include "host/case.h"
+#include "host/case/case.h"
 
 namespace cephtool {
 

@@ -6,7 +6,7 @@
 #include <optional>
 #include <string>
 
-#include "host/case.h"
+#include "host/case/case.h"
 
 namespace cephtool {
 

@@ -5,7 +5,7 @@
 #include <span>
 #include <vector>
 
-#include "host/case.h"
+#include "host/case/case.h"
 #include "host/drawing/box.h"
 
 namespace cephtool {

@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "host/case_record.h"
+#include "host/case/case_record.h"
 
 namespace cephtool {
 

@@ -3,7 +3,7 @@
 
 #include <span>
 
-#include "host/case.h"
+#include "host/case/case.h"
 
 namespace cephtool {
 

@@ -7,7 +7,7 @@
 #include <span>
 #include <vector>
 
-#include "host/case.h"
+#include "host/case/case.h"
 
 namespace cephtool {
 

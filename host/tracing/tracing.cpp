@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <cmath>
 
-#include "host/measurement.h"
 #include "host/numbers.h"
+#include "host/results/measurement.h"
 #include "host/text_width.h"
 #include "host/tracing/landmark_finder.h"
 

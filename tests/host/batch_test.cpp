@@ -5,7 +5,7 @@
 #include "host/batch/batch_progress.h"
 #include "host/batch/flat_table.h"
 #include "host/batch/line_reader.h"
-#include "host/case_format.h"
+#include "host/case/case_format.h"
 #include "host/csv.h"
 #include "host/host_test.h"
 

@@ -1,8 +1,8 @@
-#include "host/case_format.h"
+#include "host/case/case_format.h"
 
 #include <gmock/gmock.h>
 
-#include "host/case_names.h"
+#include "host/case/case_names.h"
 #include "host/host_test.h"
 
 namespace cephtool {

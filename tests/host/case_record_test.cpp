@@ -1,4 +1,4 @@
-#include "host/case_record.h"
+#include "host/case/case_record.h"
 
 #include <CephCalc.h>
 #include <gtest/gtest.h>

@@ -1,4 +1,4 @@
-#include "host/case.h"
+#include "host/case/case.h"
 
 #include <gmock/gmock.h>
 

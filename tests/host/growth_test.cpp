@@ -1,4 +1,4 @@
-#include "host/growth.h"
+#include "host/growth/growth.h"
 
 #include <CephCalc.h>
 #include <gmock/gmock.h>
@@ -7,9 +7,9 @@
 #include <nlohmann/json.hpp>
 
 #include "host/date_reader.h"
+#include "host/growth/vertebrae.h"
 #include "host/host_test.h"
 #include "host/text_width.h"
-#include "host/vertebrae.h"
 
 namespace cephtool {
 namespace {

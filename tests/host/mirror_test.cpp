@@ -1,4 +1,4 @@
-#include "host/mirror.h"
+#include "host/case/mirror.h"
 
 #include <gmock/gmock.h>
 

@@ -1,4 +1,4 @@
-#include "host/results.h"
+#include "host/results/results.h"
 
 #include <gmock/gmock.h>
 

@@ -1,0 +1,65 @@
+#include "host/case/case.h"
+
+#include <algorithm>
+
+#include "host/case/case_format.h"
+#include "host/case/mirror.h"
+#include "host/numbers.h"
+
+namespace cephtool {
+namespace {
+
+// A value that the command line gives replaces the case's own, and says so when the two differ.
+template <class Value, class Show>
+void replace(std::optional<Value>& own, const std::optional<Value>& given, const char* what, Case& record, Show show) {
+    if (!given) return;
+    if (own && *own != *given) {
+        record.notes.push_back(std::string(what) + " " + show(*own) + " of the file replaced by " + show(*given));
+    }
+    own = given;
+}
+
+}  // namespace
+
+const char* name_of(Kind kind) {
+    switch (kind) {
+        case Kind::lateral: return "lateral";
+        case Kind::frontal: return "frontal";
+        case Kind::model: return "model";
+    }
+    return "";
+}
+
+const char* name_of(Sex sex) {
+    return sex == Sex::male ? "male" : "female";
+}
+
+Case with_options(Case record, const Source& source, const CaseOptions& options) {
+    record.file = source.name;
+    replace(record.sex, options.sex, "sex", record, [](Sex sex) { return std::string(name_of(sex)); });
+    replace(record.mm_per_pixel, options.mm_per_pixel, "scale", record, [](double scale) { return shortest(scale); });
+    if (!record.mm_per_pixel) {
+        throw source.error("the case has no scale, so no length can be measured",
+                           "Say how many millimetres a pixel is: --scale 0.1, or in the file itself.");
+    }
+    return turned_right(std::move(record), options.mirror);
+}
+
+std::vector<Case> read_cases(const Source& source, const CaseOptions& options) {
+    const auto formats = case_formats();
+    const auto format = std::ranges::find_if(formats, [&](const CaseFormat& each) { return each.recognises(source); });
+    std::vector<Case> cases = format->read(source, options);
+    for (Case& record : cases) record = with_options(std::move(record), source, options);
+    return cases;
+}
+
+Case read_case(const Source& source, const CaseOptions& options) {
+    std::vector<Case> cases = read_cases(source, options);
+    if (cases.size() != 1) {
+        throw source.error("it holds " + std::to_string(cases.size()) + " specimens, where one case is needed",
+                           "\"cephtool analyze\" and \"cephtool batch\" measure them all.");
+    }
+    return std::move(cases.front());
+}
+
+}  // namespace cephtool
