@@ -36,6 +36,6 @@ endif()
 
 option(TOOL_COVERAGE "Count the lines and branches that the tests reach" OFF)
 if(TOOL_COVERAGE)
-    add_compile_options(--coverage -O0)
+    add_compile_options(--coverage -O0 -fprofile-update=atomic)  # counts of several threads, too
     add_link_options(--coverage)
 endif()
