@@ -81,9 +81,10 @@ TEST(WholeFiles, KeepReadOnlyFilesAndLinksWhatTheyAre) {
     const bool linked = make_link("target", folder.path("link"));
     const std::string path = folder.path(linked ? "link" : "target");
     std::filesystem::permissions(folder.path("target"), std::filesystem::perms::all);
+    const std::filesystem::perms rights = std::filesystem::status(path).permissions();  // Windows has fewer
     EXPECT_TRUE(tool::write_file_atomically(path, "new"));
     EXPECT_EQ(folder.read("target"), "new");
-    EXPECT_EQ(std::filesystem::status(path).permissions(), std::filesystem::perms::all);
+    EXPECT_EQ(std::filesystem::status(path).permissions(), rights);
     EXPECT_EQ(tool::file_status(path)->is_link, linked);
     std::filesystem::permissions(folder.path("target"), std::filesystem::perms::owner_read);
     EXPECT_FALSE(tool::write_file_atomically(path, "newer"));
