@@ -35,7 +35,8 @@ std::set<std::string> names_in(const fs::path& folder) {
 class Strength : public testing::Test {
  protected:
     Strength() {
-        folder_.add("ana/CalcForm/list.txt", "Ricketts.txt\n");
+        folder_.add("ana/CalcForm/list.txt", "Ricketts.txt\nWits.txt\n");
+        folder_.add("ana/CalcForm/Wits.txt", bytes_of(ANALYSES "/CalcForm/Wits.txt"));
         folder_.add("ana/CalcForm/Ricketts.txt", bytes_of(ANALYSES "/CalcForm/Ricketts.txt"));
         folder_.add("case.json", bytes_of(SAMPLES "/lateral-average.json"));
         folder_.add("photo.jpg", bytes_of(EXIF_PICTURES "/camera_intel.jpg"));
@@ -109,7 +110,8 @@ TEST_F(Strength, ABatchGoesOnAfterWhateverStoppedIt) {
     for (int i = 0; i < 70; ++i) flat += sample.substr(row);
     folder_.add("flat.csv", flat);
     const std::set<std::string> inputs = names_in(folder_.path);
-    const Arguments begin{"batch", "dot.pgm", "flat.csv", "case.json", "--anaitem", "ana", "-o", "o.csv"};
+    const Arguments begin{"batch", "dot.pgm",   "flat.csv", "case.json", "--analysis",
+                          "Wits",  "--anaitem", "ana",      "-o",        "o.csv"};
     Arguments resume = begin;
     resume.push_back("--resume");
     ASSERT_EQ(run(begin).code, ExitCode::bad_input);
