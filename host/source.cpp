@@ -89,12 +89,14 @@ Source read_bytes(const std::string& path, std::istream& standard_input) {
     const auto status = std::filesystem::status(file, failure);
     if (!std::filesystem::exists(status)) throw source.error("there is no such file", "Check the name and the folder.");
     if (std::filesystem::is_directory(status)) throw source.error("this is a folder", "Give the files in it.");
-    if (std::filesystem::is_regular_file(status) && std::filesystem::file_size(file, failure) > largest_input) {
-        throw too_large(path);
-    }
+    const std::uintmax_t size =
+        std::filesystem::is_regular_file(status) ? std::filesystem::file_size(file, failure) : 0;
+    if (failure) throw not_read(source);
+    if (size > largest_input) throw too_large(path);
     std::ifstream in(file, std::ios::binary);
     if (!in) throw source.error("the file can't be opened", "Check that you may read it.");
     source.text = bytes_of(in, path);
+    if (source.text.size() < size) throw not_read(source);  // someone has cut it meanwhile
     return source;
 }
 

@@ -25,7 +25,6 @@ class CsvCaseReader {
             }
         }
         if (points_.empty()) throw source_.error("there is no landmark in it", "Write lines such as S,850,850.");
-        if (!builder_.kind_is_known()) builder_.kind(kind_of(points_, source_));
         add_points(builder_, points_, source_);
         return builder_.finished();
     }

@@ -42,7 +42,6 @@ class FcsvReader {
             point.position = {builder_.checked_coordinate(position.x, point.at),
                               builder_.checked_coordinate(position.y, point.at)};
         }
-        if (!builder_.kind_is_known()) builder_.kind(kind_of(points_, source_));
         add_points(builder_, points_, source_);
         return builder_.finished();
     }

@@ -51,6 +51,7 @@ Kind kind_of(std::span<const NamedPoint> points, const Source& source) {
 }
 
 void add_points(CaseBuilder& builder, std::span<const NamedPoint> points, const Source& source) {
+    if (!builder.kind_is_known()) builder.kind(kind_of(points, source));
     const std::vector<std::string> names = landmark_names(builder.kind());
     // Films of other kinds may have landmarks of one's own under the names of vertebra points.
     const std::vector<std::string> vertebrae =

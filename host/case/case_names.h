@@ -17,8 +17,8 @@ struct NamedPoint {
 // The kind whose table knows most of the names. Throws an Error when none knows any.
 Kind kind_of(std::span<const NamedPoint> points, const Source& source);
 
-// Adds the points in the builder's kind: landmarks of its table, points of vertebrae, and as the person's own what has
-// a fitting name. Points named aux and two digits are left out with a note.
+// Adds the points in the builder's kind, by their names when it knows of none: landmarks of its table, points of
+// vertebrae, and as the person's own what has a fitting name. Points named aux and two digits are left out with a note.
 void add_points(CaseBuilder& builder, std::span<const NamedPoint> points, const Source& source);
 
 // A case's landmarks, vertebra points and own landmarks, in this order.

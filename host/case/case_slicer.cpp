@@ -39,7 +39,6 @@ class SlicerReader {
         builder_.scale(slicer_scale(own_scale_, options_.mm_per_pixel, space_).mm_per_pixel, 0);
         if (!own_scale_ && !options_.mm_per_pixel) builder_.note("positions are taken as millimetres");
         if (other_lists_) builder_.note("lines, curves and other markups than lists of points left out");
-        if (!builder_.kind_is_known()) builder_.kind(kind_of(points_, source_));
         add_points(builder_, points_, source_);
         return builder_.finished();
     }

@@ -57,7 +57,6 @@ class TpsReader {
         for (Line line = next(); !line.empty(); line = next()) read_line(line);
         name_points();
         flip();
-        if (!builder_.kind_is_known()) builder_.kind(kind_of(named_, source_));
         add_points(builder_, named_, source_);
         for (std::size_t i = 0; i < curves_.size(); ++i) {
             builder_.outline({"Curve " + std::to_string(i + 1), curves_[i].closed, curves_[i].points, {}});

@@ -4,11 +4,15 @@
 #include <io.h>
 #include <windows.h>
 
+#include <cstdlib>
+
 namespace cephtool {
 
 void prepare_standard_streams() {
     for (std::FILE* const stream : {stdin, stdout, stderr}) _setmode(_fileno(stream), _O_BINARY);
+    static const UINT code_page = GetConsoleOutputCP();  // which stays with the console, so it is put back
     SetConsoleOutputCP(CP_UTF8);
+    std::atexit([] { SetConsoleOutputCP(code_page); });
 }
 
 // A console of Windows 10 or later can, when it is asked to.
