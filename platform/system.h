@@ -143,7 +143,7 @@ void write_to_standard_error(std::string_view utf8_line);
 // --- Characters ----------------------------------------------------------------------------------------------------
 
 // The system's table of the double-byte characters: rows of 188, one a lead byte (81..9F, E0..FC), in the order of the
-// trail bytes (40..7E, 80..FC). 0 is an undefined code; without a table of its own a system leaves all of it 0.
+// trail bytes (40..7E, 80..FC). 0 is an undefined code.
 inline constexpr std::size_t lead_byte_count = 60, trail_byte_count = 188;
 void read_double_byte_table(std::span<char16_t, lead_byte_count * trail_byte_count> table);
 
