@@ -40,7 +40,7 @@ std::string era_file() {
 
 std::optional<EraCalendar> EraCalendar::find() {
     std::error_code failure;
-    if (!std::filesystem::exists(path_from_utf8(era_file()), failure)) return {};
+    if (!std::filesystem::exists(path_from_utf8(era_file()), failure) && !failure) return {};
     return EraCalendar();
 }
 

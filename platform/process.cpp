@@ -38,6 +38,7 @@ void set_local_clock(LocalTime (*clock)()) {
 }
 
 void note_unread(std::string_view path) {
+    if (tells_absence(last_error())) return;
     const std::lock_guard lock(unread_guard);
     if (unread.empty()) unread = path;
 }

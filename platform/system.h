@@ -21,8 +21,8 @@ namespace tool {
 // One open, one read into a text of exactly the file's size. A file that is there and can't be read, or has more bytes
 // than `limit`, is also noted for a host to ask after (process.cpp).
 std::optional<std::string> read_file(std::string_view path, std::uint64_t limit = UINT64_MAX);
-void note_unread(std::string_view path);
-std::string take_unread();  // the first one noted since the last call; "" for none
+void note_unread(std::string_view path);  // unless the last error tells that it is not there
+std::string take_unread();                // the first one noted since the last call; "" for none
 
 // Files of definitions, settings and eras have some kilobytes. Beyond this it is a mistake, which would only cost time.
 inline constexpr std::uint64_t largest_text_file = 1 << 24;
@@ -44,7 +44,8 @@ struct FileStatus {
     std::uint64_t size = 0;  // bytes; 0 for a folder
 };
 
-// Nothing when there is nothing of that name; a link that points nowhere counts as being there.
+// Nothing when there is nothing of that name; a link that points nowhere counts as being there. Notes what is there and
+// can't be asked.
 std::optional<FileStatus> file_status(std::string_view path);
 
 bool remove_file(std::string_view path);
@@ -123,6 +124,7 @@ std::string program_path();
 std::uint32_t last_error();
 void set_last_error(std::uint32_t code);
 std::string error_text(std::uint32_t code);
+bool tells_absence(std::uint32_t code);  // of the file that was asked for
 
 struct LocalTime {
     int year, month, day;  // month and day from 1

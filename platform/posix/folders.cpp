@@ -47,7 +47,10 @@ std::string last_name(std::string_view path) {
 std::optional<FileStatus> file_status(std::string_view path) {
     const std::string name = posix::found(path);
     std::optional<FileStatus> status = status_at(AT_FDCWD, name.c_str());
-    if (status) status->hidden = names_hidden(last_name(name));
+    if (status)
+        status->hidden = names_hidden(last_name(name));
+    else
+        note_unread(path);
     return status;
 }
 

@@ -1,6 +1,7 @@
 #include <unistd.h>
 
 #include <array>
+#include <cerrno>
 #include <climits>
 #include <cstring>
 #include <ctime>
@@ -38,6 +39,10 @@ std::uint32_t last_error() {
 
 void set_last_error(std::uint32_t code) {
     last_error_of_thread = code;
+}
+
+bool tells_absence(std::uint32_t code) {
+    return code == ENOENT || code == ENOTDIR || code == ENAMETOOLONG;
 }
 
 std::string error_text(std::uint32_t code) {

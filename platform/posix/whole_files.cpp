@@ -127,8 +127,7 @@ std::optional<std::string> read_file(std::string_view path, std::uint64_t limit)
     const Descriptor file(open_found(path));
     std::string bytes;
     if (read_plain_file(file.get(), limit, bytes)) return bytes;
-    const std::uint32_t error = last_error();
-    if (error != ENOENT && error != ENOTDIR && error != ENAMETOOLONG) note_unread(path);
+    note_unread(path);
     return std::nullopt;
 }
 

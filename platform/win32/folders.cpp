@@ -68,7 +68,10 @@ std::optional<std::wstring> real_path(const std::wstring& name) {
 std::optional<FileStatus> file_status(std::string_view path) {
     const std::wstring name = win32::spelled(path);
     WIN32_FILE_ATTRIBUTE_DATA found;
-    if (!GetFileAttributesExW(name.c_str(), GetFileExInfoStandard, &found)) return std::nullopt;
+    if (!GetFileAttributesExW(name.c_str(), GetFileExInfoStandard, &found)) {
+        note_unread(path);
+        return std::nullopt;
+    }
     const FileStatus own = status_of(found.dwFileAttributes, found.nFileSizeHigh, found.nFileSizeLow);
     if (!(found.dwFileAttributes & FILE_ATTRIBUTE_REPARSE_POINT)) return own;
     const Handle link(open_for_status(name, FILE_FLAG_OPEN_REPARSE_POINT));

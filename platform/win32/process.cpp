@@ -24,6 +24,10 @@ void set_last_error(std::uint32_t code) {
     SetLastError(code);
 }
 
+bool tells_absence(std::uint32_t code) {
+    return code == ERROR_FILE_NOT_FOUND || code == ERROR_PATH_NOT_FOUND || code == ERROR_INVALID_NAME;
+}
+
 std::string error_text(std::uint32_t code) {
     wchar_t text[1024];
     constexpr DWORD flags = FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS;

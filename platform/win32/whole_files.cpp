@@ -81,9 +81,7 @@ bool may_replace(const std::wstring& target, DWORD* attributes) {
 std::optional<std::string> read_file(std::string_view path, std::uint64_t limit) {
     std::string bytes;
     if (read_plain_file(path, limit, bytes)) return bytes;
-    const DWORD error = GetLastError();
-    if (error != ERROR_FILE_NOT_FOUND && error != ERROR_PATH_NOT_FOUND && error != ERROR_INVALID_NAME)
-        note_unread(path);
+    note_unread(path);
     return std::nullopt;
 }
 
