@@ -56,4 +56,8 @@ double on_grid(double coordinate) {
     return std::round(coordinate * steps_a_pixel) / steps_a_pixel + 0.0;  // + 0.0: no "-0"
 }
 
+Position on_grid(Position point) {
+    return {on_grid(point.x), on_grid(point.y)};
+}
+
 }  // namespace cephtool

@@ -29,6 +29,7 @@ const CaseFormat* format_by_name(const std::string& name);
 // Coordinates of formats that reckon them from others (millimetres, y pointing up) are kept to 1/100000 pixel, so that
 // reckoning there and back gives the same number.
 double on_grid(double coordinate);
+Position on_grid(Position point);
 
 // The readers and writers of the single formats; the one of the project's own is in case.h.
 std::vector<Case> read_csv_cases(const Source& source, const CaseOptions& options);

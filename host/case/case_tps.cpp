@@ -216,19 +216,18 @@ class TpsReader {
     std::optional<double> flip_;
 };
 
+// Of points on the grid.
 std::string points_text(const std::vector<Position>& points, double height) {
     std::string text;
-    for (const Position& point : points)
-        text += shortest(on_grid(point.x)) + " " + shortest(on_grid(height - point.y)) + "\n";
+    for (const Position& point : points) text += shortest(point.x) + " " + shortest(on_grid(height - point.y)) + "\n";
     return text;
 }
 
-void append_curves(std::string& text, const Case& record, bool closed, double height) {
-    const auto count =
-        std::ranges::count_if(record.outlines, [&](const Outline& outline) { return outline.closed == closed; });
+void append_curves(std::string& text, const std::vector<Outline>& outlines, bool closed, double height) {
+    const auto count = std::ranges::count(outlines, closed, &Outline::closed);
     if (count == 0) return;
     text += (closed ? "OUTLINES=" : "CURVES=") + std::to_string(count) + "\n";
-    for (const Outline& outline : record.outlines) {
+    for (const Outline& outline : outlines) {
         if (outline.closed != closed) continue;
         text += "POINTS=" + std::to_string(outline.points.size()) + "\n" + points_text(outline.points, height);
     }
@@ -282,19 +281,22 @@ std::vector<Case> read_tps_cases(const Source& source, const CaseOptions& option
 std::string to_tps(const Case& record, const CaseOptions& options) {
     const std::vector<Landmark> landmarks = all_landmarks(record);
     std::vector<Position> points, all;
-    for (const Landmark& landmark : landmarks) points.push_back(landmark.position);
+    for (const Landmark& landmark : landmarks) points.push_back(on_grid(landmark.position));
     all = points;
-    for (const Outline& outline : record.outlines) all.insert(all.end(), outline.points.begin(), outline.points.end());
-    double height = options.image_height.value_or(range_about(all));
+    std::vector<Outline> outlines = record.outlines;
+    for (Outline& outline : outlines) {
+        std::ranges::transform(outline.points, outline.points.begin(), [](Position point) { return on_grid(point); });
+        all.insert(all.end(), outline.points.begin(), outline.points.end());
+    }
+    double height = on_grid(options.image_height.value_or(range_about(all)));
     const auto reads_as_missing = [&](const Position& point) {
-        return on_grid(point.x) == missing && on_grid(height - point.y) == missing;
+        return point.x == missing && on_grid(height - point.y) == missing;
     };
-    while (std::ranges::any_of(points, reads_as_missing)) height += 1;
-    height = on_grid(height);
+    while (std::ranges::any_of(points, reads_as_missing)) height = on_grid(height + 1);
 
     std::string text = "LM=" + std::to_string(points.size()) + "\n" + points_text(points, height);
-    append_curves(text, record, false, height);
-    append_curves(text, record, true, height);
+    append_curves(text, outlines, false, height);
+    append_curves(text, outlines, true, height);
     if (!record.image.empty()) text += "IMAGE=" + record.image + "\n";
     if (!record.name.empty()) text += "ID=" + record.name + "\n";
     text += "COMMENT=landmarks=" + names_text(landmarks) + "\nCOMMENT=flip=" + shortest(height) + "\n";
