@@ -51,7 +51,7 @@ TEST_F(Dates, AreReadInEveryForm) {
 TEST_F(Dates, OfEveryEraAreReadBack) {
     const std::optional<EraCalendar> calendar = EraCalendar::find();
     for (std::chrono::sys_days day = read_date("1868-01-25"); day < std::chrono::sys_days(read_date("2040-01-01"));
-         day += std::chrono::days(7)) {
+         day += std::chrono::days(29)) {
         ASSERT_EQ(read_date(era_text(calendar, day, code_text)), day);
         ASSERT_EQ(read_date(era_text(calendar, day, japanese_text)), day);
     }
