@@ -20,8 +20,15 @@ if(surface_modules)
 endif()
 list(TRANSFORM surface_headers REPLACE "(.+)" "${PROJECT_SOURCE_DIR}/surface/\\1.h")
 install(FILES ${surface_headers} DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/tool/surface)
-install(DIRECTORY ${PROJECT_SOURCE_DIR}/docs/ DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/cephtool COMPONENT program
-    FILES_MATCHING PATTERN "*.md" PATTERN "pictures/*.png" PATTERN "site" EXCLUDE)
+# The documents, each where the links of the others lead.
+set(documents ${CMAKE_INSTALL_DATADIR}/doc/cephtool)
+install(DIRECTORY ${PROJECT_SOURCE_DIR}/docs DESTINATION ${documents} COMPONENT program
+    FILES_MATCHING PATTERN "*.md" PATTERN "pictures/*.png" PATTERN "pictures/*.svg" PATTERN "site" EXCLUDE)
+foreach(page README.md CHANGELOG.md CONTRIBUTING.md anaitem/SOURCES.md cmake/windows/code_page_932.manifest
+        examples/samples/README.md examples/windows-host/main.cpp outlines/README.md surface/README.md)
+    get_filename_component(folder ${page} DIRECTORY)
+    install(FILES ${PROJECT_SOURCE_DIR}/${page} DESTINATION ${documents}/${folder} COMPONENT program)
+endforeach()
 
 install(EXPORT ToolTargets NAMESPACE Tool:: DESTINATION ${package_folder})
 install(EXPORT ToolSurfaceTargets NAMESPACE Tool:: DESTINATION ${package_folder})

@@ -2,7 +2,11 @@
 # against it needs, and the program. "libtool" is another's name there.
 find_program(DPKG_SHLIBDEPS dpkg-shlibdeps)
 find_program(GZIP gzip)
-if(CMAKE_CROSSCOMPILING OR NOT DPKG_SHLIBDEPS OR NOT GZIP OR NOT TARGET cephtool)
+if(CMAKE_CROSSCOMPILING OR NOT TARGET cephtool)
+    return()
+endif()
+if(NOT DPKG_SHLIBDEPS OR NOT GZIP)
+    message(STATUS "Debian packages left out: dpkg-shlibdeps or gzip was not found (Debian: dpkg-dev, gzip)")
     return()
 endif()
 

@@ -21,6 +21,11 @@ expect "令和6年3月5日" "$("$program" era 2024-03-05)"
 grep -q 'id="outlines"' "$root/tracing.svg" || fail "a tracing without outlines"
 ! objdump -p "$(readlink -f "$program")" | grep -E "RUNPATH|RPATH" || fail "a packaged program has a run path"
 
+# Documents with all that their links lead to.
+while IFS=: read -r page link; do
+    [[ $link == http* || -e ${page%/*}/$link ]] || fail "$page: dead link $link"
+done < <(grep -rHoP --include='*.md' '(\]\(|img src=")\K[^)#" ]+(?=[)#" ])' "$root/usr/share/doc/cephtool")
+
 # A page for each command, which man can set without a warning.
 for command in $("$program" complete ana | cut -f1) era; do
     page=$root/usr/share/man/man1/cephtool-$command.1.gz

@@ -125,6 +125,7 @@ TEST(Numbers, KeepTheirPointInALocaleWithACommaForIt) {
     const std::string before = std::setlocale(LC_ALL, nullptr);
     for (const char* locale : {"de_DE.UTF-8", "fr_FR.UTF-8", "de_DE"})
         if (std::setlocale(LC_ALL, locale)) break;
+    if (*std::localeconv()->decimal_point != ',') GTEST_SKIP() << "the system has no such locale";
     CString text;
     text.Format("%.1f", 2.5);
     EXPECT_STREQ(text, "2.5");
