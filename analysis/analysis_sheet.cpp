@@ -108,7 +108,8 @@ SheetRow AnalysisSheet::Evaluate(int index, const SheetSubject& subject) const {
     row.has_sd = result->sd.value.has_value();
     row.sd = result->sd.value.value_or(0.0);
     if (row.has_mean) row.deviation = result->asked(Ask::deviation);
-    if (result->is_text) row.text = unquoted(result->alternative);
+    row.is_text = result->is_text;
+    if (row.is_text) row.text = unquoted(result->alternative);
     return row;
 }
 

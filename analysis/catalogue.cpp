@@ -40,6 +40,15 @@ std::string_view entry(std::string_view catalogue, int index) {
     return found;
 }
 
+std::string folder_of(int kind) {
+    std::string folder = analysis_root();
+    return with_backslash(folder.append(folder_of_kind(kind)));
+}
+
+std::string surgical_sheet() {
+    return analysis_root() + "CalcForm_Surg\\Surgery.txt";
+}
+
 }  // namespace
 
 std::string configured_analysis_root() {
@@ -56,13 +65,23 @@ std::string analysis_root() {
 }
 
 std::string form_file(int kind, int index) {
-    std::string folder = analysis_root();
-    if (kind == 20) return folder + "CalcForm_Surg\\Surgery.txt";
-    folder = with_backslash(folder.append(folder_of_kind(kind)));
+    if (kind == 20) return surgical_sheet();
+    std::string folder = folder_of(kind);
     if (kind == 0 && index == -1) return folder + "Ricketts.txt";
     const std::string catalogue = file_text(folder + "list.txt");
     const std::string_view file = entry(catalogue, index);
     return file.empty() ? std::string() : folder.append(file);
+}
+
+std::vector<std::string> form_files(int kind) {
+    if (kind == 20) return {surgical_sheet()};
+    const std::string folder = folder_of(kind), catalogue = file_text(folder + "list.txt");
+    std::vector<std::string> files;
+    for_each_line(catalogue, [&](std::string_view line, int) {
+        if (!line.empty()) files.push_back(folder + std::string(line));
+        return false;
+    });
+    return files;
 }
 
 std::string file_text(std::string_view path) {

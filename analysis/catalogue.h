@@ -3,6 +3,7 @@
 
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace tool {
 
@@ -15,6 +16,7 @@ std::string analysis_root();
 
 // Path of analysis file `index` of a kind; "" when its catalogue does not have one.
 std::string form_file(int kind, int index);
+std::vector<std::string> form_files(int kind);  // all of them
 
 // The text of an engine file; "" when it can't be read, which every reader treats as an empty file.
 std::string file_text(std::string_view path);

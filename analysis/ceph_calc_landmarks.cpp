@@ -15,13 +15,15 @@ CPointD exported(Vec2 point) {
     return {point.x, point.y};
 }
 
-// Index of a virtual landmark in the list: the entry itself, else one of its name; -1 when it is in no list.
+// Index of a virtual landmark in the list: the entry itself, else one of its name and construction; -1 for none.
 int index_of(const tagKPOINT& wanted, const Landmarks& landmarks) {
     for (int i = 0; i < landmarks.virtual_count(); ++i)
         if (&landmarks.virtual_landmark(i) == &wanted) return i;
     for (int i = 0; i < landmarks.virtual_count(); ++i) {
         const tagKPOINT& entry = landmarks.virtual_landmark(i);
-        if (std::memcmp(&entry, &wanted, sizeof entry) == 0) return i;
+        if (std::strncmp(entry.Name, wanted.Name, sizeof entry.Name) == 0 &&
+            std::strncmp(entry.Construction, wanted.Construction, sizeof entry.Construction) == 0)
+            return i;
     }
     return -1;
 }

@@ -46,7 +46,7 @@ class DefinitionFile {
     struct Lines {
         std::optional<NamedLine> item, mean, sd;
     };
-    enum class Look { item = 1, norms = 2, both = 3 };  // what is looked for; the rest stays empty
+    enum class Look { item = 1, norms = 2, both = 3 };  // what is looked for; the rest may stay empty
     Lines find(std::string_view name, Look look, int sex) const;
     std::optional<NamedLine> find_item(std::string_view name) const { return find(name, Look::item, 0).item; }
 

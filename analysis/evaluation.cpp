@@ -77,7 +77,7 @@ const DefinitionFile* Evaluation::file() {
 }
 
 std::optional<ItemResult> Evaluation::item(std::string_view name, Ask ask) {
-    if (begin_item(name, ask)) return std::nullopt;
+    if (begin_item(name, ask, false)) return std::nullopt;
     run(nullptr);
     return std::move(finished_);
 }
@@ -97,13 +97,13 @@ std::size_t Evaluation::formula(std::string_view text, bool top_level, ValueList
     return root.extent();
 }
 
-std::optional<double> Evaluation::begin_item(std::string_view name, Ask ask) {
+std::optional<double> Evaluation::begin_item(std::string_view name, Ask ask, bool remembered) {
     const DefinitionFile* definitions = evaluations_ < most_evaluations ? file() : nullptr;
     if (!definitions) return 0.0;
     using Look = DefinitionFile::Look;
     const DefinitionFile::Lines lines = definitions->find(name, ask == Ask::value ? Look::item : Look::both, sex_);
     if (!lines.item || lines.item->rest.empty()) return 0.0;
-    if (!known_.empty())
+    if (remembered && !known_.empty())
         if (const auto known = known_.find({lines.item->name.data(), ask}); known != known_.end()) return known->second;
     const bool measures = ask == Ask::value || ask == Ask::deviation;
     if (measures && met_again(lines.item->name.data())) return 0.0;

@@ -79,8 +79,9 @@ class Evaluation {
         std::optional<Formula> formula;
     };
 
-    // The item's number when it is known at once: 0 for one that is missing or met again. Else a frame was begun.
-    std::optional<double> begin_item(std::string_view name, Ask ask);
+    // The item's number when it is known at once: 0 for one that is missing or met again, and, unless the whole result
+    // is wanted, what it gave before. Else a frame was begun.
+    std::optional<double> begin_item(std::string_view name, Ask ask, bool remembered = true);
     void begin_formula(Frame& frame, Stage stage, std::string_view text);
     void begin_norm(Frame& frame, NormPart part);
     void formula_done(Frame& frame);

@@ -15,7 +15,7 @@ inline std::string_view text_or_empty(const char* text) {
 
 // Overwrites the first `count` bytes of a text with blanks.
 inline void blank(char* text, std::size_t count) {
-    std::memset(text, ' ', count);
+    if (count > 0) std::memset(text, ' ', count);
 }
 
 // What `work` throws becomes `failed`, the value that the caller knows as "no result". The framework's own exceptions

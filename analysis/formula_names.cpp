@@ -13,7 +13,7 @@ constexpr struct {
     Ask ask;
 } references[] = {{"case", Ask::value}, {"sdu", Ask::deviation}, {"mean", Ask::mean}, {"sdv", Ask::sd}};
 
-constexpr std::string_view cast_function = "Model([", effective_a = "EffectiveA(";
+constexpr std::string_view effective_a = "EffectiveA(";
 
 std::size_t find_closing(std::string_view text, std::size_t from) {
     while (from < text.size() && text[from] != ']') from += char_length(text.substr(from));
@@ -22,12 +22,19 @@ std::size_t find_closing(std::string_view text, std::size_t from) {
 
 }  // namespace
 
+std::size_t cast_measure_at(std::string_view formula) {
+    constexpr std::string_view function = "Model";
+    if (!formula.starts_with(function)) return 0;
+    const std::size_t open = std::min(formula.find_first_not_of(" \t", function.size()), formula.size());
+    return formula.substr(open).starts_with("([") ? open + 1 : 0;
+}
+
 void visit_names(std::string_view formula, FormulaNames& names) {
     for (std::size_t at = 0; at < formula.size();) {
         const std::string_view rest = formula.substr(at);
-        if (rest.starts_with(cast_function)) {
-            const std::size_t close = find_closing(formula, at + cast_function.size());
-            names.cast_measure(formula.substr(at + cast_function.size() - 1, close - at - cast_function.size() + 2));
+        if (const std::size_t token = cast_measure_at(rest)) {
+            const std::size_t close = find_closing(formula, at + token + 1);
+            names.cast_measure(formula.substr(at + token, close - at - token + 1));
             at = close + 1;
         } else if (rest.starts_with(effective_a)) {
             for (const std::string_view name : {"N", "A", "U1R", "U1", "U1C"}) names.landmark(name);

@@ -17,4 +17,8 @@ struct FormulaNames {
 
 void visit_names(std::string_view formula, FormulaNames& names);
 
+// Where the "[" of the token stands in a text that begins with a cast measure, "Model([UCAW])": blanks may stand in
+// front of its "(". 0 for other texts.
+std::size_t cast_measure_at(std::string_view formula);
+
 }  // namespace tool

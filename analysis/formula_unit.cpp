@@ -4,6 +4,7 @@
 #include <map>
 
 #include "analysis/formula.h"
+#include "analysis/formula_names.h"
 #include "analysis/item_text.h"
 #include "platform/number_text.h"
 #include "platform/text.h"
@@ -120,13 +121,20 @@ class UnitReader {
             at_ += std::max<std::size_t>(used, 1);
             return Unit::number;
         }
+        const std::string_view rest = text_.substr(at_);
         for (const auto& [keyword, unit] : functions) {
-            if (!text_.substr(at_).starts_with(keyword)) continue;
-            at_ += std::min(keyword.find('('), keyword.size());
+            if (!rest.starts_with(keyword)) continue;
+            at_ += keyword.size();
             pass_over_arguments();
-            return unit;
+            const std::size_t token = cast_measure_at(rest);
+            return token ? unit_of_cast_measure(rest.substr(token)) : unit;
         }
         return reference();
+    }
+
+    static Unit unit_of_cast_measure(std::string_view token) {
+        if (token.starts_with("[ATR]") || token.starts_with("[TTR]")) return Unit::percent;
+        return token.starts_with("[PLT") ? Unit::number : Unit::millimetres;
     }
 
     Unit reference() {
@@ -171,13 +179,11 @@ class UnitReader {
         std::string_view keyword;
         Unit unit;
     };
-    // The ratios of casts come before the lengths that "Model" otherwise gives.
-    static constexpr Function functions[] = {
-        {"Model([ATR])", Unit::percent}, {"Model([TTR])", Unit::percent}, {"Model([PLT", Unit::number},
-        {"Model", Unit::millimetres},    {"lenR", Unit::millimetres},     {"lenD", Unit::millimetres},
-        {"len", Unit::millimetres},      {"angle1", Unit::degrees},       {"angle2", Unit::degrees},
-        {"angle3", Unit::degrees},       {"angle4", Unit::degrees},       {"sdu", Unit::deviations},
-        {"switch", Unit::number}};
+    static constexpr Function functions[] = {{"Model", Unit::millimetres}, {"lenR", Unit::millimetres},
+                                             {"lenD", Unit::millimetres},  {"len", Unit::millimetres},
+                                             {"angle1", Unit::degrees},    {"angle2", Unit::degrees},
+                                             {"angle3", Unit::degrees},    {"angle4", Unit::degrees},
+                                             {"sdu", Unit::deviations},    {"switch", Unit::number}};
 
     const DefinitionFile& file_;
     KnownUnits& known_;

@@ -1,5 +1,7 @@
 #include "analysis/landmark_use.h"
 
+#include <algorithm>
+
 #include "analysis/catalogue.h"
 #include "analysis/definition_file.h"
 #include "platform/text.h"
@@ -33,12 +35,8 @@ bool file_uses(std::string text, std::string_view name) {
 }  // namespace
 
 bool uses_landmark(int kind, std::string_view name) {
-    for (int index = 0;; ++index) {
-        const std::string path = form_file(kind, index);
-        if (path.empty()) return false;
-        if (file_uses(file_text(path), name)) return true;
-        if (kind == 20) return false;
-    }
+    return std::ranges::any_of(form_files(kind),
+                               [name](const std::string& path) { return file_uses(file_text(path), name); });
 }
 
 }  // namespace tool

@@ -13,6 +13,11 @@
 namespace tool {
 namespace {
 
+template <std::size_t size>
+std::string_view text_in(const char (&field)[size]) {
+    return {field, strnlen(field, size)};
+}
+
 class Search : public FormulaNames {
  public:
     Search(const DefinitionFile& file, Landmarks& landmarks, int sex, int band)
@@ -37,9 +42,8 @@ class Search : public FormulaNames {
 
     // Works off what was wanted and what that leads to.
     std::vector<std::string> missing() {
-        while (!items_.empty()) {
-            const NamedLine line = items_.back();
-            items_.pop_back();
+        for (std::size_t next = 0; next < items_.size(); ++next) {
+            const NamedLine line = items_[next];
             const std::string_view text = split_type(line.rest).expression;
             const std::size_t before = missing_.size();
             visit_names(text.substr(0, text.find(';')), *this);
@@ -55,12 +59,16 @@ class Search : public FormulaNames {
         if (found.source == Landmarks::Source::virtually) {
             const tagKPOINT& landmark = landmarks_.virtual_landmark(found.slot);
             if (!seen_.insert(landmark.Construction).second) return;
-            constructions_.push_back(
-                {landmark.Construction, strnlen(landmark.Construction, sizeof landmark.Construction)});
-            if (constructions_.size() > 1) return;  // the outer call works them off
-            for (std::size_t next = 0; next < constructions_.size(); ++next)
-                visit_names(std::string(constructions_[next]), *this);
-            constructions_.clear();
+            virtuals_.push_back(&landmark);
+            if (virtuals_.size() > 1) return;  // the outer call works them off
+            const std::size_t before = missing_.size();
+            for (std::size_t next = 0; next < virtuals_.size(); ++next)
+                visit_names(text_in(virtuals_[next]->Construction), *this);
+            // A circle, or lines that do not cross, has all that it needs and gives no point.
+            for (const tagKPOINT* made : virtuals_)
+                if (missing_.size() == before && evaluation_.points().landmark(text_in(made->Name)) == Vec2())
+                    add(text_in(made->Name));
+            virtuals_.clear();
         } else if (landmarks_.position(found) == Vec2()) {
             add(name);
         }
@@ -88,7 +96,7 @@ class Search : public FormulaNames {
     Evaluation evaluation_;  // one for all items, so that its limit holds for all of them
     std::set<const char*> seen_;
     std::vector<NamedLine> items_;
-    std::vector<std::string_view> constructions_;
+    std::vector<const tagKPOINT*> virtuals_;
     std::vector<std::string> missing_;
 };
 

@@ -50,7 +50,7 @@ ResultRow measured(const AnalysisSheet& sheet, int item, const SheetSubject& sub
     row.missing = sheet.Missing(item, SheetPart::value, subject);
     if (!row.missing.IsEmpty()) {
         row.state = ResultState::missing;
-    } else if (!found.text.IsEmpty()) {
+    } else if (found.is_text) {
         row.state = ResultState::text;
         row.valueText = found.text;
     } else if (!std::isfinite(found.value)) {

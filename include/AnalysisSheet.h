@@ -37,7 +37,8 @@ struct SheetRow {
     bool has_mean = false, has_sd = false;  // a numeric norm exists
     double mean = 0, sd = 0;
     double deviation = 0;  // (value - mean) / sd; 0 without mean or with SD 0
-    CString text;          // the selected alternative of a text item, without its quotes; value is then 0
+    bool is_text = false;  // a text was selected of the item's alternatives; value is then 0
+    CString text;          // that text, without its quotes
 };
 
 // What of an item is asked for.

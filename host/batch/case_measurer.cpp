@@ -81,8 +81,10 @@ void CaseMeasurer::measure_as(std::size_t index, Kind kind, const SheetSubject& 
         item.mean = finite(row.has_mean && !lacks[i].mean, row.mean);
         item.sd = finite(row.has_sd && !lacks[i].sd, row.sd);
         if (lacks[i].value) continue;
-        if (!row.text.IsEmpty()) item.text = printable(Utf8FromCodePage932(row.text));
-        if (!item.text.empty()) continue;
+        if (row.is_text) {
+            item.text = printable(Utf8FromCodePage932(row.text));
+            continue;
+        }
         item.value = finite(true, row.value);
         const bool deviates = item.value && item.mean && item.sd && *item.sd != 0;
         item.deviation = finite(deviates, row.deviation);

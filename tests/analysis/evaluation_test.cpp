@@ -207,6 +207,39 @@ TEST(AnalysisSheet, UnitsOfComparisonsAndAlternatives) {
     for (int i = 0; i < 6; ++i) EXPECT_EQ(sheet.GetItem(i).unit, items[i].unit) << items[i].formula;
 }
 
+std::string listed(const CStringArray& names) {
+    std::string all;
+    for (int i = 0; i < names.GetSize(); ++i) all += (i ? " " : "") + std::string(names[i].View());
+    return all;
+}
+
+TEST(AnalysisSheet, MissesWhatAnAlternativeOrAVirtualLandmarkFurtherInNeeds) {
+    const char* const text =
+        "Calc:\nOuter=case(\"Inner\")*0;case(\"Inner\")*2\nInner=1+len([S],[N])*0;len([S],[N]);len([S],[Ba])\n"
+        "Beyond=len([S],[Q])+case(\"Inner\")+len([Z],[S])\nRound=len([Mid],[S])\nNowhere=len([Par],[S])\n"
+        "Quiet=len([S],[N])>1;\"low\";\"\"\n";
+    const AnalysisSheet sheet(0, text, std::strlen(text));
+    Lateral face = small_face();
+    face.add_virtual("Mid", "mid([V],[S])");
+    face.add_virtual("V", "[W]");
+    face.add_virtual("W", "[V]");
+    face.add_virtual("Par", "cross([S],[N],[S],[N])");
+    const char* const missing[] = {"Ba", "Ba", "Q Z Ba", "V", "Par", ""};
+    for (int i = 0; i < sheet.GetCount(); ++i)
+        EXPECT_EQ(listed(sheet.Missing(i, SheetPart::value, face.on_sheet())), missing[i]) << i;
+    EXPECT_TRUE(sheet.Evaluate(5, face.on_sheet()).is_text) << "an empty text is no number";
+    EXPECT_FALSE(sheet.Evaluate(2, face.on_sheet()).is_text);
+    const char* const casts = "Calc:\nA=Model ([ATR])\nB=Model([ATR])\nC=Model\t([PLTU])\n";
+    const AnalysisSheet of_casts(2, casts, std::strlen(casts));
+    const char* const units[] = {"%", "%", ""};
+    for (int i = 0; i < 3; ++i) EXPECT_EQ(of_casts.GetItem(i).unit, units[i]);
+    const auto missing_on_no_cast = [&](int i) {
+        return listed(of_casts.Missing(i, SheetPart::value, SheetSubject()));
+    };
+    EXPECT_EQ(missing_on_no_cast(0), missing_on_no_cast(1));
+    EXPECT_EQ(missing_on_no_cast(2), "");
+}
+
 TEST(AnalysisSheet, TellsUnitsAndWhatIsMissing) {
     const AnalysisSheet sheet(0, sheet_text, std::strlen(sheet_text));
     Lateral face = small_face();
@@ -216,11 +249,6 @@ TEST(AnalysisSheet, TellsUnitsAndWhatIsMissing) {
         const char *unit, *missing;
     } const items[] = {{"mm", ""},      {"deg", ""}, {"%", ""},   {"mm", "Foo"}, {"SD", ""},      {"", ""},
                        {"mm", "PT Xi"}, {"", ""},    {"deg", ""}, {"mm", "PNS"}, {"SD", "PNS Xi"}};
-    const auto listed = [](const CStringArray& names) {
-        std::string all;
-        for (int i = 0; i < names.GetSize(); ++i) all += (i ? " " : "") + std::string(names[i].View());
-        return all;
-    };
     for (int i = 0; i < sheet.GetCount(); ++i) {
         EXPECT_EQ(sheet.GetItem(i).unit, items[i].unit) << sheet.GetItem(i).name;
         EXPECT_EQ(listed(sheet.Missing(i, SheetPart::value, face.on_sheet())), items[i].missing) << i;
