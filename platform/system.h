@@ -65,8 +65,8 @@ struct FolderEntry {
 };
 
 // Everything in the folder but "." and "..", in the order of the names. Names that code page 932 can't write are left
-// out: no path could name them. Nothing when the folder can't be read.
-std::optional<std::vector<FolderEntry>> list_folder(std::string_view path);
+// out, since no path could name them; *left_out then tells what they are. Nothing when the folder can't be read whole.
+std::optional<std::vector<FolderEntry>> list_folder(std::string_view path, std::vector<FileStatus>* left_out = nullptr);
 
 // --- One open file -------------------------------------------------------------------------------------------------
 

@@ -1,6 +1,8 @@
 #include "util/folders.h"
 
 #include <algorithm>
+#include <optional>
+#include <string>
 #include <vector>
 
 #include "platform/system.h"
@@ -27,24 +29,50 @@ bool is_folder(std::string_view path) {
     return status && status->is_folder;
 }
 
-// Both canonical.
-bool is_or_lies_in(std::string_view inner, std::string_view outer) {
-    if (!inner.starts_with(outer)) return false;
-    const std::string_view below = inner.substr(outer.size());
-    return below.empty() || is_delimiter(below.front()) || is_delimiter(outer.back());
+// The part of the path that is there; "." when nothing of a relative one is.
+std::string existing_part(std::string path) {
+    while (!path.empty() && !file_status(path)) {
+        const std::size_t name = std::max(find_last_char(path, '/') + 1, find_last_char(path, '\\') + 1);
+        path.resize(name < path.size() ? name : path.size() - 1);
+    }
+    return path.empty() ? "." : path;
+}
+
+// Also below folders whose names code page 932 can't write, of which no canonical path can tell.
+bool is_or_lies_in(std::string_view path, std::string_view folder) {
+    std::string at = existing_part(canonical_path(bare(path)));
+    for (;;) {
+        if (same_folder(at, folder)) return true;
+        const std::string above = with_delimiter(at) + "..";
+        if (!is_folder(above) || same_folder(at, above)) return false;
+        at = above;
+    }
+}
+
+// What is to be copied; nothing when that would leave out or lose any of it.
+std::optional<std::vector<FolderEntry>> entries_to_copy(std::string_view folder, bool (*wanted)(const FileStatus&)) {
+    std::vector<FileStatus> left_out;
+    auto entries = list_folder(folder, &left_out);
+    if (!entries || std::ranges::any_of(left_out, wanted)) return std::nullopt;
+    std::erase_if(*entries, [wanted](const FolderEntry& entry) { return !wanted(entry.status); });
+    // Of names that differ in case only, the second would be copied over the first.
+    std::vector<std::string> names;
+    for (const FolderEntry& entry : *entries) names.push_back(lower(entry.name));
+    std::ranges::sort(names);
+    if (std::ranges::adjacent_find(names) != names.end()) return std::nullopt;
+    return entries;
 }
 
 class FolderCopy {
  public:
     bool copy(std::string_view from, std::string_view to) {
-        const std::string source = canonical_path(bare(from));
-        if (is_or_lies_in(canonical_path(bare(to)), source)) return false;
-        if (std::find(being_copied_.begin(), being_copied_.end(), source) != being_copied_.end()) return false;
+        const auto is_source = [from](std::string_view folder) { return same_folder(folder, from); };
+        if (is_or_lies_in(to, from) || std::ranges::any_of(being_copied_, is_source)) return false;
         if (!make_folders(to)) return false;
-        const auto entries = list_folder(from);
+        const auto entries = entries_to_copy(from, [](const FileStatus&) { return true; });
         if (!entries) return false;
 
-        being_copied_.push_back(source);
+        being_copied_.emplace_back(from);
         const bool all = std::all_of(entries->begin(), entries->end(), [&](const FolderEntry& entry) {
             const std::string old_path = with_delimiter(std::string(from)) + entry.name;
             const std::string new_path = with_delimiter(std::string(to)) + entry.name;
@@ -55,7 +83,7 @@ class FolderCopy {
     }
 
  private:
-    std::vector<std::string> being_copied_;  // from the outermost folder inwards, canonical
+    std::vector<std::string> being_copied_;  // from the outermost folder inwards
 };
 
 }  // namespace
@@ -76,11 +104,10 @@ bool copy_folder(std::string_view from, std::string_view to) {
 bool copy_plain_files(std::string_view from, std::string_view to) {
     if (!set_current_folder(from)) return false;
     make_folders(to);
-    const auto entries = list_folder(".");
-    return entries && std::all_of(entries->begin(), entries->end(), [&](const FolderEntry& entry) {
-               const FileStatus& status = entry.status;
-               return status.is_folder || status.system || status.hidden ||
-                      copy_file(std::string(from) + entry.name, std::string(to) + entry.name, false);
+    const auto entries = entries_to_copy(
+        ".", [](const FileStatus& status) { return !status.is_folder && !status.system && !status.hidden; });
+    return entries && std::ranges::all_of(*entries, [&](const FolderEntry& entry) {
+               return copy_file(std::string(from) + entry.name, std::string(to) + entry.name, false);
            });
 }
 

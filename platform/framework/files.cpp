@@ -40,9 +40,13 @@ void require(FileFault fault, LPCSTR path) {
 void require_done(bool done, LPCSTR path) {
     if (done) return;
     const LONG error = system_error();
-    AfxThrowFileException(
-        tool::file_status(tool::view_or_empty(path)) ? CFileException::accessDenied : CFileException::fileNotFound,
-        error, path);
+    const bool is_there = tool::file_status(tool::view_or_empty(path)).has_value();
+    // With the file there, it is the folder of its new name that is not.
+    const bool has_nowhere_to_go = is_there && tool::tells_absence(static_cast<std::uint32_t>(error));
+    AfxThrowFileException(has_nowhere_to_go ? CFileException::badPath
+                          : is_there        ? CFileException::accessDenied
+                                            : CFileException::fileNotFound,
+                          error, path);
 }
 
 OpenFile& required(const std::unique_ptr<OpenFile>& file, LPCSTR path) {

@@ -7,6 +7,7 @@
 #include <cerrno>
 #include <cstdio>
 #include <cstdlib>
+#include <memory>
 
 #include "platform/posix/names.h"
 #include "platform/system.h"
@@ -64,7 +65,7 @@ bool remove_folder(std::string_view path) {
 
 bool rename_file(std::string_view from, std::string_view to) {
     struct stat status;
-    const std::string target = posix::spelled(to);
+    const std::string target = posix::in_found_folder(to);
     if (lstat(target.c_str(), &status) == 0) {
         set_last_error(EEXIST);
         return false;
@@ -112,23 +113,28 @@ std::string canonical_path(std::string_view path) {
     return std::string(path);
 }
 
-std::optional<std::vector<FolderEntry>> list_folder(std::string_view path) {
-    DIR* const listing = opendir(posix::found(path).c_str());
+std::optional<std::vector<FolderEntry>> list_folder(std::string_view path, std::vector<FileStatus>* left_out) {
+    const std::unique_ptr<DIR, int (*)(DIR*)> listing(opendir(posix::found(path).c_str()), closedir);
     if (!listing) {
         succeeded(-1);
         return std::nullopt;
     }
     std::vector<FolderEntry> entries;
-    while (const dirent* entry = readdir(listing)) {
+    for (;;) {
+        errno = 0;
+        const dirent* const entry = readdir(listing.get());
+        if (!entry && !succeeded(errno)) return std::nullopt;
+        if (!entry) break;
         const std::string_view name = entry->d_name;
         if (name == "." || name == "..") continue;
         const std::optional<std::string> code_page_name = posix::code_page_name(name);
-        std::optional<FileStatus> status = status_at(dirfd(listing), entry->d_name);
-        if (!code_page_name || !status) continue;
-        status->hidden = names_hidden(name);
-        entries.push_back({*code_page_name, *status});
+        std::optional<FileStatus> status = status_at(dirfd(listing.get()), entry->d_name);
+        if (status) status->hidden = names_hidden(name);
+        if (code_page_name && status)
+            entries.push_back({*code_page_name, *status});
+        else if (left_out)
+            left_out->push_back(status.value_or(FileStatus()));
     }
-    closedir(listing);
     std::ranges::sort(entries, {}, &FolderEntry::name);
     return entries;
 }

@@ -70,20 +70,7 @@ bool is_delimiter(char c) {
     return c == '/' || c == '\\';
 }
 
-}  // namespace
-
-std::string spelled(std::string_view path) {
-    std::string with_slashes(path);
-    if (is_ascii(path)) {
-        std::ranges::replace(with_slashes, '\\', '/');
-        return with_slashes;
-    }
-    for (std::size_t at = 0; at < with_slashes.size(); at += char_length(path.substr(at)))
-        if (with_slashes[at] == '\\') with_slashes[at] = '/';
-    return utf8_from_code_page(with_slashes);
-}
-
-std::string found(std::string_view path) {
+std::string found(std::string_view path, bool last_as_written) {
     std::string exact = spelled(path);
     if (is_there(exact)) return exact;
 
@@ -99,7 +86,8 @@ std::string found(std::string_view path) {
         const std::string_view name = path.substr(0, length);
         const std::string next = spelled(name);
         path.remove_prefix(length);
-        if (is_there(result + next)) {
+        const bool as_written = last_as_written && std::ranges::all_of(path, is_delimiter);
+        if (as_written || is_there(result + next)) {
             result += next;
         } else if (const auto entry = entry_ignoring_case(result, name)) {
             result += *entry;
@@ -108,6 +96,27 @@ std::string found(std::string_view path) {
         }
     }
     return result;
+}
+
+}  // namespace
+
+std::string spelled(std::string_view path) {
+    std::string with_slashes(path);
+    if (is_ascii(path)) {
+        std::ranges::replace(with_slashes, '\\', '/');
+        return with_slashes;
+    }
+    for (std::size_t at = 0; at < with_slashes.size(); at += char_length(path.substr(at)))
+        if (with_slashes[at] == '\\') with_slashes[at] = '/';
+    return utf8_from_code_page(with_slashes);
+}
+
+std::string found(std::string_view path) {
+    return found(path, false);
+}
+
+std::string in_found_folder(std::string_view path) {
+    return found(path, true);
 }
 
 std::optional<std::string> code_page_name(std::string_view name) {

@@ -1,5 +1,6 @@
 #include <unistd.h>
 
+#include <algorithm>
 #include <array>
 #include <cerrno>
 #include <climits>
@@ -22,6 +23,19 @@ thread_local std::uint32_t last_error_of_thread = 0;
 }
 [[maybe_unused]] const char* text_of(int result, const char* buffer) {
     return result == 0 ? buffer : "";
+}
+
+// With "?" for what code page 932 can't write.
+std::string nearest_code_page_text(std::string_view utf8) {
+    const auto is_inside = [](char c) { return (static_cast<unsigned char>(c) & 0xC0) == 0x80; };
+    std::string text;
+    while (!utf8.empty()) {
+        const auto next = std::find_if_not(utf8.begin() + 1, utf8.end(), is_inside);
+        const auto length = static_cast<std::size_t>(next - utf8.begin());
+        text += code_page_from_utf8(utf8.substr(0, length)).value_or("?");
+        utf8.remove_prefix(length);
+    }
+    return text;
 }
 
 }  // namespace
@@ -48,7 +62,7 @@ bool tells_absence(std::uint32_t code) {
 std::string error_text(std::uint32_t code) {
     std::array<char, 256> buffer{};
     const char* const text = text_of(strerror_r(static_cast<int>(code), buffer.data(), buffer.size()), buffer.data());
-    return code_page_from_utf8(text).value_or("");
+    return nearest_code_page_text(text);
 }
 
 LocalTime system_time() {

@@ -69,6 +69,12 @@ class Replacement {
     bool is_open() const { return file_.is_open(); }
     int descriptor() const { return file_.get(); }
 
+    // As far as the user may give it away: a file that root writes stays its owner's.
+    void belong_as(const struct stat& before) {
+        if (fchown(file_.get(), before.st_uid, before.st_gid) == 0) return;
+        [[maybe_unused]] const int no_matter = fchown(file_.get(), static_cast<uid_t>(-1), before.st_gid);
+    }
+
     // Without a mode the new file keeps what the user's mask made of it.
     bool take_place(std::optional<mode_t> mode, bool fail_if_exists) {
         if (mode && fchmod(file_.get(), *mode & 07777) != 0) return failed(errno);
@@ -112,12 +118,12 @@ std::string behind_links(std::string path) {
 
 constexpr mode_t any_write = S_IWUSR | S_IWGRP | S_IWOTH;
 
-// False with the error set where `target` is there but no plain file, or read-only. *mode is an existing file's.
-bool may_replace(const std::string& target, std::optional<mode_t>* mode) {
+// False with the error set where `target` is there but no plain file, or read-only. *before is an existing file's.
+bool may_replace(const std::string& target, std::optional<struct stat>* before) {
     struct stat status;
     if (stat(target.c_str(), &status) != 0) return true;
     if (!S_ISREG(status.st_mode)) return failed(S_ISDIR(status.st_mode) ? EISDIR : EINVAL);
-    *mode = status.st_mode;
+    *before = status;
     return (status.st_mode & any_write) || failed(EACCES);
 }
 
@@ -133,11 +139,13 @@ std::optional<std::string> read_file(std::string_view path, std::uint64_t limit)
 
 bool write_file_atomically(std::string_view path, std::string_view bytes) {
     const std::string target = behind_links(posix::found(path));
-    std::optional<mode_t> mode;
-    if (!may_replace(target, &mode)) return false;
+    std::optional<struct stat> before;
+    if (!may_replace(target, &before)) return false;
     Replacement file(target);
     if (!file.is_open() || !posix::write_all(file.descriptor(), bytes.data(), bytes.size())) return failed(errno);
-    return file.take_place(mode, false);
+    if (!before) return file.take_place(std::nullopt, false);
+    file.belong_as(*before);
+    return file.take_place(before->st_mode, false);
 }
 
 bool copy_file(std::string_view from, std::string_view to, bool fail_if_exists) {
@@ -145,14 +153,15 @@ bool copy_file(std::string_view from, std::string_view to, bool fail_if_exists) 
     struct stat status;
     if (!plain_file(source.get(), status)) return false;
     const std::string target = behind_links(posix::found(to));
-    std::optional<mode_t> mode_before;
-    if (!may_replace(target, &mode_before)) return false;
+    std::optional<struct stat> before;
+    if (!may_replace(target, &before)) return false;
     Replacement file(target);
     if (!file.is_open()) return failed(errno);
     std::array<char, 65536> block;
     while (const ssize_t got = posix::read_all(source.get(), block.data(), block.size()))
         if (got < 0 || !posix::write_all(file.descriptor(), block.data(), static_cast<std::size_t>(got)))
             return failed(errno);
+    if (before) file.belong_as(*before);
     return file.take_place(status.st_mode, fail_if_exists);
 }
 

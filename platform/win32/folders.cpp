@@ -116,8 +116,11 @@ bool set_current_folder(std::string_view path) {
 
 bool same_folder(std::string_view a, std::string_view b) {
     const auto first = identity(a), second = identity(b);
-    return first && second && first->dwVolumeSerialNumber == second->dwVolumeSerialNumber &&
-           first->nFileIndexHigh == second->nFileIndexHigh && first->nFileIndexLow == second->nFileIndexLow;
+    if (!first || !second || first->dwVolumeSerialNumber != second->dwVolumeSerialNumber ||
+        first->nFileIndexHigh != second->nFileIndexHigh || first->nFileIndexLow != second->nFileIndexLow)
+        return false;
+    const bool has_number = first->nFileIndexHigh || first->nFileIndexLow;  // not every file system gives one
+    return has_number || real_path(win32::spelled(a)) == real_path(win32::spelled(b));
 }
 
 std::string canonical_path(std::string_view path) {
@@ -138,7 +141,7 @@ std::string canonical_path(std::string_view path) {
     return std::string(path);
 }
 
-std::optional<std::vector<FolderEntry>> list_folder(std::string_view path) {
+std::optional<std::vector<FolderEntry>> list_folder(std::string_view path, std::vector<FileStatus>* left_out) {
     const std::wstring folder = path.empty() ? L"." : win32::spelled(path);
     WIN32_FIND_DATAW found;
     const HANDLE search = FindFirstFileW((folder + L"\\*").c_str(), &found);
@@ -148,13 +151,19 @@ std::optional<std::vector<FolderEntry>> list_folder(std::string_view path) {
         const std::wstring name = found.cFileName;
         if (name == L"." || name == L"..") continue;
         const std::optional<std::string> code_page_name = win32::code_page_name(name);
-        if (!code_page_name) continue;
         const FileStatus own = status_of(found.dwFileAttributes, found.nFileSizeHigh, found.nFileSizeLow);
         const bool is_link =
             (found.dwFileAttributes & FILE_ATTRIBUTE_REPARSE_POINT) && names_another_place(found.dwReserved0);
-        entries.push_back({*code_page_name, is_link ? followed(folder + L"\\" + name, own) : own});
+        const FileStatus status = is_link ? followed(folder + L"\\" + name, own) : own;
+        if (code_page_name)
+            entries.push_back({*code_page_name, status});
+        else if (left_out)
+            left_out->push_back(status);
     } while (FindNextFileW(search, &found));
+    const DWORD error = GetLastError();
     FindClose(search);
+    SetLastError(error);
+    if (error != ERROR_NO_MORE_FILES) return std::nullopt;
     std::ranges::sort(entries, {}, &FolderEntry::name);
     return entries;
 }

@@ -33,7 +33,7 @@ std::string error_text(std::uint32_t code) {
     constexpr DWORD flags = FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS;
     std::wstring_view line(text, FormatMessageW(flags, nullptr, code, 0, text, 1024, nullptr));
     while (!line.empty() && (line.back() == L'\n' || line.back() == L'\r')) line.remove_suffix(1);
-    return win32::code_page_text(line).value_or("");
+    return win32::nearest_code_page_text(line);
 }
 
 LocalTime system_time() {

@@ -1,6 +1,7 @@
 #include "framework/files.h"
 
 #include <chrono>
+#include <functional>
 #include <thread>
 
 #include "framework/system.h"
@@ -21,6 +22,17 @@ bool make_link(const std::string& target, const std::string& link) {
     std::error_code failure;
     std::filesystem::create_symlink(target, link, failure);
     return !failure;
+}
+
+int cause_of(const std::function<void()>& call) {
+    try {
+        call();
+    } catch (CException* exception) {
+        const int cause = dynamic_cast<CFileException&>(*exception).m_cause;
+        exception->Delete();
+        return cause;
+    }
+    return CFileException::none;
 }
 
 TEST(Names, AreFoundIgnoringCaseWithEitherDelimiterAndInCodePage932) {
@@ -85,6 +97,12 @@ TEST(WholeFiles, KeepReadOnlyFilesAndLinksWhatTheyAre) {
     EXPECT_TRUE(tool::write_file_atomically(path, "new"));
     EXPECT_EQ(folder.read("target"), "new");
     EXPECT_EQ(std::filesystem::status(path).permissions(), rights);
+#if !defined(_WIN32)
+    struct stat owned;
+    const bool given_away = chown(path.c_str(), 7, 8) == 0;  // only root can
+    EXPECT_TRUE(tool::write_file_atomically(path, "new") && stat(path.c_str(), &owned) == 0);
+    EXPECT_TRUE(!given_away || (owned.st_uid == 7 && owned.st_gid == 8));
+#endif
     EXPECT_EQ(tool::file_status(path)->is_link, linked);
     std::filesystem::permissions(folder.path("target"), std::filesystem::perms::owner_read);
     EXPECT_FALSE(tool::write_file_atomically(path, "newer"));
@@ -114,13 +132,7 @@ TEST(CFile, WritesSeeksAndReadsBack) {
     char buffer[8] = {};
     EXPECT_EQ(file.Read(buffer, 8), 4u);
     EXPECT_STREQ(buffer, "6789");
-    EXPECT_THROW(
-        try { file.Seek(-1, CFile::begin); } catch (CFileException* failure) {
-            EXPECT_EQ(failure->m_cause, CFileException::badSeek);
-            failure->Delete();
-            throw 1;
-        },
-        int);
+    EXPECT_EQ(cause_of([&] { file.Seek(-1, CFile::begin); }), CFileException::badSeek);
     file.Close();
     CFileStatus status;
     EXPECT_TRUE(CFile::GetStatus(path.c_str(), status));
@@ -129,8 +141,13 @@ TEST(CFile, WritesSeeksAndReadsBack) {
     EXPECT_EQ(folder.read("f"), "0123456789");
     EXPECT_TRUE(CFile().Open(path.c_str(), CFile::modeCreate | CFile::modeWrite));
     EXPECT_EQ(folder.read("f"), "");
-    CFile::Remove(path.c_str());
-    EXPECT_FALSE(CFile::GetStatus(path.c_str(), status));
+    std::filesystem::create_directory(folder.path("Sub"));
+    const auto renamed = [&](const char* to) { CFile::Rename(path.c_str(), folder.path(to).c_str()); };
+    EXPECT_EQ(cause_of([&] { renamed("no/G"); }), CFileException::badPath);
+    EXPECT_EQ(cause_of([&] { renamed("Sub"); }), CFileException::accessDenied);
+    EXPECT_EQ(cause_of([&] { renamed("SUB/G"); }), CFileException::none);
+    CFile::Remove(folder.path("Sub/G").c_str());
+    EXPECT_TRUE(std::filesystem::is_empty(folder.path("Sub")));
 }
 
 TEST(CFile, TellsWhyItFailed) {
@@ -145,13 +162,7 @@ TEST(CFile, TellsWhyItFailed) {
     EXPECT_EQ(std::string(text).size(), 11u);
     CFile full;
     if (!full.Open("/dev/full", CFile::modeWrite)) GTEST_SKIP() << "no full device here";
-    try {
-        full.Write("x", 1);
-        ADD_FAILURE();
-    } catch (CException* exception) {
-        EXPECT_EQ(dynamic_cast<CFileException&>(*exception).m_cause, CFileException::diskFull);
-        exception->Delete();
-    }
+    EXPECT_EQ(cause_of([&] { full.Write("x", 1); }), CFileException::diskFull);
 }
 
 TEST(Process, KeepsTheLastErrorOfEachThread) {

@@ -139,6 +139,24 @@ TEST(Tools, AnswerAsTheTablesSay) {
     expect_answers(TOOL_TEST_DATA "/links.txt", answer);
 }
 
+TEST(FolderCopies, FailWhereTheyWouldLeaveOutOrLoseSomething) {
+    const World world;
+    const auto answer = [&](const char* call, Fields paths) { return world.folder_answer(call, paths, 0); };
+    fs::create_directories(world.root / u8"in/é/src/sub");
+    fs::current_path(world.root / u8"in/é");  // which no path in code page 932 can name
+    const auto copied = [](CString from, CString to) { return CTools::DirectoryCopy(from, to); };
+    for (const char* below : {"./src/sub", "./src"}) EXPECT_EQ(copied("src", below), 0) << below;
+    for (const char* below : {"x", "../x", "src/x"}) EXPECT_EQ(copied("..", below), 0) << below;
+    EXPECT_EQ(copied("src", "new/dst"), 1);
+    EXPECT_EQ(answer("DirectoryCopy", {"in", "out"}), "0");
+    EXPECT_EQ(answer("CopyFolderFile", {"out/", "in/"}), "1");  // without folders nothing is left out
+    fs::create_directory(world.root / "case");
+    for (const auto* name : {u8"in/é.txt", u8"case/A", u8"case/a"}) std::ofstream(world.root / name) << "a";
+    EXPECT_EQ(answer("CopyFolderFile", {"out/", "in/"}), "0");
+    const auto folds = to_string(fs::equivalent(world.root / "case/A", world.root / "case/a"));
+    EXPECT_EQ(answer("DirectoryCopy", {"case", "copy"}), folds);
+}
+
 TEST(IsNum, AgreesWithReadingAndPrinting) {
     std::vector<string> texts = {"", string(400, '9'), string(310, '1') + ".5"};
     for (std::size_t i = 0; i < texts.size(); ++i)
