@@ -10,5 +10,6 @@
 // Undefined codes become U+30FB (the platform's own choice), a NUL ends the text.
 TOOL_API std::string Utf8FromCodePage932(const char* text);
 
-// False when a character has no place in code page 932 or the UTF-8 is broken; *out is then "".
+// A character without a code of its own becomes the platform's nearest one ("e" for U+00E9). False when it has none
+// either, or the UTF-8 is broken; *out is then "".
 TOOL_API bool CodePage932FromUtf8(const char* utf8, CString* out);
