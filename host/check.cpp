@@ -8,6 +8,7 @@
 #include <ostream>
 
 #include "host/command_line.h"
+#include "host/library_name.h"
 #include "host/paint.h"
 #include "host/profile.h"
 #include "host/text_width.h"
@@ -22,12 +23,12 @@ std::string utf8(const CString& text) {
 }
 
 CheckResult checked(const std::string& path) {
-    CString name;
-    if (!CodePage932FromUtf8(path.c_str(), &name)) {
+    const std::optional<CString> name = library_name(path);
+    if (!name) {
         throw Error(ExitCode::bad_input, printable(path) + " has a name outside code page 932",
                     "Use a path that is in plain or Japanese letters throughout.");
     }
-    return DefinitionCheck::Path(name);
+    return DefinitionCheck::Path(*name);
 }
 
 std::string shown(const CheckFinding& finding, bool colour) {

@@ -1,6 +1,5 @@
 #include "host/line_image.h"
 
-#include <CodePage.h>
 #include <Tools.h>
 
 #include <algorithm>
@@ -12,6 +11,7 @@
 
 #include "host/error.h"
 #include "host/interruption.h"
+#include "host/library_name.h"
 #include "host/output.h"
 #include "host/path.h"
 #include "host/suggestion.h"
@@ -43,12 +43,12 @@ void check_input(const std::string& path) {
 }
 
 CString name_of_file(const std::string& path) {
-    CString name;
-    if (!CodePage932FromUtf8(path.c_str(), &name)) {
+    const std::optional<CString> name = library_name(path);
+    if (!name) {
         throw error_in(path, "the name is outside code page 932",
                        "Use a path that is in plain or Japanese letters throughout.");
     }
-    return name;
+    return *name;
 }
 
 LineImage read_pgm(const std::string& path) {

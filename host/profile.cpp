@@ -1,11 +1,10 @@
 #include "host/profile.h"
 
-#include <CodePage.h>
-
 #include <filesystem>
 #include <string_view>
 
 #include "host/error.h"
+#include "host/library_name.h"
 #include "host/path.h"
 #include "host/program_folder.h"
 #include "host/text_width.h"
@@ -26,11 +25,16 @@ ProgramProfile::ProgramProfile(const std::string& analysis_folder)
         throw Error(ExitCode::bad_command_line, printable(folder_) + " is no folder of analyses",
                     "Name one with --anaitem FOLDER.");
     }
-    if (!CodePage932FromUtf8(folder_.c_str(), &folder_in_profile_)) {
+    const std::optional<CString> name = library_name(folder_);
+    if (!name) {
         throw Error(ExitCode::bad_command_line,
                     "the folder " + printable(folder_) + " has a name outside code page 932",
-                    "Use a folder whose whole path is in plain or Japanese letters.");
+                    analysis_folder.empty()
+                        ? "Move the program to a folder whose whole path is in plain or Japanese letters, or name "
+                          "another folder of analyses with --anaitem FOLDER."
+                        : "Use a folder whose whole path is in plain or Japanese letters.");
     }
+    folder_in_profile_ = *name;
 }
 
 CString ProgramProfile::GetProfileString(LPCSTR section, LPCSTR entry, LPCSTR defaultValue) {

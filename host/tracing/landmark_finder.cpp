@@ -1,7 +1,8 @@
 #include "host/tracing/landmark_finder.h"
 
 #include <CephCalc.h>
-#include <CodePage.h>
+
+#include "host/library_name.h"
 
 namespace cephtool {
 namespace {
@@ -21,10 +22,10 @@ std::optional<Position> LandmarkFinder::operator()(const std::string& name) {
     for (const auto* placed : {&case_.landmarks, &case_.user})
         for (const Landmark& landmark : *placed)
             if (landmark.name == name) return landmark.position;
-    CString bytes;
-    if (!CodePage932FromUtf8(name.c_str(), &bytes)) return {};
+    const std::optional<CString> bytes = library_name(name);
+    if (!bytes) return {};
     const SheetSubject subject = record_.subject(0, 0);
-    const CPointD point = CCephCalc::PointPos(static_cast<int>(case_.kind), bytes, subject.record, subject.kCount,
+    const CPointD point = CCephCalc::PointPos(static_cast<int>(case_.kind), *bytes, subject.record, subject.kCount,
                                               subject.kPoints, subject.uCount, subject.uPoints);
     if (point.x == 0 && point.y == 0) return {};
     // The record may count in parts of a pixel.

@@ -21,6 +21,7 @@ TEST(Check, ListsFaultsByPlaceAndCountsThem) {
     folder.add("mine/CalcForm/list.txt", "A.txt\n");
     folder.add("mine/CalcForm/A.txt", sound + static_cast<LPCSTR>(japanese) + "len([N])\n");
     folder.add("sound.txt", sound);
+    folder.add("sond.txt", sound);  // not meant by "sønd.txt"
     folder.add("noted.txt", sound + "Mean:\nA=5\n");
     folder.add("症例.txt", sound + "len([N])\n");
     const std::string slip = "mine/CalcForm/A.txt:5:9: there is no landmark \"s\"";
@@ -46,6 +47,7 @@ TEST(Check, ListsFaultsByPlaceAndCountsThem) {
          ExitCode::bad_input,
          {},
          "cephtool: \xF0\x9F\xA6\xB7.txt has a name outside code page 932\n"},
+        {{"sønd.txt"}, ExitCode::bad_input, {}, "cephtool: sønd.txt has a name outside code page 932\n"},
         {{"--format", "jsn", "mine"}, ExitCode::bad_command_line, {}, "cephtool: --format: \"jsn\" is none of"},
     };
     for (const auto& c : cases) {
