@@ -88,7 +88,7 @@ ExitCode run_age(const Command& command, const Arguments& arguments, Streams& st
                     "Give the day of birth first.");
     }
     const std::optional<EraCalendar> calendar = EraCalendar::find();
-    if (!calendar) streams.err << "note: no eras, since " << printable(era_file()) << " is missing\n";
+    if (!calendar) streams.err << "note: no eras, since " << why_no_eras() << "\n";
     const auto form = format == "table" ? japanese_text : code_text;
     result.birth_era = era_text(calendar, result.birth, form);
     result.day_era = era_text(calendar, result.day, form);

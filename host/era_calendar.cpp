@@ -22,6 +22,11 @@ std::string number(unsigned value) {
     return std::to_string(value);
 }
 
+// The file that the library reads.
+std::string era_file() {
+    return utf8_from_path(program_folder() / "Era.dat");
+}
+
 }  // namespace
 
 std::string code_text(const EraDate& date) {
@@ -34,11 +39,13 @@ std::string japanese_text(const EraDate& date) {
            number(unsigned{date.date.month()}) + "月" + number(unsigned{date.date.day()}) + "日";
 }
 
-std::string era_file() {
-    return utf8_from_path(program_folder() / "Era.dat");
+std::string why_no_eras() {
+    return library_finds_program() ? printable(era_file()) + " is missing"
+                                   : "the path of the program is outside code page 932";
 }
 
 std::optional<EraCalendar> EraCalendar::find() {
+    if (!library_finds_program()) return {};  // it would take the table of the current folder
     std::error_code failure;
     if (!std::filesystem::exists(path_from_utf8(era_file()), failure) && !failure) return {};
     return EraCalendar();
@@ -86,6 +93,11 @@ std::string EraCalendar::list() const {
 
 EraCalendar required_era_calendar() {
     std::optional<EraCalendar> calendar = EraCalendar::find();
+    if (!calendar && !library_finds_program()) {
+        throw Error(ExitCode::bad_input, "there are no Japanese eras, since " + why_no_eras(),
+                    "Move the program to a folder whose whole path is in plain or Japanese letters, and write dates as "
+                    "2012-03-31 until then.");
+    }
     if (!calendar) {
         throw Error(ExitCode::bad_input, "the table of Japanese eras is missing: " + printable(era_file()),
                     "It comes with the program: copy it there, and write dates as 2012-03-31 until then.");

@@ -23,12 +23,12 @@ std::string code_text(const EraDate& date);
 // "令和6年3月5日"; the first year is 元年.
 std::string japanese_text(const EraDate& date);
 
-// The file that the library reads: beside the program.
-std::string era_file();
+// "FILE is missing", the table beside the program that the library reads, or why it can't look there.
+std::string why_no_eras();
 
 class EraCalendar {
  public:
-    // Nothing when `era_file` is missing.
+    // Nothing when the table is missing or out of the library's reach.
     static std::optional<EraCalendar> find();
 
     // Nothing for a day of no era.

@@ -1,20 +1,34 @@
 #include "host/program_folder.h"
 
-#include <CodePage.h>
 #include <Framework.h>
 
-#include <algorithm>
-
-#include "host/path.h"
+#include "host/error.h"
+#include "host/library_name.h"
+#include "host/system.h"
 
 namespace cephtool {
+namespace {
 
-std::filesystem::path program_folder() {
+// As the library has it, which is also what a test has set. "" when code page 932 can't write it.
+std::filesystem::path program_of_library() {
     char path[4096];
     GetModuleFileNameA(nullptr, path, sizeof path);
-    std::string program = Utf8FromCodePage932(path);
-    std::ranges::replace(program, '\\', '/');
-    return path_from_utf8(program).parent_path().make_preferred();
+    return path_from_library(path);
+}
+
+}  // namespace
+
+bool library_finds_program() {
+    return !program_of_library().empty();
+}
+
+std::filesystem::path program_folder() {
+    std::filesystem::path program = program_of_library();
+    if (program.empty()) program = running_program();
+    if (program.empty()) {  // never the current folder: it may be anybody's
+        throw Error(ExitCode::bad_input, "the system does not tell where the program lies", "On Linux it needs /proc.");
+    }
+    return program.parent_path();
 }
 
 std::filesystem::path shared_folder() {

@@ -14,6 +14,9 @@ enum class StandardStream { output = 1, error = 2 };
 // Whether it is a terminal that colours a text and moves to the start of a line.
 bool is_terminal(StandardStream stream);
 
+// Where the running program lies; "" when the system does not tell.
+std::filesystem::path running_program();
+
 // Null when it can't be opened.
 std::FILE* opened_to_read(const std::filesystem::path& path);
 

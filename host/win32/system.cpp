@@ -5,6 +5,7 @@
 #include <windows.h>
 
 #include <cstdlib>
+#include <string>
 
 namespace cephtool {
 
@@ -20,6 +21,15 @@ bool is_terminal(StandardStream stream) {
     const HANDLE console = GetStdHandle(stream == StandardStream::output ? STD_OUTPUT_HANDLE : STD_ERROR_HANDLE);
     DWORD mode = 0;
     return GetConsoleMode(console, &mode) && SetConsoleMode(console, mode | ENABLE_VIRTUAL_TERMINAL_PROCESSING);
+}
+
+std::filesystem::path running_program() {
+    std::wstring path(MAX_PATH, L'\0');
+    for (;;) {
+        const DWORD length = GetModuleFileNameW(nullptr, path.data(), static_cast<DWORD>(path.size()));
+        if (length < path.size()) return path.substr(0, length);
+        path.resize(2 * path.size());
+    }
 }
 
 std::FILE* opened_to_read(const std::filesystem::path& path) {

@@ -6,6 +6,7 @@
 #include "host/date_reader.h"
 #include "host/era_calendar.h"
 #include "host/host_test.h"
+#include "host/program_folder.h"
 #include "host/text_width.h"
 
 namespace cephtool {
@@ -153,6 +154,9 @@ TEST_F(Dates, NeedTheTableOnlyForEras) {
     folder.add("Era.dat", "[MAIN]\nn=3\n[ERA_RANGE]\n1=1990.1.1-\n2=-2000.01.01\n[ERA_CODE]\n2=Z\n");
     EXPECT_THAT(run({"era", "1999-01-01"}).out, HasSubstr("no era of the table"));
     EXPECT_THAT(run({"era", "Z1.1.1"}).out, HasSubstr("0001-01-01  –"));
+    SetModuleFileNameA("");  // as when its path is outside the code page; the current folder is no way out
+    EXPECT_TRUE(program_folder().is_absolute());
+    EXPECT_THAT(run({"era", "Z1.1.1"}).err, HasSubstr("no Japanese eras, since the path of the program is outside"));
 }
 
 }  // namespace
