@@ -6,6 +6,8 @@
 
 #include <algorithm>
 
+#include "host/library_name.h"
+#include "host/path.h"
 #include "host/suggestion.h"
 #include "host/text_width.h"
 
@@ -19,6 +21,11 @@ struct EngineKind {
 };
 
 constexpr int surgical = 20;
+
+// As of a file that the library reads itself.
+constexpr InputLimit definition_limit{
+    std::size_t{16} << 20, "16 MiB",
+    "A definition file is some kilobytes of text. Give the file that holds the items."};
 
 constexpr EngineKind engine_kinds[] = {
     {0, "lateral", Kind::lateral}, {10, "diagnosis", Kind::lateral}, {surgical, "surgery", Kind::lateral},
@@ -65,7 +72,7 @@ std::string definition_bytes(const CString& path) {
             failure->m_cause == CFileException::fileNotFound || failure->m_cause == CFileException::badPath;
         failure->Delete();
         if (absent) return {};
-        throw Error(ExitCode::bad_input, printable(Utf8FromCodePage932(path)) + " can't be read",
+        throw Error(ExitCode::bad_input, printable(utf8_from_path(path_from_library(path))) + " can't be read",
                     "Check that you may read it, and the disk.");
     }
 }
@@ -91,7 +98,7 @@ std::vector<Analysis> listed_analyses(std::vector<std::string>& notes) {
                 analyses.push_back(described(kind.code, Utf8FromCodePage932(path), std::move(sheet), text));
                 analyses.back().index = index;
             } else if (!single) {
-                notes.push_back(printable(Utf8FromCodePage932(path)) + " is listed, but can't be read");
+                notes.push_back(printable(utf8_from_path(path_from_library(path))) + " is listed, but can't be read");
             }
             if (single) break;
         }
@@ -100,7 +107,7 @@ std::vector<Analysis> listed_analyses(std::vector<std::string>& notes) {
 }
 
 std::vector<Analysis> analyses_in_file(const std::string& path, std::istream& standard_input) {
-    const Source source = read_bytes(path, standard_input);
+    const Source source = read_bytes(path, standard_input, definition_limit);
     std::vector<Analysis> analyses;
     for (const Kind kind : all_kinds) {
         const int code = static_cast<int>(kind);
@@ -134,8 +141,7 @@ Error unknown_analysis(std::span<const Analysis> analyses, std::string_view name
     }
     const std::string meant = did_you_mean(name, names);
     return {ExitCode::bad_command_line, "there is no analysis " + in_quotes(name),
-            (meant.empty() ? "" : meant + " ") +
-                "\"cephtool analyses\" lists them; a definition file is given by its path."};
+            (meant.empty() ? "" : meant + " ") + "\"cephtool analyses\" lists them."};
 }
 
 }  // namespace cephtool

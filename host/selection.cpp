@@ -19,7 +19,11 @@ Selection::Selection(const std::vector<std::string>& names, Streams& streams) {
 void Selection::choose(const std::string& name, Streams& streams) {
     const bool is_path = name.find_first_of("/\\") != std::string::npos || lower_case(name).ends_with(".txt");
     std::vector<const Analysis*> found = named(listed_, name);
-    if (found.empty() && !is_path) throw unknown_analysis(listed_, name);
+    if (found.empty() && !is_path) {
+        Error unknown = unknown_analysis(listed_, name);
+        unknown.way_out += " A definition file is given by its path.";
+        throw unknown;
+    }
     if (found.empty()) {
         from_files_.push_back(analyses_in_file(name, streams.in));
         for (const Analysis& analysis : from_files_.back()) found.push_back(&analysis);

@@ -12,18 +12,17 @@ namespace {
 
 constexpr std::string_view byte_order_mark = "\xEF\xBB\xBF";
 
-Error too_large(const std::string& name) {
+Error too_large(const std::string& name, const InputLimit& limit) {
     Source source{name, {}};
-    return source.error("the input is larger than " + std::to_string(largest_input >> 20) + " MiB",
-                        "A case is a list of landmarks, not an image. Give the file that holds the coordinates.");
+    return source.error(std::string("the input is larger than ") + limit.shown, limit.way_out);
 }
 
-std::string bytes_of(std::istream& in, const std::string& name) {
+std::string bytes_of(std::istream& in, const std::string& name, const InputLimit& limit) {
     std::string bytes;
     char block[1 << 16];
     while (in.read(block, sizeof block) || in.gcount() > 0) {
         bytes.append(block, static_cast<std::size_t>(in.gcount()));
-        if (bytes.size() > largest_input) throw too_large(name);
+        if (bytes.size() > limit.bytes) throw too_large(name, limit);
     }
     if (in.bad()) throw not_read({name, {}});
     return bytes;
@@ -81,8 +80,8 @@ Source checked_text(Source source) {
     return source;
 }
 
-Source read_bytes(const std::string& path, std::istream& standard_input) {
-    if (path == "-") return {"standard input", bytes_of(standard_input, "standard input")};
+Source read_bytes(const std::string& path, std::istream& standard_input, const InputLimit& limit) {
+    if (path == "-") return {"standard input", bytes_of(standard_input, "standard input", limit)};
     Source source{path, {}};
     std::error_code failure;
     const std::filesystem::path file = path_from_utf8(path);
@@ -92,10 +91,10 @@ Source read_bytes(const std::string& path, std::istream& standard_input) {
     const std::uintmax_t size =
         std::filesystem::is_regular_file(status) ? std::filesystem::file_size(file, failure) : 0;
     if (failure) throw not_read(source);
-    if (size > largest_input) throw too_large(path);
+    if (size > limit.bytes) throw too_large(path, limit);
     std::ifstream in(file, std::ios::binary);
     if (!in) throw source.error("the file can't be opened", "Check that you may read it.");
-    source.text = bytes_of(in, path);
+    source.text = bytes_of(in, path, limit);
     if (source.text.size() < size) throw not_read(source);  // someone has cut it meanwhile
     return source;
 }

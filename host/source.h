@@ -11,6 +11,14 @@ namespace cephtool {
 // Inputs beyond this are no cases; they are refused before they are read.
 inline constexpr std::size_t largest_input = std::size_t{64} << 20;
 
+// What an input may hold; `shown` is the size in words, `way_out` says what a larger one may be.
+struct InputLimit {
+    std::size_t bytes;
+    const char *shown, *way_out;
+};
+inline constexpr InputLimit case_limit{
+    largest_input, "64 MiB", "A case is a list of landmarks, not an image. Give the file that holds the coordinates."};
+
 struct Source {
     std::string name;
     std::string text;
@@ -25,8 +33,8 @@ struct Source {
 Error not_read(const Source& source);
 
 // The bytes of the file `path`, or of `standard_input` when it is "-". Throws an Error when they can't be read or are
-// more than `largest_input`.
-Source read_bytes(const std::string& path, std::istream& standard_input);
+// more than the limit.
+Source read_bytes(const std::string& path, std::istream& standard_input, const InputLimit& limit = case_limit);
 
 // Drops a byte order mark. Throws an Error when the text is empty, no UTF-8 or holds a NUL.
 Source checked_text(Source source);

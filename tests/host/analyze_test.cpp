@@ -47,7 +47,8 @@ TEST_F(Clinic, EveryAnalysisOfTheKindThatYieldsAnythingIsMeasured) {
               "case,analysis,item,value,unit,mean,sd,deviation,missing,age_months\r\n"
               "film.csv,Cranial base,S-N,10,mm,,,,,\r\n"
               "film.csv,Sheet,Long,yes,,,,,,\r\n");
-    EXPECT_THAT(lateral.err, HasSubstr("Gone.txt is listed, but can't be read"));
+    const std::string gone = std::filesystem::path("clinic/CalcForm/Gone.txt").make_preferred().string();
+    EXPECT_THAT(lateral.err, HasSubstr("note: " + gone + " is listed, but can't be read"));
     EXPECT_THAT(analyze({"face.csv"}).out, HasSubstr("face.csv,Face,Width,10,mm"));
 }
 
@@ -69,6 +70,8 @@ TEST_F(Clinic, AnalysesAreChosenByTitleFileNameOrPath) {
 }
 
 TEST_F(Clinic, EveryFaultHasItsExitCodeAndItsWayOut) {
+    folder_.add("large.txt", "Calc:\nA=len([S],[N])\n");
+    std::filesystem::resize_file("large.txt", (16 << 20) + 1);
     const struct {
         Arguments arguments;
         ExitCode code;
@@ -78,6 +81,8 @@ TEST_F(Clinic, EveryFaultHasItsExitCodeAndItsWayOut) {
         {{"--analysis", "face", "film.csv"}, ExitCode::bad_input, "none of the analyses named is for its kind"},
         {{"--analysis", "./none.txt", "film.csv"}, ExitCode::bad_input, "./none.txt: there is no such file"},
         {{"--analysis", "./film.csv", "film.csv"}, ExitCode::bad_input, "holds no item"},
+        {{"--analysis", "large.txt", "film.csv"}, ExitCode::bad_input, "larger than 16 MiB\n  A definition file"},
+        {{"--analysis", "zzz", "film.csv"}, ExitCode::bad_command_line, "is given by its path"},
         {{"--band", "-1", "film.csv"}, ExitCode::bad_command_line, "--band"},
         {{"--band", "x", "film.csv"}, ExitCode::bad_command_line, "--band"},
         {{"--scale", "0", "film.csv"}, ExitCode::bad_command_line, "no width of a pixel"},
@@ -125,7 +130,11 @@ TEST_F(Clinic, AnalysesAreListedWithTheirItemsAndNorms) {
                 HasSubstr("S-N                                mm   men 9 ± 1, women 8 ± 1\n    len([S],[N])\n"));
     EXPECT_THAT(run({"analyses", "--anaitem", "clinic", "base", "--format", "json"}).out,
                 HasSubstr("\"formula\": \"len([S],[N])\""));
-    EXPECT_EQ(run({"analyses", "--anaitem", "clinic", "bsae"}).code, ExitCode::bad_command_line);
+    folder_.add("clïnic/CalcForm/list.txt", "");
+    EXPECT_THAT(run({"analyses", "--anaitem", "clïnic"}).err, HasSubstr("clïnic has a name outside code page 932"));
+    const Outcome slip = run({"analyses", "--anaitem", "clinic", "./bad.txt"});
+    EXPECT_EQ(slip.code, ExitCode::bad_command_line);
+    EXPECT_THAT(slip.err, testing::EndsWith("  \"cephtool analyses\" lists them.\n"));
 }
 
 }  // namespace
