@@ -98,7 +98,9 @@ TEST_F(Trace, ShowsWhatModeCaseAndOptionsSay) {
 
 TEST_F(Trace, RefusesWhatItCanNotDoWithAWayOut) {
     const std::string good = sample("lateral-average.json");
-    folder_.add("text.png", "no picture");
+    for (const char* name : {"text.png", "large.png", "huge.png"}) folder_.add(name, "no picture");
+    std::filesystem::resize_file("large.png", largest_input + 1);
+    std::filesystem::resize_file("huge.png", 1'000'000'001);
     struct {
         Arguments arguments;
         ExitCode code;
@@ -117,9 +119,11 @@ TEST_F(Trace, RefusesWhatItCanNotDoWithAWayOut) {
         {{good, "-o", "a.png", "--size", "0x5"}, ExitCode::bad_command_line, "is no size", "help trace"},
         {{good, "-o", "a.svg", "--actual-size", "--scale", "0.5"}, ExitCode::bad_input, "than a sheet of A3", "scale"},
         {{good, "-o", "a.svg", "--image", "no.jpg"}, ExitCode::bad_input, "no.jpg: there is no such file", "Check"},
+        {{good, "-o", "a.svg", "--image", "huge.png"}, ExitCode::bad_input, "larger than 1 GB", "JPEG or PNG"},
         {{good, "-o", "a.svg", "--image", "x", "--no-image"}, ExitCode::bad_command_line, "excludes", "help trace"},
 #ifdef TOOL_SURFACE_PICTURES
-        {{good, "-o", "a.svg", "--image", "text.png"}, ExitCode::bad_input, "text.png: the X-ray", "--no-image"},
+        {{good, "-o", "a.svg", "--image", "text.png"}, ExitCode::bad_input, "text.png: the X-ray", "PNG file."},
+        {{good, "-o", "a.svg", "--image", "large.png"}, ExitCode::bad_input, "large.png: the X-ray", "PNG file."},
 #endif
     };
     for (const auto& row : rows) {
@@ -191,7 +195,8 @@ TEST_F(Trace, LiesOverTheXRayThatTheCaseNamesBesideIt) {
     EXPECT_TRUE(traced("a.pdf", {"--style", "paper", "patients/c.json"}).starts_with("%PDF"));
     std::filesystem::remove("patients/pictures/film.png");
     EXPECT_THAT(run({"trace", "patients/c.json", "-o", "a.png"}).err,
-                AllOf(HasSubstr("patients/pictures/film.png"), HasSubstr("no such file")));
+                AllOf(HasSubstr("patients/pictures/film.png"), HasSubstr("no such file"),
+                      HasSubstr("The case patients/c.json names it; draw without it: --no-image.")));
 }
 
 #endif
