@@ -37,6 +37,8 @@ ExitCode run_analyze(const Command& command, const Arguments& arguments, Streams
     line.add_output(output);
     if (!line.parse(arguments, streams)) return ExitCode::done;
     check_inputs(paths);
+    check_output(output, paths);
+    check_output(output, names);
     const ProgramProfile profile(folder);
     const Selection selection(names, streams);
     if (selection.chosen().empty()) {

@@ -24,15 +24,12 @@ struct ExifOptions {
 void check(const ExifOptions& options) {
     check_inputs(options.paths);
     if (options.thumbnail.empty()) return;
-    std::error_code failure;
     if (options.paths.size() > 1 || options.recursive) {
         throw Error(ExitCode::bad_command_line, "--thumbnail takes one picture",
                     "Give the pictures one after the other.");
     }
-    if (fs::equivalent(path_from_utf8(options.thumbnail), path_from_utf8(options.paths[0]), failure)) {
-        throw Error(ExitCode::bad_command_line, "the thumbnail would replace the picture itself",
-                    "Give another name behind --thumbnail.");
-    }
+    check_output(options.thumbnail, options.paths);
+    check_output(options.output, {options.thumbnail});
 }
 
 // The files that are meant. What is wrong with a folder is told at once, and the others go on.
@@ -86,6 +83,7 @@ ExitCode run_exif(const Command& command, const Arguments& arguments, Streams& s
 
     ExitCode code = ExitCode::done;
     const std::vector<std::string> files = files_of(given, streams, code);
+    check_output(given.output, files);
     std::vector<Picture> pictures;
     Progress progress(streams.err, streams.progress, files.size(), "pictures");
     for (const std::string& file : files) {

@@ -5,6 +5,7 @@
 
 #include "host/command_line.h"
 #include "host/line_image.h"
+#include "host/output.h"
 #include "host/text_width.h"
 
 namespace cephtool {
@@ -55,6 +56,7 @@ ExitCode run_lineimage(const Command& command, const Arguments& arguments, Strea
                     "8 (default): --dilate and --erode look at slanting\nneighbours, too; 4: they do not");
     if (!line.parse(arguments, streams)) return ExitCode::done;
     check_files(given);
+    check_output(given.output, {given.input});
     const LineThreshold threshold{given.threshold.value_or(LineThreshold{}.grey), given.bright};
     LineImage image = read_line_image(given.input, threshold);
     transform(image, given);

@@ -13,6 +13,25 @@
 #include "host/text_width.h"
 
 namespace cephtool {
+namespace {
+
+namespace fs = std::filesystem;
+
+// Where the file is, or will be.
+fs::path place_of(const fs::path& file) {
+    std::error_code failure;
+    return fs::weakly_canonical(fs::absolute(file, failure), failure);
+}
+
+bool is_same_file(const fs::path& one, const fs::path& other) {
+    std::error_code failure;
+    const bool same = fs::equivalent(one, other, failure);  // hard links, too
+    if (!failure) return same && fs::is_regular_file(one, failure);
+    const fs::path place = place_of(one);  // as yet there is none
+    return !place.empty() && place == place_of(other);
+}
+
+}  // namespace
 
 Error not_written(const std::string& path) {
     return {ExitCode::bad_input, printable(path) + " could not be written",
@@ -26,16 +45,26 @@ void check_all_read() {
                 "Without it the results would be others. Check that you may read it, and the disk.");
 }
 
+void check_output(const std::string& output, const std::vector<std::string>& others) {
+    if (output.empty() || output == "-") return;
+    for (const std::string& other : others) {
+        if (other.empty() || other == "-" || !is_same_file(path_from_utf8(output), path_from_utf8(other))) continue;
+        throw Error(ExitCode::bad_command_line,
+                    "the output would replace " + printable(other) + ", which is named as well",
+                    "Give the output another name.");
+    }
+}
+
 void write_result(const std::string& text, const std::string& path, std::ostream& out) {
     check_all_read();
     if (path.empty() || path == "-") {
         out << text;
         return;
     }
-    const std::filesystem::path file = path_from_utf8(path);
+    const fs::path file = path_from_utf8(path);
     std::error_code failure;
-    const auto there = std::filesystem::status(file, failure);
-    if (std::filesystem::exists(there) && !std::filesystem::is_regular_file(there)) {  // a device or a pipe
+    const auto there = fs::status(file, failure);
+    if (fs::exists(there) && !fs::is_regular_file(there)) {  // a device or a pipe
         std::ofstream device(file, std::ios::binary);
         device << text;
         device.close();

@@ -2,6 +2,7 @@
 
 #include <ostream>
 #include <string>
+#include <vector>
 
 #include "host/error.h"
 
@@ -10,6 +11,10 @@ namespace cephtool {
 // Writes `text` to `out` when `path` is "" or "-", else to the file: whole under another name first, then renamed, so
 // that nobody ever sees half a file. Throws an Error when it can't be written.
 void write_result(const std::string& text, const std::string& path, std::ostream& out);
+
+// Throws an Error when `output` is one of the files `others`, by whatever name: what is read, or written as well, would
+// be lost. Devices and pipes lose nothing.
+void check_output(const std::string& output, const std::vector<std::string>& others);
 
 Error not_written(const std::string& path);
 

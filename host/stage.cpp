@@ -48,6 +48,7 @@ ExitCode run_stage(const Command& command, const Arguments& arguments, Streams& 
     line.add_output(output);
     if (!line.parse(arguments, streams)) return ExitCode::done;
     check_inputs(paths);
+    check_output(output, paths);
     const ProgramProfile profile(folder);
     std::vector<std::string> notes;
     const std::vector<Analysis> analyses = listed_analyses(notes);

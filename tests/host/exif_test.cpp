@@ -86,6 +86,8 @@ TEST(ExifCommand, WritesTheThumbnailWholeAndNeverOverThePicture) {
     EXPECT_EQ(bytes_of("small.jpg").size(), 305u);
     EXPECT_EQ(exif({"--thumbnail", "-", "a.jpg"}).out, bytes_of("small.jpg"));
     EXPECT_EQ(exif({"--thumbnail", "./a.jpg", "a.jpg"}).code, ExitCode::bad_command_line);
+    EXPECT_EQ(exif({"-o", "a.jpg", "a.jpg"}).code, ExitCode::bad_command_line);
+    EXPECT_EQ(exif({"-o", "b.jpg", "--thumbnail", "./b.jpg", "a.jpg"}).code, ExitCode::bad_command_line);
     EXPECT_EQ(exif({"--thumbnail", "b.jpg", "a.jpg", "small.jpg"}).code, ExitCode::bad_command_line);
     EXPECT_THAT(exif({"--thumbnail", "b.jpg", "small.jpg"}).err, HasSubstr("small.jpg has no thumbnail"));
     EXPECT_FALSE(std::filesystem::exists("b.jpg"));

@@ -193,6 +193,7 @@ TEST_F(Trace, LiesOverTheXRayThatTheCaseNamesBesideIt) {
     EXPECT_FALSE(blue_at_corner(traced("a.png", {"--no-image", "patients/c.json"})));
     EXPECT_TRUE(holds(traced("a.svg", {"patients/c.json"}), "data:image/png"));
     EXPECT_TRUE(traced("a.pdf", {"--style", "paper", "patients/c.json"}).starts_with("%PDF"));
+    EXPECT_EQ(run({"trace", "patients/c.json", "-o", "patients/pictures/film.png"}).code, ExitCode::bad_command_line);
     std::filesystem::remove("patients/pictures/film.png");
     EXPECT_THAT(run({"trace", "patients/c.json", "-o", "a.png"}).err,
                 AllOf(HasSubstr("patients/pictures/film.png"), HasSubstr("no such file"),
