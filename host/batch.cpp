@@ -47,6 +47,10 @@ ExitCode run_batch(const Command& command, const Arguments& arguments, Streams& 
     const CaseOptionFlags case_options(line);
     if (!line.parse(arguments, streams)) return ExitCode::done;
     check_inputs(paths);
+    if (output.empty() || output == "-") {
+        throw Error(ExitCode::bad_command_line, "the table of a batch can't go to standard output",
+                    "Name a file behind -o; --resume can then go on when the run is stopped.");
+    }
     const ProgramProfile profile(folder);
     const Selection selection(names, streams);
 
@@ -54,16 +58,18 @@ ExitCode run_batch(const Command& command, const Arguments& arguments, Streams& 
     const BatchColumns columns = batch_columns(selection.chosen(), {asked("norms"), asked("deviations")});
     const BatchFormat format(format_kind(format_name, output), columns);
     BatchOutput table(output, format.head(), format.number_mark());
+    table.check(paths);
+    table.check(names);
     if (resume && !table.has_part() && table.has_result()) {
         streams.err << printable(output) << " is complete already\n";
         return ExitCode::done;
     }
     if (!resume && table.has_part()) {
-        throw Error(ExitCode::bad_command_line, printable(output) + ".part is there, from a run that was stopped",
+        throw Error(ExitCode::bad_command_line, printable(table.part()) + " is there, from a run that was stopped",
                     "Go on with --resume, or delete it to begin anew.");
     }
     const Interruption interruption;
-    CaseStream stream(paths, streams.in);
+    CaseStream stream(paths, streams.in, [&](const std::string& file) { return table.is_own(file); });
     if (resume && table.has_part()) {
         table.resume();
     } else {
@@ -83,7 +89,7 @@ ExitCode run_batch(const Command& command, const Arguments& arguments, Streams& 
     const BatchWork work{columns, format, case_options.options(), band, thread_count(threads)};
     if (!measure_batch(
             work, stream, table, [&] { return interruption.asked(); }, show)) {
-        throw Error(ExitCode::bad_input, "stopped; " + printable(output) + ".part holds the cases that are done",
+        throw Error(ExitCode::bad_input, "stopped; " + printable(table.part()) + " holds the cases that are done",
                     "The same command line with --resume goes on.");
     }
     table.finish();

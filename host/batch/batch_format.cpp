@@ -16,7 +16,7 @@ std::string quoted(const std::string& text) {
 }  // namespace
 
 BatchFormat::BatchFormat(Kind kind, const BatchColumns& columns) : kind_(kind), parts_(columns.parts) {
-    if (kind == Kind::csv) head_ = "case,file,name,kind,sex,age_months,notes";
+    if (kind == Kind::csv) head_ = csv_start;
     for (const std::string& name : columns.names) {
         if (kind == Kind::csv) {
             head_ += "," + csv_field(name);

@@ -10,6 +10,10 @@
 
 namespace cephtool {
 
+// What the tables of all batches begin with.
+inline constexpr std::string_view csv_start = "case,file,name,kind,sex,age_months,notes",
+                                  json_lines_start = "{\"case\":";
+
 class BatchFormat {
  public:
     enum class Kind { csv, json_lines };
@@ -19,7 +23,7 @@ class BatchFormat {
 
     const std::string& head() const { return head_; }
     // What stands in front of the number of a line's case.
-    std::string number_mark() const { return kind_ == Kind::csv ? "" : "{\"case\":"; }
+    std::string number_mark() const { return kind_ == Kind::csv ? "" : std::string(json_lines_start); }
     void append(std::string& lines, std::size_t number, const Case& record, std::span<const BatchItem> items) const;
 
  private:

@@ -5,6 +5,7 @@
 #include <filesystem>
 #include <string_view>
 
+#include "host/batch/batch_format.h"
 #include "host/error.h"
 #include "host/output.h"
 #include "host/path.h"
@@ -30,6 +31,26 @@ Error not_written(const fs::path& path) {
 Error not_read() {
     return {ExitCode::bad_input, "what the run before has written can't be read",
             "Check the disk and the rights of the two files that end in .part; nothing in them was changed."};
+}
+
+// The file that a name stands for, be it there or not, so that a link stays one.
+fs::path behind_links(fs::path file) {
+    constexpr int most_links = 40;  // as many as systems follow
+    std::error_code failure;
+    for (int i = 0; i < most_links && fs::is_symlink(fs::symlink_status(file, failure)); ++i)
+        file = file.parent_path() / fs::read_symlink(file, failure);
+    return file;
+}
+
+fs::path with_ending(fs::path path, const char* ending) {
+    return path += ending;
+}
+
+bool begins_with(const fs::path& path, std::string_view text) {
+    std::ifstream in(path, std::ios::binary);
+    std::string start(text.size(), '\0');
+    in.read(start.data(), static_cast<std::streamsize>(start.size()));
+    return start == text;
 }
 
 void cut(const fs::path& path, std::uintmax_t size) {
@@ -74,12 +95,43 @@ std::string bytes_of(const fs::path& path, std::uintmax_t from, std::uintmax_t t
 }  // namespace
 
 BatchOutput::BatchOutput(const std::string& path, std::string head, std::string number_mark)
-    : path_(path_from_utf8(path)),
-      part_(path_from_utf8(path + ".part")),
-      failures_path_(fs::path(path_).replace_extension(".errors.csv")),
-      failures_part_(fs::path(failures_path_) += ".part"),
+    : path_(behind_links(path_from_utf8(path))),
+      part_(with_ending(path_, ".part")),
+      failures_path_(with_ending(path_, ".errors.csv")),
+      failures_part_(with_ending(failures_path_, ".part")),
       head_(std::move(head)),
       number_mark_(std::move(number_mark)) {}
+
+void BatchOutput::check(const std::vector<std::string>& inputs) const {
+    std::error_code failure;
+    const fs::file_status there = fs::status(path_, failure);
+    if (fs::exists(there) && !fs::is_regular_file(there)) {
+        throw Error(ExitCode::bad_command_line,
+                    shown(path_) + (fs::is_directory(there) ? " is a folder" : " is no file on a disk"),
+                    "The table of a batch needs a file: name one behind -o.");
+    }
+    for (const fs::path& file : {path_, part_, failures_path_, failures_part_})
+        check_output(utf8_from_path(file), inputs);
+    check_failures_path();
+}
+
+void BatchOutput::check_failures_path() const {
+    std::error_code failure;
+    const fs::file_status there = fs::symlink_status(failures_path_, failure);
+    if (!fs::exists(there) || (fs::is_regular_file(there) && begins_with(failures_path_, failures_head))) return;
+    throw Error(ExitCode::bad_command_line, shown(failures_path_) + " is no table of failed cases, and would be lost",
+                "Move it away, or give the output another name.");
+}
+
+bool BatchOutput::is_own(const std::string& file) const {
+    std::error_code failure;
+    const fs::path path = path_from_utf8(file);
+    if (fs::equivalent(path, failures_path_, failure)) return true;
+    if (!fs::equivalent(path, path_, failure)) return false;
+    const bool of_batch = begins_with(path, csv_start) || begins_with(path, json_lines_start);
+    if (!of_batch && !fs::is_empty(path, failure)) check_output(file, {file});
+    return true;
+}
 
 bool BatchOutput::has_part() const {
     std::error_code failure;
@@ -94,6 +146,10 @@ bool BatchOutput::has_result() const {
 void BatchOutput::open(std::ofstream& out, const fs::path& path, bool anew) const {
     out.open(path, std::ios::binary | (anew ? std::ios::trunc : std::ios::app));
     if (!out) throw not_written(path);
+}
+
+std::string BatchOutput::part() const {
+    return utf8_from_path(part_);
 }
 
 std::string BatchOutput::failures_path() const {
@@ -165,6 +221,7 @@ void BatchOutput::finish() {
     failed_.close();
     if (!out_) throw not_written(part_);
     if (!failed_) throw not_written(failures_part_);
+    check_failures_path();
     std::error_code failure;
     fs::remove(failures_path_, failure);
     if (failures_ > 0) fs::rename(failures_part_, failures_path_, failure);

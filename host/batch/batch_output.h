@@ -1,5 +1,5 @@
-// The files that a batch writes: OUT, one line a case, and beside it the table of the cases that failed. Until all is
-// done both end in ".part", and whatever stops the program, its whole lines are good: --resume goes on behind them.
+// The files that a batch writes: OUT, one line a case, and beside it OUT.errors.csv, the cases that failed. Until all
+// is done both end in ".part", and whatever stops the program, its whole lines are good: --resume goes on behind them.
 //
 // 1. Every line tells the number of its case, and the numbers rise.
 // 2. A failure is on the disk before a line of a later case is.
@@ -10,6 +10,7 @@
 #include <filesystem>
 #include <fstream>
 #include <string>
+#include <vector>
 
 namespace cephtool {
 
@@ -17,6 +18,12 @@ class BatchOutput {
  public:
     // `head` is what OUT begins with, `number_mark` what stands in front of a line's number.
     BatchOutput(const std::string& path, std::string head, std::string number_mark);
+
+    // Throws an Error when OUT can't be a file, or when something of somebody's would be lost.
+    void check(const std::vector<std::string>& inputs) const;
+    // Whether the file, which lies in a folder of inputs, is what an earlier run wrote. Throws an Error when it is
+    // something else that OUT would replace.
+    bool is_own(const std::string& file) const;
 
     bool has_part() const;
     bool has_result() const;
@@ -37,10 +44,13 @@ class BatchOutput {
     // Gives the files their names. Without a failure there is no table of them.
     void finish();
 
+    // Names to show.
+    std::string part() const;
     std::string failures_path() const;
 
  private:
     void open(std::ofstream& out, const std::filesystem::path& path, bool anew) const;
+    void check_failures_path() const;
     void keep_failures_before(std::size_t number);
 
     std::filesystem::path path_, part_, failures_path_, failures_part_;

@@ -40,8 +40,9 @@ Case read_case(const CaseText& text, const CaseOptions& options) {
     }
 }
 
-CaseStream::CaseStream(const std::vector<std::string>& paths, std::istream& standard_input)
-    : standard_input_(standard_input) {
+CaseStream::CaseStream(const std::vector<std::string>& paths, std::istream& standard_input,
+                       std::function<bool(const std::string& file)> left_out)
+    : standard_input_(standard_input), left_out_(std::move(left_out)) {
     for (const std::string& path : paths) add_path(path);
 }
 
@@ -65,9 +66,8 @@ void CaseStream::add_path(const std::string& path) {
     std::vector<std::string> files;
     for (const fs::directory_entry& entry : fs::directory_iterator(path_from_utf8(path), failure)) {
         const std::string file = utf8_from_path(entry.path());
-        if ((format_by_extension(file) || has_line_extension(file)) && entry.is_regular_file(failure)) {
-            files.push_back(file);
-        }
+        const bool is_case = format_by_extension(file) || has_line_extension(file);
+        if (is_case && entry.is_regular_file(failure) && !left_out_(file)) files.push_back(file);
     }
     if (files.empty()) throw place.error("this folder holds no case", "Cases end in .json, .csv, .tps and the like.");
     std::ranges::sort(files);
@@ -140,7 +140,7 @@ void CaseStream::begin() {
     if (found && line[first] == '{' && (name_ == name_of_standard_input || has_line_extension(name_))) {
         form_ = Form::json_lines;
         head_ = line;
-    } else if (found && line[first] != '{' && line[first] != '"' && is_flat_header(header)) {
+    } else if (found && line[first] != '{' && is_flat_header(header)) {
         form_ = Form::rows;
         table_ = std::make_shared<const FlatTable>(checked_text({name_, head_}));
         if (!table_->unknown_columns().empty()) {

@@ -3,6 +3,7 @@
 
 #include <filesystem>
 #include <fstream>
+#include <functional>
 #include <memory>
 #include <vector>
 
@@ -27,8 +28,9 @@ Case read_case(const CaseText& text, const CaseOptions& options);
 class CaseStream {
  public:
     // Files, folders (their files that are cases by their names, in the order of these) and "-". Throws an Error when
-    // there is no such file or folder, or no case in a folder.
-    CaseStream(const std::vector<std::string>& paths, std::istream& standard_input);
+    // there is no such file or folder, or no case in a folder. `left_out` tells which files of a folder are no cases.
+    CaseStream(const std::vector<std::string>& paths, std::istream& standard_input,
+               std::function<bool(const std::string& file)> left_out);
 
     // The next case, false at the end. What `text` holds is used again. A file that can't be read is a case with a
     // failure.
@@ -52,6 +54,7 @@ class CaseStream {
     bool next_line(std::string& line);
 
     std::istream& standard_input_;
+    std::function<bool(const std::string& file)> left_out_;
     std::vector<std::string> paths_;
     std::size_t next_path_ = 0;
     std::optional<std::uintmax_t> bytes_in_all_ = 0;

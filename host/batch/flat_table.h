@@ -12,7 +12,7 @@
 
 namespace cephtool {
 
-// Whether the line has a column NAME_x and one NAME_y.
+// Whether the line is the header of a table: quotes that pair, and a column NAME_x and one NAME_y.
 bool is_flat_header(const Source& line);
 
 class FlatTable {

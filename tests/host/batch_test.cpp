@@ -174,12 +174,12 @@ TEST(Batch, FailedCasesAreATableOfTheirOwn) {
     const Outcome outcome =
         batch({"a.csv", "b.jsonl", "c.tps", "d.csv", "e.csv", "--analysis", "Steiner", "-o", "out.csv"});
     EXPECT_EQ(outcome.code, ExitCode::bad_input);
-    EXPECT_THAT(outcome.err, HasSubstr("10 cases failed: see out.errors.csv"));
+    EXPECT_THAT(outcome.err, HasSubstr("10 cases failed: see out.csv.errors.csv"));
     std::string good;
     for (const Row& row : rows_of(bytes_of("out.csv"))) good += row.at("case") + " ";
     EXPECT_EQ(good, "1 6 8 9 11 13 14 16 ");
     std::string bad;
-    for (const Row& row : rows_of(bytes_of("out.errors.csv")))
+    for (const Row& row : rows_of(bytes_of("out.csv.errors.csv")))
         bad += row.at("case") + " " + row.at("place") + " " + row.at("message").substr(0, 24) + "\n";
     EXPECT_EQ(bad,
               "2 a.csv:4:1 this row has 5 fields, t\n"
@@ -194,7 +194,7 @@ TEST(Batch, FailedCasesAreATableOfTheirOwn) {
               "18 e.csv:1:9 the column \"sxe\" is not \n");
     ASSERT_EQ(batch({"a.csv", "--sex", "f", "--analysis", "Bolton", "-o", "out.csv"}).code, ExitCode::bad_input);
     ASSERT_EQ(batch({SAMPLES "/lateral-average.json", "-o", "out.csv"}).code, ExitCode::done);
-    EXPECT_FALSE(std::filesystem::exists("out.errors.csv")) << "of an earlier run";
+    EXPECT_FALSE(std::filesystem::exists("out.csv.errors.csv")) << "of an earlier run";
     EXPECT_EQ(batch({"absent", "-o", "out.csv"}).code, ExitCode::bad_input);
 }
 
@@ -206,7 +206,7 @@ TEST(Batch, GoesOnBehindTheLastWholeLineWhereverItWasCut) {
     for (const std::string out : {"out.csv", "out.jsonl"}) {
         const Arguments arguments{"cases.jsonl", "--analysis", "Wits", "--analysis", "Jarabak", "-o", out};
         ASSERT_EQ(batch(arguments).code, ExitCode::bad_input);
-        const std::string table = bytes_of(out), failed = bytes_of("out.errors.csv");
+        const std::string table = bytes_of(out), failed = bytes_of(out + ".errors.csv");
         Arguments resume = arguments;
         resume.push_back("--resume");
         EXPECT_THAT(batch(resume).err, HasSubstr("complete already"));
@@ -214,14 +214,14 @@ TEST(Batch, GoesOnBehindTheLastWholeLineWhereverItWasCut) {
             const bool beside_line_end = table.substr(cut - std::min<std::size_t>(cut, 2), 4).find('\n') < 4;
             if (!beside_line_end && cut % 64 != 0 && cut < table.size()) continue;
             std::filesystem::remove(out);
-            std::filesystem::remove("out.errors.csv");
+            std::filesystem::remove(out + ".errors.csv");
             folder.add(out + ".part", table.substr(0, cut));
-            folder.add("out.errors.csv.part", cut % 2 ? failed : failed + "9");
+            folder.add(out + ".errors.csv.part", cut % 2 ? failed : failed + "9");
             const Outcome outcome = batch(resume);
             ASSERT_EQ(outcome.code, ExitCode::bad_input) << outcome.err;
             ASSERT_THAT(outcome.err, HasSubstr("3 cases failed"));
             ASSERT_EQ(bytes_of(out), table) << cut;
-            ASSERT_EQ(bytes_of("out.errors.csv"), failed) << cut;
+            ASSERT_EQ(bytes_of(out + ".errors.csv"), failed) << cut;
             ASSERT_FALSE(std::filesystem::exists(out + ".part"));
         }
         folder.add(out + ".part", table);
@@ -236,8 +236,32 @@ TEST(Batch, GoesOnBehindTheLastWholeLineWhereverItWasCut) {
         }
         EXPECT_EQ(bytes_of(out + ".part"), table) << "a refused run changes nothing";
         std::filesystem::remove(out + ".part");
-        std::filesystem::remove("out.errors.csv.part");
+        std::filesystem::remove(out + ".errors.csv.part");
     }
+}
+
+TEST(Batch, LosesNothingOfAnybodys) {
+    const Folder folder;
+    const std::string good = "\"id\",\"scale\",\"S_x\",\"S_y\"\n\"1\",0.1,1,2\n", bad = good + "2,,x,2\n";
+    folder.add("study/a.csv", bad);
+    folder.add("good.csv", good);
+    folder.add("own.csv.errors.csv", "mine");
+    std::filesystem::create_hard_link("study/a.csv", "hard.csv");
+    for (const std::string out : {"-", "study", "study/a.csv", "hard.csv", "own.csv"}) {
+        EXPECT_EQ(batch({"study/a.csv", "-o", out}).code, ExitCode::bad_command_line) << out;
+        EXPECT_FALSE(std::filesystem::exists(out + ".part")) << out;
+    }
+    EXPECT_EQ(batch({"study", "-o", "study/a.csv"}).code, ExitCode::bad_command_line) << "it is a case";
+    EXPECT_EQ(bytes_of("study/a.csv") + bytes_of("own.csv.errors.csv"), bad + "mine");
+
+    batch({"study", "--analysis", "Wits", "-o", "study/out.csv"});
+    const std::string written = bytes_of("study/out.csv") + bytes_of("study/out.csv.errors.csv");
+    EXPECT_THAT(written, HasSubstr("\n2,study"));
+    EXPECT_EQ(batch({"good.csv", "-o", "study/out"}).code, ExitCode::done) << "its names stand in quotes";
+    std::error_code no_links;
+    std::filesystem::create_symlink("study/out.csv", "link.csv", no_links);
+    batch({"study", "--analysis", "Wits", "-o", no_links ? "study/out.csv" : "link.csv"});
+    EXPECT_EQ(bytes_of("study/out.csv") + bytes_of("study/out.csv.errors.csv"), written) << "no new cases, no new file";
 }
 
 TEST(Batch, WhatIsRememberedOfOneStageIsNotTakenForAnother) {

@@ -115,7 +115,7 @@ TEST_F(Strength, ABatchGoesOnAfterWhateverStoppedIt) {
     Arguments resume = begin;
     resume.push_back("--resume");
     ASSERT_EQ(run(begin).code, ExitCode::bad_input);
-    const std::string table = bytes_of("o.csv"), failed = bytes_of("o.errors.csv");
+    const std::string table = bytes_of("o.csv"), failed = bytes_of("o.csv.errors.csv");
     for (const bool resumes : {false, true}) {
         for (const Harm harm : {Harm::error, Harm::signal}) {
             for (int n = 1;; ++n) {
@@ -123,13 +123,13 @@ TEST_F(Strength, ABatchGoesOnAfterWhateverStoppedIt) {
                     if (!inputs.contains(name)) fs::remove(name);
                 if (resumes) {
                     folder_.add("o.csv.part", table.substr(0, table.size() / 2));
-                    folder_.add("o.errors.csv.part", failed);
+                    folder_.add("o.csv.errors.csv.part", failed);
                 }
                 if (!harmed_run(resumes ? resume : begin, n, harm)) break;
-                if (bytes_of("o.errors.csv").find("Check") != std::string::npos) continue;  // a case was not read
+                if (bytes_of("o.csv.errors.csv").find("Check") != std::string::npos) continue;  // a case was not read
                 run(resume);
                 EXPECT_EQ(bytes_of("o.csv"), table) << n;
-                EXPECT_EQ(bytes_of("o.errors.csv"), failed) << n;
+                EXPECT_EQ(bytes_of("o.csv.errors.csv"), failed) << n;
             }
         }
     }
