@@ -30,11 +30,7 @@ std::size_t column_of(const CsvRow& row, const std::string& name) {
 bool is_flat_header(const Source& line) {
     if (line.text.find("_x") == std::string::npos) return false;
     CsvRow row;
-    try {
-        if (!CsvReader(line).next(row) || row.comment) return false;
-    } catch (const Error&) {
-        return false;
-    }
+    if (!CsvReader(line).next(row) || row.comment) return false;
     return std::ranges::any_of(row.fields, [&](const CsvField& field) {
         return field.text.ends_with("_x") &&
                column_of(row, field.text.substr(0, field.text.size() - 1) + "y") < row.fields.size();
@@ -71,6 +67,9 @@ void FlatTable::read_header(const CsvRow& row, const Source& head) {
         }
         const std::string setting = setting_of(field.text);
         if (!setting.empty()) {
+            if (std::ranges::find(own_, setting, [](const auto& own) { return own.first; }) != own_.end()) {
+                throw head.error_at(field.at, "a second column that gives " + in_quotes(setting), "Keep one of them.");
+            }
             own_.emplace_back(setting, column);
         } else if (field.text.ends_with("_x") || field.text.ends_with("_y")) {
             const std::string name = field.text.substr(0, field.text.size() - 2);

@@ -41,7 +41,15 @@ std::vector<std::string> landmark_names(Kind kind) {
 }
 
 bool fits_user_landmark(const std::string& name) {
-    return record_bytes(name) <= longest_user_name;
+    const std::size_t bytes = record_bytes(name);
+    return bytes == no_place || bytes <= longest_user_name;
+}
+
+void CaseBuilder::first_setting(const std::string& key, std::size_t at) {
+    const auto [met, is_new] = settings_.emplace(key, at);
+    if (is_new) return;
+    throw source_.error_at(at, "the setting " + in_quotes(key) + " is given a second time",
+                           place_of_first(met->second));
 }
 
 void CaseBuilder::name(std::string_view text, std::size_t at) {
@@ -145,10 +153,11 @@ void CaseBuilder::check_own_name(const std::string& name, std::size_t most_bytes
 
 void CaseBuilder::first_use(const std::string& name, std::size_t at) {
     const auto [met, is_new] = names_.emplace(name, at);
-    if (is_new) return;
-    const int first_line = source_.error_at(met->second, "").line;
-    throw source_.error_at(at, "a second landmark " + in_quotes(name),
-                           "The first is in line " + std::to_string(first_line) + ". Keep one of them.");
+    if (!is_new) throw source_.error_at(at, "a second landmark " + in_quotes(name), place_of_first(met->second));
+}
+
+std::string CaseBuilder::place_of_first(std::size_t at) const {
+    return "The first is in line " + std::to_string(source_.error_at(at, "").line) + ". Keep one of them.";
 }
 
 bool CaseBuilder::placed(const std::string& name, Position position) {

@@ -15,12 +15,17 @@ inline constexpr double largest_coordinate = 1e6;
 // The names of the kind's own landmarks.
 std::vector<std::string> landmark_names(Kind kind);
 
-// Whether the name is short enough for a landmark of the person's own: five bytes, two for a Japanese character.
+// Whether the name is short enough for a landmark of the person's own: five bytes, two for a Japanese character. One
+// that has no bytes in the code page is not too long: it is refused for its characters.
 bool fits_user_landmark(const std::string& name);
 
 class CaseBuilder {
  public:
     explicit CaseBuilder(const Source& source) : source_(source) {}
+
+    // Remembers that the source gives this setting here. Throws an Error when it did before: whichever of the two
+    // went unheard, it could be the right one.
+    void first_setting(const std::string& key, std::size_t at);
 
     void name(std::string_view text, std::size_t at);
     void kind(std::string_view text, std::size_t at);
@@ -59,11 +64,12 @@ class CaseBuilder {
     Date date(std::string_view text, std::size_t at) const;
     void check_own_name(const std::string& name, std::size_t most_bytes, std::size_t at) const;
     void first_use(const std::string& name, std::size_t at);
+    std::string place_of_first(std::size_t at) const;
     bool placed(const std::string& name, Position position);
 
     const Source& source_;
     Case record_;
-    std::map<std::string, std::size_t> names_;  // and where each was met
+    std::map<std::string, std::size_t> names_, settings_;  // and where each was met
     std::size_t film_at_ = 0;
     bool kind_is_known_ = false;
 };

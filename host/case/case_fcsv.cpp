@@ -55,6 +55,7 @@ class FcsvReader {
             const std::string_view name = text.substr(equals + 1);
             const auto space = slicer_space(name);
             if (!space) throw source_.error_at(comment.at, in_quotes(name) + " is no coordinate system", "Use LPS.");
+            builder_.first_setting(std::string(key), comment.at);
             space_ = *space;
         } else if (key != "columns") {
             read_remark(builder_, source_, text, comment.at);

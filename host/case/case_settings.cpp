@@ -56,7 +56,10 @@ Remark read_remark(CaseBuilder& builder, const Source& source, std::string_view 
     const std::size_t equals = remark.find('=');
     if (equals == std::string_view::npos) return Remark::unknown;
     const std::string_view key = trimmed(remark.substr(0, equals));
-    if (read_setting(builder, source, key, trimmed(remark.substr(equals + 1)), at)) return Remark::setting;
+    if (read_setting(builder, source, key, trimmed(remark.substr(equals + 1)), at)) {
+        builder.first_setting(std::string(key), at);
+        return Remark::setting;
+    }
     std::vector<std::string> keys = setting_keys();
     keys.insert(keys.end(), more_keys.begin(), more_keys.end());
     const std::string meant = did_you_mean(key, keys);

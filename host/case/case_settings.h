@@ -19,8 +19,9 @@ bool read_setting(CaseBuilder& builder, const Source& source, std::string_view k
 
 enum class Remark { setting, unknown };
 
-// Reads a remark "key=value"; any other remark is for people. Throws an Error when the key is a slip of a known one:
-// it must not pass for a remark. `more_keys` are those that the caller knows beside the settings.
+// Reads a remark "key=value"; any other remark is for people. Throws an Error when the key was set before, and when it
+// is a slip of a known one: it must not pass for a remark. `more_keys` are those that the caller knows beside the
+// settings.
 Remark read_remark(CaseBuilder& builder, const Source& source, std::string_view remark, std::size_t at,
                    const std::vector<std::string>& more_keys = {});
 

@@ -120,10 +120,13 @@ class TpsReader {
         } else if (key == "scale") {
             const auto scale = number_from(line.value());
             if (!scale) throw source_.error_at(line.at, in_quotes(line.value()) + " is no number");
+            builder_.first_setting("scale_mm_per_px", line.at);
             builder_.scale(*scale, line.at);
         } else if (key == "id") {
+            builder_.first_setting("name", line.at);
             builder_.name(line.value(), line.at);
         } else if (key == "image") {
+            builder_.first_setting(key, line.at);
             if (!line.value().empty()) builder_.image(line.value(), line.at);
         } else if (key == "comment") {
             read_comment(line);
@@ -143,9 +146,11 @@ class TpsReader {
 
     void read_comment(const Line& line) {
         const Line remark{line.value(), line.at};
-        if (remark.has_key() && remark.key() == "landmarks") {
+        const bool has_own_key = remark.has_key() && (remark.key() == "landmarks" || remark.key() == "flip");
+        if (has_own_key) builder_.first_setting(remark.key(), line.at);
+        if (has_own_key && remark.key() == "landmarks") {
             names_ = names_in(remark.value(), line.at);
-        } else if (remark.has_key() && remark.key() == "flip") {
+        } else if (has_own_key) {
             flip_ = number_from(remark.value());
             if (!flip_) throw source_.error_at(line.at, in_quotes(remark.value()) + " is no number");
         } else {

@@ -2,6 +2,7 @@
 
 #include <gmock/gmock.h>
 
+#include "host/batch/flat_table.h"
 #include "host/case/case_names.h"
 #include "host/host_test.h"
 
@@ -120,6 +121,12 @@ TEST(CaseFormats, AWrittenPointIsNeverTakenForAMissingOne) {
     const Case record = read_case({"a.csv", "# scale_mm_per_px=0.1\nS,-1,5\nN,7,-1\n"});
     EXPECT_EQ(places(read_case({"a", to_tps(record, {})})), places(record));
     EXPECT_THAT(to_tps(record, {.image_height = 10.0}), HasSubstr("LM=2\n-1 5\n7 11\n"));
+}
+
+TEST(CaseFormats, ARowOfATableGoesBeforeItsHeadAndNoColumnBeforeAnother) {
+    const FlatTable table({"a.csv", "# scale_mm_per_px=0.1\nscale,S_x,S_y\n"});
+    EXPECT_EQ(table.read({"a.csv", "0.2,1,2"}).mm_per_pixel, 0.2);
+    EXPECT_THROW(FlatTable({"a.csv", "scale,scale_mm_per_px,S_x,S_y\n"}), Error);
 }
 
 TEST(Convert, WritesTheFormatThatTheNameOrTheOptionSays) {
