@@ -2,8 +2,10 @@
 #include <ostream>
 
 #include "host/case/case_format.h"
+#include "host/case/case_names.h"
 #include "host/command_line.h"
 #include "host/output.h"
+#include "host/path.h"
 #include "host/text_width.h"
 
 namespace cephtool {
@@ -14,6 +16,29 @@ const CaseFormat& format_for(const std::string& name, const std::string& output)
     return format ? *format : *format_by_name("json");
 }
 
+// Own landmarks under whose names the format's reader understands something else.
+std::vector<std::string> names_not_kept(const Case& record, std::string_view format) {
+    std::vector<std::string> names;
+    for (const Landmark& landmark : record.user) {
+        const bool passed_over = format == "tps" && landmark.name == "-";
+        if (passed_over || is_reserved(landmark.name, record.kind)) names.push_back(in_quotes(landmark.name));
+    }
+    return names;
+}
+
+// The name under which the new file finds the X-ray: relative to its own folder, as the old one's is to the old one's.
+std::string image_from(const std::string& output, const Case& record) {
+    const std::filesystem::path image = path_from_utf8(record.image), here = ".";
+    if (image.empty() || image.has_root_path() || output.empty() || output == "-") return record.image;
+    const std::filesystem::path old_folder = here / path_from_utf8(record.file).parent_path();
+    std::error_code error;
+    std::filesystem::path way =
+        std::filesystem::relative(old_folder, here / path_from_utf8(output).parent_path(), error);
+    if (way == here) return record.image;
+    if (way.empty()) way = std::filesystem::absolute(old_folder, error);  // on another drive
+    return utf8_from_path((way / image).generic_u8string());              // "/" is understood everywhere
+}
+
 // A format that lost something says so.
 void note_losses(const Case& record, const CaseFormat& format, std::vector<std::string>& notes) {
     const std::string name = format.name;
@@ -22,6 +47,8 @@ void note_losses(const Case& record, const CaseFormat& format, std::vector<std::
     if (!record.virtuals.empty()) lost.emplace_back("virtual landmarks");
     if (!record.outlines.empty()) lost.emplace_back(name == "tps" ? "names and anchors of outlines" : "outlines");
     if (!record.image.empty() && name != "tps") lost.emplace_back("the name of the X-ray");
+    const std::vector<std::string> names = names_not_kept(record, name);
+    if (!names.empty()) lost.push_back("landmarks of your own named " + joined(names, ", "));
     if (record.palate) lost.emplace_back("the category of the palate");
     if (name == "challenge") lost.emplace_back("all but nineteen landmarks, and everything beside them");
     if (!lost.empty()) notes.push_back("a file of format " + name + " has no place for: " + joined(lost, ", "));
@@ -51,9 +78,10 @@ ExitCode run_convert(const Command& command, const Arguments& arguments, Streams
     }
     std::string text;
     for (Case& record : cases) {
+        record.image = image_from(output, record);
+        text += format.write(record, options);
         note_losses(record, format, record.notes);
         for (const std::string& note : record.notes) streams.err << printable(path) << ": " << note << "\n";
-        text += format.write(record, options);
     }
     write_result(text, output, streams.out);
     return ExitCode::done;

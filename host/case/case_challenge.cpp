@@ -73,6 +73,11 @@ std::vector<Case> read_challenge_cases(const Source& source, const CaseOptions&)
 }
 
 std::string to_challenge_text(const Case& record, const CaseOptions&) {
+    if (record.kind != Kind::lateral) {
+        throw Error(ExitCode::bad_input,
+                    std::string("this is a ") + name_of(record.kind) + " case, and a challenge text is a lateral one",
+                    "Name another format: --format csv.");
+    }
     std::string text;
     for (const char* name : challenge_names) {
         const auto landmark = std::ranges::find(record.landmarks, name, &Landmark::name);

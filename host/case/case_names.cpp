@@ -17,6 +17,11 @@ bool is_auxiliary(const std::string& name) {
     return name.size() == 5 && name.starts_with("aux") && name.find_first_not_of("0123456789", 3) == std::string::npos;
 }
 
+// Films of other kinds may have landmarks of one's own under the names of vertebra points.
+std::vector<std::string> vertebra_names(Kind kind) {
+    return kind == Kind::lateral ? vertebra_point_names() : std::vector<std::string>();
+}
+
 void add_own(CaseBuilder& builder, const NamedPoint& point, std::vector<std::string> known, const Source& source) {
     const std::string meant = did_you_mean(point.name, known);
     if (!fits_user_landmark(point.name)) {
@@ -53,9 +58,7 @@ Kind kind_of(std::span<const NamedPoint> points, const Source& source) {
 void add_points(CaseBuilder& builder, std::span<const NamedPoint> points, const Source& source) {
     if (!builder.kind_is_known()) builder.kind(kind_of(points, source));
     const std::vector<std::string> names = landmark_names(builder.kind());
-    // Films of other kinds may have landmarks of one's own under the names of vertebra points.
-    const std::vector<std::string> vertebrae =
-        builder.kind() == Kind::lateral ? vertebra_point_names() : std::vector<std::string>();
+    const std::vector<std::string> vertebrae = vertebra_names(builder.kind());
     bool auxiliary = false;
     for (const NamedPoint& point : points) {
         if (holds(names, point.name)) {
@@ -71,6 +74,10 @@ void add_points(CaseBuilder& builder, std::span<const NamedPoint> points, const 
         }
     }
     if (auxiliary) builder.note("auxiliary points (auxNN) left out");
+}
+
+bool is_reserved(const std::string& name, Kind kind) {
+    return is_auxiliary(name) || holds(vertebra_names(kind), name);
 }
 
 std::vector<Landmark> all_landmarks(const Case& record) {

@@ -21,6 +21,9 @@ Kind kind_of(std::span<const NamedPoint> points, const Source& source);
 // vertebrae, and as the person's own what has a fitting name. Points named aux and two digits are left out with a note.
 void add_points(CaseBuilder& builder, std::span<const NamedPoint> points, const Source& source);
 
+// Whether add_points takes the name for something else than a landmark of the person's own.
+bool is_reserved(const std::string& name, Kind kind);
+
 // A case's landmarks, vertebra points and own landmarks, in this order.
 std::vector<Landmark> all_landmarks(const Case& record);
 
