@@ -10,7 +10,7 @@ namespace cephtool {
 ExitCode run_chart(const Command& command, const Arguments& arguments, Streams& streams) {
     ReportOptions given;
     CommandLine line(command, "cephtool chart --analysis Steiner lateral-class2.json -o chart.svg",
-                     "cephtool chart --compare lateral-class2.json lateral-average.json -o chart.png");
+                     "cephtool chart --analysis Ricketts lateral-openbite.json -o chart.png");
     add_report_options(line, given);
     line.add_text("-o,--output", "FILE", given.output, "FILE.png, FILE.svg or FILE.pdf").required();
     const CaseOptionFlags case_options(line);

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 #include <memory>
+#include <utility>
 
 #include "host/drawing/font.h"
 #include "host/report/patient_section.h"
@@ -45,13 +46,34 @@ const TracingStyle& film_on_page_style() {
     return style;
 }
 
-void add_tracing(Pages& pages, const FilmResults& film, const Box& room, std::optional<std::size_t> time) {
+// Room for write_caption above a drawing.
+Box caption_of(const Box& room) {
+    return {room.left, room.top, room.right, room.top + caption_mm * 2.6};
+}
+
+void write_caption(const Canvas& canvas, const Box& caption, const std::string& title, const std::string& note) {
+    {
+        const SelectedFont font(canvas, caption_mm, true);
+        font.write({caption.left, caption.top}, font.cut(title, caption.width()), ink);
+    }
+    const SelectedFont font(canvas, note_mm);
+    font.write({caption.left, caption.top + caption_mm * 1.2}, font.cut(note, caption.width()), quiet_ink);
+}
+
+// The film's name and scale stand above it where it has a `time`: beside the ruler there is no room for both then.
+void add_tracing(Pages& pages, const FilmResults& film, Box room, std::optional<std::size_t> time) {
     const Texts& texts = pages.texts();
     Tracing tracing = film.tracing;
+    const Box caption = caption_of(room);
+    if (time) room.top = caption.bottom;
     const Page page = page_within(room, legend_mm, tracing, size_of(film.film));
     tracing.patient.clear();
     tracing.facts = scale_text(texts, page.enlargement);
-    if (time) tracing.facts = texts.film(*time) + ": " + tracing.facts;
+    if (time) {
+        pages.add([caption, title = texts.film(*time), note = std::exchange(tracing.facts, {})](const Canvas& canvas) {
+            write_caption(canvas, caption, title, note);
+        });
+    }
     if (!tracing.origin.empty()) tracing.origin = texts(tracing.origin);
     const Ruler ruler = report_ruler(texts, page.enlargement, room.width());
     pages.add([=, &film](const Canvas& canvas) {
@@ -100,7 +122,7 @@ void add_superimposition(Pages& pages, const Registration& registration, const s
         for (const std::string& name : missing_for(registration, film.record()))
             if (std::ranges::find(missing, name) == missing.end()) missing.push_back(name);
     }
-    const Box caption{room.left, room.top, room.right, room.top + caption_mm * 2.6};
+    const Box caption = caption_of(room);
     const Box below{room.left, caption.bottom, room.right, room.bottom};
     const std::string title = texts(registration.title);
     std::string note = texts("Not possible: %1 missing", joined(missing, ", "));
@@ -115,14 +137,7 @@ void add_superimposition(Pages& pages, const Registration& registration, const s
         note = scale_text(texts, page.enlargement);
     }
     pages.add([=, drawn = missing.empty()](const Canvas& canvas) {
-        {
-            const SelectedFont font(canvas, caption_mm, true);
-            font.write({caption.left, caption.top}, font.cut(title, caption.width()), ink);
-        }
-        {
-            const SelectedFont font(canvas, note_mm);
-            font.write({caption.left, caption.top + caption_mm * 1.2}, font.cut(note, caption.width()), quiet_ink);
-        }
+        write_caption(canvas, caption, title, note);
         if (!drawn) return;
         for (std::size_t time = all->tracings.size(); time-- > 0;) {
             draw_outlines(all->tracings[time], page, style_of_time(time), canvas);

@@ -164,6 +164,12 @@ TEST_F(PrintedReport, ChartIsWrittenWithoutAnyLibraryForPictures) {
     EXPECT_THAT(svg, HasSubstr(">+3</text>"));
 }
 
+TEST_F(PrintedReport, AsksWhetherItIsOnePatient) {
+    const std::string film = sample("lateral-class2.json"), other = sample("lateral-average.json");
+    EXPECT_EQ(run({"chart", film, "--compare", film, "-o", "c.svg"}).err, "");
+    EXPECT_THAT(run({"chart", film, "--compare", other, "-o", "c.svg"}).err, HasSubstr("\"female\" instead of \"male"));
+}
+
 TEST_F(PrintedReport, RefusesWhatItCanNotDoWithAWayOut) {
     const std::string good = sample("lateral-average.json");
     struct {
@@ -204,6 +210,9 @@ TEST_F(PrintedReport, HoldsPatientTracingTablesAndSource) {
           "75.1", "-2.43", "in SD", "Page 1 of 2", "Page 2 of 2", "Steiner.txt", "not a diagnosis"})
         EXPECT_THAT(text, HasSubstr(part));
     EXPECT_EQ(std::ranges::count(text, '\f'), 2);
+    const std::string film = sample("lateral-class2.json");
+    const std::string three = text_of_report({film, "--compare", film, "--compare", film});
+    EXPECT_THAT(three.substr(0, three.find('\f')), HasSubstr("Scale 35 % of true size"));
 }
 
 TEST_F(PrintedReport, HasNoEnglishInItsJapaneseFrame) {
