@@ -1,6 +1,5 @@
 #include "host/output.h"
 
-#include <CodePage.h>
 #include <UnreadFile.h>
 #include <surface/whole_file.h>
 
@@ -9,6 +8,7 @@
 
 #include "host/error.h"
 #include "host/interruption.h"
+#include "host/library_name.h"
 #include "host/path.h"
 #include "host/text_width.h"
 
@@ -41,7 +41,8 @@ Error not_written(const std::string& path) {
 void check_all_read() {
     const CString path = UnreadFile();
     if (path.IsEmpty()) return;
-    throw Error(ExitCode::bad_input, printable(Utf8FromCodePage932(path)) + " is there, but can't be read",
+    throw Error(ExitCode::bad_input,
+                printable(utf8_from_path(path_from_library(path))) + " is there, but can't be read",
                 "Without it the results would be others. Check that you may read it, and the disk.");
 }
 
