@@ -30,7 +30,11 @@ std::size_t column_of(const CsvRow& row, const std::string& name) {
 bool is_flat_header(const Source& line) {
     if (line.text.find("_x") == std::string::npos) return false;
     CsvRow row;
-    if (!CsvReader(line).next(row) || row.comment) return false;
+    try {
+        if (!CsvReader(line).next(row) || row.comment) return false;
+    } catch (const Error&) {
+        return false;
+    }
     return std::ranges::any_of(row.fields, [&](const CsvField& field) {
         return field.text.ends_with("_x") &&
                column_of(row, field.text.substr(0, field.text.size() - 1) + "y") < row.fields.size();

@@ -4,6 +4,7 @@
 #include <ostream>
 
 #include "host/growth/growth_findings.h"
+#include "host/output.h"
 #include "host/report/style.h"
 #include "host/text_width.h"
 
@@ -38,6 +39,7 @@ std::vector<FilmResults> measured_films(const ReportOptions& options, const Case
     std::vector<std::string> paths{options.input};
     paths.insert(paths.end(), options.others.begin(), options.others.end());
     check_inputs(paths);
+    check_output(options.output, paths);
     if (paths.size() > most_times) {
         throw Error(ExitCode::bad_command_line, "more than " + std::to_string(most_times) + " cases can't be compared",
                     "Name at most two with --compare.");
