@@ -1,6 +1,5 @@
 #include "host/case/case_builder.h"
 
-#include <CodePage.h>
 #include <LandmarkTable.h>
 
 #include <algorithm>
@@ -9,6 +8,7 @@
 #include "host/case/case_record.h"
 #include "host/date_reader.h"
 #include "host/growth/vertebrae.h"
+#include "host/library_name.h"
 #include "host/numbers.h"
 #include "host/suggestion.h"
 #include "host/text_width.h"
@@ -25,10 +25,8 @@ constexpr std::size_t no_place = std::string::npos;
 
 // Bytes in the code page that the engine's records hold, or `no_place` when a character has none there.
 std::size_t record_bytes(const std::string& text) {
-    CString bytes;
-    // A character may come out as one that resembles it ("ü" as "u"); that is another name.
-    if (!CodePage932FromUtf8(text.c_str(), &bytes) || Utf8FromCodePage932(bytes) != text) return no_place;
-    return static_cast<std::size_t>(bytes.GetLength());
+    const std::optional<CString> bytes = library_name(text);
+    return bytes ? static_cast<std::size_t>(bytes->GetLength()) : no_place;
 }
 
 }  // namespace

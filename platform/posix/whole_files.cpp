@@ -162,7 +162,7 @@ bool copy_file(std::string_view from, std::string_view to, bool fail_if_exists) 
         if (got < 0 || !posix::write_all(file.descriptor(), block.data(), static_cast<std::size_t>(got)))
             return failed(errno);
     if (before) file.belong_as(*before);
-    return file.take_place(status.st_mode, fail_if_exists);
+    return file.take_place(status.st_mode & 0777, fail_if_exists);  // whoever owns the copy runs it as himself
 }
 
 }  // namespace tool
