@@ -48,7 +48,8 @@ CPoint fine_point(Position position) {
 }
 
 bool is_scale(double mm_per_pixel) {
-    return std::isfinite(mm_per_pixel) && std::isnormal(mm_per_pixel / fine_steps) && mm_per_pixel > 0;
+    constexpr double finest = 1e-6, coarsest = 1e6;  // no picture of a head comes near; beyond, pages have no size
+    return mm_per_pixel >= finest && mm_per_pixel <= coarsest;
 }
 
 struct CaseRecord::Fields {

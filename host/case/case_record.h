@@ -18,7 +18,7 @@ bool counts_as_absent(Position position);
 // In 1/64 pixel.
 CPoint fine_point(Position position);
 
-// Above 0, finite, and still so when divided by 64.
+// From 0.000001 to 1000000 mm a pixel.
 bool is_scale(double mm_per_pixel);
 
 class CaseRecord {
