@@ -14,6 +14,14 @@ fs::path system_path(const std::string& utf8) {
     return fs::path(std::u8string(utf8.begin(), utf8.end()));
 }
 
+fs::path behind_links(fs::path file) {
+    constexpr int most_links = 40;  // as many as systems follow
+    std::error_code failure;
+    for (int i = 0; i < most_links && fs::is_symlink(fs::symlink_status(file, failure)); ++i)
+        file = file.parent_path() / fs::read_symlink(file, failure);
+    return file;
+}
+
 // A name in the folder of `file` that nothing has yet, however long the file's own is.
 fs::path name_beside(const fs::path& file) {
     std::error_code failure;
@@ -63,10 +71,12 @@ std::string read_whole_file(const std::string& path, std::size_t limit, std::str
 }
 
 std::string write_whole_file(const std::string& path, std::string_view bytes) {
-    const fs::path file = system_path(path);
-    std::error_code is_new;
-    const fs::path behind_links = fs::canonical(file, is_new);
-    return replace(is_new ? file : behind_links, bytes) ? "" : path + " can't be written.";
+    return replace(behind_links(system_path(path)), bytes) ? "" : path + " can't be written.";
+}
+
+std::string file_behind_links(const std::string& path) {
+    const std::u8string file = behind_links(system_path(path)).u8string();
+    return {file.begin(), file.end()};
 }
 
 }  // namespace tool

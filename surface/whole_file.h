@@ -13,4 +13,7 @@ std::string read_whole_file(const std::string& path, std::size_t limit, std::str
 // stays and what it names is replaced; rights stay; a file that nobody may write is left alone.
 std::string write_whole_file(const std::string& path, std::string_view bytes);
 
+// The file that a path stands for, be it there or not: what a link names, else the path itself.
+std::string file_behind_links(const std::string& path);
+
 }  // namespace tool

@@ -1,5 +1,7 @@
 #include "host/batch/batch_output.h"
 
+#include <surface/whole_file.h>
+
 #include <algorithm>
 #include <charconv>
 #include <filesystem>
@@ -31,15 +33,6 @@ Error not_written(const fs::path& path) {
 Error not_read() {
     return {ExitCode::bad_input, "what the run before has written can't be read",
             "Check the disk and the rights of the two files that end in .part; nothing in them was changed."};
-}
-
-// The file that a name stands for, be it there or not, so that a link stays one.
-fs::path behind_links(fs::path file) {
-    constexpr int most_links = 40;  // as many as systems follow
-    std::error_code failure;
-    for (int i = 0; i < most_links && fs::is_symlink(fs::symlink_status(file, failure)); ++i)
-        file = file.parent_path() / fs::read_symlink(file, failure);
-    return file;
 }
 
 fs::path with_ending(fs::path path, const char* ending) {
@@ -95,7 +88,7 @@ std::string bytes_of(const fs::path& path, std::uintmax_t from, std::uintmax_t t
 }  // namespace
 
 BatchOutput::BatchOutput(const std::string& path, std::string head, std::string number_mark)
-    : path_(behind_links(path_from_utf8(path))),
+    : path_(path_from_utf8(tool::file_behind_links(path))),  // a link stays one
       part_(with_ending(path_, ".part")),
       failures_path_(with_ending(path_, ".errors.csv")),
       failures_part_(with_ending(failures_path_, ".part")),

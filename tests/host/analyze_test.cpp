@@ -91,7 +91,6 @@ TEST_F(Clinic, EveryFaultHasItsExitCodeAndItsWayOut) {
         {{"--bnad=3"}, ExitCode::bad_command_line, "Did you mean \"--band\"?"},
         {{}, ExitCode::bad_command_line, "CASE"},
         {{"-", "-"}, ExitCode::bad_command_line, "more than once"},
-        {{"--anaitem", "nowhere", "film.csv"}, ExitCode::bad_command_line, "--anaitem"},
         {{"-o", "no/such/folder.csv", "film.csv"}, ExitCode::bad_input, "could not be written"},
         {{"absent.csv"}, ExitCode::bad_input, "absent.csv: there is no such file"},
     };
@@ -101,6 +100,8 @@ TEST_F(Clinic, EveryFaultHasItsExitCodeAndItsWayOut) {
         EXPECT_THAT(one.err, HasSubstr(row.words));
         EXPECT_EQ(one.out, "");
     }
+    EXPECT_THAT(run({"analyze", "--anaitem", "nowhere", "film.csv"}).err,
+                HasSubstr("nowhere is no folder of analyses"));
 }
 
 TEST_F(Clinic, ABadCaseDoesNotHideTheGoodOnes) {

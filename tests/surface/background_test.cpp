@@ -79,7 +79,7 @@ TEST(Background, LiesWhereItIsPut) {
     EXPECT_THAT(page->pdf(), testing::HasSubstr("/DCTDecode"));
 }
 
-TEST(WholeFile, AFailedWriteLeavesNothing) {
+TEST(WholeFile, AFailedWriteLeavesNothingAndALinkStaysOne) {
     const auto folder = std::filesystem::temp_directory_path() / ("tool_" + std::to_string(std::random_device()()));
     std::filesystem::create_directories(folder / "taken");
     EXPECT_EQ(tool::write_whole_file(folder / "a.png", "two"), "");
@@ -89,6 +89,10 @@ TEST(WholeFile, AFailedWriteLeavesNothing) {
     EXPECT_EQ(tool::read_whole_file(folder / "a.png", 3, &bytes) + bytes, "two");
     EXPECT_NE(tool::read_whole_file(folder / "a.png", 2, &bytes), "");
     EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder), {}), 2);
+    std::error_code no_links;
+    std::filesystem::create_symlink("new.png", folder / "link", no_links);
+    EXPECT_EQ(tool::write_whole_file(folder / "link", "five"), "");
+    EXPECT_TRUE(no_links || (is_symlink(folder / "link") && file_size(folder / "new.png") == 4));
     std::filesystem::remove_all(folder);
 }
 
