@@ -92,7 +92,11 @@ Norm Evaluation::norm(std::string_view name, NormPart part) {
 }
 
 std::size_t Evaluation::formula(std::string_view text, bool top_level, ValueList values) {
-    Formula root(text, top_level, values, points_);
+    Formula root(text, top_level, values, points_, [this](const Reference& reference) {
+        if (const auto known = begin_item(reference.name, reference.ask)) return *known;
+        run(nullptr);
+        return finished_.asked(reference.ask);
+    });
     run(&root);
     return root.extent();
 }

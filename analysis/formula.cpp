@@ -123,17 +123,19 @@ std::optional<QuotedName> quoted_name(std::string_view text) {
                       bracket == std::string_view::npos ? text.size() : bracket + 1};
 }
 
-Formula::Formula(std::string_view text, bool top_level, ValueList values, PointReader& points)
-    : text_(text), values_(values), points_(points) {
-    const bool is_group = !top_level && text.starts_with('(');
-    extent_ = std::min(text.find(';'), text.size());
-    if (is_group) extent_ = std::min(text.find(')'), extent_);
-    if (is_group) {
+Formula::Formula(std::string_view text, bool top_level, ValueList values, PointReader& points, Resolve resolve)
+    : text_(text.substr(0, text.find(';'))),
+      values_(values),
+      points_(points),
+      resolve_(std::move(resolve)),
+      size_(text_.size()) {
+    if (!top_level && text_.starts_with('(')) {
         text_[0] = ' ';
-        if (extent_ < text.size() && text[extent_] == ')') text_[extent_++] = ' ';
+        const std::size_t close = text_.find(')');
+        if (close != std::string::npos) text_[close] = ' ', end_ = size_ - close - 1;
     }
-    text_.resize(extent_);
-    find_keywords();
+    unread_ = end_;
+    hits_ = keywords_in(0, position(end_));
 }
 
 std::vector<std::string_view> Formula::function_names() {
@@ -143,41 +145,28 @@ std::vector<std::string_view> Formula::function_names() {
     return names;
 }
 
-// Notes where the keywords stand, in the order in which they are replaced. What a step blanks or writes never makes a
-// new keyword; those that it blanks are found out when their turn comes.
-void Formula::find_keywords() {
+// Where the keywords stand, in the order in which they are replaced. What a step blanks or writes never makes a new
+// keyword; those that it blanks are found out when their turn comes.
+std::vector<Formula::Hit> Formula::keywords_in(std::size_t begin, std::size_t end) const {
+    std::vector<Hit> hits;
     NameSpan name;
-    const std::string_view text = text_;
-    for (std::size_t at = 0; at < text.size(); at += char_length(text.substr(at))) {
+    const std::string_view text = std::string_view(text_).substr(0, end);
+    for (std::size_t at = begin; at < end; at += char_length(text.substr(at))) {
         const char c = text[at];
         if (name.holds(c) || c < 'M' || c > 's') continue;
         for (std::size_t k = 0; k < std::size(keywords); ++k)
-            if (c == keywords[k].text[0] && text.substr(at).starts_with(keywords[k].text)) hits_.push_back({k, at});
+            if (c == keywords[k].text[0] && text.substr(at).starts_with(keywords[k].text)) hits.push_back({k, at});
     }
-    std::ranges::stable_sort(hits_, {}, &Hit::keyword);
+    std::ranges::stable_sort(hits, {}, &Hit::keyword);
+    return hits;
 }
 
 std::optional<Reference> Formula::advance() {
     if (finished_) return std::nullopt;
-    for (; next_hit_ < hits_.size() && !values_.full(); ++next_hit_) {
-        const Hit& hit = hits_[next_hit_];
-        const Keyword& keyword = keywords[hit.keyword];
-        const std::string_view rest = std::string_view(text_).substr(hit.at);
-        if (!rest.starts_with(keyword.text)) continue;
-        const std::string_view behind = rest.substr(keyword.text.size());
-        const std::size_t behind_at = hit.at + keyword.text.size();
-        if (!keyword.ask) {
-            const Measured result = measured(keyword.measure, behind, points_);
-            replace_hit(hit, result.value, behind_at + result.end);
-        } else if (const auto name = quoted_name(behind)) {
-            pending_end_ = behind_at + name->end;
-            return Reference{*keyword.ask, name->name};
-        } else {
-            replace_hit(hit, 0.0, behind_at);
-        }
-    }
-    arithmetic(0, 0, 0);
-    evaluate_switch(0, 0);
+    for (; next_hit_ < hits_.size(); ++next_hit_)
+        if (const auto reference = replace(hits_[next_hit_])) return reference;
+    arithmetic(0, end_, 0);
+    evaluate_switch(0, end_);
     finished_ = true;
     return std::nullopt;
 }
@@ -186,9 +175,29 @@ void Formula::supply(double value) {
     replace_hit(hits_[next_hit_++], value, pending_end_);
 }
 
+// Replaces a function, or gives the reference whose value belongs there.
+std::optional<Reference> Formula::replace(const Hit& hit) {
+    const Keyword& keyword = keywords[hit.keyword];
+    const std::string_view rest = std::string_view(text_).substr(hit.at);
+    if (values_.full() || !rest.starts_with(keyword.text)) return std::nullopt;
+    const std::string_view behind = rest.substr(keyword.text.size());
+    const std::size_t behind_at = hit.at + keyword.text.size();
+    if (!keyword.ask) {
+        const Measured result = measured(keyword.measure, behind, points_);
+        replace_hit(hit, result.value, behind_at + result.end);
+    } else if (const auto name = quoted_name(behind)) {
+        pending_end_ = behind_at + name->end;
+        return Reference{*keyword.ask, name->name};
+    } else {
+        replace_hit(hit, 0.0, behind_at);
+    }
+    return std::nullopt;
+}
+
 void Formula::replace_hit(const Hit& hit, double value, std::size_t arguments_end) {
     if (values_.full()) return;  // filled by the values of a group or item in between
     values_.append(value);
+    read_to(arguments_end);
     std::fill(text_.begin() + hit.at, text_.begin() + arguments_end, ' ');
     write_token(hit.at, arguments_end);
 }
@@ -229,7 +238,7 @@ void Formula::combine_all(std::size_t begin, FromEnd end, unsigned pass, int dep
         values_.append(combined(operation, or_equal, left.value, right.value));
         for (std::size_t i = left.edge; i < right.edge; ++i)
             if (text_[i] != ',') text_[i] = ' ';
-        at = write_token(left.edge, right.edge);
+        at = write_token(left.edge, std::min(right.edge, position(end)));
     }
 }
 
@@ -244,7 +253,7 @@ Formula::Operand Formula::left_operand(std::size_t begin, std::size_t at, int de
         const std::size_t open = matching_open(text_, begin, edge - 1);
         if (open == std::string::npos) return {0.0, edge};
         std::size_t end = 0;
-        return {group(open, text_.size() - edge, depth, &end), open};
+        return {group(open, depth, &end), open};  // ends there at the latest, since its brackets match
     }
     return {read_double(digits), edge};
 }
@@ -263,27 +272,36 @@ Formula::Operand Formula::right_operand(std::size_t at, FromEnd end, int depth) 
     }
     if (text_[edge] == '(') {
         std::size_t group_end = 0;
-        const double value = group(edge, end, depth, &group_end);
+        const double value = group(edge, depth, &group_end);
         return {value, group_end};
     }
     return {0.0, at};
 }
 
-// Evaluates the group that opens at `open`, up to its first ")" and not beyond `limit`, and blanks it.
-double Formula::group(std::size_t open, FromEnd limit, int depth, std::size_t* end) {
-    std::size_t close = open;
-    while (close < position(limit) && text_[close] != ')') ++close;
+// Evaluates the group that opens at `open`, up to its first ")", and blanks it.
+double Formula::group(std::size_t open, int depth, std::size_t* end) {
+    const std::size_t close = std::min(text_.find(')', open), text_.size());
     text_[open] = ' ';
-    const bool closed = close < position(limit);
+    const bool closed = close < text_.size();
     if (closed) text_[close] = ' ';
+    // Groups inside that run beyond this end leave nothing but blanks there. So it does no harm that the end moves
+    // with the tokens that they write.
     const FromEnd from_end = text_.size() - close;
     if (depth < deepest_group) {
+        if (from_end < end_) replace_all(open, close);
         arithmetic(open, from_end, depth + 1);
         evaluate_switch(open, from_end);
     }
     std::fill(text_.begin() + open, text_.begin() + position(from_end), ' ');
     *end = position(from_end) + (closed ? 1 : 0);
+    read_to(*end);
     return values_.last();
+}
+
+// Replaces the functions of a group that runs beyond the end of the formula's own text.
+void Formula::replace_all(std::size_t begin, std::size_t end) {
+    for (const Hit& hit : keywords_in(begin, end))
+        if (const auto reference = replace(hit)) replace_hit(hit, resolve_(*reference), pending_end_);
 }
 
 void Formula::evaluate_switch(std::size_t begin, FromEnd end) {

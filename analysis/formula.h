@@ -10,10 +10,14 @@
 // 5. The result is the last value made; without any it is 0.
 //
 // Kept: a formula that is only a number makes no value, so it is 0; a group that holds only a value gives the last
-// value made; a group ends at the first ")". So (2*3)-(4*5) is 0. Formulas in use were written with these rules.
+// value made. So (2*3)-(4*5) is 0. A group's text ends at its first ")", and both brackets become blanks; a "(" that is
+// left in it is then met as an operand and runs to the next ")", beyond the end of the group that it stands in. So
+// 1/(1+(2+3)+4) is 1/(1+((2+3)+4)) and 2*((1+2)+3) is 2*(1+2)+3. Formulas in use were written with these rules.
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
+#include <functional>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -62,8 +66,12 @@ std::optional<QuotedName> quoted_name(std::string_view text);
 // items that refer to items take no stack.
 class Formula {
  public:
-    // Top level reads to the first ";" or the end; a group, which begins with "(", to its first ")".
-    Formula(std::string_view text, bool top_level, ValueList values, PointReader& points);
+    // The value of a reference that the formula can't stop for.
+    using Resolve = std::function<double(const Reference&)>;
+
+    // Top level reads to the first ";" or the end; a group, which begins with "(", to its first ")". Arguments and
+    // groups that begin in it may end behind that; `resolve` gives the references in such groups their values.
+    Formula(std::string_view text, bool top_level, ValueList values, PointReader& points, Resolve resolve = {});
 
     static std::vector<std::string_view> function_names();  // in the order in which they are replaced
 
@@ -72,7 +80,7 @@ class Formula {
     void supply(double value);  // the value of the reference that advance() gave
 
     double result() const { return values_.last(); }
-    std::size_t extent() const { return extent_; }  // bytes of the caller's text that were read
+    std::size_t extent() const { return size_ - unread_; }  // bytes of the caller's text that were read
 
  private:
     // Positions count from the end of the text: what stands behind a place does not move when a token needs room.
@@ -88,21 +96,27 @@ class Formula {
     struct Keyword;
     static const Keyword keywords[];
 
-    void find_keywords();
+    std::vector<Hit> keywords_in(std::size_t begin, std::size_t end) const;
+    std::optional<Reference> replace(const Hit& hit);
+    void replace_all(std::size_t begin, std::size_t end);
     void replace_hit(const Hit& hit, double value, std::size_t arguments_end);
     void arithmetic(std::size_t begin, FromEnd end, int depth);
     void combine_all(std::size_t begin, FromEnd end, unsigned pass, int depth);
     Operand left_operand(std::size_t begin, std::size_t at, int depth);
     Operand right_operand(std::size_t at, FromEnd end, int depth);
-    double group(std::size_t open, FromEnd limit, int depth, std::size_t* end);
+    double group(std::size_t open, int depth, std::size_t* end);
     std::size_t write_token(std::size_t begin, std::size_t end);
     void evaluate_switch(std::size_t begin, FromEnd end);
     std::size_t position(FromEnd end) const { return text_.size() - end; }
+    void read_to(std::size_t end) { unread_ = std::min(unread_, text_.size() - end); }
 
     std::string text_;
     ValueList values_;
     PointReader& points_;
-    std::size_t extent_ = 0;
+    Resolve resolve_;
+    std::size_t size_;
+    FromEnd end_ = 0;     // of the formula's own text
+    FromEnd unread_ = 0;  // what no argument and no group reached
     std::vector<Hit> hits_;
     std::size_t next_hit_ = 0;
     std::size_t pending_end_ = 0;

@@ -2,6 +2,7 @@
 
 #include <cmath>
 #include <random>
+#include <span>
 
 #include "analysis/measures.h"
 #include "tests/analysis/subject.h"
@@ -47,34 +48,86 @@ TEST(Formula, TakesEachFunctionFromOneThatReadsItsArgumentsOff) {
     }
 }
 
-// An obvious evaluator of numbers and operators: products first, then sums, each from the left.
-double plainly(const std::vector<double>& numbers, const std::string& operators) {
-    std::vector<double> terms = {numbers[0]};
-    std::string signs;
-    for (std::size_t i = 0; i < operators.size(); ++i) {
-        if (operators[i] == '*') terms.back() = terms.back() * numbers[i + 1];
-        if (operators[i] == '/') terms.back() = terms.back() / numbers[i + 1];
-        if (operators[i] == '+' || operators[i] == '-') signs += operators[i], terms.push_back(numbers[i + 1]);
+// The rule for numbers, operators and groups as it stands, on a text in which a value takes one place: 'v'.
+struct Place {
+    char c;
+    double value = 0;
+};
+
+double literally(std::span<Place> text, bool top_level, std::vector<double>& made) {
+    const auto blank = [&](std::size_t from, std::size_t to) { std::fill_n(&text[0] + from, to - from, Place{' '}); };
+    const auto first = [](std::span<Place> in) {
+        return static_cast<std::size_t>(std::ranges::find(in, ')', &Place::c) - in.begin());
+    };
+    const auto is_number = [](char c) { return c == ' ' || c == '.' || (c >= '0' && c <= '9'); };
+    const auto group = [&](std::size_t open) { return literally(text.subspan(open), false, made); };
+    const auto read = [&](std::size_t from, std::size_t to) {
+        std::string digits;
+        for (; from < to; ++from) digits += text[from].c == ' ' ? "" : std::string(1, text[from].c);
+        return digits;
+    };
+    std::size_t end = text.size();
+    if (!top_level && text[0].c == '(') {
+        end = first(text);
+        if (end < text.size()) text[end] = {' '};
+        text[0] = {' '};
     }
-    double sum = terms[0];
-    for (std::size_t i = 0; i < signs.size(); ++i) sum = signs[i] == '+' ? sum + terms[i + 1] : sum - terms[i + 1];
-    return sum;
+    for (const std::string_view pass : {"*/", "+-"})
+        for (std::size_t at = 0; at < end; ++at) {
+            const char c = text[at].c;
+            if (pass.find(c) == pass.npos) continue;
+            std::size_t left = at, right = at + 1;
+            while (left > 0 && is_number(text[left - 1].c)) --left;
+            while (right < end && is_number(text[right].c)) ++right;
+            const std::string behind = read(at + 1, right);
+            double a = std::atof(read(left, at).c_str()), b = std::atof(behind.c_str());
+            if (left > 0 && text[left - 1].c == 'v') {
+                a = text[--left].value;
+            } else if (left > 0 && text[left - 1].c == ')') {
+                int depth = 0;
+                std::size_t open = left;
+                do depth += text[--open].c == ')' ? 1 : text[open].c == '(' ? -1 : 0;
+                while (depth > 0 && open > 0);
+                a = depth == 0 ? group(left = open) : 0;
+            }
+            if (behind.empty() && right < end) {
+                const char next = text[right].c;
+                const std::size_t group_end = std::min(right + first(text.subspan(right)) + 1, text.size());
+                b = next == 'v' ? text[right].value : next == '(' ? group(right) : 0;
+                right = next == 'v' ? right + 1 : next == '(' ? group_end : at + 1;
+            }
+            made.push_back(c == '*' ? a * b : c == '/' ? a / b : c == '+' ? a + b : a - b);
+            blank(left, right);
+            text[left] = {'v', made.back()};
+        }
+    blank(0, end);
+    return made.empty() ? 0.0 : made.back();
 }
 
-TEST(Formula, AgreesWithAPlainEvaluatorOnRandomSums) {
+TEST(Formula, AgreesWithTheRuleAsItStandsOnRandomTexts) {
     const unsigned seed = std::random_device()();
     std::mt19937 random(seed);
-    for (int round = 0; round < 3000; ++round) {
-        std::vector<double> numbers;
-        std::string operators, text;
-        for (int terms = 2 + static_cast<int>(random() % 12); terms-- > 0;) {
-            const std::string number = std::to_string(random() % 1000) + (random() % 2 ? ".25" : "");
-            numbers.push_back(std::stod(number));
-            text += (random() % 3 ? "" : " ") + number;
-            if (terms > 0) operators += "*/+-"[random() % 4], text += operators.back();
-        }
-        const double expected = plainly(numbers, operators), got = small_face().calc(text);
+    for (int round = 0; round < 5000; ++round) {
+        std::string text;
+        for (int length = 1 + static_cast<int>(random() % 24); length-- > 0;)
+            text += "12345.+-*/+-*(()) "[random() % 18];
+        const bool top_level = random() % 4;
+        if (!top_level) text.insert(0, "(");
+        std::vector<Place> places;
+        for (const char c : text) places.push_back({c});
+        std::vector<double> made;
+        const double expected = literally(places, top_level, made);
+        std::string left;
+        for (const Place& place : places) left += place.c;
+        double values[100];
+        int count = 0;
+        std::string work = text;
+        const double got = small_face().calc(work, values, count, top_level);
         ASSERT_TRUE(got == expected || (std::isnan(got) && std::isnan(expected))) << text << ", seed " << seed;
+        ASSERT_EQ(work, left) << text << ", seed " << seed;
+        ASSERT_TRUE(std::ranges::equal(made, std::span(values, count),
+                                       [](double a, double b) { return a == b || (std::isnan(a) && std::isnan(b)); }))
+            << text << ", seed " << seed;
     }
 }
 
@@ -89,6 +142,9 @@ TEST(Formula, BlanksWhatItReadAndNothingElse) {
         {"(2+3)*4", 0, "     *4"},
         {"(2+3;4)", 0, "    ;4)"},
         {"(1+2)+3)", 0, "     +3)"},
+        {"(len([S],[N]))*2", 0, "              *2"},
+        {"(case(\"None\"))+1", 0, "              +1"},
+        {"(2+(3*4)+len([S],[N]))+1", 0, "                      +1"},
         {"1=2", 0, "   "},
         {"case(\"None\")+1;x", 1, "              ;x"},
     };
