@@ -1,5 +1,7 @@
 #include "analysis/lateral_completion.h"
 
+#include <algorithm>
+#include <iterator>
 #include <optional>
 
 #include "platform/numbers.h"
@@ -28,17 +30,29 @@ std::optional<LONG> moved(LONG from, double offset_px) {
     return static_cast<LONG>(to);
 }
 
+std::optional<CPoint> place(const tagPOINTLAT& record, const Auxiliary& auxiliary) {
+    if (record.Scale == 0) return std::nullopt;
+    const CPoint& source = record.Point[auxiliary.source];
+    const auto x = moved(source.x, auxiliary.left_mm / record.Scale);
+    const auto y = moved(source.y, auxiliary.up_mm / record.Scale);
+    if (!x || !y) return std::nullopt;
+    return CPoint(*x, *y);
+}
+
 }  // namespace
 
+// Kept: a point is placed from its landmark even where that is empty, too.
 void complete_lateral_record(tagPOINTLAT& record) {
     for (const Auxiliary& auxiliary : auxiliaries) {
         CPoint& point = record.Point[auxiliary.slot];
-        const CPoint& source = record.Point[auxiliary.source];
-        if (point != CPoint() || record.Scale == 0) continue;
-        const auto x = moved(source.x, auxiliary.left_mm / record.Scale);
-        const auto y = moved(source.y, auxiliary.up_mm / record.Scale);
-        if (x && y) point = CPoint(*x, *y);
+        if (point == CPoint()) point = place(record, auxiliary).value_or(point);
     }
+}
+
+std::optional<CPoint> auxiliary_point(const tagPOINTLAT& record, int slot) {
+    const auto auxiliary = std::ranges::find(auxiliaries, slot, &Auxiliary::slot);
+    if (auxiliary == std::end(auxiliaries) || record.Point[auxiliary->source] == CPoint()) return std::nullopt;
+    return place(record, *auxiliary);
 }
 
 }  // namespace tool

@@ -1,8 +1,9 @@
 #include "exif/directory.h"
 
+#include <functional>
+
 #include "exif/last_error.h"
 #include "exif/value.h"
-#include "platform/numbers.h"
 
 namespace tool {
 namespace {
@@ -19,7 +20,15 @@ enum Tag : std::uint32_t {
 
 }  // namespace
 
+std::array<unsigned char, 8> DirectoryReader::eight_bytes(std::uint64_t at) const {
+    std::array<unsigned char, 8> eight{};
+    const auto there = bytes_.subspan(std::min<std::size_t>(at, bytes_.size()));
+    std::copy_n(there.begin(), std::min(there.size(), eight.size()), eight.begin());
+    return eight;
+}
+
 bool DirectoryReader::read(std::uint64_t start) {
+    if (start > length_) return failed(reader_, "Illegally sized directory");
     if (open_ == most_open || seen_[start]) return true;
     seen_.set(start);
     ++open_;
@@ -29,8 +38,7 @@ bool DirectoryReader::read(std::uint64_t start) {
 }
 
 bool DirectoryReader::read_entries(std::uint64_t start) {
-    const std::uint32_t count = get_u16(base_ + start, order_);
-    const std::uint64_t end = start + count_size + entry_size * count;
+    const std::uint64_t end = start + count_size + entry_size * u16(start);
     if (end > length_) return failed(reader_, "Illegally sized directory");
     Thumbnail thumbnail;
     for (std::uint64_t at = start + count_size; at < end; at += entry_size)
@@ -39,29 +47,30 @@ bool DirectoryReader::read_entries(std::uint64_t start) {
     // the picture's own.
     // Kept: only the link's first two bytes are read. In big-endian files these are 0, so that the next directory is
     // found in little-endian files only.
-    const std::uint32_t next = get_u16(base_ + end, order_);
+    const std::uint32_t next = u16(end);
     if (next != 0 && !follow(next)) return false;
     keep(thumbnail);
     return true;
 }
 
 bool DirectoryReader::read_entry(std::uint64_t at, Thumbnail& thumbnail) {
-    unsigned char* const bytes = base_ + at;
-    Entry entry{get_u16(bytes, order_), get_u16(bytes + 2, order_), bytes + 8, 0, order_};
-    if (!is_format(entry.format)) return failed(reader_, "Illegal format code in EXIF dir");
-    const std::uint64_t byte_count = std::uint64_t{get_u32(bytes + 4, order_)} * component_size(entry.format);
+    const std::uint32_t tag = u16(at), format = u16(at + 2);
+    if (!is_format(format)) return failed(reader_, "Illegal format code in EXIF dir");
+    const std::uint64_t byte_count = std::uint64_t{u32(at + 4)} * component_size(format);
+    std::uint64_t value_at = at + 8;
     if (byte_count > 4) {
-        const std::uint64_t offset = get_u32(bytes + 8, order_);
-        if (offset + byte_count > length_) return failed(reader_, "Illegal pointer offset value in EXIF.");
-        entry.value = base_ + offset;
+        value_at = u32(at + 8);
+        if (value_at + byte_count > length_) return failed(reader_, "Illegal pointer offset value in EXIF.");
     }
-    entry.byte_count = static_cast<std::size_t>(byte_count);
-    switch (entry.tag) {
-        case thumbnail_offset: thumbnail.offset = truncated(converted(entry.value, entry.format, order_)); return true;
-        case thumbnail_size: thumbnail.size = truncated(converted(entry.value, entry.format, order_)); return true;
+    const Entry entry{tag, format, eight_bytes(value_at), bytes_.subspan(value_at, byte_count), order_};
+    unsigned char* const value_end = entry.bytes.data() + byte_count;
+    if (std::less<>()(last_referenced_, value_end)) last_referenced_ = value_end;
+    switch (tag) {
+        case thumbnail_offset: thumbnail.offset = entry.whole(); return true;
+        case thumbnail_size: thumbnail.size = entry.whole(); return true;
         case exif_link:
-        case interoperability_link: return follow(get_u32(entry.value, order_));
-        default: store(entry, reader_); return true;
+        case interoperability_link: return follow(get_u32(entry.first.data(), order_));
+        default: store(entry, reader_, info_); return true;
     }
 }
 
@@ -74,8 +83,8 @@ bool DirectoryReader::follow(std::uint64_t start) {
 void DirectoryReader::keep(const Thumbnail& thumbnail) {
     if (thumbnail.offset <= 0 || thumbnail.size <= 0) return;
     if (std::int64_t{thumbnail.offset} + thumbnail.size > static_cast<std::int64_t>(length_)) return;
-    reader_.Info->ThumbnailPointer = base_ + thumbnail.offset;
-    reader_.Info->ThumbnailSize = static_cast<std::uint32_t>(thumbnail.size);
+    info_.ThumbnailPointer = bytes_.data() + thumbnail.offset;
+    info_.ThumbnailSize = static_cast<std::uint32_t>(thumbnail.size);
 }
 
 }  // namespace tool

@@ -3,7 +3,10 @@
 
 #include <Exif.h>
 
+#include <algorithm>
+#include <array>
 #include <bitset>
+#include <span>
 
 #include "exif/byte_order.h"
 #include "exif/tag_fields.h"
@@ -12,15 +15,22 @@ namespace tool {
 
 class DirectoryReader {
  public:
-    // `base` is the byte-order mark, from which offsets count. At least six bytes behind `base + length` are there:
-    // the last entry's value is read as eight bytes, and a directory may begin at the very end.
-    DirectoryReader(CExif& reader, unsigned char* base, std::uint32_t length)
-        : reader_(reader), base_(base), length_(length), order_(static_cast<ByteOrder>(reader.MotorolaOrder)) {}
+    // `bytes` are those that are there from the byte-order mark on, from which offsets count; behind them stand zeros,
+    // as it were. The first `length` of them, at most 65,535, may belong to directories and what these point to.
+    DirectoryReader(CExif& reader, tag_ExifInfo& info, std::span<unsigned char> bytes, std::size_t length)
+        : reader_(reader),
+          info_(info),
+          bytes_(bytes),
+          length_(std::min({length, bytes.size(), std::size_t{0xFFFF}})),
+          order_(static_cast<ByteOrder>(reader.MotorolaOrder)) {}
 
-    // Reads the directory at `start`, at most `length`, and those it links to. False, with the reason in LastError,
-    // when it is damaged; damage in those it links to does not count. A directory that was read before and one below
-    // 64 open ones are passed over, so that circles end.
+    // Reads the directory at `start` and those it links to. False, with the reason in LastError, when it is damaged;
+    // damage in those it links to does not count. A directory that was read before and one below 64 open ones are
+    // passed over, so that circles end.
     bool read(std::uint64_t start);
+
+    // Behind the last byte of any entry's value so far; null when there was none.
+    unsigned char* last_referenced() const { return last_referenced_; }
 
  private:
     // Where a thumbnail lies, as one directory tells it.
@@ -28,16 +38,21 @@ class DirectoryReader {
         std::int32_t offset = 0, size = 0;
     };
 
+    std::array<unsigned char, 8> eight_bytes(std::uint64_t at) const;
+    std::uint32_t u16(std::uint64_t at) const { return get_u16(eight_bytes(at).data(), order_); }
+    std::uint32_t u32(std::uint64_t at) const { return get_u32(eight_bytes(at).data(), order_); }
     bool read_entries(std::uint64_t start);
     bool read_entry(std::uint64_t at, Thumbnail& thumbnail);
     bool follow(std::uint64_t start);
     void keep(const Thumbnail& thumbnail);
 
     CExif& reader_;
-    unsigned char* base_;
+    tag_ExifInfo& info_;
+    std::span<unsigned char> bytes_;
     std::uint64_t length_;
     ByteOrder order_;
     int open_ = 0;
+    unsigned char* last_referenced_ = nullptr;
     std::bitset<0x10000> seen_;  // by start: no segment is longer
 };
 

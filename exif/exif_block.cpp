@@ -1,5 +1,7 @@
 #include "exif/exif_block.h"
 
+#include <algorithm>
+#include <array>
 #include <cstring>
 
 #include "exif/directory.h"
@@ -8,7 +10,7 @@
 namespace tool {
 namespace {
 
-constexpr int length_size = 2;
+constexpr int length_size = 2, name_size = 6, header_size = 8;
 
 bool begins_with(const unsigned char* bytes, const char* text, std::size_t size) {
     return std::memcmp(bytes, text, size) == 0;
@@ -32,22 +34,20 @@ bool is_exif(const tag_ExifSection& section) {
     return begins_with(section.Data + length_size, "Exif", 4);
 }
 
-bool read_exif(const tag_ExifSection& section, CExif& reader) {
+bool read_exif(std::span<unsigned char> bytes, std::size_t length, CExif& reader) {
     tag_ExifInfo& info = *reader.Info;
     info.FlashUsed = 0;
     info.Comments[0] = '\0';
     reader.ExifImageWidth = 0;
 
-    constexpr int name_size = 6, directory_at = 8;
-    unsigned char* const name = section.Data + length_size;
-    if (!begins_with(name, "Exif\0\0", name_size)) return failed(reader, "Incorrect Exif header");
-    unsigned char* const tiff = name + name_size;
-    if (!read_header(tiff, reader)) return false;
-    // Kept: the size counts the two length bytes, so that every bound is two bytes behind the segment's end. Cameras
-    // list thumbnails that end there.
-    const auto length = static_cast<std::uint32_t>(section.Size - name_size);
+    // A shorter block is filled up with zeros, which are no byte-order mark.
+    std::array<unsigned char, name_size + header_size> head{};
+    std::copy_n(bytes.begin(), std::min(bytes.size(), head.size()), head.begin());
+    if (!begins_with(head.data(), "Exif\0\0", name_size)) return failed(reader, "Incorrect Exif header");
+    if (!read_header(head.data() + name_size, reader)) return false;
     // Kept: the first directory stands where it nearly always does, whatever its offset says.
-    if (!DirectoryReader(reader, tiff, length).read(directory_at)) return false;
+    DirectoryReader directories(reader, info, bytes.subspan(name_size), length - name_size);
+    if (!directories.read(header_size)) return false;
     if (info.FocalPlaneXResolution != 0) {
         info.CcdWidth = static_cast<float>(reader.ExifImageWidth) * info.FocalPlaneUnit / info.FocalPlaneXResolution;
     }

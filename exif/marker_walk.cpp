@@ -35,6 +35,9 @@ bool too_many_sections(CExif& reader) {
     return reader.SectionsRead >= CExif::SECTION_MAX;
 }
 
+// Zeros behind a segment, so that what reads a little too far in a damaged one reads zeros.
+constexpr std::size_t zeros = 16;
+
 template <class Source>
 class MarkerWalk {
  public:
@@ -76,8 +79,6 @@ class MarkerWalk {
         section.Size = high << 8 | low;
         if (section.Size < 2) return failed(reader_, "invalid marker");
 
-        // Zeros behind the segment, so that what reads a little too far in a damaged one reads zeros.
-        constexpr std::size_t zeros = 16;
         const auto size = static_cast<std::size_t>(section.Size);
         std::unique_ptr<unsigned char[]> data(new (std::nothrow) unsigned char[size + zeros]);
         if (!data) return failed(reader_, "Could not allocate memory");
@@ -92,16 +93,20 @@ class MarkerWalk {
 
     // Reads what the segment says; false when it is not worth its slot.
     bool is_kept(const tag_ExifSection& section) {
-        if (is_frame(section.Type)) read_frame(section, *reader_.Info);
+        const auto size = static_cast<std::size_t>(section.Size);
+        if (is_frame(section.Type) && section.Size >= frame_bytes_read)
+            read_frame(section.Data, section.Type, *reader_.Info);
         if (section.Type == jfif) return false;
         if (section.Type == exif) {
             if (!is_exif(section)) return false;
-            reader_.Info->IsExif = read_exif(section, reader_);
+            // Kept: the size counts the two length bytes, so that every bound is two bytes behind the segment's end.
+            // Cameras list thumbnails that end there.
+            reader_.Info->IsExif = read_exif({section.Data + 2, size - 2 + zeros}, size, reader_);
         }
         if (section.Type == comment) {
             if (has_comment_) return false;
             has_comment_ = true;
-            read_comment(section, *reader_.Info);
+            read_comment({section.Data, size}, *reader_.Info);
         }
         return true;
     }

@@ -13,16 +13,8 @@ namespace {
 
 constexpr double ln_2 = 0.69314718055994530942;
 
-double number(const Entry& entry) {
-    return converted(entry.value, entry.format, entry.order);
-}
-
-std::int32_t whole(const Entry& entry) {
-    return truncated(number(entry));
-}
-
 float real(const Entry& entry) {
-    return static_cast<float>(number(entry));
+    return static_cast<float>(entry.number());
 }
 
 // The first `count` bytes, the rest of the field filled with NULs.
@@ -54,9 +46,9 @@ void copy_user_comment(std::span<unsigned char> value, tag_ExifInfo& info) {
     copy_text(value, info.Comments, text_limit);
 }
 
-void set_orientation(std::int32_t value, CExif& reader) {
+void set_orientation(std::int32_t value, CExif& reader, tag_ExifInfo& info) {
     const bool known = value >= 1 && value <= 8;
-    reader.Info->Orientation = known ? value : 0;
+    info.Orientation = known ? value : 0;
     if (!known) set_last_error(reader, "Undefined rotation value");
 }
 
@@ -83,44 +75,53 @@ void set_aperture_from_apex(double value, float& field) {
 
 }  // namespace
 
-void store(const Entry& entry, CExif& reader) {
-    tag_ExifInfo& info = *reader.Info;
+double Entry::number() const {
+    return converted(first.data(), format, order);
+}
+
+std::int32_t Entry::whole() const {
+    return truncated(number());
+}
+
+void store(const Entry& entry, CExif& reader, tag_ExifInfo& info) {
     switch (entry.tag) {
-        case 0x010F: return copy_text(entry.bytes(), info.Make);
-        case 0x0110: return copy_text(entry.bytes(), info.Model);
-        case 0x0112: return set_orientation(whole(entry), reader);
+        case 0x010F: return copy_text(entry.bytes, info.Make);
+        case 0x0110: return copy_text(entry.bytes, info.Model);
+        case 0x0112: return set_orientation(entry.whole(), reader, info);
         case 0x011A: info.XResolution = real(entry); return;
         case 0x011B: info.YResolution = real(entry); return;
-        case 0x0128: return set_unit(whole(entry), info.ResolutionUnit);
+        case 0x0128: return set_unit(entry.whole(), info.ResolutionUnit);
         case 0x829A: info.ExposureTime = real(entry); return;
         case 0x829D: info.FNumber = real(entry); return;
-        case 0x8822: info.ExposureProgram = whole(entry); return;
-        case 0x8827: info.IsoSpeed = iso_speed(whole(entry)); return;
-        case 0x9000: return copy_bytes(entry.bytes(), entry.byte_count, info.ExifVersion);
-        case 0x9003: return copy_text(entry.bytes(), info.DateTimeOriginal);
-        case 0x9102: info.CompressedBitsPerPixel = whole(entry); return;
-        case 0x9201: return set_time_from_apex(number(entry), info.ExposureTime);
+        case 0x8822: info.ExposureProgram = entry.whole(); return;
+        case 0x8827: info.IsoSpeed = iso_speed(entry.whole()); return;
+        case 0x9000:
+            // Kept: four bytes whatever the entry counts.
+            return copy_bytes(entry.first, 4, info.ExifVersion);
+        case 0x9003: return copy_text(entry.bytes, info.DateTimeOriginal);
+        case 0x9102: info.CompressedBitsPerPixel = entry.whole(); return;
+        case 0x9201: return set_time_from_apex(entry.number(), info.ExposureTime);
         case 0x9202:
-        case 0x9205: return set_aperture_from_apex(number(entry), info.FNumber);
+        case 0x9205: return set_aperture_from_apex(entry.number(), info.FNumber);
         case 0x9203: info.Brightness = real(entry); return;
         case 0x9204: info.ExposureBias = real(entry); return;
         case 0x9206: info.SubjectDistance = real(entry); return;
-        case 0x9207: info.MeteringMode = whole(entry); return;
-        case 0x9208: info.LightSource = whole(entry); return;
+        case 0x9207: info.MeteringMode = entry.whole(); return;
+        case 0x9208: info.LightSource = entry.whole(); return;
         case 0x9209:
             // Kept: the low three bits, so that a strobe's return light counts as well as its flash.
-            if (whole(entry) & 7) info.FlashUsed = 1;
+            if (entry.whole() & 7) info.FlashUsed = 1;
             return;
         case 0x920A: info.FocalLength = real(entry); return;
-        case 0x9286: return copy_user_comment(entry.bytes(), info);
+        case 0x9286: return copy_user_comment(entry.bytes, info);
         case 0xA002:
         case 0xA003:
             // Kept: width and height feed one value, as a turned picture may have its sensor's long side as either.
-            reader.ExifImageWidth = std::max(reader.ExifImageWidth, whole(entry));
+            reader.ExifImageWidth = std::max(reader.ExifImageWidth, entry.whole());
             return;
         case 0xA20E: info.FocalPlaneXResolution = real(entry); return;
         case 0xA20F: info.FocalPlaneYResolution = real(entry); return;
-        case 0xA210: return set_unit(whole(entry), info.FocalPlaneUnit);
+        case 0xA210: return set_unit(entry.whole(), info.FocalPlaneUnit);
         default: return;
     }
 }

@@ -28,8 +28,8 @@ inline bool is_format(std::uint32_t code) {
 // Bytes of a component of a format for which is_format() holds.
 std::uint32_t component_size(std::uint32_t format);
 
-// The first component as a number; 0 for formats that are none, and for a denominator of 0. Up to eight bytes are read,
-// however few the entry counts.
+// The component at `value` as a number; 0 for formats that are none, and for a denominator of 0. As many bytes are read
+// as the format's component has.
 double converted(const unsigned char* value, std::uint32_t format, ByteOrder order);
 
 }  // namespace tool

@@ -6,6 +6,7 @@
 #include <cstring>
 #include <iterator>
 #include <string_view>
+#include <vector>
 
 #include "subject.h"
 
@@ -61,6 +62,15 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     require(from_file.DecodeExif(stream) == good);
     std::fclose(stream);
     require(same(from_memory, from_file));
+
+    // A block of the caller's own, which ends where the input does.
+    constexpr std::string_view name = "Exif";
+    std::vector<std::uint8_t> block(std::search(data, data + size, name.begin(), name.end()), data + size);
+    CExif steps;
+    if (!block.empty() && !steps.process_EXIF(block.data(), static_cast<unsigned>(block.size())))
+        require(steps.LastError[0] != '\0');
+    require(!steps.Info->ThumbnailPointer ||
+            steps.Info->ThumbnailPointer + steps.Info->ThumbnailSize <= block.data() + block.size());
 
     // Once more with the same reader: nothing is lost, the sections only grow.
     const int sections = from_memory.SectionsRead;

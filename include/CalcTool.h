@@ -9,7 +9,15 @@
 
 #include "AnyPoint.h"
 #include "PointD.h"
+#include "Records.h"
 #include "framework/export.h"
+
+// A traced outline as CTools::Draw_SPLine takes it; the points are the caller's.
+struct tagTRACELINE {
+    const tagPOINT* Points;
+    short Count;
+    unsigned char Closed;
+};
 
 class TOOL_API CCalcTool {
  public:
@@ -78,6 +86,52 @@ class TOOL_API CCalcTool {
     // running rightward (downward when vertical). c is not used. Scale 0 gives (0, 0), else d1 0 gives a; with d2 0 a
     // negative d1 counts as positive.
     static void Vartical_Pointd(AnyPoint a, AnyPoint b, AnyPoint c, double scale, double d1, double d2, PointOut out);
+
+    // --- What a click meets ------------------------------------------------------------------------------------
+    // The meanings from here to Point_Make2 are this project's. `at` and `radius` are device pixels at a zoom and
+    // scroll offset, with neither of them image pixels. The index of what is seen nearest, at most `radius` away; of
+    // equally near ones the first, -1 for none and for a radius below 0.
+    //
+    // A landmark; (0, 0), which was not placed, is never met.
+    static int GetPointIndex(const tagPOINT* points, int count, CPoint at, int radius, double zoom = 1.0,
+                             CPoint offset = CPoint());
+    // A traced line: the curve that CTools::Draw_SPLine draws, of two points a straight line, of fewer nothing.
+    static int GetNearTraceLine(const tagTRACELINE* lines, int count, CPoint at, int radius, double zoom = 1.0,
+                                CPoint offset = CPoint());
+    // TR, trace: the image point that is seen at a device point. At a zoom of 1 or more what was drawn at the device
+    // point is found exactly; below 1 it is the middle of the pixels that fall together there. (0, 0) for a zoom that
+    // is not above 0.
+    static CPoint Get_TRPoint(CPoint device, double zoom, CPoint offset);
+
+    // --- Lateral records -----------------------------------------------------------------------------------------
+    // Org, origin: the frame in which lateral films are laid over each other, as its origin and a point on its axis in
+    // image pixels. ORG_CRANIAL_BASE: S, toward N. ORG_FRANKFORT: where Po-Or and the pterygoid vertical through PTV
+    // cross, toward Or. ORG_PALATE: ANS, toward PNS. ORG_MANDIBLE: Me, toward Go. 1, or 0 and nothing written when a
+    // landmark is missing, the axis has no length, or there is no such plane.
+    enum { ORG_CRANIAL_BASE, ORG_FRANKFORT, ORG_PALATE, ORG_MANDIBLE };
+    static int Get_Org(const tagPOINTLAT* record, int plane, CPointD* origin, CPointD* toward);
+    // Profiro, profilogram: which of its parts the placed landmarks can draw. S-N; Po-Or; ANS-PNS; N-Pog; Ar-Go-Me-Pog;
+    // U1-U1R; L1-L1R; UMo and LMo; N(s), TN, SN, TUL, TLL, Pog(s).
+    enum {
+        PROFIRO_CRANIAL_BASE = 1,
+        PROFIRO_FRANKFORT = 2,
+        PROFIRO_PALATE = 4,
+        PROFIRO_FACIAL = 8,
+        PROFIRO_MANDIBLE = 16,
+        PROFIRO_UPPER_INCISOR = 32,
+        PROFIRO_LOWER_INCISOR = 64,
+        PROFIRO_MOLARS = 128,
+        PROFIRO_SOFT_TISSUE = 256
+    };
+    static int Get_Profiro_Status(const tagPOINTLAT* record);
+    // Fills slots that are empty with what can be constructed from placed landmarks, to the nearest pixel, and tells how many. Go:
+    // the crossing of the tangents Ar-Go(P) and Me-Go(L), constructed gonion; Gn: of N-Pog and Me-Go(L), gnathion
+    // after Ricketts; 54 to 58: as CCephCalc::Check_LatPoint, but never from an empty landmark. A point on the bone
+    // itself is another: place it by hand where it is meant.
+    static int Point_Make(tagPOINTLAT* record);
+    // The same of one slot, unrounded and whatever the slot holds. 1, or 0 and nothing written when it can't be
+    // constructed: a landmark is missing, the lines are parallel, or the point would be empty or beyond 32 bits.
+    static int Point_Make2(const tagPOINTLAT* record, int slot, CPointD* out);
 
     // --- Body weight -----------------------------------------------------------------------------------------
     // Expected weight in kg by age in years and height in cm; sex 1 male, any other value female. 0.0 under 6 months.

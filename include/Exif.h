@@ -70,6 +70,34 @@ class TOOL_API CExif {
     // Addition of this project: the same for `count` bytes in memory, which are copied.
     bool DecodeExif(const unsigned char* bytes, std::size_t count);
 
+    // The steps of DecodeExif, for a host that finds segments elsewhere. They fill Info. The bytes are the caller's; a
+    // null address holds none, gives 0 and false, and fills nothing.
+    //
+    // A frame header: `data` begins with its two length bytes and holds at least 8 bytes.
+    void process_SOFn(const unsigned char* data, int marker);
+    // A comment segment of `length` bytes, its two length bytes included. Info->Comments becomes its text, "" when
+    // there is none.
+    void process_COM(const unsigned char* data, int length);
+    // An EXIF block of `length` bytes from the text "Exif" on; sets MotorolaOrder. Nothing behind it is read, and
+    // nothing behind its first 65,541 bytes, which are more than a segment holds. False with the reason in
+    // LastError. Blanks at the end of a comment are overwritten, and Info->ThumbnailPointer points into it.
+    bool process_EXIF(unsigned char* data, unsigned int length);
+    // The directory at `dirStart` and those it links to, in the order that MotorolaOrder says, into `info`, in a block
+    // of `exifLength` bytes (at most 65,535 count) from its byte-order mark, `offsetBase`, on. *lastReferenced is moved
+    // behind the last byte that an entry's value has, unless it is there or further on already, or null. False with the
+    // reason in LastError, also for a start outside the block.
+    bool ProcessExifDir(unsigned char* dirStart, unsigned char* offsetBase, unsigned int exifLength, tag_ExifInfo* info,
+                        unsigned char** lastReferenced);
+    // The number in a component of an EXIF format, 1 to 12, which has 1, 1, 2, 4, 8, 1, 1, 2, 4, 8, 4 or 8 bytes;
+    // 0 for texts and bytes without a meaning (2 and 7), for a ratio whose denominator is 0, and for any other format.
+    double ConvertAnyFormat(const void* p, int format) const;
+    // Unsigned 16 bits of a big-endian file, and in the order that MotorolaOrder says.
+    static int Get16m(const void* p);
+    int Get16u(const void* p) const;
+    // 32 bits in the order that MotorolaOrder says.
+    std::int32_t Get32s(const void* p) const;
+    std::uint32_t Get32u(const void* p) const;
+
     tag_ExifInfo* Info;           // the record that is filled
     char LastError[256];          // one sentence
     std::int32_t ExifImageWidth;  // larger of the pixel dimensions that EXIF tells

@@ -137,6 +137,8 @@ class TOOL_API CTools {
     static int CopyFolderFile(const char* dst, const char* src);
     // Removes the folder and all it holds; a symbolic link goes, what it points to stays. Failures are ignored.
     static void DeleteFolder(const char* path);
+    // The same, but the folder stays, and nothing happens when the path is a link.
+    static void _DeleteFolder(const char* path);
     // Lets the user choose a folder, starting at `path`. Non-zero and the folder in `path` (260 bytes) when one was
     // chosen, else 0 and `path` as it was. See FolderPicker.h; without an installed picker the result is 0.
     static int BrowseFolder(CWnd* owner, char* path, const char* title, UINT flags);

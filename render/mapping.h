@@ -16,6 +16,15 @@ inline int device_coordinate(double v, double zoom, int offset) {
     return truncated(std::trunc(zoom * v) - offset);
 }
 
+// Back again: the device pixel's middle, rounded to the pixel, halves toward zero, so that the way out and back is
+// exact.
+inline int image_coordinate(int device, double zoom, int offset) {
+    const double cut = static_cast<double>(device) + offset;
+    if (cut == 0 || !(zoom > 0)) return 0;
+    const double middle = (std::abs(cut) + 0.5) / zoom;
+    return truncated(std::copysign(std::ceil(middle - 0.5), cut));
+}
+
 constexpr int negated(int v) {
     return v == std::numeric_limits<int>::min() ? std::numeric_limits<int>::max() : -v;
 }
@@ -32,6 +41,12 @@ struct View {
     // The square round a circle.
     CRect device(Vec2 centre, double radius) const {
         return between(device(centre - Vec2(radius, radius)), device(centre + Vec2(radius, radius)));
+    }
+
+    // The image pixel that is seen at a device pixel, of several the middle one; at a zoom of 1 or more the one whose
+    // device() is `p`. (0, 0) for a zoom that is none.
+    CPoint image(CPoint p) const {
+        return {image_coordinate(p.x, zoom, offset.x), image_coordinate(p.y, zoom, offset.y)};
     }
 
     static CRect between(CPoint a, CPoint b) { return {a.x, a.y, b.x, b.y}; }

@@ -111,21 +111,25 @@ bool copy_plain_files(std::string_view from, std::string_view to) {
            });
 }
 
+void empty_folder(std::string_view path) {
+    path = bare(path);
+    const auto status = file_status(path);
+    if (!status || status->is_link) return;
+    for (const FolderEntry& entry : list_folder(path).value_or(std::vector<FolderEntry>())) {
+        const std::string inner = with_delimiter(std::string(path)) + entry.name;
+        if (entry.status.is_folder) {
+            delete_folder(inner);
+        } else {
+            remove_file(inner);
+        }
+    }
+}
+
 void delete_folder(std::string_view path) {
     path = bare(path);
     const auto status = file_status(path);
-    if (!status) return;
-    if (status->is_link && remove_file(path)) return;
-    if (!status->is_link) {
-        for (const FolderEntry& entry : list_folder(path).value_or(std::vector<FolderEntry>())) {
-            const std::string inner = with_delimiter(std::string(path)) + entry.name;
-            if (entry.status.is_folder) {
-                delete_folder(inner);
-            } else {
-                remove_file(inner);
-            }
-        }
-    }
+    if (!status || (status->is_link && remove_file(path))) return;
+    empty_folder(path);
     remove_folder(path);  // also what a link to a folder needs on systems where it is a kind of folder
 }
 

@@ -18,7 +18,11 @@ bool copy_folder(std::string_view from, std::string_view to);
 // full ones, since `from` becomes the current folder first. Fails as copy_folder does.
 bool copy_plain_files(std::string_view from, std::string_view to);
 
-// Removes the folder and all it holds, as far as that is possible. Links are removed, never followed.
+// Removes all that the folder holds, as far as that is possible. Links are removed, never followed: of a path that is
+// one nothing is touched.
+void empty_folder(std::string_view path);
+
+// The same and the folder, or the link to it.
 void delete_folder(std::string_view path);
 
 }  // namespace tool

@@ -89,6 +89,10 @@ int CTools::CopyFolderFile(const char* dst, const char* src) {
     return tool::copy_plain_files(or_empty(src), or_empty(dst));
 }
 
+void CTools::_DeleteFolder(const char* path) {
+    tool::empty_folder(or_empty(path));
+}
+
 void CTools::DeleteFolder(const char* path) {
     tool::delete_folder(or_empty(path));
 }

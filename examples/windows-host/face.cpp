@@ -1,5 +1,6 @@
 #include "face.h"
 
+#include <CalcTool.h>
 #include <LandmarkTable.h>
 #include <Tools.h>
 
@@ -16,6 +17,18 @@ namespace {
 
 constexpr int lateral = 0;
 constexpr COLORREF soft_tissue = RGB(170, 90, 40), bone = RGB(0, 0, 0), plane = RGB(0, 80, 200), dot = RGB(200, 0, 0);
+
+struct Curve {
+    const char* name;
+    COLORREF color;
+    std::initializer_list<const char*> landmarks;
+};
+
+const Curve curves[] = {
+    {"soft tissue", soft_tissue, {"Gl", "N(s)", "TN", "SN", "TUL", "Sto", "TLL", "Vmi", "Pog(s)", "TC", "Me(s)"}},
+    {"lower jaw", bone, {"Cd", "Ar", "Go(P)", "Go", "Go(L)", "Me", "Gn", "Pog", "PM", "B", "L1C"}},
+    {"upper jaw", bone, {"PNS", "ANS", "A", "U1C"}},
+};
 
 CPoint* slot(tagPOINTLAT& face, const char* name) {
     return LandmarkTable::Point(lateral, &face, LandmarkTable::Find(lateral, name));
@@ -48,15 +61,26 @@ bool read_face(const char* path, tagPOINTLAT* face) {
     return found;
 }
 
+const char* name_of_hit(tagPOINTLAT& face, const View& view, CPoint at) {
+    constexpr int near = 5;  // device pixels
+    const int landmark =
+        CCalcTool::GetPointIndex(face.Point, LandmarkTable::Count(lateral), at, near, view.zoom, view.offset);
+    if (landmark >= 0) return LandmarkTable::Name(lateral, landmark);
+    std::vector<std::vector<tagPOINT>> points;
+    for (const Curve& curve : curves) points.push_back(placed(face, curve.landmarks));
+    std::vector<tagTRACELINE> lines;
+    for (const auto& own : points) lines.push_back({own.data(), static_cast<short>(own.size()), 0});
+    const int line =
+        CCalcTool::GetNearTraceLine(lines.data(), static_cast<int>(lines.size()), at, near, view.zoom, view.offset);
+    return line < 0 ? nullptr : curves[line].name;
+}
+
 void draw_face(CDC& dc, tagPOINTLAT& face, const View& view) {
-    const auto curve = [&](COLORREF color, std::initializer_list<const char*> names) {
-        const std::vector<tagPOINT> points = placed(face, names);
-        CTools::Draw_SPLine(&dc, view.offset, view.zoom, points.data(), static_cast<short>(points.size()), color, 1, 0,
-                            PS_SOLID, 0);
-    };
-    curve(soft_tissue, {"Gl", "N(s)", "TN", "SN", "TUL", "Sto", "TLL", "Vmi", "Pog(s)", "TC", "Me(s)"});
-    curve(bone, {"Cd", "Ar", "Go(P)", "Go", "Go(L)", "Me", "Gn", "Pog", "PM", "B", "L1C"});
-    curve(bone, {"PNS", "ANS", "A", "U1C"});
+    for (const Curve& curve : curves) {
+        const std::vector<tagPOINT> points = placed(face, curve.landmarks);
+        CTools::Draw_SPLine(&dc, view.offset, view.zoom, points.data(), static_cast<short>(points.size()), curve.color,
+                            1, 0, PS_SOLID, 0);
+    }
 
     static constexpr const char* planes[][2] = {{"S", "N"},   {"Po", "Or"},  {"N", "A"},   {"N", "B"},
                                                 {"Go", "Me"}, {"U1", "U1R"}, {"L1", "L1R"}};

@@ -14,6 +14,9 @@ struct View {
     CPoint offset;  // device pixels that the film is scrolled by
 };
 
+// The name of the landmark, or of the traced line, that is seen at a device point or beside it; null for neither.
+const char* name_of_hit(tagPOINTLAT& face, const View& view, CPoint at);
+
 // The profile and the jaws as curves, the planes as lines, the landmarks as dots.
 void draw_face(CDC& dc, tagPOINTLAT& face, const View& view);
 

@@ -1,11 +1,12 @@
 // windows-host ANALYSES CASE.csv: a host of Tool.dll in one file. It lists the analyses of a folder in a combo box,
 // shows the values that the chosen one measures, and draws the tracing: the wheel zooms, the bars scroll, and dragging
-// draws a rubber-band line whose length stands in the title.
+// draws a rubber-band line whose length stands in the title, as does the name of what a click meets.
 #include <windows.h>
 // Behind windows.h.
 #include <windowsx.h>
 
 #include <AnalysisSheet.h>
+#include <CalcTool.h>
 #include <CephCalc.h>
 #include <Framework.h>
 #include <Tools.h>
@@ -102,9 +103,16 @@ void scroll(HWND window, int bar, LONG& offset, int code) {
     InvalidateRect(window, nullptr, TRUE);
 }
 
+CPoint device_point(LPARAM place) {
+    return {GET_X_LPARAM(place), GET_Y_LPARAM(place)};
+}
+
+void show_title(HWND window, const CString& text) {
+    CWnd::FromHandle(GetParent(window))->SetWindowText("windows-host: " + text);
+}
+
 CPoint film_point(LPARAM place) {
-    return {static_cast<int>((GET_X_LPARAM(place) + view.offset.x) / view.zoom),
-            static_cast<int>((GET_Y_LPARAM(place) + view.offset.y) / view.zoom)};
+    return CCalcTool::Get_TRPoint(device_point(place), view.zoom, view.offset);
 }
 
 // Drawn a second time it is gone.
@@ -142,6 +150,7 @@ LRESULT CALLBACK tracing_window(HWND window, UINT message, WPARAM value, LPARAM 
             SetCapture(window);
             drag_from = drag_to = film_point(place);
             dragging = true;
+            if (const char* name = example::name_of_hit(face, view, device_point(place))) show_title(window, name);
             rubber_band(window);
             return 0;
         case WM_MOUSEMOVE:
@@ -150,10 +159,10 @@ LRESULT CALLBACK tracing_window(HWND window, UINT message, WPARAM value, LPARAM 
                 drag_to = film_point(place);
                 rubber_band(window);
                 CString title;
-                title.Format("windows-host: %.1f mm",
+                title.Format("%.1f mm",
                              std::sqrt(std::pow(drag_to.x - drag_from.x, 2) + std::pow(drag_to.y - drag_from.y, 2)) *
                                  face.Scale);
-                CWnd::FromHandle(GetParent(window))->SetWindowText(title);
+                show_title(window, title);
             }
             return 0;
         case WM_LBUTTONUP:

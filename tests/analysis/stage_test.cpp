@@ -2,6 +2,8 @@
 
 #include <cmath>
 
+#include "CalcTool.h"
+#include "LandmarkTable.h"
 #include "analysis/growth_stage.h"
 #include "framework/system.h"
 #include "tests/analysis/subject.h"
@@ -172,6 +174,38 @@ TEST(LateralRecord, AuxiliaryPointsArePlacedOnce) {
     const tagPOINTLAT record = completed(0.1, {});
     const CPoint others[] = {{30, -100}, {0, 50}, {50, 30}, {-20, 20}};
     for (int i = 0; i < 4; ++i) EXPECT_EQ(record.Point[55 + i], others[i]) << i;
+}
+
+TEST(LateralRecord, ConstructsOnlyFromPlacedLandmarks) {
+    tagPOINTLAT face{};
+    const auto slot = [&](const char* name) { return LandmarkTable::Find(0, name); };
+    const auto place = [&](const char* name, int x, int y) { face.Point[slot(name)] = CPoint(x, y); };
+    face.Scale = 0.1;
+    CPointD origin(7, 7), toward(7, 7);
+    EXPECT_EQ(CCalcTool::Point_Make(&face) + CCalcTool::Get_Profiro_Status(&face), 0);
+    EXPECT_EQ(CCalcTool::Get_Org(&face, CCalcTool::ORG_FRANKFORT, &origin, &toward), 0);
+    EXPECT_EQ(origin.x, 7);
+    place("Ar", 100, -40), place("Go(P)", 100, 0), place("Me", 200, 121), place("Go(L)", 150, 111);
+    place("Ba", 1, 2), place("Po", 0, 0), place("Or", 200, 30), place("PTV", 90, 70);
+    EXPECT_EQ(CCalcTool::Point_Make(&face), 2);
+    EXPECT_EQ(face.Point[slot("Go")], CPoint(100, 101));
+    EXPECT_EQ(face.Point[56], CPoint(1, 52));
+    EXPECT_EQ(face.Point[57], CPoint());  // Cd is not placed
+    EXPECT_EQ(CCalcTool::Point_Make(&face), 0);
+    place("N", 190, 0), place("Pog", 190, 100);
+    EXPECT_EQ(CCalcTool::Point_Make2(&face, slot("Gn"), &origin), 1);
+    EXPECT_TRUE(origin == CPointD(190, 119));
+    EXPECT_EQ(CCalcTool::Point_Make2(&face, slot("N"), &origin), 0);
+    EXPECT_EQ(CCalcTool::Get_Profiro_Status(&face), CCalcTool::PROFIRO_FACIAL | CCalcTool::PROFIRO_MANDIBLE);
+    EXPECT_EQ(CCalcTool::Get_Org(&face, CCalcTool::ORG_FRANKFORT, &origin, &toward), 0);
+    place("Po", 0, 30);
+    EXPECT_EQ(CCalcTool::Get_Org(&face, CCalcTool::ORG_FRANKFORT, &origin, &toward), 1);
+    EXPECT_TRUE(origin == CPointD(90, 30) && toward == CPointD(200, 30));
+    EXPECT_EQ(CCalcTool::Get_Org(&face, CCalcTool::ORG_MANDIBLE, &origin, nullptr), 1);
+    EXPECT_TRUE(origin == CPointD(200, 121));
+    for (const int plane : {-1, 4}) EXPECT_EQ(CCalcTool::Get_Org(&face, plane, &origin, &toward), 0);
+    for (int i = 0; i < LandmarkTable::Count(0); ++i) face.Point[i] = CPoint(i + 1, 2 * i);
+    EXPECT_EQ(CCalcTool::Get_Profiro_Status(&face), 511);
 }
 
 }  // namespace

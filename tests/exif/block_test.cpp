@@ -136,7 +136,8 @@ TEST(ExifTag, TextEndsAtItsFieldItsCountOrANul) {
         with_tags(intel, {{0x010F, 2, 3, "abcd"}, {0x0110, 2, 6, std::string("ab\0cde", 6)}, {0x9000, 7, 0, "0230"}}));
     EXPECT_STREQ(cut->Make, "abc");
     EXPECT_STREQ(cut->Model, "ab");
-    EXPECT_STREQ(cut->ExifVersion, "");
+    EXPECT_STREQ(cut->ExifVersion, "0230");  // four bytes, whatever is counted
+    EXPECT_STREQ(Decoded(with_tags(intel, {{0x9000, 7, 6, "023101"}}))->ExifVersion, "0231");
 }
 
 TEST(ExifTag, UserCommentLosesItsCodeAndItsBlanks) {
@@ -179,6 +180,46 @@ TEST(ExifDirectory, BelowSixtyFourOpenOnesIsPassedOver) {
     EXPECT_TRUE(deep->IsExif);
     EXPECT_EQ(deep.reader.ExifImageWidth, 64);
     EXPECT_STREQ(deep.reader.LastError, "");
+}
+
+// Of a block that ends where the caller says, as of the file that it stands in.
+TEST(ExifStep, ReadsACallersOwnBytes) {
+    for (const Order order : both_orders) {
+        const std::string directories =
+            directory(order, 8, {{0x010F, 2, 6, "Makers"}, {0x920A, 5, 1, ratio(order, 50, 1)}});
+        const std::string file = with_exif(order, directories), block = file.substr(6, file.size() - 6 - 4);
+        std::vector<unsigned char> bytes(block.begin(), block.end());
+        CExif reader;
+        EXPECT_TRUE(reader.process_EXIF(bytes.data(), static_cast<unsigned>(bytes.size())));
+        EXPECT_STREQ(reader.Info->Make, "Makers");
+        EXPECT_EQ(reader.Info->FocalLength, 50);
+        tag_ExifInfo other{};
+        unsigned char* last = nullptr;
+        const auto length = static_cast<unsigned>(bytes.size()) - 6;
+        EXPECT_TRUE(reader.ProcessExifDir(&bytes[14], &bytes[6], length, &other, &last));
+        EXPECT_STREQ(other.Make, "Makers");
+        EXPECT_EQ(last, bytes.data() + bytes.size());
+        for (unsigned cut = 0; cut < length; ++cut) {
+            std::vector<unsigned char> part(bytes.begin(), bytes.begin() + 6 + cut);
+            EXPECT_FALSE(reader.ProcessExifDir(part.data() + 14, part.data() + 6, cut, &other, &last)) << cut;
+        }
+        EXPECT_FALSE(reader.ProcessExifDir(&bytes[0], &bytes[6], length, &other, nullptr));
+        EXPECT_STREQ(reader.LastError, "Illegally sized directory");
+        const std::string raw = ratio(order, 0xFFFE0001, 2);
+        EXPECT_EQ(reader.ConvertAnyFormat(raw.data(), 10), -65535.5);
+        EXPECT_EQ(reader.ConvertAnyFormat(raw.data(), 13), 0);
+        EXPECT_EQ(reader.Get32s(raw.data()), -131071);
+        EXPECT_EQ(reader.Get32u(raw.data()), 0xFFFE0001);
+        EXPECT_EQ(reader.Get16u(raw.data()), order == intel ? 1 : 0xFFFE);
+        EXPECT_EQ(CExif::Get16m(raw.data()), order == intel ? 0x100 : 0xFFFE);
+    }
+    CExif reader;
+    reader.process_SOFn(reinterpret_cast<const unsigned char*>("\0\21\10\1\2\3\4\3"), 0xC2);
+    EXPECT_TRUE(reader.Info->Height == 258 && reader.Info->Width == 772 && reader.Info->IsColor == 1);
+    reader.process_COM(reinterpret_cast<const unsigned char*>("\0\5a\r\n"), 4);
+    EXPECT_STREQ(reader.Info->Comments, "a?");  // the line feed is not the comment's
+    reader.process_COM(nullptr, 9);
+    EXPECT_STREQ(reader.Info->Comments, "");
 }
 
 }  // namespace

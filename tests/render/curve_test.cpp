@@ -7,6 +7,7 @@
 #include <sstream>
 #include <vector>
 
+#include "CalcTool.h"
 #include "Tools.h"
 #include "render/spline.h"
 #include "tests/render/recorded.h"
@@ -141,6 +142,60 @@ TEST(Curve, OfAnyCoordinatesEndsSoonWithinThirtyTwoBits) {
     const Points points = drawn({{INT_MIN, INT_MIN}, {INT_MAX, INT_MAX}, {0, INT_MAX}, {INT_MAX, 0}}, true, 1e9);
     EXPECT_GT(points.size(), 1000000u);
     EXPECT_LT(points.size(), 5000000u);
+}
+
+// Against every pixel that is drawn: the recorded polylines, searched plainly.
+TEST(Hit, IsWhatIsSeenNearest) {
+    std::mt19937 random(2024);
+    std::uniform_int_distribution<int> pixel(-300, 1500), window(-200, 900), radius(0, 60);
+    for (int round = 0; round < 100; ++round) {
+        const double zoom = round % 3 == 0 ? 1.0 : 0.3 + 0.03 * round;
+        const CPoint offset(round % 7, -round), at(window(random), window(random));
+        const int reach = radius(random);
+        std::vector<Points> controls(6);
+        std::vector<tagTRACELINE> lines;
+        double nearest_line = 1e9, nearest_dot = 1e9;
+        int line = -1, dot = -1;
+        const auto meet = [](double gap, int index, double& nearest, int& found) {
+            if (gap < nearest) nearest = gap, found = index;
+        };
+        for (int i = 0; i < 6; ++i) {
+            Points& own = controls[static_cast<std::size_t>(i)] = random_controls(random);
+            own.resize(static_cast<std::size_t>(i) < 4 ? own.size() : static_cast<std::size_t>(6 - i));  // 2, 1
+            lines.push_back({own.data(), static_cast<short>(own.size()), static_cast<unsigned char>(i % 2)});
+            if (own.size() < 2) continue;
+            const Points seen = drawn(own, i % 2, zoom, offset);
+            for (std::size_t k = 1; k < seen.size(); ++k)
+                for (double t = 0; t <= 1; t += 1.0 / 64)
+                    meet(std::hypot(seen[k - 1].x + t * (seen[k].x - seen[k - 1].x) - at.x,
+                                    seen[k - 1].y + t * (seen[k].y - seen[k - 1].y) - at.y),
+                         i, nearest_line, line);
+        }
+        const int found = CCalcTool::GetNearTraceLine(lines.data(), 6, at, reach, zoom, offset);
+        if (std::abs(nearest_line - reach) > 1) {
+            ASSERT_EQ(found, nearest_line <= reach ? line : -1) << round;
+        }
+        Points& dots = controls[0];
+        dots[0] = {0, 0};
+        for (int i = 1; i < static_cast<int>(dots.size()); ++i) {
+            const tagPOINT p = dots[static_cast<std::size_t>(i)];
+            const CPoint device(static_cast<int>(zoom * p.x) - offset.x, static_cast<int>(zoom * p.y) - offset.y);
+            meet(std::hypot(device.x - at.x, device.y - at.y), i, nearest_dot, dot);
+            const CPoint back = CCalcTool::Get_TRPoint(device, zoom, offset);
+            const CPoint again(static_cast<int>(zoom * back.x) - offset.x, static_cast<int>(zoom * back.y) - offset.y);
+            ASSERT_TRUE(zoom < 1 ? again == device : back == p) << zoom;
+        }
+        const int count = static_cast<int>(dots.size());
+        ASSERT_EQ(CCalcTool::GetPointIndex(dots.data(), count, at, reach, zoom, offset),
+                  nearest_dot <= reach ? dot : -1);
+    }
+    const tagPOINT two[] = {{3, 4}, {-3, -4}};
+    EXPECT_EQ(CCalcTool::GetPointIndex(two, 2, {}, 5), 0);
+    EXPECT_EQ(CCalcTool::GetPointIndex(two, 2, {}, 4), -1);
+    EXPECT_EQ(CCalcTool::GetPointIndex(two, 2, {3, 4}, -1), -1);
+    EXPECT_EQ(CCalcTool::GetPointIndex(nullptr, 2, {}, 5), -1);
+    EXPECT_EQ(CCalcTool::GetNearTraceLine(nullptr, 2, {}, 5), -1);
+    EXPECT_TRUE(CCalcTool::Get_TRPoint({7, 7}, 0, {}) == CPoint());
 }
 
 TEST(CurveLength, IsMeasuredBetweenControlPoints) {

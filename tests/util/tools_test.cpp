@@ -117,6 +117,7 @@ struct World {
         if (call == "CopyFolderFile") return to_string(CTools::CopyFolderFile(from, to));
         if (call == "fCopyNonrFile") return to_string(CTools::fCopyNonrFile(from, to, flag));
         if (call == "DeleteFolder") return CTools::DeleteFolder(from), "";
+        if (call == "_DeleteFolder") return CTools::_DeleteFolder(from), "";
         if (call == "FileRemove") return CTools::FileRemove(from), "";
         if (call == "MkDir") return to_string(CTools::MkDir(from));
         if (call == "GetFileSize") return to_string(CTools::GetFileSize(from));
