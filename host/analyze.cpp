@@ -54,6 +54,11 @@ ExitCode run_analyze(const Command& command, const Arguments& arguments, Streams
                                    " case, and none of the analyses named is for its kind",
                                "\"cephtool analyses\" lists the analyses by kind.");
         }
+        if (format != "table" || !output.empty()) say_remarks(result.record, streams);
+        if (format == "csv") {
+            for (const LeftOut& left : result.left_out)
+                streams.err << printable(result.record.file) << ": " << left.in_words(Texts(Language::english)) << "\n";
+        }
         results.push_back(std::move(result));
     };
     const ExitCode code = for_each_case(paths, case_options.options(), streams, measure);

@@ -20,6 +20,9 @@ struct Analysis {
     AnalysisSheet sheet;
     std::optional<int> index = {};  // in the catalogue of its kind; none for a file of the person's own
     StageSections stages[2] = {};   // of the first and the second set
+
+    // The file's name without extension, by which the analysis can be asked for.
+    std::string short_name() const { return file.substr(0, file.rfind('.')); }
 };
 
 // The bytes of a file that the engine named; "" when there is none. Throws an Error when it can't be read.

@@ -106,7 +106,7 @@ class Completion {
     void offer_analyses() {
         const ProgramProfile profile(folder());
         std::vector<std::string> notes;
-        for (const Analysis& analysis : listed_analyses(notes)) offer(stem(analysis.file), analysis.title);
+        for (const Analysis& analysis : listed_analyses(notes)) offer(analysis.short_name(), analysis.title);
         if (offered_.empty()) out_ << ":files .txt\n";
     }
 

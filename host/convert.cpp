@@ -1,6 +1,7 @@
 // cephtool convert: a case of any format in any other.
 #include <ostream>
 
+#include "host/case/case_files.h"
 #include "host/case/case_format.h"
 #include "host/case/case_names.h"
 #include "host/command_line.h"
@@ -82,6 +83,7 @@ ExitCode run_convert(const Command& command, const Arguments& arguments, Streams
         text += format.write(record, options);
         note_losses(record, format, record.notes);
         for (const std::string& note : record.notes) streams.err << printable(path) << ": " << note << "\n";
+        say_remarks(record, streams);
     }
     write_result(text, output, streams.out);
     return ExitCode::done;

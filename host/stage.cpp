@@ -56,6 +56,7 @@ ExitCode run_stage(const Command& command, const Arguments& arguments, Streams& 
 
     std::vector<GrowthResult> results;
     const ExitCode code = for_each_case(paths, case_options.options(), streams, [&](const Source&, Case record) {
+        if (format != "table" || !output.empty()) say_remarks(record, streams);
         results.push_back(growth_of(std::move(record), analyses));
     });
     const bool to_terminal = output.empty() && streams.colour;

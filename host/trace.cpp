@@ -3,6 +3,7 @@
 #include <cmath>
 #include <ostream>
 
+#include "host/case/case_files.h"
 #include "host/command_line.h"
 #include "host/numbers.h"
 #include "host/output.h"
@@ -127,6 +128,7 @@ void trace(const TraceOptions& options, const CaseOptions& case_options, Streams
                              pixels_a_mm(options, page), options.actual_size};
     const std::string bytes = tracing_file(format, tracing, paper, notes);
     write_result(bytes, options.output, streams.out);
+    say_remarks(record, streams);
     for (const std::string& note : notes) streams.err << printable(options.input) << ": " << note << "\n";
 }
 

@@ -11,7 +11,7 @@ namespace cephtool {
 namespace {
 
 std::string name_of(const Analysis& analysis) {
-    const std::string stem = analysis.file.substr(0, analysis.file.rfind('.'));
+    const std::string stem = analysis.short_name();
     const std::string kind = name_of_engine_kind(analysis.engine_kind);
     return !analysis.index || analysis.engine_kind == static_cast<int>(Kind::lateral) ? stem : kind + ":" + stem;
 }
@@ -35,6 +35,7 @@ BatchColumns batch_columns(std::span<const Analysis* const> analyses, BatchParts
     for (std::size_t i = 0; i < analyses.size(); ++i) {
         const Analysis& analysis = *analyses[i];
         BatchAnalysis& made = columns.analyses.emplace_back();
+        made.name = name_of(analysis);
         made.for_kind[static_cast<std::size_t>(case_kind(analysis))] = &analysis;
         // A file of the person's own comes once for each kind, one behind the other.
         while (!analysis.index && i + 1 < analyses.size() && analyses[i + 1]->file == analysis.file &&
@@ -47,8 +48,7 @@ BatchColumns batch_columns(std::span<const Analysis* const> analyses, BatchParts
             if (definition.heading) continue;
             made.items.push_back({item, !definition.expression.IsEmpty()});
             if (definition.expression.Find(';') >= 0) made.plain = false;
-            const std::string name =
-                unique(name_of(analysis) + ":" + printable(Utf8FromCodePage932(definition.name)), taken);
+            const std::string name = unique(made.name + ":" + printable(Utf8FromCodePage932(definition.name)), taken);
             columns.names.push_back(name);
             if (parts.norms) columns.names.insert(columns.names.end(), {name + ":mean", name + ":sd"});
             if (parts.deviations) columns.names.push_back(name + ":deviation");

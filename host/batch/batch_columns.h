@@ -17,6 +17,7 @@ struct BatchParts {
 
 // A definition file. One that the folder lists is for one kind of case, one of the person's own for all of them.
 struct BatchAnalysis {
+    std::string name;  // that its columns begin with
     const Analysis* for_kind[std::size(all_kinds)] = {};
     struct Item {
         int index;  // in the sheet

@@ -16,7 +16,7 @@ std::string quoted(const std::string& text) {
 }  // namespace
 
 BatchFormat::BatchFormat(Kind kind, const BatchColumns& columns) : kind_(kind), parts_(columns.parts) {
-    if (kind == Kind::csv) head_ = csv_start;
+    if (kind == Kind::csv) head_ = std::string(csv_start) + ",remarks";
     for (const std::string& name : columns.names) {
         if (kind == Kind::csv) {
             head_ += "," + csv_field(name);
@@ -40,15 +40,16 @@ void BatchFormat::for_each_number(std::span<const BatchItem> items, Append appen
 }
 
 void BatchFormat::append(std::string& lines, std::size_t number, const Case& record,
-                         std::span<const BatchItem> items) const {
-    const std::string file = printable(record.file), notes = joined(record.notes, "; ");
+                         const MeasuredCase& measured) const {
+    const std::string file = printable(record.file), notes = joined(record.notes, "; "),
+                      remarks = joined(measured.remarks, "; ");
     const std::string sex = record.sex ? name_of(*record.sex) : "";
     const std::string months =
         record.birth && record.film ? std::to_string(months_at(*record.film, *record.birth)) : std::string();
     if (kind_ == Kind::csv) {
         lines += std::to_string(number) + "," + csv_field(file) + "," + csv_field(record.name) + "," +
-                 name_of(record.kind) + "," + sex + "," + months + "," + csv_field(notes);
-        for_each_number(items, [&](const std::optional<double>& value, std::string_view text) {
+                 name_of(record.kind) + "," + sex + "," + months + "," + csv_field(notes) + "," + csv_field(remarks);
+        for_each_number(measured.items, [&](const std::optional<double>& value, std::string_view text) {
             lines += ',';
             if (value) lines += shortest(*value);
             if (!text.empty()) lines += csv_field(text);
@@ -58,9 +59,10 @@ void BatchFormat::append(std::string& lines, std::size_t number, const Case& rec
     }
     lines += number_mark() + std::to_string(number) + ",\"file\":" + quoted(file) + ",\"name\":" + quoted(record.name) +
              ",\"kind\":\"" + name_of(record.kind) + "\",\"sex\":" + (sex.empty() ? "null" : "\"" + sex + "\"") +
-             ",\"age_months\":" + (months.empty() ? "null" : months) + ",\"notes\":" + quoted(notes);
+             ",\"age_months\":" + (months.empty() ? "null" : months) + ",\"notes\":" + quoted(notes) +
+             ",\"remarks\":" + quoted(remarks);
     std::size_t key = 0;
-    for_each_number(items, [&](const std::optional<double>& value, std::string_view text) {
+    for_each_number(measured.items, [&](const std::optional<double>& value, std::string_view text) {
         lines += keys_[key++];
         if (value) {
             lines += shortest(*value);

@@ -24,7 +24,7 @@ class BatchFormat {
     const std::string& head() const { return head_; }
     // What stands in front of the number of a line's case.
     std::string number_mark() const { return kind_ == Kind::csv ? "" : std::string(json_lines_start); }
-    void append(std::string& lines, std::size_t number, const Case& record, std::span<const BatchItem> items) const;
+    void append(std::string& lines, std::size_t number, const Case& record, const MeasuredCase& measured) const;
 
  private:
     template <class Append>

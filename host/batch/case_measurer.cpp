@@ -5,7 +5,7 @@
 #include <cmath>
 #include <mutex>
 
-#include "host/growth/growth.h"
+#include "host/results/measurement.h"
 #include "host/text_width.h"
 
 namespace cephtool {
@@ -18,33 +18,34 @@ std::optional<double> finite(bool known, double value) {
     return known && std::isfinite(value) ? std::optional(value) : std::nullopt;
 }
 
-// What of a man's item holds for a woman, too.
-void keep_common(BatchItem& item, const BatchItem& hers) {
+// What of a man's item holds for a woman, too; false when a norm does not.
+bool keep_common(BatchItem& item, const BatchItem& hers) {
     if (item.value != hers.value || item.text != hers.text) {
         item.value.reset();
         item.text.clear();
     }
-    if (item.mean != hers.mean || item.sd != hers.sd) {
+    const bool same_norms = item.mean == hers.mean && item.sd == hers.sd;
+    if (!same_norms) {
         item.mean.reset();
         item.sd.reset();
     }
     if (!item.value || !item.mean || !item.sd) item.deviation.reset();
+    return same_norms;
 }
 
 }  // namespace
 
-int CaseMeasurer::band_of(const Analysis& analysis, const Case& record) {
-    if (band_) return *band_;
-    if (!analysis.stages[0].any && !analysis.stages[1].any) return 0;
+const CaseMeasurer::Norms& CaseMeasurer::norms_of(const Analysis& analysis, const Case& record) {
     const int months = record.birth && record.film ? months_at(*record.film, *record.birth) : -1;
-    const auto [found, is_new] = bands_.try_emplace({&analysis, record.sex, months, record.dental_stage}, 0);
+    if (known_norms_.size() > most_kept) known_norms_.clear();
+    const auto [found, is_new] = known_norms_.try_emplace({&analysis, record.sex, months, record.dental_stage});
     if (!is_new) return found->second;
     static std::mutex engine;  // its list box and the application's profile are made for one thread
     const std::lock_guard lock(engine);
-    const int band = norm_band(analysis, record).code;
-    found->second = band;
-    if (bands_.size() > most_kept) bands_.clear();
-    return band;
+    const NormBand band = norms_for(analysis, record, band_);
+    found->second.band = band.code;
+    for (const Remark& remark : band.remarks) found->second.remarks.push_back(remark.code);
+    return found->second;
 }
 
 const std::vector<CaseMeasurer::Lacks>& CaseMeasurer::lacks_of(std::size_t index, Kind kind,
@@ -59,7 +60,7 @@ const std::vector<CaseMeasurer::Lacks>& CaseMeasurer::lacks_of(std::size_t index
         if (!is_new) return *lacks;
     }
     lacks->clear();
-    const bool norms = columns_.parts.norms || columns_.parts.deviations;
+    const bool norms = with_norms();
     for (const BatchAnalysis::Item& item : analysis.items) {
         const auto any = [&](SheetPart part) {
             return !item.has_formula || !sheet.Missing(item.index, part, subject).IsEmpty();
@@ -73,7 +74,7 @@ void CaseMeasurer::measure_as(std::size_t index, Kind kind, const SheetSubject& 
     const BatchAnalysis& analysis = columns_.analyses[index];
     const AnalysisSheet& sheet = *analysis.sheet(kind);
     const std::vector<Lacks>& lacks = lacks_of(index, kind, subject);
-    const bool norms = columns_.parts.norms || columns_.parts.deviations;
+    const bool norms = with_norms();
     for (std::size_t i = 0; i < items.size(); ++i) {
         if (lacks[i].value && !norms) continue;
         const SheetRow row = sheet.Evaluate(analysis.items[i].index, subject);
@@ -91,7 +92,7 @@ void CaseMeasurer::measure_as(std::size_t index, Kind kind, const SheetSubject& 
     }
 }
 
-const std::vector<BatchItem>& CaseMeasurer::measure(const Case& record) {
+const MeasuredCase& CaseMeasurer::measure(const Case& record) {
     CaseRecord fields(record);
     landmarks_.clear();
     // A virtual landmark lacks what its construction lacks, so that names would not be enough.
@@ -99,22 +100,31 @@ const std::vector<BatchItem>& CaseMeasurer::measure(const Case& record) {
         for (const auto* landmarks : {&record.landmarks, &record.user})
             for (const Landmark& landmark : *landmarks) landmarks_.append(landmark.name).push_back('\n');
     }
-    items_.clear();
+    std::vector<BatchItem>& all = measured_.items;
+    std::vector<std::string>& remarks = measured_.remarks;
+    all.clear();
+    remarks.clear();
+    for (const Remark& remark : record.remarks) remarks.push_back(remark.code);
+    bool same_norms = true;
     for (std::size_t index = 0; index < columns_.analyses.size(); ++index) {
         const BatchAnalysis& analysis = columns_.analyses[index];
-        const std::size_t first = items_.size();
-        items_.resize(first + analysis.items.size());
+        const std::size_t first = all.size();
+        all.resize(first + analysis.items.size());
         if (!analysis.sheet(record.kind)) continue;
-        const int band = band_of(*analysis.for_kind[static_cast<std::size_t>(record.kind)], record);
-        const std::span<BatchItem> items(items_.data() + first, analysis.items.size());
+        const Norms& norms = norms_of(*analysis.for_kind[static_cast<std::size_t>(record.kind)], record);
+        if (with_norms()) {
+            for (const std::string& code : norms.remarks) remarks.push_back(analysis.name + ":" + code);
+        }
+        const std::span<BatchItem> items(all.data() + first, analysis.items.size());
         const Sex sex = record.sex.value_or(Sex::male);
-        measure_as(index, record.kind, fields.subject(static_cast<int>(sex), band), items);
+        measure_as(index, record.kind, fields.subject(static_cast<int>(sex), norms.band), items);
         if (record.sex) continue;
         hers_.assign(items.size(), {});
-        measure_as(index, record.kind, fields.subject(static_cast<int>(Sex::female), band), hers_);
-        for (std::size_t i = 0; i < items.size(); ++i) keep_common(items[i], hers_[i]);
+        measure_as(index, record.kind, fields.subject(static_cast<int>(Sex::female), norms.band), hers_);
+        for (std::size_t i = 0; i < items.size(); ++i) same_norms = keep_common(items[i], hers_[i]) && same_norms;
     }
-    return items_;
+    if (!same_norms) remarks.push_back(norms_by_sex().code);
+    return measured_;
 }
 
 }  // namespace cephtool

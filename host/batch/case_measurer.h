@@ -17,14 +17,18 @@ struct BatchItem {
     std::string text;  // the verdict of an item that has one in place of a value
 };
 
+struct MeasuredCase {
+    std::vector<BatchItem> items;      // one for each item that has columns, in their order
+    std::vector<std::string> remarks;  // their codes: "mirrored", and of one analysis "Steiner:band_given"
+};
+
 class CaseMeasurer {
  public:
     // `columns` must outlive this object, and can be shared.
     CaseMeasurer(const BatchColumns& columns, std::optional<int> band) : columns_(columns), band_(band) {}
 
-    // One for each item that has columns, in their order; those of analyses for other kinds of cases are empty. Valid
-    // until the next call.
-    const std::vector<BatchItem>& measure(const Case& record);
+    // Items of analyses for other kinds of cases are empty. Valid until the next call.
+    const MeasuredCase& measure(const Case& record);
 
  private:
     // Which parts of an item a case lacks landmarks for.
@@ -32,18 +36,25 @@ class CaseMeasurer {
         bool value = false, mean = false, sd = false;
     };
 
-    int band_of(const Analysis& analysis, const Case& record);
+    // The engine reads an analysis' stages from its file at every question: the answers are kept.
+    struct Norms {
+        int band = 0;
+        std::vector<std::string> remarks;  // codes
+    };
+
+    bool with_norms() const { return columns_.parts.norms || columns_.parts.deviations; }
+    const Norms& norms_of(const Analysis& analysis, const Case& record);
     const std::vector<Lacks>& lacks_of(std::size_t analysis, Kind kind, const SheetSubject& subject);
     void measure_as(std::size_t analysis, Kind kind, const SheetSubject& subject, std::span<BatchItem> items);
 
     const BatchColumns& columns_;
     std::optional<int> band_;
-    std::vector<BatchItem> items_, hers_;
+    MeasuredCase measured_;
+    std::vector<BatchItem> hers_;
     std::vector<Lacks> lacks_;
 
-    // The engine reads an analysis' stages from its file at every question: the answers are kept.
     using Grown = std::tuple<const Analysis*, std::optional<Sex>, int, std::string>;  // … months, dental stage
-    std::map<Grown, int> bands_;
+    std::map<Grown, Norms> known_norms_;
     // Most cases of a batch have the same landmarks, and so lack the same.
     std::string landmarks_;  // of the case, by name
     std::map<std::tuple<std::size_t, Kind, int, int, std::string>, std::vector<Lacks>> known_lacks_;

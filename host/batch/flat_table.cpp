@@ -51,7 +51,7 @@ FlatTable::FlatTable(const Source& head) {
         }
         const CsvField& comment = row.fields.front();
         const std::string_view text = trimmed(std::string_view(comment.text).substr(1));
-        if (read_remark(scratch, head, text, comment.at) == Remark::unknown) continue;
+        if (read_setting_comment(scratch, head, text, comment.at) == Comment::unknown) continue;
         const std::size_t equals = text.find('=');
         common_.emplace_back(trimmed(text.substr(0, equals)), trimmed(text.substr(equals + 1)));
     }

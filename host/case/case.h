@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "host/date.h"
+#include "host/remark.h"
 #include "host/source.h"
 
 namespace cephtool {
@@ -60,7 +61,8 @@ struct Case {
     std::string image;                     // file of the X-ray, relative to the case's own; "" when not given
     std::optional<int> palate;             // of a cast
     std::optional<double> mirrored_about;  // the sum of a point's x before and after
-    std::vector<std::string> notes;        // what the reader took for granted or left out
+    std::vector<Remark> remarks;           // what changes how its numbers are to be read
+    std::vector<std::string> notes;        // what the reader took for granted or left out, for the person who runs it
 };
 
 // What the command line says about a case; it goes before what the case says about itself.

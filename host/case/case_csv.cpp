@@ -31,7 +31,7 @@ class CsvCaseReader {
 
  private:
     void read_comment(const CsvField& comment) {
-        read_remark(builder_, source_, trimmed(std::string_view(comment.text).substr(1)), comment.at);
+        read_setting_comment(builder_, source_, trimmed(std::string_view(comment.text).substr(1)), comment.at);
     }
 
     // NAME,X,Y or SLOT,NAME,X,Y. The slot is for people: names decide.

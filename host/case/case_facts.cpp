@@ -4,6 +4,7 @@
 
 #include "host/era_calendar.h"
 #include "host/numbers.h"
+#include "host/paint.h"
 #include "host/text_width.h"
 
 namespace cephtool {
@@ -26,7 +27,7 @@ std::string dates_line(const Case& record) {
 
 }  // namespace
 
-std::string case_heading(const Case& record) {
+std::string case_heading(const Case& record, bool colour) {
     std::string text = printable(record.file) + ": ";
     if (!record.name.empty()) text += record.name + ", ";
     text += record.sex ? name_of(*record.sex) : "sex not given";
@@ -34,7 +35,19 @@ std::string case_heading(const Case& record) {
         text += ", " + text_of(age_at(*record.film, *record.birth));
     }
     text += std::string(", ") + name_of(record.kind) + ", " + shortest(record.mm_per_pixel.value()) + " mm a pixel";
-    return wrapped(text, page_width, "  ") + "\n" + dates_line(record);
+    text = wrapped(text, page_width, "  ") + "\n" + dates_line(record);
+    for (const Remark& remark : record.remarks) text += remark_line(remark, colour);
+    return text;
+}
+
+std::string remark_line(const Remark& remark, bool colour) {
+    return "  " + painted(wrapped(in_english(remark), page_width - 2, "  "), amber, colour) + "\n";
+}
+
+nlohmann::ordered_json json_of(std::span<const Remark> remarks) {
+    nlohmann::ordered_json json = nlohmann::ordered_json::array();
+    for (const Remark& remark : remarks) json.push_back({{"code", remark.code}, {"text", in_english(remark)}});
+    return json;
 }
 
 nlohmann::ordered_json case_facts(const Case& record) {
@@ -56,6 +69,7 @@ nlohmann::ordered_json case_facts(const Case& record) {
     }
     if (!record.dental_stage.empty()) json["dental_stage"] = record.dental_stage;
     json["mm_per_pixel"] = record.mm_per_pixel.value();
+    json["remarks"] = json_of(record.remarks);
     json["notes"] = record.notes;
     return json;
 }

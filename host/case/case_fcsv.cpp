@@ -58,7 +58,7 @@ class FcsvReader {
             builder_.first_setting(std::string(key), comment.at);
             space_ = *space;
         } else if (key != "columns") {
-            read_remark(builder_, source_, text, comment.at);
+            read_setting_comment(builder_, source_, text, comment.at);
         }
     }
 

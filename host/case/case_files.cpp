@@ -29,4 +29,9 @@ ExitCode for_each_case(const std::vector<std::string>& paths, const CaseOptions&
     return code;
 }
 
+void say_remarks(const Case& record, Streams& streams) {
+    for (const Remark& remark : record.remarks)
+        streams.err << printable(record.file) << ": " << in_english(remark) << "\n";
+}
+
 }  // namespace cephtool

@@ -15,4 +15,7 @@ namespace cephtool {
 ExitCode for_each_case(const std::vector<std::string>& paths, const CaseOptions& options, Streams& streams,
                        const std::function<void(const Source&, Case)>& use);
 
+// What is remarked on the case, on `streams.err`: for results that go to a file or a program.
+void say_remarks(const Case& record, Streams& streams);
+
 }  // namespace cephtool

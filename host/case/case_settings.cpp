@@ -51,20 +51,20 @@ bool read_setting(CaseBuilder& builder, const Source& source, std::string_view k
     return false;
 }
 
-Remark read_remark(CaseBuilder& builder, const Source& source, std::string_view remark, std::size_t at,
-                   const std::vector<std::string>& more_keys) {
-    const std::size_t equals = remark.find('=');
-    if (equals == std::string_view::npos) return Remark::unknown;
-    const std::string_view key = trimmed(remark.substr(0, equals));
-    if (read_setting(builder, source, key, trimmed(remark.substr(equals + 1)), at)) {
+Comment read_setting_comment(CaseBuilder& builder, const Source& source, std::string_view text, std::size_t at,
+                             const std::vector<std::string>& more_keys) {
+    const std::size_t equals = text.find('=');
+    if (equals == std::string_view::npos) return Comment::unknown;
+    const std::string_view key = trimmed(text.substr(0, equals));
+    if (read_setting(builder, source, key, trimmed(text.substr(equals + 1)), at)) {
         builder.first_setting(std::string(key), at);
-        return Remark::setting;
+        return Comment::setting;
     }
     std::vector<std::string> keys = setting_keys();
     keys.insert(keys.end(), more_keys.begin(), more_keys.end());
     const std::string meant = did_you_mean(key, keys);
     if (!meant.empty()) throw source.error_at(at, "the setting " + in_quotes(key) + " is not known", meant);
-    return Remark::unknown;
+    return Comment::unknown;
 }
 
 std::vector<std::pair<std::string, std::string>> settings_of(const Case& record) {

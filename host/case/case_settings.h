@@ -17,13 +17,13 @@ std::vector<std::string> setting_keys();
 bool read_setting(CaseBuilder& builder, const Source& source, std::string_view key, std::string_view value,
                   std::size_t at);
 
-enum class Remark { setting, unknown };
+enum class Comment { setting, unknown };
 
-// Reads a remark "key=value"; any other remark is for people. Throws an Error when the key was set before, and when it
-// is a slip of a known one: it must not pass for a remark. `more_keys` are those that the caller knows beside the
+// Reads a comment "key=value"; any other comment is for people. Throws an Error when the key was set before, and when
+// it is a slip of a known one: it must not pass for a comment. `more_keys` are those that the caller knows beside the
 // settings.
-Remark read_remark(CaseBuilder& builder, const Source& source, std::string_view remark, std::size_t at,
-                   const std::vector<std::string>& more_keys = {});
+Comment read_setting_comment(CaseBuilder& builder, const Source& source, std::string_view text, std::size_t at,
+                             const std::vector<std::string>& more_keys = {});
 
 // Key and value of what is known of the case, the kind always.
 std::vector<std::pair<std::string, std::string>> settings_of(const Case& record);

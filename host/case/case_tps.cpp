@@ -154,7 +154,7 @@ class TpsReader {
             flip_ = number_from(remark.value());
             if (!flip_) throw source_.error_at(line.at, in_quotes(remark.value()) + " is no number");
         } else {
-            read_remark(builder_, source_, remark.text, line.at, {"landmarks", "flip"});
+            read_setting_comment(builder_, source_, remark.text, line.at, {"landmarks", "flip"});
         }
     }
 

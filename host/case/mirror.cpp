@@ -83,9 +83,9 @@ Case turned_right(Case record, bool mirror) {
     const Facing looks = facing(record);
     if (!mirror) {
         if (looks == Facing::left) {
-            record.notes.emplace_back(
-                "the face looks left, so signs of angles and lengths are not to be trusted; --mirror measures it "
-                "turned round");
+            record.remarks.push_back({"looks_left",
+                                      "The face looks left, so signs of angles and lengths are not to be trusted; "
+                                      "--mirror measures it turned round."});
         }
         return record;
     }
@@ -94,7 +94,7 @@ Case turned_right(Case record, bool mirror) {
         return record;
     }
     record = mirrored(std::move(record), mirror_extent(record));
-    record.notes.emplace_back("measured mirrored, as --mirror says");
+    record.remarks.push_back({"measured_mirrored", "Measured mirrored, as --mirror says."});
     if (!record.image.empty()) {
         record.image.clear();
         record.notes.emplace_back("the X-ray is not mirrored, so it is left out");

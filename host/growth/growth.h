@@ -22,6 +22,7 @@ struct NormBand {
     int code = 0;
     std::string words = {};
     std::vector<Finding> stages = {};  // of the first and the second set, where the analysis has them
+    std::vector<Remark> remarks = {};  // on how the norms fit the patient
 };
 NormBand norm_band(const Analysis& analysis, const Case& record);
 

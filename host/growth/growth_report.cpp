@@ -125,7 +125,7 @@ Json json_of(const std::vector<Finding>& findings) {
 }  // namespace
 
 std::string growth_table(const GrowthResult& result, bool colour) {
-    std::string text = case_heading(result.record) + "\n" + painted("Growth", bold, colour) + "\n";
+    std::string text = case_heading(result.record, colour) + "\n" + painted("Growth", bold, colour) + "\n";
     for (const Finding& finding : result.growth) text += shown(finding);
     if (!result.stages.empty()) text += "\n" + painted("Stages of the analyses", bold, colour) + "\n";
     for (const Finding& finding : result.stages) text += shown(finding);

@@ -20,7 +20,11 @@ struct FilmResults {
     const Case& record() const { return result.record; }
 };
 
-// The results of the analyses that any of the films has a value of, each with one entry a film.
+// What is remarked on the films' cases.
+std::vector<std::string> remarks_on(const std::vector<FilmResults>& films, const Texts& texts);
+
+// The results of the analyses that any of the films has a value of, each with one entry a film; the others.
 std::vector<std::vector<const AnalysisResult*>> fruitful_analyses(const std::vector<FilmResults>& films);
+std::vector<LeftOut> left_out_analyses(const std::vector<FilmResults>& films);
 
 }  // namespace cephtool

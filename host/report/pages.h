@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "host/drawing/drawn_file.h"
-#include "host/report/texts.h"
+#include "host/texts.h"
 
 namespace cephtool {
 

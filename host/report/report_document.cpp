@@ -31,12 +31,21 @@ void add_notes(Pages& pages, const std::vector<FilmResults>& films, const std::v
     if (films.size() > 1) {
         notes.push_back(texts("Change: the last film minus the first one. Norms are those of the last film."));
     }
-    if (std::ranges::any_of(films, [](const FilmResults& film) { return film.result.norms_differ; })) {
-        notes.push_back(texts("Norms that differ between men and women are left out, since the sex is not given."));
-    }
     notes.push_back(texts("Made by cephtool %1 from the analyses %2.", CEPHTOOL_VERSION, joined(files, ", ")));
     for (const std::string& note : notes) add_paragraph(pages, note, note_mm, quiet_ink);
     pages.take(3);
+}
+
+void add_remarks(Pages& pages, const std::vector<FilmResults>& films) {
+    pages.take(1);
+    for (const std::string& remark : remarks_on(films, pages.texts()))
+        add_paragraph(pages, remark, body_mm, remark_ink, true);
+}
+
+void add_left_out(Pages& pages, const std::vector<FilmResults>& films) {
+    const std::vector<LeftOut> analyses = left_out_analyses(films);
+    if (!analyses.empty()) pages.take(4);
+    for (const LeftOut& analysis : analyses) add_paragraph(pages, analysis.in_words(pages.texts()), note_mm, quiet_ink);
 }
 
 void add_tables(Pages& pages, const std::vector<FilmResults>& films) {
@@ -49,10 +58,11 @@ void add_tables(Pages& pages, const std::vector<FilmResults>& films) {
     const Texts& texts = pages.texts();
     if (files.empty()) {
         add_paragraph(pages, texts("None of the analyses can be made from the landmarks of this case."), body_mm, ink);
-        return;
+    } else {
+        add_notes(pages, films, files);
     }
-    add_notes(pages, films, files);
     for (const auto& times : analyses) add_table(pages, result_table(times, TableStyle::full, texts));
+    add_left_out(pages, films);
 }
 
 }  // namespace
@@ -61,6 +71,7 @@ std::string report_pdf(const std::vector<FilmResults>& films, const Texts& texts
     Pages pages(texts, running_head(films, texts),
                 "cephtool " CEPHTOOL_VERSION "  ·  " + texts("Calculated from landmarks, not a diagnosis."));
     add_patient(pages, films);
+    add_remarks(pages, films);
     add_growth(pages, films);
     add_tracings(pages, films);
     if (films.size() > 1) add_superimpositions(pages, films);
@@ -72,11 +83,13 @@ std::string report_pdf(const std::vector<FilmResults>& films, const Texts& texts
 std::string chart_file(FileFormat format, const std::vector<FilmResults>& films, const Texts& texts) {
     Pages pages = Pages::sheet_without_end(texts);
     add_paragraph(pages, running_head(films, texts), title_mm, ink, true);
+    add_remarks(pages, films);
     const auto analyses = fruitful_analyses(films);
     for (const auto& times : analyses) add_table(pages, result_table(times, TableStyle::chart, texts));
     if (analyses.empty()) {
         add_paragraph(pages, texts("None of the analyses can be made from the landmarks of this case."), body_mm, ink);
     }
+    add_left_out(pages, films);
     constexpr double margin = 10;
     return drawn_file(format, {a4_width_mm, pages.used_height() + margin, RGB(255, 255, 255), chart_pixels_a_mm},
                       pages.finished());

@@ -6,7 +6,7 @@
 
 #include "host/drawing/drawn_file.h"
 #include "host/report/film_results.h"
-#include "host/report/texts.h"
+#include "host/texts.h"
 
 namespace cephtool {
 

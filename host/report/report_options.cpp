@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <ostream>
 
+#include "host/case/case_files.h"
 #include "host/growth/growth_findings.h"
 #include "host/output.h"
 #include "host/report/style.h"
@@ -62,6 +63,7 @@ std::vector<FilmResults> measured_films(const ReportOptions& options, const Case
         }
         for (const std::string& note : record.notes) streams.err << printable(path) << ": " << note << "\n";
         FilmResults film{measured(std::move(record), selection.chosen(), {}, false), {}, {}, {}};
+        say_remarks(film.record(), streams);
         film.growth = growth_findings(film.record());
         if (!options.analyses.empty() && film.result.analyses.empty()) {
             throw source.error(std::string("this is a ") + name_of(film.record().kind) +

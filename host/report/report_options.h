@@ -6,8 +6,8 @@
 
 #include "host/command_line.h"
 #include "host/report/film_results.h"
-#include "host/report/texts.h"
 #include "host/selection.h"
+#include "host/texts.h"
 
 namespace cephtool {
 

@@ -38,6 +38,7 @@ class TableMaker {
         ResultTable table;
         table.title = times_.front()->analysis->title;
         table.norms = norms_in_words(times_.back()->band, texts_);
+        table.remarks = remarks(times_);
         table.columns = several() ? columns_of_several() : columns_of_one();
         for (std::size_t i = 0; i < times_.front()->items.size(); ++i) {
             Items items;
@@ -89,17 +90,31 @@ class TableMaker {
         }
         const bool has_numbers =
             std::ranges::any_of(items, [](const Measurement* each) { return each->value.has_value(); });
+        for (const std::string& remark : remarks(items)) add_remark(row, remark);
         if (!has_numbers) {
             row.words = words(items);
             return row;
         }
         row.cells = several() ? cells_of_several(items) : cells_of_one(item);
-        if (!item.norm_missing.empty()) row.remark = texts_("norm missing: %1", joined(item.norm_missing, ", "));
+        if (!item.norm_missing.empty()) add_remark(row, texts_("norm missing: %1", joined(item.norm_missing, ", ")));
         for (std::size_t i = 0; i < items.size(); ++i) {
-            if (items[i]->value) continue;
-            row.remark += (row.remark.empty() ? "" : "; ") + texts_.film(i) + ": " + words_for(*items[i]);
+            if (!items[i]->value) add_remark(row, texts_.film(i) + ": " + words_for(*items[i]));
         }
         return row;
+    }
+
+    static void add_remark(TableRow& row, const std::string& text) {
+        row.remark += (row.remark.empty() ? "" : "; ") + text;
+    }
+
+    static std::span<const Remark> remarks_on(const AnalysisResult& result) { return result.remarks(); }
+    static std::span<const Remark> remarks_on(const Measurement& item) { return item.remarks; }
+
+    template <class Part>
+    std::vector<std::string> remarks(const std::vector<const Part*>& times) const {
+        std::vector<std::span<const Remark>> films;
+        for (const Part* time : times) films.push_back(remarks_on(*time));
+        return texts_.remarks(films);
     }
 
     std::vector<std::string> cells_of_one(const Measurement& item) const {

@@ -5,8 +5,8 @@
 #include <string>
 #include <vector>
 
-#include "host/report/texts.h"
 #include "host/results/measurement.h"
+#include "host/texts.h"
 
 namespace cephtool {
 
@@ -29,6 +29,7 @@ struct TableRow {
 
 struct ResultTable {
     std::string title, norms;
+    std::vector<std::string> remarks;  // below the norms
     std::vector<TableColumn> columns;  // behind the one of the names
     std::vector<TableRow> rows;
     bool has_chart = false;  // any row has a deviation

@@ -16,7 +16,8 @@ constexpr double line_height(double points) {
 inline constexpr double name_mm = line_height(16), title_mm = line_height(11), body_mm = line_height(8.5),
                         note_mm = line_height(8);
 
-inline constexpr COLORREF ink = RGB(25, 28, 33), quiet_ink = RGB(95, 100, 108), rule_ink = RGB(176, 181, 188);
+inline constexpr COLORREF ink = RGB(25, 28, 33), quiet_ink = RGB(95, 100, 108), rule_ink = RGB(176, 181, 188),
+                          remark_ink = RGB(150, 60, 0);
 
 // Of the first, second and third film: the colours that comparisons are traditionally drawn in.
 inline constexpr COLORREF time_inks[] = {RGB(0, 0, 0), RGB(30, 95, 215), RGB(214, 40, 40)};

@@ -38,6 +38,9 @@ class TableLayout {
         const double room = width_ - cells - (table_->has_chart ? chart_gap_mm + narrowest_chart_mm : 0);
         name_width_ = std::min({widest, widest_name_mm, room});
         cells_width_ = cells;
+        const SelectedFont note(pages.canvas(), note_mm);
+        for (const std::string& remark : table_->remarks)
+            for (std::string& line : note.lines(remark, width_)) remark_lines_.push_back(std::move(line));
         for (const TableRow& row : table_->rows) rows_.push_back(laid(row));
     }
 
@@ -56,7 +59,10 @@ class TableLayout {
     }
 
  private:
-    double head_height() const { return title_mm * 1.5 + (table_->norms.empty() ? 0 : note_mm * 1.3) + head_mm; }
+    double head_height() const {
+        const std::size_t notes = remark_lines_.size() + !table_->norms.empty();
+        return title_mm * 1.5 + static_cast<double>(notes) * note_mm * 1.3 + head_mm;
+    }
 
     double chart_left(const Box& box) const { return box.left + name_width_ + cells_width_ + chart_gap_mm; }
 
@@ -87,11 +93,14 @@ class TableLayout {
             const SelectedFont font(canvas, title_mm, true);
             font.write({box.left, box.top}, font.cut(table->title, box.width()), ink);
         });
-        if (table_->norms.empty()) return;
-        const Box norms = pages_.take(note_mm * 1.3);
-        pages_.add([box = norms, table = table_](const Canvas& canvas) {
+        if (!table_->norms.empty()) add_note(table_->norms, quiet_ink);
+        for (const std::string& line : remark_lines_) add_note(line, remark_ink);
+    }
+
+    void add_note(const std::string& text, COLORREF colour) {
+        pages_.add([box = pages_.take(note_mm * 1.3), text, colour](const Canvas& canvas) {
             const SelectedFont font(canvas, note_mm);
-            font.write({box.left, box.top}, font.cut(table->norms, box.width()), quiet_ink);
+            font.write({box.left, box.top}, font.cut(text, box.width()), colour);
         });
     }
 
@@ -180,6 +189,7 @@ class TableLayout {
     std::shared_ptr<const ResultTable> table_;
     SelectedFont body_;
     double width_ = 0, name_width_ = 0, cells_width_ = 0;
+    std::vector<std::string> remark_lines_;
     std::vector<LaidRow> rows_;
 };
 

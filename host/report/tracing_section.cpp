@@ -68,6 +68,7 @@ void add_tracing(Pages& pages, const FilmResults& film, Box room, std::optional<
     if (time) room.top = caption.bottom;
     const Page page = page_within(room, legend_mm, tracing, size_of(film.film));
     tracing.patient.clear();
+    tracing.remarks.clear();  // they stand below the patient
     tracing.facts = scale_text(texts, page.enlargement);
     if (time) {
         pages.add([caption, title = texts.film(*time), note = std::exchange(tracing.facts, {})](const Canvas& canvas) {

@@ -2,6 +2,9 @@
 
 #include <CodePage.h>
 
+#include <algorithm>
+#include <array>
+
 #include "host/case/case_record.h"
 #include "host/text_width.h"
 
@@ -52,25 +55,67 @@ Measurement measurement(const ResultRow& row) {
 
 }  // namespace
 
+std::string LeftOut::in_words(const Texts& texts) const {
+    const std::string what =
+        texts(items == 1 ? "%1: its one item can't be measured" : "%1: none of its %2 items can be measured",
+              analysis->short_name(), std::to_string(items));
+    if (missing.empty()) return what;
+    for (std::size_t named = missing.size();; --named) {
+        std::string names = joined(std::span(missing).first(named), ", ");
+        if (named < missing.size()) names = texts("%1 and %2 more", names, std::to_string(missing.size() - named));
+        std::string words = texts("%1, missing %2", what, names);
+        if (named == 1 || display_width(words) <= page_width) return words;
+    }
+}
+
 CaseResult measured(Case record, std::span<const Analysis* const> analyses, std::optional<int> band,
                     bool only_fruitful) {
-    CaseResult result{std::move(record), false, {}};
+    CaseResult result{std::move(record), {}, {}};
     CaseRecord fields(result.record);
     const std::optional<Sex> sex = result.record.sex;
+    bool norms_differ = false;
     for (const Analysis* analysis : analyses) {
         if (case_kind(*analysis) != result.record.kind) continue;
-        NormBand norms = norm_band(*analysis, result.record);
-        if (band && !norms.words.empty()) norms.words = "Norms of band " + std::to_string(*band) + ", as --band says";
-        norms.code = band.value_or(norms.code);
+        NormBand norms = norms_for(*analysis, result.record, band);
         const SheetSubject subject = fields.subject(static_cast<int>(sex.value_or(Sex::male)), norms.code);
         const ResultList list(analysis->sheet, subject, sex.has_value());
-        if (only_fruitful && !list.HasResults()) continue;
-        AnalysisResult found{analysis, norms, {}};
+        AnalysisResult found{analysis, std::move(norms), {}};
         for (const ResultRow& row : list) found.items.push_back(measurement(row));
-        result.norms_differ = result.norms_differ || list.NormsDiffer();
+        if (only_fruitful && !list.HasResults()) {
+            result.left_out.push_back(left_out(std::array<const AnalysisResult*, 1>{&found}));
+            continue;
+        }
+        norms_differ = norms_differ || list.NormsDiffer();
         result.analyses.push_back(std::move(found));
     }
+    if (norms_differ) result.record.remarks.push_back(norms_by_sex());
     return result;
+}
+
+LeftOut left_out(std::span<const AnalysisResult* const> films) {
+    LeftOut left{.analysis = films.front()->analysis};
+    left.items = static_cast<std::size_t>(std::ranges::count(films.front()->items, false, &Measurement::heading));
+    for (const AnalysisResult* film : films)
+        for (const Measurement& item : film->items)
+            for (const std::string& name : item.missing)
+                if (std::ranges::find(left.missing, name) == left.missing.end()) left.missing.push_back(name);
+    return left;
+}
+
+Remark norms_by_sex() {
+    return {"norms_by_sex",
+            "Norms that differ between men and women are left out, since the sex is not given; --sex m or --sex f "
+            "gives it."};
+}
+
+NormBand norms_for(const Analysis& analysis, const Case& record, std::optional<int> band) {
+    if (!band) return norm_band(analysis, record);
+    NormBand norms{.code = *band};
+    if (analysis.stages[0].any || analysis.stages[1].any) {
+        norms.remarks.push_back(
+            {"band_given", "The norms are those of band %1, as --band says.", {std::to_string(*band)}});
+    }
+    return norms;
 }
 
 }  // namespace cephtool

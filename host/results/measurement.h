@@ -11,6 +11,7 @@
 #include "host/case/case.h"
 #include "host/catalogue.h"
 #include "host/growth/growth.h"
+#include "host/texts.h"
 
 namespace cephtool {
 
@@ -29,6 +30,7 @@ struct Measurement {
     std::vector<std::string> missing;       // landmarks that the value needs and the case lacks
     std::vector<std::string> norm_missing;  // the same for the norm
     std::string reason;                     // why there is no value, when no landmark is missing
+    std::vector<Remark> remarks = {};
 
     bool has_result() const { return value || !text.empty(); }
 };
@@ -37,18 +39,39 @@ struct AnalysisResult {
     const Analysis* analysis;
     NormBand band;
     std::vector<Measurement> items;  // in the definition's order
+
+    std::span<const Remark> remarks() const { return band.remarks; }
+};
+
+// An analysis of which no item can be computed.
+struct LeftOut {
+    const Analysis* analysis = nullptr;
+    std::size_t items = 0;                  // headings not counted
+    std::vector<std::string> missing = {};  // landmarks, in the order in which the items ask for them
+
+    // "Steiner: none of its 16 items can be measured, missing S, N, A and 7 more", in at most 80 columns
+    std::string in_words(const Texts& texts) const;
 };
 
 struct CaseResult {
-    Case record;
-    bool norms_differ = false;  // some were left out: the sex is not given and men's and women's are not the same
+    Case record;  // measuring adds to what is remarked on it
     std::vector<AnalysisResult> analyses;
+    std::vector<LeftOut> left_out;
 };
 
 // Measures the case by those of the analyses that are for its kind. `band` is the engine's norm column code; without it
-// the patient's stages choose the column. With `only_fruitful`, analyses of which no item can be computed are left out.
-// The analyses must outlive the result.
+// the patient's stages choose the column. With `only_fruitful`, analyses of which no item can be computed go to
+// `left_out`. The analyses must outlive the result.
 CaseResult measured(Case record, std::span<const Analysis* const> analyses, std::optional<int> band,
                     bool only_fruitful);
+
+// The results are those of one analysis, one a film, none of them with a result.
+LeftOut left_out(std::span<const AnalysisResult* const> films);
+
+// That norms which differ between men and women are left out.
+Remark norms_by_sex();
+
+// The norm column of the patient's stages, or that of the engine's code `band`.
+NormBand norms_for(const Analysis& analysis, const Case& record, std::optional<int> band);
 
 }  // namespace cephtool

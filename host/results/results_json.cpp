@@ -19,6 +19,7 @@ Json json_of(const Measurement& item) {
     if (!item.text.empty()) json["text"] = item.text;
     if (!item.norm_missing.empty()) json["norm_missing"] = item.norm_missing;
     if (!item.reason.empty()) json["reason"] = item.reason;
+    if (!item.remarks.empty()) json["remarks"] = json_of(item.remarks);
     return json;
 }
 
@@ -38,6 +39,7 @@ Json json_of(const AnalysisResult& result) {
             {"kind", name_of_engine_kind(result.analysis->engine_kind)},
             {"band", result.band.code},
             {"norms", result.band.words},
+            {"remarks", json_of(result.remarks())},
             {"items", items}};
 }
 
@@ -45,6 +47,14 @@ Json json_of(const CaseResult& result) {
     Json json = case_facts(result.record);
     json["analyses"] = Json::array();
     for (const AnalysisResult& analysis : result.analyses) json["analyses"].push_back(json_of(analysis));
+    json["left_out"] = Json::array();
+    for (const LeftOut& each : result.left_out) {
+        json["left_out"].push_back({{"title", each.analysis->title},
+                                    {"file", each.analysis->file},
+                                    {"items", each.items},
+                                    {"missing", each.missing},
+                                    {"text", each.in_words(Texts(Language::english))}});
+    }
     return json;
 }
 

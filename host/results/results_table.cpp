@@ -33,6 +33,7 @@ class AnalysisTable {
     std::string text() const {
         std::string lines = painted(fitted(result_.analysis->title, page_width), bold, colour_) + "\n";
         if (!result_.band.words.empty()) lines += wrapped(result_.band.words, page_width, "  ") + "\n";
+        for (const Remark& remark : result_.remarks()) lines += remark_line(remark, colour_);
         lines += row("Item", "Value", "Unit", "Mean", "SD") + right_aligned("in SD", deviation_width) + "\n";
         for (const Measurement& item : result_.items) lines += line(item);
         return lines;
@@ -51,13 +52,19 @@ class AnalysisTable {
 
     std::string line(const Measurement& item) const {
         if (item.heading) return painted(fitted(item.name, page_width), bold, colour_) + "\n";
-        if (!item.missing.empty()) return remark(item, "missing: " + joined(item.missing, ", "));
-        if (!item.text.empty()) return words(item);
-        if (!item.value) return remark(item, item.reason);
+        if (!item.missing.empty()) return no_value(item, "missing: " + joined(item.missing, ", "));
+        if (!item.text.empty()) return words(item) + remarks_below(item);
+        if (!item.value) return no_value(item, item.reason) + remarks_below(item);
         std::string text = row(item.name, item.value_text, item.unit, or_dash(item.mean_text), or_dash(item.sd_text)) +
                            deviation_cell(item) + "\n";
-        if (!item.norm_missing.empty()) text += remark_below("norm missing: " + joined(item.norm_missing, ", "));
-        return text;
+        if (!item.norm_missing.empty()) text += below("norm missing: " + joined(item.norm_missing, ", "));
+        return text + remarks_below(item);
+    }
+
+    std::string remarks_below(const Measurement& item) const {
+        std::string lines;
+        for (const Remark& remark : item.remarks) lines += below(in_english(remark));
+        return lines;
     }
 
     std::string deviation_cell(const Measurement& item) const {
@@ -68,11 +75,11 @@ class AnalysisTable {
     }
 
     // A dash in place of the value, and behind it why.
-    std::string remark(const Measurement& item, const std::string& why) const {
+    std::string no_value(const Measurement& item, const std::string& why) const {
         return behind(name_cell(item.name) + " " + right_aligned(none, value_width) + " ", why);
     }
 
-    std::string remark_below(const std::string& why) const {
+    std::string below(const std::string& why) const {
         return behind(left_aligned("", name_width_ + 1 + value_width + 1), why);
     }
 
@@ -101,14 +108,11 @@ int name_width(const CaseResult& result) {
 
 std::string results_table(const CaseResult& result, bool colour) {
     const int width = name_width(result);
-    std::string text = case_heading(result.record);
+    std::string text = case_heading(result.record, colour);
     for (const AnalysisResult& analysis : result.analyses) text += "\n" + AnalysisTable(analysis, width, colour).text();
     if (result.analyses.empty()) text += "\nThe case has the landmarks of no item of any analysis.\n";
-    if (result.norms_differ) {
-        text +=
-            "\nSex not given: norms that differ between men and women are left out.\n"
-            "Say which with --sex m or --sex f.\n";
-    }
+    if (!result.left_out.empty()) text += "\n";
+    for (const LeftOut& analysis : result.left_out) text += analysis.in_words(Texts(Language::english)) + "\n";
     return text;
 }
 

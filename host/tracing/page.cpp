@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 #include <limits>
+#include <sstream>
 
 #include "host/drawing/canvas.h"
 #include "host/text_width.h"
@@ -42,14 +43,15 @@ Box extent(const Tracing& tracing, const std::optional<FilmSize>& film) {
     return {box.left - margin, box.top - margin, box.right + margin, box.bottom + margin};
 }
 
-Page laid_out(const Box& extent, double mm_per_pixel, double enlargement, double below_mm) {
+Page laid_out(const Box& extent, const Tracing& tracing, double enlargement, double below_mm) {
     Page page{};
     page.enlargement = enlargement;
-    page.scale = mm_per_pixel * enlargement;
+    page.scale = tracing.mm_per_pixel * enlargement;
     const double width = (extent.right - extent.left) * page.scale, height = (extent.bottom - extent.top) * page.scale;
     // Whole tenths: surfaces count in whole steps.
     page.width_mm = std::ceil(std::max(width, narrowest_mm) * 10) / 10;
-    page.height_mm = std::ceil((height + below_mm) * 10) / 10;
+    const double remarks = static_cast<double>(legend_remarks(tracing, page.width_mm).size());
+    page.height_mm = std::ceil((height + below_mm + remarks * legend_line_height_mm) * 10) / 10;
     const double left = (page.width_mm - width) / 2;
     page.origin = {left - extent.left * page.scale, -extent.top * page.scale};
     page.drawing = {left, 0, left + width, height};
@@ -59,12 +61,23 @@ Page laid_out(const Box& extent, double mm_per_pixel, double enlargement, double
 
 }  // namespace
 
+std::vector<std::string> legend_remarks(const Tracing& tracing, double page_width_mm) {
+    constexpr double column_mm = 0.55 * legend_line_mm;
+    const int columns = static_cast<int>((page_width_mm - 2 * legend_edge_mm) / column_mm);
+    std::vector<std::string> lines;
+    for (const std::string& remark : tracing.remarks) {
+        std::istringstream text(wrapped(remark, columns, ""));
+        for (std::string line; std::getline(text, line);) lines.push_back(line);
+    }
+    return lines;
+}
+
 Page page_for(const Tracing& tracing, const std::optional<FilmSize>& film) {
     const Box box = extent(tracing, film);
     const double height = (box.bottom - box.top) * tracing.mm_per_pixel;
     const double width = (box.right - box.left) * tracing.mm_per_pixel;
     const bool usual = height >= least_height_mm && std::max(height, width) <= most_height_mm;
-    return laid_out(box, tracing.mm_per_pixel, usual ? 1 : usual_height_mm / std::max(height, width), legend_mm);
+    return laid_out(box, tracing, usual ? 1 : usual_height_mm / std::max(height, width), legend_mm);
 }
 
 std::optional<Page> sheet_for(const Tracing& tracing, const std::optional<FilmSize>& film) {
@@ -72,7 +85,7 @@ std::optional<Page> sheet_for(const Tracing& tracing, const std::optional<FilmSi
         double width, height;
     };
     constexpr Sheet sheets[] = {{210, 297}, {297, 210}, {297, 420}, {420, 297}};  // A4 and A3
-    Page page = laid_out(extent(tracing, film), tracing.mm_per_pixel, 1, legend_with_ruler_mm);
+    Page page = laid_out(extent(tracing, film), tracing, 1, legend_with_ruler_mm);
     for (const Sheet& sheet : sheets) {
         const double x = (sheet.width - page.width_mm) / 2, y = (sheet.height - page.height_mm) / 2;
         if (std::min(x, y) < sheet_edge_mm) continue;

@@ -24,6 +24,11 @@ struct Page {
     Position operator()(Position pixel) const { return {origin.x + pixel.x * scale, origin.y + pixel.y * scale}; }
 };
 
+// Of the lines of a legend, the patient's name excepted.
+inline constexpr double legend_line_mm = 2.9, legend_line_height_mm = legend_line_mm * 1.3, legend_edge_mm = 6;
+// What is remarked on the case, in lines of a legend on a page of this width.
+std::vector<std::string> legend_remarks(const Tracing& tracing, double page_width_mm);
+
 // Room for the whole film when there is one, else for what the tracing shows.
 Page page_for(const Tracing& tracing, const std::optional<FilmSize>& film);
 

@@ -99,6 +99,7 @@ Tracing tracing_of(const Case& record, const DisplayMode& mode, const std::vecto
     tracing.patient = record.name.empty() ? printable(record.file) : record.name;
     tracing.facts = facts_of(record);
     tracing.mode = mode.title;
+    for (const Remark& remark : record.remarks) tracing.remarks.push_back(in_english(remark));
     tracing.mm_per_pixel = record.mm_per_pixel.value();
     tracing.lines = shown_lines(mode, find);
     tracing.landmarks = shown_landmarks(mode, find);

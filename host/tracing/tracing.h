@@ -25,10 +25,11 @@ struct TracingValue {
 };
 
 struct Tracing {
-    std::string patient;  // the case's name, its file's where it has none
-    std::string facts;    // kind, sex, age, day of the film
-    std::string mode;     // the display mode's title
-    std::string origin;   // of the outlines, where they are not the case's own
+    std::string patient;               // the case's name, its file's where it has none
+    std::string facts;                 // kind, sex, age, day of the film
+    std::string mode;                  // the display mode's title
+    std::string origin;                // of the outlines, where they are not the case's own
+    std::vector<std::string> remarks;  // on how the case is to be read
     double mm_per_pixel = 0;
     std::vector<FittedCurve> outlines;
     std::vector<TracingLine> lines;

@@ -15,7 +15,7 @@ constexpr int solid = 0;
 // Outlines are handed over in steps of 1/40 mm: the library keeps samples ten steps apart, finer than a pen is wide.
 constexpr double outline_steps_a_mm = 40;
 
-constexpr double label_mm = 2.9, patient_mm = 4.2, facts_mm = 2.9;
+constexpr double label_mm = 2.9, patient_mm = 4.2;
 constexpr double dot_mm = 0.65, halo_mm = 1.0;
 class Painter {
  public:
@@ -216,7 +216,7 @@ class Painter {
 
     // At the right of the legend; its ends are exactly its length of the patient apart.
     void paint_ruler(const Ruler& ruler) {
-        const double right = page_.legend.right - 6, y = page_.legend.bottom - 5;
+        const double right = page_.legend.right - legend_edge_mm, y = page_.legend.bottom - 5;
         const double left = right - ruler.length_mm * page_.enlargement;
         paint_line({left, y}, {right, y}, 3, style_.text);
         for (int mm = 0; mm <= ruler.length_mm; mm += ruler.fine ? 1 : 10) {
@@ -224,26 +224,31 @@ class Painter {
             const double x = left + mm * page_.enlargement;
             paint_line({x, y}, {x, y - height}, mm % 10 == 0 ? 2 : 1, style_.text);
         }
-        const SelectedFont font(canvas_, facts_mm);
+        const SelectedFont font(canvas_, legend_line_mm);
         const CString text = drawable(ruler.text);
         const Position size = font.extent(text);
         font.write({right - size.x, y - 3.2 - size.y}, text, style_.quiet_text);
     }
 
     void paint_legend(const Ruler& ruler) {
-        const double left = page_.legend.left + 6, width = page_.legend.right - 6 - left;
+        const double left = page_.legend.left + legend_edge_mm, width = page_.legend.right - legend_edge_mm - left;
         double top = page_.legend.top + 2;
+        for (const std::string& line : legend_remarks(tracing_, page_.legend.width())) {
+            const SelectedFont font(canvas_, legend_line_mm, true);
+            font.write({left, top}, font.cut(line, width), style_.text);
+            top += legend_line_height_mm;
+        }
         if (!tracing_.patient.empty()) {
             const SelectedFont font(canvas_, patient_mm, true);
             font.write({left, top}, font.cut(tracing_.patient, width), style_.text);
             top += patient_mm * 1.25;
         }
-        const SelectedFont font(canvas_, facts_mm);
+        const SelectedFont font(canvas_, legend_line_mm);
         const double beside_ruler = width - (ruler.below_legend ? 0 : ruler.length_mm * page_.enlargement + 4);
         for (const std::string& line : {tracing_.facts, tracing_.mode, tracing_.origin}) {
             if (line.empty()) continue;
             font.write({left, top}, font.cut(line, beside_ruler), style_.quiet_text);
-            top += facts_mm * 1.3;
+            top += legend_line_height_mm;
         }
     }
 

@@ -271,7 +271,7 @@ TEST(Batch, WhatIsRememberedOfOneStageIsNotTakenForAnother) {
                "Stage_Type:\nTeeth\nStage:\nM=I-IIIA\nB=IIIA-\nCalc:\nA=len([S],[N])\nMean:\nA=5,len([S],[Gn]):1\n");
     folder.add("a.csv", "# scale_mm_per_px=0.1\ndental_stage,S_x,S_y,N_x,N_y\nI,1,2,9,2\nVA,1,2,9,2\n");
     run({"batch", "a.csv", "--anaitem", "clinic", "--analysis", "Teeth", "--with", "norms", "-o", "out.csv"});
-    EXPECT_THAT(bytes_of("out.csv"), testing::EndsWith(",0.8,5,\r\n2,a.csv,,lateral,,,,0.8,,\r\n"));
+    EXPECT_THAT(bytes_of("out.csv"), testing::EndsWith(",0.8,5,\r\n2,a.csv,,lateral,,,,,0.8,,\r\n"));
 }
 
 TEST(Batch, AFileOfOnesOwnIsOneSetOfColumnsForAllKinds) {

@@ -70,8 +70,8 @@ TEST(Mirror, AMirroredFilmGivesTheValuesOfTheFilm) {
             const auto [expected, silence] = values(file, false);
             const auto [turned, says_mirrored] = values("turned.json", true);
             EXPECT_THAT(silence, Not(HasSubstr("looks left")));
-            EXPECT_THAT(says_mirrored, HasSubstr("measured mirrored"));
-            EXPECT_THAT(values("turned.json", false).second, HasSubstr("the face looks left"));
+            EXPECT_THAT(says_mirrored, HasSubstr("Measured mirrored"));
+            EXPECT_THAT(values("turned.json", false).second, HasSubstr("The face looks left"));
             EXPECT_THAT(values(file, true).second, HasSubstr("looks right already"));
             // Fields agree as text or, where the origin shows in the last digits, as numbers.
             std::istringstream a(expected), b(turned);

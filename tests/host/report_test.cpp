@@ -164,6 +164,47 @@ TEST_F(PrintedReport, ChartIsWrittenWithoutAnyLibraryForPictures) {
     EXPECT_THAT(svg, HasSubstr(">+3</text>"));
 }
 
+TEST_F(PrintedReport, AndEveryOtherOutputSaysHowItsNumbersAreToBeRead) {
+    std::string left = "# scale_mm_per_px=0.1\n";
+    for (const char* row :
+         {"S,700,100", "N,200,90", "A,210,400", "B,240,700", "Go,600,650", "Me,250,850", "Pog,230,800"})
+        left += std::string(row) + "\n";
+    folder_.add("left.csv", left);
+    const struct {
+        const char* file;
+        Arguments words;
+        const char *of_film, *of_norms;  // and how the output says it
+    } outputs[] = {
+        {"o.txt", {"analyze"}, "The face looks left", "Norms that differ"},
+        {"o.csv", {"analyze", "--format", "csv"}, ",looks_left; norms_by_sex\r\n", ""},
+        {"o.json", {"analyze", "--format", "json"}, "\"code\": \"looks_left\"", "\"code\": \"norms_by_sex\""},
+        {"b.csv", {"batch", "--with", "norms"}, ",looks_left; norms_by_sex,", ""},
+        {"b.jsonl", {"batch", "--with", "norms"}, "\"remarks\":\"looks_left; norms_by_sex\"", ""},
+        {"s.txt", {"stage"}, "The face looks left", ""},
+        {"c.svg", {"chart"}, "The face looks left", "Norms that differ"},
+        {"d.svg", {"chart", "--language", "ja"}, "顔が左向き", "男女で異なる標準値は省いた"},
+        {"t.svg", {"trace"}, "The face looks left", ""},
+#ifdef TOOL_SURFACE_PICTURES
+        {"r.pdf", {"report"}, "The face looks left", "Norms that differ"},
+        {"q.pdf", {"report", "--language", "ja"}, "顔が左向き", "男女で異なる標準値は省いた"},
+#endif
+    };
+    for (const auto& output : outputs) {
+        const std::string file = output.file;
+        std::string text = written(output.words[0], file, [&] {
+            Arguments words(output.words.begin() + 1, output.words.end());
+            words.push_back("left.csv");
+            return words;
+        }());
+        if (file.ends_with(".pdf")) {
+            EXPECT_EQ(std::system(("pdftotext " + file + " r.txt").c_str()), 0);
+            text = bytes_of("r.txt");
+        }
+        EXPECT_THAT(text, HasSubstr(output.of_film)) << file;
+        EXPECT_THAT(text, HasSubstr(output.of_norms)) << file;
+    }
+}
+
 TEST_F(PrintedReport, AsksWhetherItIsOnePatient) {
     const std::string film = sample("lateral-class2.json"), other = sample("lateral-average.json");
     EXPECT_EQ(run({"chart", film, "--compare", film, "-o", "c.svg"}).err, "");
@@ -221,7 +262,7 @@ TEST_F(PrintedReport, HasNoEnglishInItsJapaneseFrame) {
     for (const char* part :
          {"セファロ比較報告書", "平成23年9月20日", "13歳7か月", "撮影2", "変化量", "1 / 3 ページ", "S-N"})
         EXPECT_THAT(text, HasSubstr(part));
-    for (const ReportText& row : report_texts()) {
+    for (const TextRow& row : all_texts()) {
         const std::string_view words = row.english.substr(0, row.english.find('%'));
         if (words.find(' ') == std::string_view::npos) continue;  // may be part of an item's name
         EXPECT_EQ(text.find(words), std::string::npos) << words;

@@ -73,8 +73,26 @@ TEST(ResultsTable, LeavesOutNormsThatRestOnAnUnknownSex) {
     EXPECT_THAT(table, HasSubstr("sex not given, lateral"));
     EXPECT_THAT(table, HasSubstr("Ratio                                 1.00              –       –       –\n"));
     EXPECT_THAT(table, HasSubstr("7.0     1.4   +2.14 **\n"));
-    EXPECT_THAT(table, HasSubstr("Say which with --sex m or --sex f.\n"));
+    EXPECT_THAT(table, HasSubstr("  given; --sex m or --sex f gives it.\n"));
     EXPECT_THAT(results_table(result_of("# sex=m\n"), false), HasSubstr("1.00    0.02    0.00\n"));
+}
+
+TEST(ResultsTable, NamesWhatIsLeftOutInOneLineEach) {
+    const Analysis* const analyses[] = {&own_analysis()};
+    const auto left_out = [&](const std::string& landmarks) {
+        const Case record = read("a.csv", "# scale_mm_per_px=0.1\n# kind=lateral\n" + landmarks);
+        const CaseResult result = measured(record, analyses, 0, true);
+        return result.left_out.empty() ? "" : result.left_out[0].in_words(Texts(Language::english));
+    };
+    EXPECT_EQ(left_out("Me,1,1\n"), "Own: none of its 8 items can be measured, missing S, N, A, Or");
+    EXPECT_EQ(left_out("S,1,1\n"), "Own: none of its 8 items can be measured, missing N, A, Or");
+    EXPECT_EQ(left_out("S,1,1\nN,2,2\n"), "");
+    LeftOut left{&own_analysis(), 1, {}};
+    EXPECT_EQ(left.in_words(Texts(Language::english)), "Own: its one item can't be measured");
+    for (int i = 0; i < 30; ++i) left.missing.push_back("N" + std::to_string(i));
+    EXPECT_EQ(left.in_words(Texts(Language::english)),
+              "Own: its one item can't be measured, missing N0, N1, N2, N3, N4, N5 and 24 more");
+    EXPECT_THAT(left.in_words(Texts(Language::japanese)), testing::StartsWith("Own：計測できない。計測点なし：N0"));
 }
 
 TEST(ResultsTable, ColoursDeviationsByTheirSize) {
@@ -103,11 +121,12 @@ TEST(ResultsJson, HoldsEveryDigitAndNullForWhatThereIsNoneOf) {
 TEST(ResultsCsv, HasOneQuotedRowAnItem) {
     const CaseResult results[] = {result_of("# sex=f\n# birth=2001-05-14\n# film=2013-08-20\n")};
     const std::string text = results_csv(results);
-    EXPECT_THAT(text, testing::StartsWith("case,analysis,item,value,unit,mean,sd,deviation,missing,age_months\r\n"
-                                          "film.csv,Own セラ,S-N,10,mm,7,1.4,"));
-    EXPECT_THAT(text, HasSubstr("film.csv,Own セラ,To Or,,mm,5,1,,Or,147\r\n"));
-    EXPECT_THAT(text, HasSubstr("film.csv,Own セラ,Verdict,\"long, by far\",,,,,,147\r\n"));
-    EXPECT_THAT(text, HasSubstr("film.csv,Own セラ,Broken,,,,,,,147\r\n"));
+    EXPECT_THAT(text,
+                testing::StartsWith("case,analysis,item,value,unit,mean,sd,deviation,missing,age_months,remarks\r\n"
+                                    "film.csv,Own セラ,S-N,10,mm,7,1.4,"));
+    EXPECT_THAT(text, HasSubstr("film.csv,Own セラ,To Or,,mm,5,1,,Or,147,\r\n"));
+    EXPECT_THAT(text, HasSubstr("film.csv,Own セラ,Verdict,\"long, by far\",,,,,,147,\r\n"));
+    EXPECT_THAT(text, HasSubstr("film.csv,Own セラ,Broken,,,,,,,147,\r\n"));
     EXPECT_EQ(std::ranges::count(text, '\n'), 9);
 }
 

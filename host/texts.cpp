@@ -1,13 +1,14 @@
-#include "host/report/texts.h"
+#include "host/texts.h"
 
 #include <algorithm>
+#include <array>
 
 #include "host/era_calendar.h"
 
 namespace cephtool {
 namespace {
 
-constexpr ReportText text_table[] = {
+constexpr TextRow text_table[] = {
     {"Cephalometric report", "セファロ分析報告書"},
     {"Comparison of cephalograms", "セファロ比較報告書"},
     {"Sex", "性別"},
@@ -59,8 +60,17 @@ constexpr ReportText text_table[] = {
     {"birth", "生年月日"},
     {"film", "撮影日"},
     {"dental_stage", "歯齢"},
-    {"Norms that differ between men and women are left out, since the sex is not given.",
-     "性別が未入力のため、男女で異なる標準値は省いた。"},
+    // What is remarked.
+    {"Norms that differ between men and women are left out, since the sex is not given; --sex m or --sex f gives it.",
+     "性別が未入力のため、男女で異なる標準値は省いた。性別は --sex m または --sex f で指定できる。"},
+    {"The norms are those of band %1, as --band says.", "標準値は --band で指定された区分 %1 のもの。"},
+    {"The face looks left, so signs of angles and lengths are not to be trusted; --mirror measures it turned round.",
+     "顔が左向きのため、角度や距離の符号は信頼できない。--mirror で左右を反転して計測できる。"},
+    {"Measured mirrored, as --mirror says.", "--mirror の指定により、左右を反転して計測した。"},
+    {"%1: none of its %2 items can be measured", "%1：%2項目のいずれも計測できない"},
+    {"%1: its one item can't be measured", "%1：計測できない"},
+    {"%1, missing %2", "%1。計測点なし：%2"},
+    {"%1 and %2 more", "%1 ほか%2点"},
     {"None of the analyses can be made from the landmarks of this case.", "この症例の計測点でできる分析はない。"},
     {"A star stands for each whole SD from the mean. In the chart the bands end at 1, 2 and 3 SD; a triangle points to a "
      "value beyond.",
@@ -74,9 +84,19 @@ constexpr ReportText text_table[] = {
 
 constexpr const char* none = "-";
 
-std::string replaced(std::string text, std::string_view place, const std::string& by) {
-    const std::size_t at = text.find(place);
-    return at == std::string::npos ? text : text.replace(at, place.size(), by);
+// "%1" is the first of the values; what they hold is not looked at again.
+std::string filled(std::string_view text, std::span<const std::string> values) {
+    std::string whole;
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        const std::size_t value = i + 1 < text.size() ? static_cast<std::size_t>(text[i + 1] - '1') : values.size();
+        if (text[i] != '%' || value >= values.size()) {
+            whole += text[i];
+        } else {
+            whole += values[value];
+            ++i;
+        }
+    }
+    return whole;
 }
 
 std::string number(unsigned value) {
@@ -85,19 +105,22 @@ std::string number(unsigned value) {
 
 }  // namespace
 
-std::span<const ReportText> report_texts() {
+std::span<const TextRow> all_texts() {
     return text_table;
 }
 
 std::string Texts::operator()(std::string_view english) const {
     if (language_ == Language::english) return std::string(english);
-    const auto row = std::ranges::find(text_table, english, &ReportText::english);
+    const auto row = std::ranges::find(text_table, english, &TextRow::english);
     return std::string(row == std::end(text_table) ? english : row->japanese);
 }
 
-// From the last place to the first, so that what is put in is not looked at again.
+std::string Texts::operator()(const Remark& remark) const {
+    return filled((*this)(remark.text), remark.values);
+}
+
 std::string Texts::operator()(std::string_view english, const std::string& first, const std::string& second) const {
-    return replaced(replaced((*this)(english), "%2", second), "%1", first);
+    return filled((*this)(english), std::array{first, second});
 }
 
 std::string Texts::sex(const std::optional<Sex>& sex) const {
@@ -129,6 +152,35 @@ std::string Texts::film(std::size_t index) const {
 
 std::string Texts::kind(Kind kind) const {
     return (*this)(kind == Kind::lateral ? "Lateral film" : kind == Kind::frontal ? "Frontal film" : "Dental cast");
+}
+
+std::vector<std::string> Texts::remarks(const std::vector<std::span<const Remark>>& films) const {
+    std::vector<std::string> all;
+    const auto has = [](std::span<const Remark> film, const Remark& remark) {
+        return std::ranges::find(film, remark) != film.end();
+    };
+    for (std::size_t i = 0; i < films.size(); ++i)
+        for (const Remark& remark : films[i]) {
+            if (std::any_of(films.begin(), films.begin() + static_cast<std::ptrdiff_t>(i),
+                            [&](const auto& film) { return has(film, remark); }))
+                continue;
+            std::string names;
+            for (std::size_t film = 0; film < films.size(); ++film)
+                if (has(films[film], remark)) names += (names.empty() ? "" : ", ") + this->film(film);
+            const bool of_all = std::ranges::all_of(films, [&](const auto& film) { return has(film, remark); });
+            all.push_back((of_all ? "" : names + ": ") + (*this)(remark));
+        }
+    return all;
+}
+
+std::string in_english(const Remark& remark) {
+    return Texts(Language::english)(remark);
+}
+
+std::string codes_of(std::span<const Remark> remarks) {
+    std::string codes;
+    for (const Remark& remark : remarks) codes += (codes.empty() ? "" : "; ") + remark.code;
+    return codes;
 }
 
 }  // namespace cephtool

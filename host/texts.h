@@ -1,4 +1,4 @@
-// The words of a report's frame in the languages that it can be printed in.
+// The words of outputs in the languages that they can be printed in.
 #pragma once
 
 #include <span>
@@ -6,16 +6,17 @@
 #include <string_view>
 
 #include "host/case/case.h"
+#include "host/remark.h"
 
 namespace cephtool {
 
 enum class Language { english, japanese };
 
 // One text in both languages.
-struct ReportText {
+struct TextRow {
     std::string_view english, japanese;
 };
-std::span<const ReportText> report_texts();
+std::span<const TextRow> all_texts();
 
 class Texts {
  public:
@@ -26,6 +27,8 @@ class Texts {
     // The text with "%1" and "%2" replaced.
     std::string operator()(std::string_view english, const std::string& first, const std::string& second = {}) const;
 
+    std::string operator()(const Remark& remark) const;
+
     std::string sex(const std::optional<Sex>& sex) const;
     // With the era, where the day has one; a dash without a day.
     std::string date(const std::optional<Date>& date) const;
@@ -34,6 +37,8 @@ class Texts {
     // The name of one of several films, counted from 0: "Film 1".
     std::string film(std::size_t index) const;
     std::string kind(Kind kind) const;
+    // What is remarked on films of one patient, each once, behind the names of its films where it is not of all.
+    std::vector<std::string> remarks(const std::vector<std::span<const Remark>>& films) const;
 
  private:
     Language language_;
