@@ -4,7 +4,7 @@ namespace tool {
 
 std::string norm_text(Norm norm, bool keep_decimals) {
     std::string& text = norm.text;
-    if (keep_decimals || !norm.value) return std::move(text);
+    if (keep_decimals) return std::move(text);
     text.erase(text.find_last_not_of(" \t\v\f\r") + 1);  // what may stand behind a number
     if (text.find('.') != std::string::npos) {
         text.erase(text.find_last_not_of('0') + 1);

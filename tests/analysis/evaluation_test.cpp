@@ -82,7 +82,7 @@ TEST(Norm, IsChosenBySexBandAndSet) {
     folder.write_analysis(
         "Calc:\nX=1+1\nC=case(\"X\")+1\nLoop=1+1\nMean:\nX=80.0,82.0\nTrim=82.00,3.50,100,12.,80.0 \nBlank=\nWords=abc\n"
         "Wordy=x 1\n"
-        "F=angle1([S],[N],[A]):1,len([S],[N])*2.0:0,-0.2*1:0,1/0:0,len([S],[N]),0/0:1\n"
+        "F=angle1([S],[N],[A]):1,len([S],[N])*2.0:0,-0.2*1:0,1/0:0,len([S],[N]),0/0:1,0*1:9,0-1/8:7\n"
         "C=case(\"C\")*2:1\nLoop=mean(\"Loop\")+1:0\n"
         "Mean_M2:\nS=1,2,3\nMean_F:\nX=70\n");
     struct {
@@ -98,6 +98,7 @@ TEST(Norm, IsChosenBySexBandAndSet) {
                        {"Wordy", 1, 0, 1, "0.0"},  // "x" is a formula without a value
                        {"F", 1, 0, 1, "90.0"},    {"F", 1, 1, 1, "300"},      {"F", 1, 2, 1, "0"},
                        {"F", 1, 4, 1, ""},        {"F", 1, 5, 1, "nan"},      {"F", 1, 0, 0, "90"},
+                       {"F", 1, 6, 0, "0"},       {"F", 1, 7, 0, "-0.125"},   {"F", 1, 7, 1, "-0.1250000"},
                        {"C", 1, 0, 1, "6.0"},     {"Loop", 1, 0, 1, "1"}};
     for (const auto& c : cases)
         EXPECT_EQ(small_face().norm(c.name, 0, c.sex, c.band, c.keep), c.text) << c.name << ' ' << c.band;
