@@ -1,4 +1,6 @@
 // CCephCalc: formulas, items and norms.
+#include <algorithm>
+
 #include "CephCalc.h"
 #include "analysis/cast_measures.h"
 #include "analysis/catalogue.h"
@@ -22,7 +24,7 @@ class Call {
     Call(int kind, int index, void* record, unsigned short* kCount, tagKPOINT* kPoints, unsigned short* uCount,
          int sex = 0, int band = 0)
         : landmarks_(kind, record, kCount, kPoints, uCount),
-          evaluation_([this, kind, index] { return load(kind, index); }, landmarks_, sex, band) {}
+          evaluation_([this, kind, index] { return load(kind, index); }, landmarks_, sex, std::max(band, 0)) {}
 
     Evaluation& evaluation() { return evaluation_; }
 

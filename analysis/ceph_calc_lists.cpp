@@ -1,3 +1,5 @@
+#include <algorithm>
+
 #include "CephCalc.h"
 #include "ResultList.h"
 #include "analysis/catalogue.h"
@@ -7,7 +9,8 @@ namespace {
 
 constexpr int diagnosis_kind = 10, surgery_kind = 20;
 
-int fill(ResultList* list, int kind, int index, const SheetSubject& subject) {
+int fill(ResultList* list, int kind, int index, SheetSubject subject) {
+    subject.band = std::max(subject.band, 0);
     return tool::or_failed(0, [&] {
         ResultList rows(AnalysisSheet(kind, tool::form_file(kind, index).c_str()), subject);
         const int count = rows.GetCount();

@@ -21,15 +21,14 @@ void append(CStringArray* list, const auto& texts) {
 
 void CCephCalc::SetCalcMode(int kind, CComboBox* combo) {
     if (!combo) return;
-    combo->AddString("-----------");
-    tool::or_failed(0, [&] {
+    tool::as_far_as_possible([&] {
+        combo->AddString("-----------");
         for (const tool::ModeEntry& entry : tool::listed_modes(kind)) {
             const tool::DefinitionFile file(tool::file_text(entry.path));
             if (file.title().empty()) continue;
             const int index = combo->AddString(CString(file.title()));
             combo->SetItemData(index, static_cast<DWORD_PTR>(entry.number));
         }
-        return 0;
     });
     combo->SetCurSel(0);
     if (combo->GetCount() < 2) combo->EnableWindow(FALSE);
@@ -47,14 +46,13 @@ CString CCephCalc::CalcModeFile(int kind, int index) {
 
 void CCephCalc::ReadCalcMode(const char* path, void* suppLines, CStringArray* points, CStringArray* calcs,
                              CStringArray* pointSettings) {
-    tool::or_failed(0, [&] {
+    tool::as_far_as_possible([&] {
         const std::string text = tool::file_text(text_or_empty(path));
         const tool::DisplayMode mode = tool::read_display_mode(text);
         append(points, mode.points);
         append(calcs, mode.measurements);
         append(pointSettings, mode.point_settings);
         if (suppLines) std::ranges::copy(mode.lines, static_cast<tagSUPPLINE*>(suppLines));
-        return 0;
     });
 }
 

@@ -1,4 +1,6 @@
 // CCephCalc: growth stages, bone age, and the completion of a lateral record.
+#include <algorithm>
+
 #include "CephCalc.h"
 #include "analysis/bone_age.h"
 #include "analysis/catalogue.h"
@@ -66,7 +68,7 @@ double CCephCalc::Get_RickettsParam(tagPOINTLAT* points, int item, int sex, int 
         if (item < 0 || item >= static_cast<int>(items.size())) return 0.0;
         const tool::NamedLine* line = &items[item];
         tool::Landmarks landmarks(0, points, nullptr, nullptr, nullptr);
-        tool::Evaluation evaluation([&file] { return &file; }, landmarks, sex, band);
+        tool::Evaluation evaluation([&file] { return &file; }, landmarks, sex, std::max(band, 0));
         double values[tool::ValueList::capacity];
         int count = 0;
         const tool::ValueList list(values, &count);

@@ -229,20 +229,39 @@ class PathCheck {
     CheckResult result_;
 };
 
-}  // namespace
-
-CheckResult DefinitionCheck::Text(CheckFamily family, int kind, const char* text, std::size_t size) {
+// A check that could not be made says so: without a finding it would be taken for the best of all results.
+template <class Check>
+CheckResult checked(const char* path, Check&& check) {
     CheckResult result;
-    const std::string_view content(text ? text : "", text ? size : 0);
-    Findings findings(content);
-    if (tool::check_text(content, findings)) check_content(family, kind, false, content, findings);
-    findings.append_to(result.findings, {});
-    result.files = 1;
+    const bool made = tool::or_failed(false, [&] { return result = check(), true; });
+    if (made) return result;
+    result = {};
+    tool::as_far_as_possible([&] {
+        result.findings.emplace_back();
+        result.findings.back().path = path;
+        result.findings.back().message = "there is not enough memory to check this";
+    });
     return result;
 }
 
+}  // namespace
+
+CheckResult DefinitionCheck::Text(CheckFamily family, int kind, const char* text, std::size_t size) {
+    return checked("", [&] {
+        CheckResult result;
+        const std::string_view content(text ? text : "", text ? size : 0);
+        Findings findings(content);
+        if (tool::check_text(content, findings)) check_content(family, kind, false, content, findings);
+        findings.append_to(result.findings, {});
+        result.files = 1;
+        return result;
+    });
+}
+
 CheckResult DefinitionCheck::Path(const char* path) {
-    PathCheck check;
-    check.path(tool::text_or_empty(path));
-    return check.result();
+    return checked(path, [&] {
+        PathCheck check;
+        check.path(tool::text_or_empty(path));
+        return check.result();
+    });
 }

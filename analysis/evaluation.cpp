@@ -144,7 +144,7 @@ void Evaluation::begin_norm(Frame& frame, NormPart part) {
     frame.stage = part == NormPart::mean ? Stage::mean : Stage::sd;
     const auto& line = part == NormPart::mean ? frame.lines.mean : frame.lines.sd;
     if (!line || met_again(line->name.data())) return norm_done(frame, {});
-    Norm norm = norm_of_text(norm_field(line->rest, line->second_set() ? band_ / 100 : band_ % 100));
+    Norm norm = norm_of_text(norm_of_band(line->rest, line->second_set(), band_));
     if (norm.value || norm.text.empty()) return norm_done(frame, std::move(norm));
     // A formula, a separator and the number of decimals.
     if (!is_digit(norm.text.back())) return norm_done(frame, {});

@@ -50,6 +50,7 @@ class Evaluation {
     // The file of the items that formulas refer to, asked for at the first reference; null: none.
     using FileSource = std::function<const DefinitionFile*()>;
 
+    // `band` as in norm_of_band.
     Evaluation(FileSource file, Landmarks& landmarks, int sex, int band);
 
     // Nothing when there is no such item or it has no formula.

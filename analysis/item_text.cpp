@@ -52,4 +52,10 @@ std::string_view norm_field(std::string_view text, int n) {
     return text.substr(begin, std::min(at - begin, max_field));
 }
 
+std::string_view norm_of_band(std::string_view list, bool second_set, int band) {
+    if (band >= 0) return norm_field(list, second_set ? band / 100 : band % 100);
+    const std::string_view first = norm_field(list, 0);
+    return norm_field(list, 1).data() == first.data() ? first : std::string_view();
+}
+
 }  // namespace tool

@@ -27,4 +27,8 @@ std::string_view number_field(std::string_view text, int n);
 // The same, but a comma inside "(" or "[" separates nothing, so that a norm may be a formula with arguments.
 std::string_view norm_field(std::string_view text, int n);
 
+// The norm that a band code picks: field `band` mod 100, in the second set `band` / 100. Below 0 the band is not known;
+// then the only norm of the list, and "" when it has several.
+std::string_view norm_of_band(std::string_view list, bool second_set, int band);
+
 }  // namespace tool

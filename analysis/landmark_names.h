@@ -13,6 +13,10 @@ inline bool is_lateral(int kind) {
 inline bool is_frontal(int kind) {
     return kind == 1 || kind == 11;
 }
+// The only kind of casts whose measures formulas find.
+inline bool is_cast(int kind) {
+    return kind == 2;
+}
 
 // Names in record order: 51 of a lateral record, 27 of a frontal one, none for a cast.
 std::span<const std::string_view> landmark_names(int kind);

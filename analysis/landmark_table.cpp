@@ -1,7 +1,10 @@
 #include "LandmarkTable.h"
 
+#include "AnalysisSheet.h"
 #include "analysis/cast_points.h"
+#include "analysis/face.h"
 #include "analysis/landmark_names.h"
+#include "analysis/point_expression.h"
 
 namespace {
 
@@ -33,4 +36,14 @@ CPoint* LandmarkTable::Point(int kind, void* record, int slot) {
     if (tool::is_lateral(kind)) return &static_cast<tagPOINTLAT*>(record)->Point[slot];
     if (tool::is_frontal(kind)) return &static_cast<tagPOINTPA*>(record)->Point[slot];
     return &tool::cast_point(*static_cast<tagPOINTMO*>(record), slot);
+}
+
+CPointD LandmarkTable::Position(int kind, const char* name, const SheetSubject& subject) {
+    return tool::or_failed(CPointD(), [&] {
+        tool::Landmarks landmarks(kind, subject.record, subject.kCount, subject.kPoints, subject.uCount);
+        landmarks.set_steps(subject.steps);
+        const tool::Vec2 found = tool::PointReader(landmarks).landmark(tool::text_or_empty(name));
+        const double pixel = landmarks.steps();
+        return CPointD(found.x / pixel, found.y / pixel);
+    });
 }

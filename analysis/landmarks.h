@@ -1,7 +1,10 @@
-// The landmarks of one record as the formulas see them: found by name, resolved to a position in pixels.
+// The landmarks of one record as the formulas see them: found by name, resolved to a position. Coordinates are
+// pixels, or whole steps of them.
 #pragma once
 
+#include <algorithm>
 #include <memory>
+#include <optional>
 #include <string_view>
 
 #include "Records.h"
@@ -38,7 +41,13 @@ class Landmarks {
     Vec2 fixed(std::string_view name) const { return position(find(name)); }
 
     int kind() const { return kind_; }
-    double scale() const { return scale_; }  // mm a pixel
+    double scale() const { return scale_; }  // mm a step
+    // Steps of the coordinates a pixel; 1 when they are pixels.
+    void set_steps(int steps) { steps_ = std::max(steps, 1); }
+    int steps() const { return steps_; }
+    // Decimals of cast measures, when they are known; else each measure reads the host's settings.
+    void set_cast_decimals(std::optional<int> decimals) { cast_decimals_ = decimals; }
+    std::optional<int> cast_decimals() const { return cast_decimals_; }
     tagPOINTMO* cast() const { return cast_; }
     int virtual_count() const { return virtual_count_; }
     const tagKPOINT& virtual_landmark(int index) const { return virtuals_[index]; }
@@ -53,6 +62,8 @@ class Landmarks {
     const tagKPOINT* virtuals_ = nullptr;
     int virtual_count_ = 0;
     double scale_ = 0;
+    int steps_ = 1;
+    std::optional<int> cast_decimals_;
     tagPOINTMO* cast_ = nullptr;
     std::unique_ptr<VirtualLandmarks> resolved_;
 };

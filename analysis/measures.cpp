@@ -3,6 +3,7 @@
 #include <cmath>
 
 #include "analysis/cast_measures.h"
+#include "analysis/landmark_names.h"
 #include "framework/application.h"
 #include "geometry/angle.h"
 #include "platform/number_text.h"
@@ -17,11 +18,6 @@ double formula_degrees(double radians) {
     return radians * 180.0 / short_pi;
 }
 
-// Decimals of cast measures: key MODEL_DECIMALS in section ENV of the host's profile, 2 when it is not there.
-int cast_decimals() {
-    return static_cast<int>(AfxGetApp()->GetProfileInt("ENV", "MODEL_DECIMALS", 2));
-}
-
 Measured cast_function(std::string_view text, PointReader& points) {
     const Landmarks& landmarks = points.landmarks();
     // Only "([TOKEN])", without blanks inside, is a cast measure.
@@ -29,8 +25,9 @@ Measured cast_function(std::string_view text, PointReader& points) {
     const bool bracketed = text.substr(open, 2) == "([" && close != std::string_view::npos;
     const std::string_view token = bracketed ? text.substr(open + 1, close - open) : std::string_view();
     if (!is_cast_token(token)) return {0.0, points.arguments(text, 0).end};
-    if (landmarks.kind() != 2 || !landmarks.cast()) return {0.0, close + 2};
-    return {rounded_cast_measure(cast_measure(token, *landmarks.cast()), cast_decimals()), close + 2};
+    if (!is_cast(landmarks.kind()) || !landmarks.cast()) return {0.0, close + 2};
+    const int decimals = landmarks.cast_decimals() ? *landmarks.cast_decimals() : cast_decimals();
+    return {rounded_cast_measure(cast_measure(token, *landmarks.cast()), decimals), close + 2};
 }
 
 int points_needed(Measure function) {
@@ -70,6 +67,10 @@ Measured measured(Measure function, std::string_view text, PointReader& points) 
     const PointReader::Arguments arguments = points.arguments(text, points_needed(function));
     if (!arguments.complete) return {0.0, arguments.end};
     return {value_of(function, arguments.points, points.landmarks().scale()), arguments.end};
+}
+
+int cast_decimals() {
+    return static_cast<int>(AfxGetApp()->GetProfileInt("ENV", "MODEL_DECIMALS", 2));
 }
 
 double rounded_cast_measure(double value, int decimals) {

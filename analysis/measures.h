@@ -29,6 +29,9 @@ struct Measured {
 // angle between sides without length. Lengths are mm by the record's scale, angles degrees.
 Measured measured(Measure function, std::string_view text, PointReader& points);
 
+// Decimals of cast measures: key MODEL_DECIMALS in section ENV of the host's profile, 2 when it is not there.
+int cast_decimals();
+
 // Digits that a cast measure is rounded to, through text: 0 and 1 decimals, 9 for the nearest half, any other for 2.
 double rounded_cast_measure(double value, int decimals);
 

@@ -36,7 +36,7 @@ class Search : public FormulaNames {
         const DefinitionFile::Lines lines = file_.find(name, DefinitionFile::Look::norms, sex_);
         const auto& line = part == NormPart::mean ? lines.mean : lines.sd;
         if (!line || !seen_.insert(line->name.data()).second) return;
-        const std::string_view text = norm_field(line->rest, line->second_set() ? band_ / 100 : band_ % 100);
+        const std::string_view text = norm_of_band(line->rest, line->second_set(), band_);
         if (!is_number(text)) visit_names(text, *this);
     }
 

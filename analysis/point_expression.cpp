@@ -194,11 +194,11 @@ Vec2 PointReader::constructed(const Frame& frame, std::string_view number) const
         case Shape::foot: return foot_of_perpendicular(p[0], {p[1], p[2]});
         case Shape::crossing: return intersection_or_empty({p[0], p[1]}, {p[2], p[3]});
         case Shape::bisector: {
-            const int n = read_int(number);
             // Kept: the arms are cut at 100 pixels, whatever the scale, and n counts pixels.
-            const Vec2 arm = translated_along(p[0], p[1], p[0], 100.0, 0.0, 1.0);
-            const Vec2 other_arm = translated_along(p[0], p[2], p[0], 100.0, 0.0, 1.0);
-            return translated_along(p[0], midpoint(arm, other_arm), p[0], n, 0.0, 1.0);
+            const double pixel = landmarks_.steps(), arm_length = 100.0 * pixel;
+            const Vec2 arm = translated_along(p[0], p[1], p[0], arm_length, 0.0, 1.0);
+            const Vec2 other_arm = translated_along(p[0], p[2], p[0], arm_length, 0.0, 1.0);
+            return translated_along(p[0], midpoint(arm, other_arm), p[0], read_int(number) * pixel, 0.0, 1.0);
         }
         case Shape::extension:
             return translated_along(p[0], p[1], p[1], read_double(number.substr(0, longest_distance)), 0.0,

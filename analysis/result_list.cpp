@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "analysis/face.h"
 #include "analysis/result_text.h"
 
 namespace {
@@ -105,7 +106,16 @@ void set_texts(ResultRow& row, bool with_norm) {
 
 }  // namespace
 
-ResultList::ResultList(const AnalysisSheet& sheet, const SheetSubject& subject, bool sexKnown) : title_(sheet.Title()) {
+ResultList::ResultList(const AnalysisSheet& sheet, const SheetSubject& subject, bool sexKnown) {
+    tool::as_far_as_possible([&] {
+        ResultList whole;
+        whole.fill(sheet, subject, sexKnown);
+        *this = std::move(whole);
+    });
+}
+
+void ResultList::fill(const AnalysisSheet& sheet, const SheetSubject& subject, bool sexKnown) {
+    title_ = sheet.Title();
     const auto measured_as = [&](int sex, int item) {
         SheetSubject assumed = subject;
         assumed.sex = sex;

@@ -1,6 +1,6 @@
 // Addition of this project: one analysis definition file loaded once and evaluated for any number of records.
 // Gives bit for bit what CCephCalc::Calc_1 and Get_MeanSD give for the same file. After construction a sheet never
-// changes, so any number of threads may share it.
+// changes, so any number of threads may share it; files and settings are read when it is made. No exception leaves it.
 #pragma once
 
 #include <memory>
@@ -17,7 +17,13 @@ struct SheetSubject {
     unsigned short* uCount = nullptr;  // how many of the record's user landmarks there are; null: none
     tagUPOINT* uPoints = nullptr;      // not used: the record has their names
     int sex = 0;                       // 1 male, any other value female
-    int band = 0;                      // band mod 100: first-set norm column; band / 100: second-set norm column
+    // band mod 100: first-set norm column; band / 100: second-set norm column. A sheet reads norms, not stages of
+    // growth: which column belongs to a patient is the caller's to find (CCephCalc::SetStageList). Below 0: it is not
+    // known, and norms that differ from column to column are none.
+    int band = -1;
+    // Steps of the record's coordinates a pixel, at least 1. A record has whole coordinates only; one in 1/64 pixel has
+    // 64 here and a Scale of mm a step. "AngleBisector" counts in pixels, whatever the steps.
+    int steps = 1;
 };
 
 // A line of the file's item sections.
@@ -46,7 +52,8 @@ enum class SheetPart { value, mean, sd };
 
 class TOOL_API AnalysisSheet {
  public:
-    // Reads the definition file at `path` (code page 932). An unreadable one leaves an empty sheet.
+    // Reads the definition file at `path` (code page 932). An unreadable one leaves an empty sheet, as does a lack of
+    // memory; a sheet that was moved from is empty, too.
     AnalysisSheet(int kind, const char* path);
     // The same from `size` bytes in memory, which are copied.
     AnalysisSheet(int kind, const char* text, std::size_t size);
@@ -59,21 +66,26 @@ class TOOL_API AnalysisSheet {
     CString Title() const;    // "" without one
     CString Comment() const;  // the line behind "Comment:"; "" without one
 
-    // Items in the order of the file. An index outside 0 .. GetCount() - 1 gives an empty item or row.
+    // Items in the order of the file. An index outside 0 .. GetCount() - 1 gives an empty item or row. Without the
+    // memory that it takes a row's value is NaN, an item empty.
     int GetCount() const;
     SheetItem GetItem(int index) const;
     SheetRow Evaluate(int index, const SheetSubject& subject) const;
 
-    // As the calls of the same name of CCephCalc.
+    // As the calls of the same name of CCephCalc, except that a band below 0 is not known.
     double Calc_1(int mode, const char* name, const SheetSubject& subject, double scale, double* valueOut,
                   double* sdOut) const;
     CString Get_MeanSD(const char* name, int which, const SheetSubject& subject, double scale, int keepDecimals) const;
 
     // Landmarks that a part of an item needs and the subject lacks (unknown, or at the empty point (0, 0)), each once,
     // in the order met; items, norms and virtual landmarks that it refers to are followed. Empty: nothing is missing.
+    // What can't be told for lack of memory is one landmark without a name.
     CStringArray Missing(int index, SheetPart part, const SheetSubject& subject) const;
 
  private:
     struct Body;
-    std::unique_ptr<const Body> body_;
+    struct Subject;
+    struct Measurement;
+    int kind_;
+    std::unique_ptr<const Body> body_;  // null: not loaded
 };

@@ -33,6 +33,7 @@ struct CheckResult {
     std::vector<CheckFinding> findings;  // file by file, each in the order of its lines
 };
 
+// No exception leaves these. Without the memory that a check takes that is its only finding, and `files` is 0.
 class TOOL_API DefinitionCheck {
  public:
     // A text in memory. `kind` as in the calls of CCephCalc tells which landmarks there are; any other than 0, 1, 2,

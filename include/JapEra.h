@@ -3,7 +3,8 @@
 //
 // An era is numbered from 0 in the order of the file; -1 is the time before the first one. A number outside the lists
 // throws CInvalidArgException*. Without the file there is one message box when the object is made, and then the answers
-// stated. No day is checked against the calendar; month and day 0 count as 1.
+// stated; without the memory to hold it the same answers and no box. No day is checked against the calendar; month and
+// day 0 count as 1.
 #pragma once
 
 #include "framework/export.h"
@@ -37,6 +38,8 @@ class TOOL_API CJapEra {
     void GetEraCodeSet(CStringArray* codes) const;
 
  private:
+    void read_table();
+
     int found_ = 0;
     int slot_count_ = 0;  // of ranges_: one more than there are eras
     CString path_;

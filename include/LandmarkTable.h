@@ -6,8 +6,11 @@
 // The engine's formulas find the names of kinds 0, 1, 10, 11 and 20 only; a cast is measured through "Model([UCAW])".
 #pragma once
 
+#include "PointD.h"
 #include "Records.h"
 #include "framework/export.h"
+
+struct SheetSubject;
 
 class TOOL_API LandmarkTable {
  public:
@@ -19,4 +22,6 @@ class TOOL_API LandmarkTable {
     static int Find(int kind, const char* name);
     // The slot's point in a record of the kind, null outside 0 .. Count - 1.
     static CPoint* Point(int kind, void* record, int slot);
+    // Where a subject (AnalysisSheet.h) has a landmark, in pixels; names and failure as of CCephCalc::PointPos.
+    static CPointD Position(int kind, const char* name, const SheetSubject& subject);
 };

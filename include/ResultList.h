@@ -47,7 +47,7 @@ class TOOL_API ResultList {
  public:
     ResultList() = default;
     // The rows in the order of the file. With `sexKnown` false the subject's sex is not used, and what is not the same
-    // for men and women is left out.
+    // for men and women is left out. Without the memory that it takes the list is empty.
     ResultList(const AnalysisSheet& sheet, const SheetSubject& subject, bool sexKnown = true);
 
     CString Title() const { return title_; }
@@ -63,6 +63,8 @@ class TOOL_API ResultList {
     bool NormsDiffer() const { return norms_differ_; }  // some were left out, since the sex is not known
 
  private:
+    void fill(const AnalysisSheet& sheet, const SheetSubject& subject, bool sexKnown);
+
     CString title_;
     std::vector<ResultRow> rows_;
     bool norms_differ_ = false;

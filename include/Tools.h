@@ -2,7 +2,7 @@
 //
 // Texts and paths are code page 932. A null text counts as empty. Buffers for results belong to the caller and must
 // hold what is stated; unless said otherwise a result must not overlap its source. Nothing is reported to the user
-// except by GetLastErrMessage, WriteFile and WriteFileB; failure gives the value stated.
+// except by GetLastErrMessage, WriteFile and WriteFileB; failure, a lack of memory included, gives the value stated.
 #pragma once
 
 #include "AnyPoint.h"

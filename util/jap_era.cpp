@@ -7,9 +7,12 @@
 #include "framework/application.h"
 #include "framework/settings.h"
 #include "platform/number_text.h"
+#include "platform/or_failed.h"
 #include "platform/system.h"
 #include "util/era_calendar.h"
 #include "util/program_folder.h"
+
+using tool::or_failed;
 
 namespace {
 
@@ -29,7 +32,14 @@ tool::EraSpan span_at(const CStringArray& ranges, INT_PTR entry) {
 
 }  // namespace
 
-CJapEra::CJapEra() : path_((tool::program_folder() + "Era.dat").c_str()) {
+CJapEra::CJapEra() {
+    if (or_failed(false, [&] { return read_table(), true; })) return;
+    found_ = slot_count_ = 0;
+    for (CStringArray* list : {&names_, &codes_, &ranges_}) list->RemoveAll();
+}
+
+void CJapEra::read_table() {
+    path_ = (tool::program_folder() + "Era.dat").c_str();
     if (!tool::file_status(path_.View())) {
         AfxMessageBox("ERA data file not found");
         return;
@@ -57,12 +67,12 @@ int CJapEra::GetEraYear(int year, int, int, int era) const {
 
 CString CJapEra::GetEraYearName(int year, int month, int day, int* eraYear) const {
     const int era = GetEraYear(year, month, day, eraYear);
-    return era < 0 ? CString() : names_[era];
+    return or_failed(CString(), [&] { return era < 0 ? CString() : names_[era]; });
 }
 
 CString CJapEra::GetEraYearCode(int year, int month, int day, int* eraYear) const {
     const int era = GetEraYear(year, month, day, eraYear);
-    return era < 0 ? CString() : codes_[era];
+    return or_failed(CString(), [&] { return era < 0 ? CString() : codes_[era]; });
 }
 
 int CJapEra::GetChristYear(int era, int eraYear) const {
@@ -78,17 +88,17 @@ int CJapEra::CheckEra(int era, int eraYear, int month, int day) const {
 }
 
 CString CJapEra::GetEraName(int era) const {
-    return found_ ? names_[era] : CString();
+    return or_failed(CString(), [&] { return found_ ? names_[era] : CString(); });
 }
 
 CString CJapEra::GetEraCode(int era) const {
-    return found_ ? codes_[era] : CString();
+    return or_failed(CString(), [&] { return found_ ? codes_[era] : CString(); });
 }
 
 void CJapEra::GetEraNameSet(CStringArray* names) const {
-    if (names) names->Copy(names_);
+    if (names) tool::as_far_as_possible([&] { names->Copy(names_); });
 }
 
 void CJapEra::GetEraCodeSet(CStringArray* codes) const {
-    if (codes) codes->Copy(codes_);
+    if (codes) tool::as_far_as_possible([&] { codes->Copy(codes_); });
 }

@@ -9,12 +9,13 @@
 #include "framework/settings.h"
 #include "framework/system.h"
 #include "platform/number_text.h"
+#include "platform/or_failed.h"
 #include "util/caller_text.h"
 #include "util/kana_input.h"
 #include "util/program_folder.h"
 #include "util/window_placement.h"
 
-using tool::or_empty;
+using tool::as_far_as_possible, tool::or_empty, tool::or_failed;
 
 CString CTools::GetIniFileName() {
     return "Korvane9.ini";
@@ -25,44 +26,51 @@ const char* CTools::GetExecutionFileDirectoryPath() {
     // when it changes, so that a thread can read it while another one asks.
     static char path[260];
     static std::mutex one_at_a_time;
-    std::string folder = tool::program_folder();
-    if (folder.size() >= sizeof path) folder.clear();
-    const std::lock_guard lock(one_at_a_time);
-    if (folder != path) std::memcpy(path, folder.c_str(), folder.size() + 1);
+    as_far_as_possible([] {
+        std::string folder = tool::program_folder();
+        if (folder.size() >= sizeof path) folder.clear();
+        const std::lock_guard lock(one_at_a_time);
+        if (folder != path) std::memcpy(path, folder.c_str(), folder.size() + 1);
+    });
     return path;
 }
 
 int CTools::GetProfileIntEx(const char* section, const char* key, int defaultValue, const char* file) {
-    if (*or_empty(file))
-        return static_cast<int>(GetPrivateProfileIntA(or_empty(section), or_empty(key), defaultValue, file));
-    return static_cast<int>(AfxGetApp()->GetProfileInt(or_empty(section), or_empty(key), defaultValue));
+    return or_failed(defaultValue, [&] {
+        if (*or_empty(file))
+            return static_cast<int>(GetPrivateProfileIntA(or_empty(section), or_empty(key), defaultValue, file));
+        return static_cast<int>(AfxGetApp()->GetProfileInt(or_empty(section), or_empty(key), defaultValue));
+    });
 }
 
 void CTools::WriteProfileIntEx(const char* section, const char* key, int value, const char* file) {
-    if (*or_empty(file)) {
-        WritePrivateProfileStringA(or_empty(section), or_empty(key), tool::print_int(value).c_str(), file);
-    } else {
-        AfxGetApp()->WriteProfileInt(or_empty(section), or_empty(key), value);
-    }
+    as_far_as_possible([&] {
+        if (*or_empty(file)) {
+            WritePrivateProfileStringA(or_empty(section), or_empty(key), tool::print_int(value).c_str(), file);
+        } else {
+            AfxGetApp()->WriteProfileInt(or_empty(section), or_empty(key), value);
+        }
+    });
 }
 
 void CTools::LoadWindowPos(CWnd* wnd, const char* prefix) {
-    if (wnd) tool::restore_placement(*wnd, or_empty(prefix));
+    if (wnd) as_far_as_possible([&] { tool::restore_placement(*wnd, or_empty(prefix)); });
 }
 
 void CTools::SaveWindowPos(CWnd* wnd, const char* prefix) {
-    if (wnd) tool::store_placement(*wnd, or_empty(prefix));
+    if (wnd) as_far_as_possible([&] { tool::store_placement(*wnd, or_empty(prefix)); });
 }
 
 CString CTools::GetFurigana(CWnd* edit, int kind) {
     const CInputMethod* const method = edit ? edit->GetInputMethod() : nullptr;
-    return method ? tool::reading(*method, kind) : CString();
+    if (!method) return {};
+    return or_failed(CString(), [&] { return tool::reading(*method, kind); });
 }
 
 void CTools::ImmSet(HWND wnd, int open, UINT mode) {
     const CWnd* const window = CWnd::FromHandle(wnd);
     CInputMethod* const method = window ? window->GetInputMethod() : nullptr;
-    if (method) tool::set_input(*method, open, mode);
+    if (method) as_far_as_possible([&] { tool::set_input(*method, open, mode); });
 }
 
 void CTools::MessageProcessing() {
@@ -74,7 +82,7 @@ void CTools::MessageProcessing() {
 }
 
 void CTools::GetLastErrMessage() {
-    AfxMessageBox(GetErrorText(GetLastError()), MB_OK | MB_ICONSTOP);
+    as_far_as_possible([] { AfxMessageBox(GetErrorText(GetLastError()), MB_OK | MB_ICONSTOP); });
 }
 
 void CTools::Debug(char*, int) {}

@@ -4,11 +4,12 @@
 
 #include "Tools.h"
 #include "platform/number_text.h"
+#include "platform/or_failed.h"
 #include "util/age.h"
 #include "util/caller_text.h"
 #include "util/stored_date.h"
 
-using tool::or_empty;
+using tool::or_empty, tool::or_failed;
 
 namespace {
 
@@ -38,12 +39,14 @@ void CTools::GetToday(int* year, int* month, int* day) {
 }
 
 CString CTools::MakeDate(const char* ymd, unsigned int flag) {
-    const tool::DateFields date = filled_up_fields(ymd, tool::date_digits);
-    return text_of(flag == 1 ? tool::japanese_date(date) : tool::slashed_date(date));
+    return or_failed(CString(), [&] {
+        const tool::DateFields date = filled_up_fields(ymd, tool::date_digits);
+        return text_of(flag == 1 ? tool::japanese_date(date) : tool::slashed_date(date));
+    });
 }
 
 CString CTools::MakeDateR(const char* text) {
-    return text_of(tool::date_text(tool::typed_date(or_empty(text)), ""));
+    return or_failed(CString(), [&] { return text_of(tool::date_text(tool::typed_date(or_empty(text)), "")); });
 }
 
 void CTools::CaclAge(const char* birth, const char* ref, int* years, int* months) {
@@ -54,14 +57,19 @@ void CTools::CaclAge(const char* birth, const char* ref, int* years, int* months
 
 short CTools::CalcAge(const char* birth, const char* ref) {
     // Kept: only the birth date is filled up, so that "20001" is October there and January as `ref`.
-    const tool::DateFields born = filled_up_fields(birth, tool::date_digits);
-    return static_cast<short>(
-        tool::age_in_months(born, fields_or_today(ref)));  // Kept: cut to 16 bits, from 2731 years on
+    return or_failed(short{0}, [&] {
+        const tool::DateFields born = filled_up_fields(birth, tool::date_digits);
+        // Kept: cut to 16 bits, from 2731 years on.
+        return static_cast<short>(tool::age_in_months(born, fields_or_today(ref)));
+    });
 }
 
 int CTools::MakeCompYmd(const char* ymd, const char* fromYm, const char* toYm) {
-    return tool::in_months(filled_up_fields(ymd, tool::date_digits), filled_up_fields(fromYm, tool::year_month_digits),
-                           filled_up_fields(toYm, tool::year_month_digits));
+    return or_failed(0, [&] {
+        return int{tool::in_months(filled_up_fields(ymd, tool::date_digits),
+                                   filled_up_fields(fromYm, tool::year_month_digits),
+                                   filled_up_fields(toYm, tool::year_month_digits))};
+    });
 }
 
 void CTools::SetNengappi(CWnd* dlg, UINT idYear, UINT idMonth, UINT idDay, const char* ymd) {
@@ -74,14 +82,20 @@ void CTools::SetNengappi(CWnd* dlg, UINT idYear, UINT idMonth, UINT idDay, const
     const auto set = [dlg](UINT id, int value) {
         dlg->SetDlgItemText(static_cast<int>(id), value == 0 ? "" : tool::print_int(value).c_str());
     };
-    set(idYear, date.year);
-    set(idMonth, date.month);
-    if (idDay != 0 || !complete) set(idDay, date.day);
+    tool::as_far_as_possible([&] {
+        set(idYear, date.year);
+        set(idMonth, date.month);
+        if (idDay != 0 || !complete) set(idDay, date.day);
+    });
 }
 
 CString CTools::GetNengappi(CWnd* dlg, UINT idYear, UINT idMonth, UINT idDay) {
-    const auto field = [dlg](UINT id) { return dlg ? static_cast<int>(dlg->GetDlgItemInt(static_cast<int>(id))) : 0; };
-    const tool::DateFields date{field(idYear), field(idMonth), idDay != 0 ? field(idDay) : 0};
-    const std::string text = tool::date_text(date, "");
-    return text_of(idDay != 0 ? text : text.substr(0, text.size() - 2));
+    return or_failed(CString(), [&] {
+        const auto field = [dlg](UINT id) {
+            return dlg ? static_cast<int>(dlg->GetDlgItemInt(static_cast<int>(id))) : 0;
+        };
+        const tool::DateFields date{field(idYear), field(idMonth), idDay != 0 ? field(idDay) : 0};
+        const std::string text = tool::date_text(date, "");
+        return text_of(idDay != 0 ? text : text.substr(0, text.size() - 2));
+    });
 }

@@ -4,6 +4,7 @@
 #include <string>
 
 #include "Tools.h"
+#include "platform/or_failed.h"
 #include "platform/path.h"
 #include "util/caller_text.h"
 #include "util/colour.h"
@@ -14,7 +15,7 @@
 #include "util/text_cut.h"
 #include "util/text_line.h"
 
-using tool::or_empty;
+using tool::as_far_as_possible, tool::or_empty, tool::or_failed;
 
 namespace {
 
@@ -36,9 +37,8 @@ void copy_parts(const tool::KeyValue& parts, char* key, char* value) {
 // Changes the path in place and gives its new length.
 int rewrite(char* path, std::string (*change)(std::string)) {
     if (!path) return 0;
-    const std::string changed = change(path);
-    copy_text(changed, path);
-    return static_cast<int>(changed.size());
+    as_far_as_possible([&] { copy_text(change(path), path); });
+    return static_cast<int>(std::strlen(path));
 }
 
 }  // namespace
@@ -54,7 +54,7 @@ void CTools::Del_Space(char* text) {
 }
 
 void CTools::And_Check(char* src, char* dst) {
-    copy_text(tool::with_doubled_ampersands(or_empty(src)), dst);
+    as_far_as_possible([&] { copy_text(tool::with_doubled_ampersands(or_empty(src)), dst); });
 }
 
 void CTools::Div_Str(const char* src, char* key, char* value) {
@@ -66,15 +66,17 @@ void CTools::Div_Str(const CString& src, char* key, char* value) {
 }
 
 void CTools::Div_StrFree(const char* src, char* key, char* value) {
-    const tool::KeyValue parts = tool::split_at_equals_long(or_empty(src));
-    const std::string printed = tool::printed_without_arguments(parts.value);
-    copy_parts({parts.key, printed}, key, value);
+    as_far_as_possible([&] {
+        const tool::KeyValue parts = tool::split_at_equals_long(or_empty(src));
+        const std::string printed = tool::printed_without_arguments(parts.value);
+        copy_parts({parts.key, printed}, key, value);
+    });
 }
 
 CString CTools::GetLineText(char* buffer, int* consumed, int max) {
     const tool::TextLine line = tool::first_line(or_empty(buffer), max);
     *consumed = line.consumed;
-    return CString(line.text);
+    return or_failed(CString(), [&] { return CString(line.text); });
 }
 
 int CTools::IsNull(unsigned char* data, unsigned int count) {
@@ -82,15 +84,15 @@ int CTools::IsNull(unsigned char* data, unsigned int count) {
 }
 
 CString CTools::FtoA(double value, int decimals) {
-    return CString(std::string_view(tool::fixed_text(value, decimals)));
+    return or_failed(CString(), [&] { return CString(std::string_view(tool::fixed_text(value, decimals))); });
 }
 
 int CTools::IsNum(const char* text) {
-    return tool::is_number(or_empty(text));
+    return or_failed(0, [&] { return int{tool::is_number(or_empty(text))}; });
 }
 
 CString CTools::TransIndex(int value, int width) {
-    return CString(std::string_view(tool::index_code(value, width)));
+    return or_failed(CString(), [&] { return CString(std::string_view(tool::index_code(value, width))); });
 }
 
 int CTools::ConvIndex(const char* code) {
@@ -106,11 +108,11 @@ COLORREF CTools::Dark(COLORREF colour, int amount) {
 }
 
 CString CTools::GetFileTitle(const char* path) {
-    return CString(tool::split_path(or_empty(path)).name);
+    return or_failed(CString(), [&] { return CString(tool::split_path(or_empty(path)).name); });
 }
 
 CString CTools::GetFileExt(const char* path) {
-    return CString(tool::split_path(or_empty(path)).ext);
+    return or_failed(CString(), [&] { return CString(tool::split_path(or_empty(path)).ext); });
 }
 
 int CTools::LastDelimAdd(char* path) {
@@ -118,7 +120,7 @@ int CTools::LastDelimAdd(char* path) {
 }
 
 void CTools::LastDelimAdd(CString& path) {
-    path = tool::with_delimiter(static_cast<LPCSTR>(path)).c_str();
+    as_far_as_possible([&] { path = tool::with_delimiter(static_cast<LPCSTR>(path)).c_str(); });
 }
 
 int CTools::LastDelimDel(char* path) {
@@ -126,5 +128,5 @@ int CTools::LastDelimDel(char* path) {
 }
 
 void CTools::LastDelimDel(CString& path) {
-    path = tool::without_delimiter(static_cast<LPCSTR>(path)).c_str();
+    as_far_as_possible([&] { path = tool::without_delimiter(static_cast<LPCSTR>(path)).c_str(); });
 }

@@ -10,21 +10,21 @@
 namespace cephtool {
 namespace {
 
-constexpr double fine_steps = 64;
+constexpr int whole_steps = 1, fine_steps = 64;
 
 bool is_whole(Position p) {
     return p.x == std::floor(p.x) && p.y == std::floor(p.y);
 }
 
-double steps_a_pixel(const Case& record) {
+int steps_a_pixel(const Case& record) {
     for (const auto* landmarks : {&record.landmarks, &record.user})
         for (const Landmark& landmark : *landmarks)
             if (!is_whole(landmark.position)) return fine_steps;
-    return 1;
+    return whole_steps;
 }
 
 // Coordinates are bounded by the readers: a million pixels, 64 million steps.
-CPoint point_of(Position p, double steps) {
+CPoint point_of(Position p, int steps) {
     return {static_cast<int>(std::lround(p.x * steps)), static_cast<int>(std::lround(p.y * steps))};
 }
 
@@ -57,6 +57,7 @@ struct CaseRecord::Fields {
     std::vector<tagKPOINT> virtuals;
     std::vector<tagUPOINT> user;
     unsigned short virtual_count = 0, user_count = 0;
+    int steps = whole_steps;
 
     void* address() {
         return std::visit([](auto& kind) -> void* { return &kind; }, record);
@@ -64,7 +65,7 @@ struct CaseRecord::Fields {
 };
 
 CaseRecord::CaseRecord(const Case& record) : fields_(std::make_unique<Fields>()) {
-    const double steps = steps_a_pixel(record);
+    const int steps = fields_->steps = steps_a_pixel(record);
     const int kind = static_cast<int>(record.kind);
     if (record.kind == Kind::frontal) fields_->record = tagPOINTPA{};
     if (record.kind == Kind::model) {
@@ -106,7 +107,8 @@ SheetSubject CaseRecord::subject(int sex, int band) {
             &fields_->user_count,
             fields_->user.data(),
             sex,
-            band};
+            band,
+            fields_->steps};
 }
 
 }  // namespace cephtool

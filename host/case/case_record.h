@@ -1,7 +1,8 @@
 // A case as the engine wants it: the kind's record of whole pixels and the lists beside it.
 //
 // A record holds whole pixels. When any coordinate has a fraction, everything is measured in 1/64 pixel: coordinates
-// times 64, the scale divided by 64. Both steps are powers of two, so lengths and angles keep their bits.
+// times 64, the scale divided by 64. Both steps are powers of two, so lengths and angles keep their bits,
+// and constructions count in pixels as before.
 #pragma once
 
 #include <AnalysisSheet.h>

@@ -3,6 +3,7 @@
 #include <atomic>
 
 #include "platform/framework/caller_buffer.h"
+#include "platform/or_failed.h"
 #include "platform/system.h"
 
 namespace {
@@ -29,7 +30,7 @@ DWORD GetProgramFileNameA(LPSTR path, DWORD size) {
 }
 
 CString GetErrorText(DWORD code) {
-    return CString(std::string_view(tool::error_text(code)));
+    return tool::or_failed(CString(), [&] { return CString(std::string_view(tool::error_text(code))); });
 }
 
 void SetLocalClock(LocalClock clock) {

@@ -102,6 +102,15 @@ TEST(Norm, IsChosenBySexBandAndSet) {
                        {"C", 1, 0, 1, "6.0"},     {"Loop", 1, 0, 1, "1"}};
     for (const auto& c : cases)
         EXPECT_EQ(small_face().norm(c.name, 0, c.sex, c.band, c.keep), c.text) << c.name << ' ' << c.band;
+    const char* const columns = "Calc:\nX=1+1\nY=1+1\nZ=1+1\nMean:\nX=80,82\nY=70\nMean2:\nZ=1,2\n";
+    const AnalysisSheet sheet(0, columns, std::strlen(columns));
+    Lateral face = small_face();
+    const std::tuple<int, int, const char*> known[] = {{0, -1, ""}, {1, -1, "70"}, {2, -1, ""}, {2, 100, "2"}};
+    for (const auto& [item, band, text] : known) {
+        const SheetSubject who = face.on_sheet(1, band);
+        EXPECT_EQ(sheet.Get_MeanSD(sheet.GetItem(item).name, 0, who, 1, 1), text) << item;
+        EXPECT_EQ(sheet.Evaluate(item, who).has_mean, *text != 0) << item;
+    }
     double out = -7;
     const auto numeric = [&](const char* name) {
         return CCephCalc::Get_MeanSD(0, 0, &out, 0, 1, 0, name, nullptr, nullptr, nullptr, nullptr, nullptr, 1.1);
@@ -301,6 +310,9 @@ TEST(Cast, IsMeasuredThroughItsTokens) {
     EXPECT_EQ(cast.calc("Model([UCAW])"), 35.5);
     folder.model_decimals = 0;
     EXPECT_EQ(cast.calc("Model([UCAW])"), 36);
+    const AnalysisSheet sheet(2, "Calc:\nA=Model([UCAW])", 21);
+    folder.model_decimals = 2;
+    EXPECT_EQ(sheet.Evaluate(0, cast.on_sheet()).value, 36) << "settings are read once";
     EXPECT_EQ(small_face().calc("Model([UCAW])+1"), 1);
     cast.place("13d", {0, 0});
     EXPECT_EQ(CCephCalc::Calc_Model("[UATW]", &cast.record), 0);

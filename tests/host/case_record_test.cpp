@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include "host/host_test.h"
+#include "host/tracing/landmark_finder.h"
 
 namespace cephtool {
 namespace {
@@ -21,6 +22,33 @@ TEST(CaseRecord, FinerStepsKeepTheBitsOfAWholeCase) {
     // The fraction of Or brings the whole case to 1/64 pixel; S-N must not notice.
     const std::string whole = "# scale_mm_per_px=0.1\nS,850,850\nN,1563,751\nOr,1435,1055";
     EXPECT_EQ(length_of_sn(read("a.csv", whole)), length_of_sn(read("a.csv", whole + ".5")));
+}
+
+TEST(CaseRecord, ALandmarkHalfAPixelAwayIsNoMatterToWhatDoesNotUseIt) {
+    Case whole = read("a.json", host_test::bytes_of(SAMPLES "/lateral-average.json"));
+    whole.virtuals = {{"V", "AngleBisector([S],[N],[Me],300)"}, {"X", "extension([A],[B],12.5)"}};
+    std::string text =
+        "Calc:\nV=len([S],[V])\nX=len([V],[X])\nE=len([A],EffectiveA())\nn=len(AngleBisector([Go],[Me],[Ar],77),[N])\n";
+    for (const Landmark& landmark : whole.landmarks) text += landmark.name + "=len([S],[" + landmark.name + "])\n";
+    const AnalysisSheet sheet(0, text.data(), text.size());
+    const auto value = [&](const Case& record, int item) {
+        CaseRecord fields(record);
+        return sheet.Evaluate(item, fields.subject(1, 0)).value;
+    };
+    EXPECT_NEAR(value(whole, 0), 300 * *whole.mm_per_pixel, 1e-9);
+    for (std::size_t i = 0; i < whole.landmarks.size(); ++i) {
+        Case moved = whole, without = whole;
+        moved.landmarks[i].position.y += 0.5;
+        without.landmarks.erase(without.landmarks.begin() + static_cast<std::ptrdiff_t>(i));
+        CaseRecord lacking(without);
+        for (int item = 0; item < sheet.GetCount(); ++item) {
+            if (!sheet.Missing(item, SheetPart::value, lacking.subject(1, 0)).IsEmpty()) continue;
+            EXPECT_EQ(value(moved, item), value(whole, item)) << sheet.GetItem(item).name << whole.landmarks[i].name;
+        }
+        const auto position = [](const Case& record) { return LandmarkFinder(record)("V").value_or(Position()).x; };
+        const bool stays = sheet.Missing(0, SheetPart::value, lacking.subject(1, 0)).IsEmpty();
+        EXPECT_TRUE(!stays || position(moved) == position(whole)) << whole.landmarks[i].name;
+    }
 }
 
 TEST(CaseRecord, HoldsFractionsToASixtyFourthOfAPixel) {
