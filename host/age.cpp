@@ -8,6 +8,7 @@
 #include "host/csv.h"
 #include "host/date_reader.h"
 #include "host/era_calendar.h"
+#include "host/output.h"
 #include "host/text_width.h"
 
 namespace cephtool {
@@ -76,11 +77,12 @@ std::string csv(const AgeResult& result) {
 }  // namespace
 
 ExitCode run_age(const Command& command, const Arguments& arguments, Streams& streams) {
-    std::string birth, day, format = "table";
+    std::string birth, day, format, output;
     CommandLine line(command, "cephtool age 2001-05-14 2013-08-20", "cephtool age H13.5.14 --format json");
     line.add_argument("BIRTH", birth, "day of birth, such as 2001-05-14 or H13.5.14").required();
     line.add_argument("DAY", day, "day that the age is asked for; else today");
-    line.add_choice("--format", format, {"table", "json", "csv"}, "table, json or csv");
+    line.add_format(format, output, {"table", "json", "csv"});
+    line.add_output(output);
     if (!line.parse(arguments, streams)) return ExitCode::done;
     AgeResult result = result_of(read_date(birth), day.empty() ? std::nullopt : std::optional(read_date(day)));
     if (result.day < result.birth) {
@@ -89,10 +91,11 @@ ExitCode run_age(const Command& command, const Arguments& arguments, Streams& st
     }
     const std::optional<EraCalendar> calendar = EraCalendar::find();
     if (!calendar) streams.err << "note: no eras, since " << why_no_eras() << "\n";
-    const auto form = format == "table" ? japanese_text : code_text;
-    result.birth_era = era_text(calendar, result.birth, form);
-    result.day_era = era_text(calendar, result.day, form);
-    streams.out << (format == "json" ? json(result) : format == "csv" ? csv(result) : table(result));
+    const auto era_form = format == "table" ? japanese_text : code_text;
+    result.birth_era = era_text(calendar, result.birth, era_form);
+    result.day_era = era_text(calendar, result.day, era_form);
+    const auto form = format == "json" ? json : format == "csv" ? csv : table;
+    write_result(form(result), output, streams.out);
     return ExitCode::done;
 }
 

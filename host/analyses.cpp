@@ -7,6 +7,7 @@
 #include "host/case/case_record.h"
 #include "host/catalogue.h"
 #include "host/command_line.h"
+#include "host/output.h"
 #include "host/profile.h"
 #include "host/text_width.h"
 
@@ -140,11 +141,12 @@ std::string as_json(std::span<const Analysis* const> analyses, bool with_items) 
 }  // namespace
 
 ExitCode run_analyses(const Command& command, const Arguments& arguments, Streams& streams) {
-    std::string name, folder, format = "table";
+    std::string name, folder, format, output;
     CommandLine line(command, "cephtool analyses", "cephtool analyses --format json");
     line.add_argument("NAME", name, "title or file name of an analysis");
     line.add_analysis_folder(folder);
-    line.add_choice("--format", format, {"table", "json"}, "table or json");
+    line.add_format(format, output, {"table", "json"});
+    line.add_output(output);
     if (!line.parse(arguments, streams)) return ExitCode::done;
     const ProgramProfile profile(folder);
     std::vector<std::string> notes;
@@ -158,13 +160,15 @@ ExitCode run_analyses(const Command& command, const Arguments& arguments, Stream
         chosen = named(analyses, name);
         if (chosen.empty()) throw unknown_analysis(analyses, name);
     }
+    std::string text;
     if (format == "json") {
-        streams.out << as_json(chosen, !name.empty());
+        text = as_json(chosen, !name.empty());
     } else if (name.empty()) {
-        streams.out << shown(analyses);
+        text = shown(analyses);
     } else {
-        for (const Analysis* analysis : chosen) streams.out << shown(*analysis);
+        for (const Analysis* analysis : chosen) text += shown(*analysis);
     }
+    write_result(text, output, streams.out);
     return ExitCode::done;
 }
 

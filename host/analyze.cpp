@@ -24,7 +24,7 @@ std::string report(std::span<const CaseResult> results, const std::string& forma
 
 ExitCode run_analyze(const Command& command, const Arguments& arguments, Streams& streams) {
     std::vector<std::string> paths, names;
-    std::string folder, output, format = "table";
+    std::string folder, output, format;
     std::optional<int> band;
     CommandLine line(command, "cephtool analyze lateral-average.json",
                      "cephtool analyze --format csv --sex f lateral-average.csv lateral-class2.json");
@@ -33,11 +33,12 @@ ExitCode run_analyze(const Command& command, const Arguments& arguments, Streams
     line.add_analysis_folder(folder);
     line.add_band(band);
     const CaseOptionFlags case_options(line);
-    line.add_choice("--format", format, {"table", "json", "csv"}, "table, json or csv");
+    line.add_format(format, output, {"table", "json", "csv"});
     line.add_output(output);
     if (!line.parse(arguments, streams)) return ExitCode::done;
     check_inputs(paths);
     check_output(output, paths);
+    check_output(output, {case_options.file()});
     check_output(output, names);
     const ProgramProfile profile(folder);
     const Selection selection(names, streams);
@@ -62,6 +63,7 @@ ExitCode run_analyze(const Command& command, const Arguments& arguments, Streams
         results.push_back(std::move(result));
     };
     const ExitCode code = for_each_case(paths, case_options.options(), streams, measure);
+    for (const auto& result : results) check_output(output, {image_file(result.record)});
     const bool to_terminal = output.empty() && streams.colour;
     if (!results.empty()) write_result(report(results, format, to_terminal), output, streams.out);
     return code;

@@ -16,11 +16,6 @@ namespace {
 
 constexpr int most_threads = 1024;
 
-BatchFormat::Kind format_kind(const std::string& name, const std::string& output) {
-    const bool lines = name.empty() ? lower_case(output).ends_with(".jsonl") : name == "jsonl";
-    return lines ? BatchFormat::Kind::json_lines : BatchFormat::Kind::csv;
-}
-
 std::size_t thread_count(std::optional<int> asked) {
     return asked ? static_cast<std::size_t>(*asked) : std::max(1U, std::thread::hardware_concurrency());
 }
@@ -39,7 +34,7 @@ ExitCode run_batch(const Command& command, const Arguments& arguments, Streams& 
     line.add_analyses(names);
     line.add_choice("--with", with, {"norms", "deviations"},
                     "norms (mean and SD) or deviations, in\ncolumns of their own; again for both");
-    line.add_choice("--format", format_name, {"csv", "jsonl"}, "csv or jsonl; else as FILE ends");
+    line.add_format(format_name, output, {"csv", "jsonl"});
     line.add_flag("--resume", resume, "go on with what a stopped run has written");
     line.add_number("--threads", threads, 1, most_threads, "as many at a time; else one a core");
     line.add_analysis_folder(folder);
@@ -47,7 +42,7 @@ ExitCode run_batch(const Command& command, const Arguments& arguments, Streams& 
     const CaseOptionFlags case_options(line);
     if (!line.parse(arguments, streams)) return ExitCode::done;
     check_inputs(paths);
-    if (output.empty() || output == "-") {
+    if (output == "-") {
         throw Error(ExitCode::bad_command_line, "the table of a batch can't go to standard output",
                     "Name a file behind -o; --resume can then go on when the run is stopped.");
     }
@@ -56,10 +51,16 @@ ExitCode run_batch(const Command& command, const Arguments& arguments, Streams& 
 
     const auto asked = [&](const char* what) { return std::ranges::find(with, what) != with.end(); };
     const BatchColumns columns = batch_columns(selection.chosen(), {asked("norms"), asked("deviations")});
-    const BatchFormat format(format_kind(format_name, output), columns);
+    const BatchFormat format(format_name == "csv" ? BatchFormat::Kind::csv : BatchFormat::Kind::json_lines, columns);
     BatchOutput table(output, format.head(), format.number_mark());
     table.check(paths);
     table.check(names);
+    table.check({case_options.file()});
+    const Interruption interruption;
+    if (!table.lock()) {
+        streams.err << "note: the file system of " << printable(output)
+                    << " has no locks: a second run beside this one would not be noticed\n";
+    }
     if (resume && !table.has_part() && table.has_result()) {
         streams.err << printable(output) << " is complete already\n";
         return ExitCode::done;
@@ -68,7 +69,6 @@ ExitCode run_batch(const Command& command, const Arguments& arguments, Streams& 
         throw Error(ExitCode::bad_command_line, printable(table.part()) + " is there, from a run that was stopped",
                     "Go on with --resume, or delete it to begin anew.");
     }
-    const Interruption interruption;
     CaseStream stream(paths, streams.in, [&](const std::string& file) { return table.is_own(file); });
     if (resume && table.has_part()) {
         table.resume();

@@ -15,6 +15,7 @@ ExitCode run_chart(const Command& command, const Arguments& arguments, Streams& 
     line.add_text("-o,--output", "FILE", given.output, "FILE.png, FILE.svg or FILE.pdf").required();
     const CaseOptionFlags case_options(line);
     if (!line.parse(arguments, streams)) return ExitCode::done;
+    check_output(given.output, {case_options.file()});
     const auto format = file_format(given.output);
     if (!format) {
         throw Error(ExitCode::bad_command_line, in_quotes(given.output) + " does not end in .png, .svg or .pdf",

@@ -9,6 +9,7 @@
 
 #include "host/command_line.h"
 #include "host/library_name.h"
+#include "host/output.h"
 #include "host/paint.h"
 #include "host/profile.h"
 #include "host/text_width.h"
@@ -56,14 +57,16 @@ std::string counted(std::size_t count, const std::string& thing) {
 ExitCode run_check(const Command& command, const Arguments& arguments, Streams& streams) {
     std::vector<std::string> paths;
     bool with_notes = false;
-    std::string format = "text";
+    std::string format, output;
     CommandLine line(command, "cephtool check", "cephtool check --notes --format json");
     line.add_argument(
         "PATH", paths,
         "an analysis folder, or files and folders\nin it; without any, the folder that\nships with the program");
     line.add_flag("--notes", with_notes, "show also what can be meant so");
-    line.add_choice("--format", format, {"text", "json"}, "text or json");
+    line.add_format(format, output, {"text", "json"});
+    line.add_output(output);
     if (!line.parse(arguments, streams)) return ExitCode::done;
+    check_output(output, paths);
     if (paths.empty()) paths.push_back(ProgramProfile("").analysis_folder());
 
     CheckResult all;
@@ -75,13 +78,15 @@ ExitCode run_check(const Command& command, const Arguments& arguments, Streams& 
     const auto faults = static_cast<std::size_t>(std::ranges::count(all.findings, false, &CheckFinding::note));
     const std::size_t notes = all.findings.size() - faults;
     if (!with_notes) std::erase_if(all.findings, [](const CheckFinding& finding) { return finding.note; });
+    std::string text;
     if (format == "json") {
         Json list = Json::array();
         for (const CheckFinding& finding : all.findings) list.push_back(json_of(finding));
-        streams.out << Json({{"files", all.files}, {"findings", list}}).dump(2) << "\n";
+        text = Json({{"files", all.files}, {"findings", list}}).dump(2) + "\n";
     } else {
-        for (const CheckFinding& finding : all.findings) streams.out << shown(finding, streams.colour);
+        for (const CheckFinding& finding : all.findings) text += shown(finding, output.empty() && streams.colour);
     }
+    write_result(text, output, streams.out);
     streams.err << counted(faults, "fault") << " in " << counted(static_cast<std::size_t>(all.files), "file");
     if (notes > 0) streams.err << ", " << counted(notes, "note") << (with_notes ? "" : " (--notes shows them)");
     streams.err << "\n";

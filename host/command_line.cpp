@@ -10,6 +10,7 @@
 #include "host/case/case_record.h"
 #include "host/csv.h"
 #include "host/numbers.h"
+#include "host/output.h"
 #include "host/suggestion.h"
 #include "host/text_width.h"
 
@@ -70,6 +71,10 @@ Option CommandLine::add_flag(const std::string& names, bool& value, const std::s
 Option CommandLine::add_text(const std::string& names, const std::string& sort, std::string& value,
                              const std::string& help, Fault fault) {
     CLI::Option* const option = app_->add_option(names, value, help)->type_name(sort);
+    if (sort == "FILE" || sort == "FOLDER") {
+        option->check(
+            CLI::Validator([](const std::string& given) { return given.empty() ? "a name is missing" : ""; }, ""));
+    }
     if (fault) option->check(CLI::Validator([fault](std::string& given) { return fault(given); }, ""));
     return Option(option);
 }
@@ -123,6 +128,32 @@ void CommandLine::add_band(std::optional<int>& band) {
 
 void CommandLine::add_output(std::string& path) {
     add_text("-o,--output", "FILE", path, "write to FILE, not to standard output");
+    when_parsed_.emplace_back([&path] { check_output(path, {}); });
+}
+
+void CommandLine::add_format(std::string& format, const std::string& output, const std::vector<std::string>& formats) {
+    std::string list = formats.front();
+    for (std::size_t i = 1; i < formats.size(); ++i) list += (i + 1 == formats.size() ? " or " : ", ") + formats[i];
+    add_choice("--format", format, formats, list + "; else as FILE ends");
+    when_parsed_.emplace_back([this, &format, &output, formats] {
+        if (format.empty()) format = format_of_name(output, formats);
+    });
+}
+
+std::string CommandLine::format_of_name(const std::string& output, const std::vector<std::string>& formats) const {
+    constexpr std::pair<const char*, const char*> known_ends[] = {
+        {".json", "json"}, {".csv", "csv"}, {".jsonl", "jsonl"}, {".ndjson", "jsonl"},
+        {".pdf", "pdf"},   {".png", "png"}, {".svg", "svg"},     {".xlsx", "xlsx"},
+    };
+    const std::string name = lower_case(output);
+    for (const auto& [end, format] : known_ends) {
+        if (!name.ends_with(end)) continue;
+        if (std::ranges::find(formats, format) != formats.end()) return format;
+        throw Error(ExitCode::bad_command_line,
+                    in_quotes(output) + " ends in " + end + ", which \"cephtool " + command_.name + "\" does not write",
+                    "It writes " + joined(formats, ", ") + ": say which with --format, or name the file otherwise.");
+    }
+    return formats.front();
 }
 
 void CommandLine::limit(CLI::Option* option, std::vector<std::string> choices) {
@@ -159,6 +190,7 @@ bool CommandLine::parse(const Arguments& arguments, Streams& streams) {
     }
     try {
         app_->parse(std::vector<std::string>(arguments.rbegin(), arguments.rend()));  // CLI11 takes them last first
+        for (const auto& work : when_parsed_) work();
         return true;
     } catch (const CLI::CallForHelp&) {
         streams.out << app_->help() << "\n";
@@ -210,6 +242,10 @@ CaseOptions CaseOptionFlags::options() const {
     options.landmarks = names_in(landmarks_);
     options.image_height = number_from(image_height_);
     return options;
+}
+
+std::string CaseOptionFlags::file() const {
+    return landmarks_.starts_with('@') ? landmarks_.substr(1) : "";
 }
 
 void check_inputs(const std::vector<std::string>& paths) {

@@ -75,18 +75,24 @@ class CommandLine {
     void add_analyses(std::vector<std::string>& names);
     void add_analysis_folder(std::string& folder);
     void add_band(std::optional<int>& band);
+    // "-o": where the result goes, "" for standard output.
     void add_output(std::string& path);
+    // "--format". Where it is not given the end of the name `output` says which of `formats` is meant, else it is the
+    // first; parse() throws an Error for the end of a format that is none of them.
+    void add_format(std::string& format, const std::string& output, const std::vector<std::string>& formats);
 
     // False when the options were only to be shown. Throws an Error for whatever is wrong.
     bool parse(const Arguments& arguments, Streams& streams);
 
  private:
     Error unknown_option(const std::string& word) const;
+    std::string format_of_name(const std::string& output, const std::vector<std::string>& formats) const;
     void limit(CLI::Option* option, std::vector<std::string> choices);
 
     const Command& command_;
     std::unique_ptr<CLI::App> app_;
     std::map<const CLI::Option*, std::vector<std::string>> choices_;
+    std::vector<std::function<void()>> when_parsed_;
 };
 
 // The command line of a command, for as long as `show` runs.
@@ -98,6 +104,8 @@ class CaseOptionFlags {
     explicit CaseOptionFlags(CommandLine& line);
     // Throws an Error when a file that an option names can't be read.
     CaseOptions options() const;
+    // That file, "" when none is named.
+    std::string file() const;
 
  private:
     std::string sex_, scale_, landmarks_, image_height_;

@@ -68,6 +68,7 @@ ExitCode run_convert(const Command& command, const Arguments& arguments, Streams
     line.add_choice("--format", name, names, joined(names, ", ") + ";\nelse as FILE ends, or json");
     line.add_output(output);
     if (!line.parse(arguments, streams)) return ExitCode::done;
+    check_output(output, {path, case_options.file()});
     const CaseFormat& format = format_for(name, output);
     const CaseOptions options = case_options.options();
     const Source source = checked_text(read_bytes(path, streams.in));
@@ -79,6 +80,7 @@ ExitCode run_convert(const Command& command, const Arguments& arguments, Streams
     }
     std::string text;
     for (Case& record : cases) {
+        check_output(output, {image_file(record)});
         record.image = image_from(output, record);
         text += format.write(record, options);
         note_losses(record, format, record.notes);

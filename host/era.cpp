@@ -6,6 +6,7 @@
 #include "host/csv.h"
 #include "host/date_reader.h"
 #include "host/era_calendar.h"
+#include "host/output.h"
 #include "host/text_width.h"
 
 namespace cephtool {
@@ -119,11 +120,12 @@ std::string shown(const EraYear& year, const std::string& format) {
 
 ExitCode run_era(const Command& command, const Arguments& arguments, Streams& streams) {
     std::vector<std::string> dates, era_and_year;
-    std::string format = "table";
+    std::string format, output;
     CommandLine line(command, "cephtool era 2024-03-05 S64.1.7", "cephtool era --to-western R 6");
     line.add_argument("DATE", dates, "2024-03-05, R6.3.5 or 令和6年3月5日");
     line.add_pair("--to-western", "CODE YEAR", era_and_year, "which year a year of an era is");
-    line.add_choice("--format", format, {"table", "json", "csv"}, "table, json or csv");
+    line.add_format(format, output, {"table", "json", "csv"});
+    line.add_output(output);
     if (!line.parse(arguments, streams)) return ExitCode::done;
     if (dates.empty() == era_and_year.empty()) {
         throw Error(ExitCode::bad_command_line, dates.empty() ? "a date is missing" : "dates and --to-western at once",
@@ -131,7 +133,7 @@ ExitCode run_era(const Command& command, const Arguments& arguments, Streams& st
     }
     const EraCalendar calendar = required_era_calendar();
     if (dates.empty()) {
-        streams.out << shown(era_year(calendar, era_and_year[0], era_and_year[1]), format);
+        write_result(shown(era_year(calendar, era_and_year[0], era_and_year[1]), format), output, streams.out);
         return ExitCode::done;
     }
     std::vector<ConvertedDate> converted;
@@ -139,7 +141,8 @@ ExitCode run_era(const Command& command, const Arguments& arguments, Streams& st
         const Date date = read_date(text);
         converted.push_back({date, calendar.era_of(date)});
     }
-    streams.out << (format == "json" ? json(converted) : format == "csv" ? csv(converted) : table(converted));
+    const auto form = format == "json" ? json : format == "csv" ? csv : table;
+    write_result(form(converted), output, streams.out);
     return ExitCode::done;
 }
 

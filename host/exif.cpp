@@ -17,7 +17,7 @@ namespace fs = std::filesystem;
 
 struct ExifOptions {
     std::vector<std::string> paths;
-    std::string format = "table", thumbnail, output;
+    std::string format, thumbnail, output;
     bool recursive = false;
 };
 
@@ -74,7 +74,7 @@ ExitCode run_exif(const Command& command, const Arguments& arguments, Streams& s
     CommandLine line(command, "cephtool exif photo.jpg", "cephtool exif --recursive --format csv .");
     line.add_argument("FILE", given.paths, "JPEG pictures; - is standard input").required();
     line.add_flag("-r,--recursive", given.recursive, "read the pictures in folders, too");
-    line.add_choice("--format", given.format, {"table", "json", "csv"}, "table, json or csv");
+    line.add_format(given.format, given.output, {"table", "json", "csv"});
     line.add_output(given.output);
     line.add_text("--thumbnail", "FILE", given.thumbnail,
                   "write the small picture inside to FILE;\n- is standard output, alone");

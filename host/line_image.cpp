@@ -10,7 +10,6 @@
 #include <new>
 
 #include "host/error.h"
-#include "host/interruption.h"
 #include "host/library_name.h"
 #include "host/output.h"
 #include "host/path.h"
@@ -78,6 +77,12 @@ LineImage read_pgm(const std::string& path) {
     return image;
 }
 
+// As CTools::WriteBuff has it, under names that code page 932 can't write as well.
+std::string pgm_of(const LineImage& image) {
+    return "P5\n" + std::to_string(image.width) + " " + std::to_string(image.height) + "\n255\n" +
+           std::string(image.pixels.begin(), image.pixels.end());
+}
+
 #ifdef TOOL_SURFACE_PICTURES
 
 LineImage read_picture(const std::string& path, LineThreshold threshold) {
@@ -143,12 +148,7 @@ LineImage read_line_image(const std::string& path, LineThreshold threshold) {
 }
 
 void write_line_image(const LineImage& image, const std::string& path, bool bright) {
-    if (is_png_file(path)) return write_result(png_of(image, bright), path, std::cout);
-    const CString name = name_of_file(path);
-    Interruption late;  // so that nothing half-written is left
-    const int written = CTools::WriteBuff(name, image.pixels.data(), image.width, image.height);
-    late.obey();
-    if (!written) throw not_written(path);
+    write_result(is_png_file(path) ? png_of(image, bright) : pgm_of(image), path, std::cout);
 }
 
 }  // namespace cephtool

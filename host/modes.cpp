@@ -5,6 +5,7 @@
 
 #include "host/command_line.h"
 #include "host/display_mode.h"
+#include "host/output.h"
 #include "host/profile.h"
 #include "host/suggestion.h"
 #include "host/text_width.h"
@@ -105,12 +106,13 @@ std::string as_json(const std::vector<DisplayMode>& modes, bool with_parts) {
 }  // namespace
 
 ExitCode run_modes(const Command& command, const Arguments& arguments, Streams& streams) {
-    std::string name, kind_name, folder, format = "table";
+    std::string name, kind_name, folder, format, output;
     CommandLine line(command, "cephtool modes --kind frontal", "cephtool modes --kind lateral ricketts");
     line.add_argument("MODE", name, "title, file name or number of a mode");
     line.add_choice("--kind", kind_name, {"lateral", "frontal", "model"}, "lateral, frontal or model: only these");
     line.add_analysis_folder(folder);
-    line.add_choice("--format", format, {"table", "json"}, "table or json");
+    line.add_format(format, output, {"table", "json"});
+    line.add_output(output);
     if (!line.parse(arguments, streams)) return ExitCode::done;
     const ProgramProfile profile(folder);
     std::vector<DisplayMode> modes;
@@ -119,15 +121,15 @@ ExitCode run_modes(const Command& command, const Arguments& arguments, Streams& 
         std::ranges::move(listed_modes(kind), std::back_inserter(modes));
     }
     if (!name.empty()) modes = modes_named(modes, name);
+    std::string text;
     if (format == "json") {
-        streams.out << as_json(modes, !name.empty());
+        text = as_json(modes, !name.empty());
     } else if (name.empty()) {
-        streams.out << shown(modes);
+        text = shown(modes);
     } else {
-        std::string text;
         for (const DisplayMode& mode : modes) text += (text.empty() ? "" : "\n") + shown(mode);
-        streams.out << text;
     }
+    write_result(text, output, streams.out);
     return ExitCode::done;
 }
 

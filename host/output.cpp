@@ -10,6 +10,7 @@
 #include "host/interruption.h"
 #include "host/library_name.h"
 #include "host/path.h"
+#include "host/system.h"
 #include "host/text_width.h"
 
 namespace cephtool {
@@ -38,6 +39,11 @@ Error not_written(const std::string& path) {
             "Check that the folder exists, that you may write there, and that the disk has room."};
 }
 
+Error link_in_circle(const std::string& path) {
+    return {ExitCode::bad_command_line, printable(path) + " is a link that leads in a circle",
+            "Give the output another name, or remove the link."};
+}
+
 void check_all_read() {
     const CString path = UnreadFile();
     if (path.IsEmpty()) return;
@@ -48,10 +54,15 @@ void check_all_read() {
 
 void check_output(const std::string& output, const std::vector<std::string>& others) {
     if (output.empty() || output == "-") return;
+    const fs::path file = path_from_utf8(output);
+    std::error_code failure;
+    if (!fs::exists(file, failure) && failure == std::errc::too_many_symbolic_link_levels) throw link_in_circle(output);
     for (const std::string& other : others) {
-        if (other.empty() || other == "-" || !is_same_file(path_from_utf8(output), path_from_utf8(other))) continue;
+        const bool same = other == "-" ? is_standard_input(file) : is_same_file(file, path_from_utf8(other));
+        if (other.empty() || !same) continue;
         throw Error(ExitCode::bad_command_line,
-                    "the output would replace " + printable(other) + ", which is named as well",
+                    "the output would replace " + (other == "-" ? "the file that standard input comes from"
+                                                                : printable(other) + ", which is named as well"),
                     "Give the output another name.");
     }
 }

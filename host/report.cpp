@@ -20,6 +20,7 @@ ExitCode run_report(const Command& command, const Arguments& arguments, Streams&
     line.add_flag("--no-image", no_image, "not over the X-rays that the cases name");
     const CaseOptionFlags case_options(line);
     if (!line.parse(arguments, streams)) return ExitCode::done;
+    check_output(given.output, {case_options.file()});
     if (file_format(given.output) != FileFormat::pdf) {
         throw Error(ExitCode::bad_command_line, in_quotes(given.output) + " does not end in .pdf",
                     "A report is a PDF document; \"cephtool chart\" and \"cephtool trace\" write pictures.");

@@ -38,17 +38,18 @@ std::string report(std::span<const GrowthResult> results, const std::string& for
 
 ExitCode run_stage(const Command& command, const Arguments& arguments, Streams& streams) {
     std::vector<std::string> paths;
-    std::string folder, output, format = "table";
+    std::string folder, output, format;
     CommandLine line(command, "cephtool stage lateral-class2.json",
                      "cephtool stage --format csv lateral-average.json lateral-class2.json");
     line.add_argument("CASE", paths, "files with landmarks; - is standard input").required();
     line.add_analysis_folder(folder);
     const CaseOptionFlags case_options(line);
-    line.add_choice("--format", format, {"table", "json", "csv"}, "table, json or csv");
+    line.add_format(format, output, {"table", "json", "csv"});
     line.add_output(output);
     if (!line.parse(arguments, streams)) return ExitCode::done;
     check_inputs(paths);
     check_output(output, paths);
+    check_output(output, {case_options.file()});
     const ProgramProfile profile(folder);
     std::vector<std::string> notes;
     const std::vector<Analysis> analyses = listed_analyses(notes);
@@ -59,6 +60,7 @@ ExitCode run_stage(const Command& command, const Arguments& arguments, Streams& 
         if (format != "table" || !output.empty()) say_remarks(record, streams);
         results.push_back(growth_of(std::move(record), analyses));
     });
+    for (const auto& result : results) check_output(output, {image_file(result.record)});
     const bool to_terminal = output.empty() && streams.colour;
     if (!results.empty()) write_result(report(results, format, to_terminal), output, streams.out);
     return code;

@@ -3,6 +3,7 @@
 
 #include <cstdio>
 #include <filesystem>
+#include <string>
 
 namespace cephtool {
 
@@ -13,6 +14,12 @@ enum class StandardStream { output = 1, error = 2 };
 
 // Whether it is a terminal that colours a text and moves to the start of a line.
 bool is_terminal(StandardStream stream);
+
+// Which process this is, and on which computer: "process 1234 on clinic".
+std::string this_process();
+
+// Whether standard input is this very plain file.
+bool is_standard_input(const std::filesystem::path& file);
 
 // Where the running program lies; "" when the system does not tell.
 std::filesystem::path running_program();

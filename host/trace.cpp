@@ -7,7 +7,6 @@
 #include "host/command_line.h"
 #include "host/numbers.h"
 #include "host/output.h"
-#include "host/path.h"
 #include "host/profile.h"
 #include "host/suggestion.h"
 #include "host/text_width.h"
@@ -92,8 +91,7 @@ std::size_t landmarks_outside(const Case& record, const tool::Background& pictur
 void trace(const TraceOptions& options, const CaseOptions& case_options, Streams& streams) {
     const FileFormat format = format_of(options);
     const Case record = read_case(checked_text(read_bytes(options.input, streams.in)), case_options);
-    const auto named_image = path_from_utf8(record.file).parent_path() / path_from_utf8(record.image);
-    check_output(options.output, {options.input, options.image, utf8_from_path(named_image)});
+    check_output(options.output, {image_file(record)});
     std::vector<std::string> notes = record.notes;
     const DisplayMode mode = chosen_mode(record.kind, options.mode);
     const std::optional<Film> film = film_of(options, record);
@@ -157,6 +155,7 @@ ExitCode run_trace(const Command& command, const Arguments& arguments, Streams& 
     line.add_analysis_folder(given.folder);
     const CaseOptionFlags case_options(line);
     if (!line.parse(arguments, streams)) return ExitCode::done;
+    check_output(given.output, {given.input, given.image, case_options.file()});
     const ProgramProfile profile(given.folder);
     trace(given, case_options.options(), streams);
     return ExitCode::done;

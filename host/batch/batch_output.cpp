@@ -1,10 +1,9 @@
 #include "host/batch/batch_output.h"
 
-#include <surface/whole_file.h>
-
 #include <algorithm>
 #include <charconv>
 #include <filesystem>
+#include <fstream>
 #include <string_view>
 
 #include "host/batch/batch_format.h"
@@ -42,14 +41,14 @@ fs::path with_ending(fs::path path, const char* ending) {
 bool begins_with(const fs::path& path, std::string_view text) {
     std::ifstream in(path, std::ios::binary);
     std::string start(text.size(), '\0');
-    in.read(start.data(), static_cast<std::streamsize>(start.size()));
-    return start == text;
+    return in.read(start.data(), static_cast<std::streamsize>(start.size())) && start == text;
 }
 
-void cut(const fs::path& path, std::uintmax_t size) {
-    std::error_code failure;
-    fs::resize_file(path, size, failure);
-    if (failure) throw not_written(path);
+// A link stays one.
+fs::path written_path(const std::string& path) {
+    const std::optional<fs::path> written = tool::behind_links(path_from_utf8(path));
+    if (!written) throw link_in_circle(path);
+    return *written;
 }
 
 // The number behind `mark`, 0 when there is none.
@@ -88,10 +87,11 @@ std::string bytes_of(const fs::path& path, std::uintmax_t from, std::uintmax_t t
 }  // namespace
 
 BatchOutput::BatchOutput(const std::string& path, std::string head, std::string number_mark)
-    : path_(path_from_utf8(tool::file_behind_links(path))),  // a link stays one
+    : path_(written_path(path)),
       part_(with_ending(path_, ".part")),
       failures_path_(with_ending(path_, ".errors.csv")),
       failures_part_(with_ending(failures_path_, ".part")),
+      lock_path_(with_ending(path_, ".lock")),
       head_(std::move(head)),
       number_mark_(std::move(number_mark)) {}
 
@@ -103,17 +103,30 @@ void BatchOutput::check(const std::vector<std::string>& inputs) const {
                     shown(path_) + (fs::is_directory(there) ? " is a folder" : " is no file on a disk"),
                     "The table of a batch needs a file: name one behind -o.");
     }
-    for (const fs::path& file : {path_, part_, failures_path_, failures_part_})
+    constexpr fs::perms any_write = fs::perms::owner_write | fs::perms::group_write | fs::perms::others_write;
+    if (fs::exists(there) && (there.permissions() & any_write) == fs::perms::none) throw not_written(path_);
+    for (const fs::path& file : {path_, part_, failures_path_, failures_part_, lock_path_})
         check_output(utf8_from_path(file), inputs);
-    check_failures_path();
+    check_failures_path(failures_path_);
+    check_failures_path(failures_part_);
 }
 
-void BatchOutput::check_failures_path() const {
+// A run can have been stopped in the middle of the head.
+void BatchOutput::check_failures_path(const fs::path& path) const {
     std::error_code failure;
-    const fs::file_status there = fs::symlink_status(failures_path_, failure);
-    if (!fs::exists(there) || (fs::is_regular_file(there) && begins_with(failures_path_, failures_head))) return;
-    throw Error(ExitCode::bad_command_line, shown(failures_path_) + " is no table of failed cases, and would be lost",
+    const fs::file_status there = fs::symlink_status(path, failure);
+    const auto is_own = [&] {
+        const std::uintmax_t size = fs::file_size(path, failure);
+        const bool may_be_cut = path == failures_part_ && size < failures_head.size();
+        return begins_with(path, may_be_cut ? failures_head.substr(0, size) : failures_head);
+    };
+    if (!fs::exists(there) || (fs::is_regular_file(there) && is_own())) return;
+    throw Error(ExitCode::bad_command_line, shown(path) + " is no table of failed cases, and would be lost",
                 "Move it away, or give the output another name.");
+}
+
+bool BatchOutput::lock() {
+    return lock_.emplace(lock_path_).keeps_others_away();
 }
 
 bool BatchOutput::is_own(const std::string& file) const {
@@ -128,17 +141,15 @@ bool BatchOutput::is_own(const std::string& file) const {
 
 bool BatchOutput::has_part() const {
     std::error_code failure;
-    return fs::exists(part_, failure);
+    const fs::file_status there = fs::symlink_status(part_, failure);
+    if (!fs::exists(there) || fs::is_regular_file(there)) return fs::exists(there);
+    throw Error(ExitCode::bad_command_line, shown(part_) + " is no file, and no run can have left it",
+                "Move it away, or give the output another name.");
 }
 
 bool BatchOutput::has_result() const {
     std::error_code failure;
     return fs::exists(path_, failure);
-}
-
-void BatchOutput::open(std::ofstream& out, const fs::path& path, bool anew) const {
-    out.open(path, std::ios::binary | (anew ? std::ios::trunc : std::ios::app));
-    if (!out) throw not_written(path);
 }
 
 std::string BatchOutput::part() const {
@@ -149,10 +160,18 @@ std::string BatchOutput::failures_path() const {
     return utf8_from_path(failures_path_);
 }
 
+void BatchOutput::begin_failures() {
+    std::error_code failure;
+    fs::remove(failures_part_, failure);  // a run's that ended before it had written a case
+    if (!failed_.create(failures_part_, tool::Access::owner) || !failed_.write(failures_head))
+        throw not_written(failures_part_);
+}
+
 void BatchOutput::begin() {
-    open(failed_, failures_part_, true);
-    open(out_, part_, true);
-    write(head_, std::string(failures_head), 0);
+    begin_failures();
+    std::error_code failure;
+    fs::remove(part_, failure);
+    if (!out_.create(part_, tool::Access::owner) || !out_.write(head_)) throw not_written(part_);
 }
 
 void BatchOutput::resume() {
@@ -161,10 +180,14 @@ void BatchOutput::resume() {
     const std::uintmax_t size = fs::file_size(part_, failure);
     if (failure) throw not_read();
     const std::uintmax_t whole = line_start(in, size);
-    if (whole < head_.size()) return begin();
-    if (bytes_of(part_, 0, head_.size()) != head_) {
+    const std::string start = head_ + number_mark_;
+    if (bytes_of(part_, 0, std::min<std::uintmax_t>(size, start.size())) != start.substr(0, size)) {
         throw Error(ExitCode::bad_command_line, shown(part_) + " has other columns than this command line gives",
                     "Resume with the options of the first run, or delete it to begin anew.");
+    }
+    if (whole < head_.size()) {
+        in.close();
+        return begin();
     }
     if (whole > head_.size()) {
         last_line_ = bytes_of(part_, std::max<std::uintmax_t>(line_start(in, whole - 1), head_.size()), whole);
@@ -175,12 +198,10 @@ void BatchOutput::resume() {
         }
     }
     in.close();
-    cut(part_, whole);
     // A run that was stopped between the two renamings of its end.
     if (!fs::exists(failures_part_, failure)) fs::rename(failures_path_, failures_part_, failure);
     keep_failures_before(last_number_);
-    open(failed_, failures_part_, false);
-    open(out_, part_, false);
+    if (!out_.go_on(part_) || !out_.cut(whole)) throw not_written(part_);
 }
 
 void BatchOutput::keep_failures_before(std::size_t number) {
@@ -196,31 +217,29 @@ void BatchOutput::keep_failures_before(std::size_t number) {
         }
         if (in.bad()) throw not_read();
     }
-    if (kept > 0) return cut(failures_part_, kept);
-    open(failed_, failures_part_, true);
-    failed_ << failures_head;
-    failed_.close();
+    if (kept == 0) return begin_failures();
+    if (!failed_.go_on(failures_part_) || !failed_.cut(kept)) throw not_written(failures_part_);
 }
 
 void BatchOutput::write(const std::string& lines, const std::string& failed, std::size_t failures) {
     check_all_read();
     failures_ += failures;
-    if (!failed.empty() && !(failed_ << failed << std::flush)) throw not_written(failures_part_);
-    if (!(out_ << lines)) throw not_written(part_);
+    if (!failed_.write(failed)) throw not_written(failures_part_);
+    if (!out_.write(lines)) throw not_written(part_);
 }
 
 void BatchOutput::finish() {
-    out_.close();
-    failed_.close();
-    if (!out_) throw not_written(part_);
-    if (!failed_) throw not_written(failures_part_);
-    check_failures_path();
+    check_failures_path(failures_path_);
     std::error_code failure;
-    fs::remove(failures_path_, failure);
-    if (failures_ > 0) fs::rename(failures_part_, failures_path_, failure);
-    if (failures_ == 0) fs::remove(failures_part_, failure);
-    if (!failure) fs::rename(part_, path_, failure);
-    if (failure) throw not_written(path_);
+    if (failures_ > 0) {
+        if (!failed_.take_place(failures_path_)) throw not_written(failures_path_);
+    } else {
+        failed_.close();
+        for (const fs::path& path : {failures_path_, failures_part_})
+            if (!failure) fs::remove(path, failure);
+    }
+    if (failure || !out_.take_place(path_)) throw not_written(path_);
+    lock_.reset();
 }
 
 }  // namespace cephtool

@@ -1,5 +1,6 @@
 // The files that a batch writes: OUT, one line a case, and beside it OUT.errors.csv, the cases that failed. Until all
 // is done both end in ".part", and whatever stops the program, its whole lines are good: --resume goes on behind them.
+// Until then they are their owner's alone; then they get the rights of the files whose place they take.
 //
 // 1. Every line tells the number of its case, and the numbers rise.
 // 2. A failure is on the disk before a line of a later case is.
@@ -8,15 +9,19 @@
 
 #include <cstdint>
 #include <filesystem>
-#include <fstream>
+#include <optional>
 #include <string>
 #include <vector>
+
+#include "host/batch/run_lock.h"
+#include "platform/new_file.h"
 
 namespace cephtool {
 
 class BatchOutput {
  public:
-    // `head` is what OUT begins with, `number_mark` what stands in front of a line's number.
+    // `head` is what OUT begins with, `number_mark` what stands in front of a line's number. Throws an Error when OUT
+    // is a link in a circle.
     BatchOutput(const std::string& path, std::string head, std::string number_mark);
 
     // Throws an Error when OUT can't be a file, or when something of somebody's would be lost.
@@ -25,6 +30,12 @@ class BatchOutput {
     // something else that OUT would replace.
     bool is_own(const std::string& file) const;
 
+    // Keeps other runs away from here to the end. Throws an Error that names the one that is at work. False where that
+    // can't be done.
+    bool lock();
+
+    // Whether an earlier run left something. Throws an Error when the name is that of
+    // something else.
     bool has_part() const;
     bool has_result() const;
 
@@ -49,13 +60,14 @@ class BatchOutput {
     std::string failures_path() const;
 
  private:
-    void open(std::ofstream& out, const std::filesystem::path& path, bool anew) const;
-    void check_failures_path() const;
+    void check_failures_path(const std::filesystem::path& path) const;
+    void begin_failures();
     void keep_failures_before(std::size_t number);
 
-    std::filesystem::path path_, part_, failures_path_, failures_part_;
+    std::filesystem::path path_, part_, failures_path_, failures_part_, lock_path_;
     std::string head_, number_mark_;
-    std::ofstream out_, failed_;
+    std::optional<RunLock> lock_;
+    tool::NewFile out_, failed_;
     std::size_t last_number_ = 0, failures_ = 0;
     std::string last_line_;
 };

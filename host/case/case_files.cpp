@@ -2,6 +2,7 @@
 
 #include <ostream>
 
+#include "host/path.h"
 #include "host/text_width.h"
 
 namespace cephtool {
@@ -32,6 +33,11 @@ ExitCode for_each_case(const std::vector<std::string>& paths, const CaseOptions&
 void say_remarks(const Case& record, Streams& streams) {
     for (const Remark& remark : record.remarks)
         streams.err << printable(record.file) << ": " << in_english(remark) << "\n";
+}
+
+std::string image_file(const Case& record) {
+    if (record.image.empty()) return {};
+    return utf8_from_path(path_from_utf8(record.file).parent_path() / path_from_utf8(record.image));
 }
 
 }  // namespace cephtool

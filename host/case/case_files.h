@@ -18,4 +18,7 @@ ExitCode for_each_case(const std::vector<std::string>& paths, const CaseOptions&
 // What is remarked on the case, on `streams.err`: for results that go to a file or a program.
 void say_remarks(const Case& record, Streams& streams);
 
+// The X-ray that the case names, relative to where its own file is looked for; "" when it names none.
+std::string image_file(const Case& record);
+
 }  // namespace cephtool

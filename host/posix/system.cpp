@@ -1,5 +1,6 @@
 #include "host/system.h"
 
+#include <sys/stat.h>
 #include <unistd.h>
 
 namespace cephtool {
@@ -8,6 +9,18 @@ void prepare_standard_streams() {}
 
 bool is_terminal(StandardStream stream) {
     return isatty(static_cast<int>(stream)) == 1;
+}
+
+std::string this_process() {
+    char computer[256] = "";
+    const bool named = gethostname(computer, sizeof computer - 1) == 0;
+    return "process " + std::to_string(getpid()) + (named ? std::string(" on ") + computer : "");
+}
+
+bool is_standard_input(const std::filesystem::path& file) {
+    struct stat input, named;
+    return fstat(STDIN_FILENO, &input) == 0 && stat(file.c_str(), &named) == 0 && S_ISREG(input.st_mode) &&
+           input.st_dev == named.st_dev && input.st_ino == named.st_ino;
 }
 
 std::filesystem::path running_program() {

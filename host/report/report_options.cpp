@@ -41,6 +41,7 @@ std::vector<FilmResults> measured_films(const ReportOptions& options, const Case
     paths.insert(paths.end(), options.others.begin(), options.others.end());
     check_inputs(paths);
     check_output(options.output, paths);
+    check_output(options.output, options.analyses);
     if (paths.size() > most_times) {
         throw Error(ExitCode::bad_command_line, "more than " + std::to_string(most_times) + " cases can't be compared",
                     "Name at most two with --compare.");
@@ -62,6 +63,7 @@ std::vector<FilmResults> measured_films(const ReportOptions& options, const Case
             }
         }
         for (const std::string& note : record.notes) streams.err << printable(path) << ": " << note << "\n";
+        check_output(options.output, {image_file(record)});
         FilmResults film{measured(std::move(record), selection.chosen(), {}, false), {}, {}, {}};
         say_remarks(film.record(), streams);
         film.growth = growth_findings(film.record());

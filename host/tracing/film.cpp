@@ -3,7 +3,7 @@
 #include <filesystem>
 #include <sstream>
 
-#include "host/path.h"
+#include "host/case/case_files.h"
 #include "host/source.h"
 #include "host/text_width.h"
 
@@ -31,7 +31,7 @@ Film read_film(const std::string& path) {
 std::optional<Film> named_film(const Case& record) {
     if (record.image.empty()) return {};
     try {
-        return read_film(utf8_from_path(path_from_utf8(record.file).parent_path() / path_from_utf8(record.image)));
+        return read_film(image_file(record));
     } catch (Error& error) {
         if (!error.way_out.empty()) error.way_out += " ";
         error.way_out += "The case " + printable(record.file) + " names it; draw without it: --no-image.";

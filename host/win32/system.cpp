@@ -23,6 +23,26 @@ bool is_terminal(StandardStream stream) {
     return GetConsoleMode(console, &mode) && SetConsoleMode(console, mode | ENABLE_VIRTUAL_TERMINAL_PROCESSING);
 }
 
+std::string this_process() {
+    char computer[MAX_COMPUTERNAME_LENGTH + 1] = "";
+    DWORD length = sizeof computer;
+    const bool named = GetComputerNameA(computer, &length);
+    return "process " + std::to_string(GetCurrentProcessId()) + (named ? std::string(" on ") + computer : "");
+}
+
+bool is_standard_input(const std::filesystem::path& file) {
+    const HANDLE input = GetStdHandle(STD_INPUT_HANDLE);
+    const HANDLE other = CreateFileW(file.c_str(), 0, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
+                                     OPEN_EXISTING, 0, nullptr);
+    if (other == INVALID_HANDLE_VALUE) return false;
+    BY_HANDLE_FILE_INFORMATION one, two;
+    const bool same = GetFileType(input) == FILE_TYPE_DISK && GetFileInformationByHandle(input, &one) &&
+                      GetFileInformationByHandle(other, &two) && one.dwVolumeSerialNumber == two.dwVolumeSerialNumber &&
+                      one.nFileIndexHigh == two.nFileIndexHigh && one.nFileIndexLow == two.nFileIndexLow;
+    CloseHandle(other);
+    return same;
+}
+
 std::filesystem::path running_program() {
     std::wstring path(MAX_PATH, L'\0');
     for (;;) {

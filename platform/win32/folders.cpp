@@ -4,17 +4,14 @@
 #include "platform/system.h"
 #include "platform/win32/handle.h"
 #include "platform/win32/names.h"
+#include "platform/win32/real_path.h"
 
 namespace tool {
 namespace {
 
 using win32::Handle;
-
-// For asking about a file or folder; `flags` may leave links unfollowed.
-HANDLE open_for_status(const std::wstring& name, DWORD flags = 0) {
-    return CreateFileW(name.c_str(), FILE_READ_ATTRIBUTES, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
-                       nullptr, OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS | flags, nullptr);
-}
+using win32::open_for_status;
+using win32::real_path;
 
 bool names_another_place(DWORD reparse_tag) {
     return reparse_tag == IO_REPARSE_TAG_SYMLINK || reparse_tag == IO_REPARSE_TAG_MOUNT_POINT;
@@ -45,22 +42,6 @@ std::optional<BY_HANDLE_FILE_INFORMATION> identity(std::string_view path) {
     BY_HANDLE_FILE_INFORMATION found;
     if (!file.is_open() || !GetFileInformationByHandle(file.get(), &found)) return std::nullopt;
     return found;
-}
-
-// Without the prefix that lifts the limit of a path's length.
-std::wstring plain(std::wstring path) {
-    if (path.starts_with(L"\\\\?\\UNC\\")) return L"\\" + path.substr(7);
-    return path.starts_with(L"\\\\?\\") ? path.substr(4) : path;
-}
-
-std::optional<std::wstring> real_path(const std::wstring& name) {
-    const Handle file(open_for_status(name));
-    if (!file.is_open()) return std::nullopt;
-    std::wstring path(32768, L'\0');
-    const DWORD length = GetFinalPathNameByHandleW(file.get(), path.data(), static_cast<DWORD>(path.size()), 0);
-    if (length == 0 || length >= path.size()) return std::nullopt;
-    path.resize(length);
-    return plain(std::move(path));
 }
 
 }  // namespace

@@ -2,6 +2,7 @@
 #include <exception>
 
 #include "framework/scalars.h"
+#include "platform/new_file.h"
 #include "platform/system.h"
 #include "platform/win32/handle.h"
 #include "platform/win32/names.h"
@@ -33,7 +34,7 @@ bool read_plain_file(std::string_view path, std::uint64_t limit, std::string& by
     return failed(ERROR_NOT_ENOUGH_MEMORY);
 }
 
-// A new name beside a target; the file that gets it disappears unless it takes the target's place.
+// A new name beside a target; the copy that gets it disappears unless it takes the target's place.
 class Replacement {
  public:
     explicit Replacement(const std::wstring& target) : target_(target) {
@@ -62,12 +63,6 @@ class Replacement {
     std::wstring target_, name_;
 };
 
-// The file itself where `path` is a link to one, so that writing it does not replace the link.
-std::wstring behind_links(std::string_view path) {
-    const std::optional<FileStatus> status = file_status(path);
-    return win32::spelled(status && status->is_link ? canonical_path(path) : std::string(path));
-}
-
 // False with the error set where `target` is there but a folder or read-only. *attributes are an existing file's.
 bool may_replace(const std::wstring& target, DWORD* attributes) {
     *attributes = GetFileAttributesW(target.c_str());
@@ -86,18 +81,15 @@ std::optional<std::string> read_file(std::string_view path, std::uint64_t limit)
 }
 
 bool write_file_atomically(std::string_view path, std::string_view bytes) {
-    const std::wstring target = behind_links(path);
-    DWORD attributes;
-    if (!may_replace(target, &attributes)) return false;
-    Replacement replacement(target);
-    const DWORD kept = attributes == INVALID_FILE_ATTRIBUTES ? DWORD{FILE_ATTRIBUTE_NORMAL} : attributes;
-    Handle file(CreateFileW(replacement.name(), GENERIC_WRITE, 0, nullptr, CREATE_NEW, kept, nullptr));
-    if (!file.is_open() || !win32::write_all(file.get(), bytes.data(), bytes.size()) || !file.close()) return false;
-    return replacement.take_place(MOVEFILE_REPLACE_EXISTING);
+    const auto target = behind_links(win32::spelled(path));
+    NewFile file;
+    return target && file.create_beside(*target, Access::usual) && file.write(bytes) && file.take_place(*target);
 }
 
 bool copy_file(std::string_view from, std::string_view to, bool fail_if_exists) {
-    const std::wstring target = behind_links(to);
+    const auto real = behind_links(win32::spelled(to));
+    if (!real) return false;
+    const std::wstring target = real->wstring();
     DWORD attributes;
     if (!may_replace(target, &attributes)) return false;
     if (fail_if_exists && attributes != INVALID_FILE_ATTRIBUTES) return failed(ERROR_FILE_EXISTS);

@@ -5,9 +5,11 @@
 #include "host/batch/batch_progress.h"
 #include "host/batch/flat_table.h"
 #include "host/batch/line_reader.h"
+#include "host/batch/run_lock.h"
 #include "host/case/case_format.h"
 #include "host/csv.h"
 #include "host/host_test.h"
+#include "host/system.h"
 
 namespace cephtool {
 namespace {
@@ -253,15 +255,37 @@ TEST(Batch, LosesNothingOfAnybodys) {
     }
     EXPECT_EQ(batch({"study", "-o", "study/a.csv"}).code, ExitCode::bad_command_line) << "it is a case";
     EXPECT_EQ(bytes_of("study/a.csv") + bytes_of("own.csv.errors.csv"), bad + "mine");
+    for (const std::string own : {"p.csv.part", "f.csv.errors.csv.part", "l.csv.lock"}) {
+        folder.add(own, "mine");
+        EXPECT_EQ(batch({"good.csv", "-o", own.substr(0, 5), "--resume"}).code, ExitCode::bad_command_line) << own;
+        EXPECT_EQ(bytes_of(own), "mine");
+    }
+    std::error_code no_links;
+    std::filesystem::create_symlink("gone", "d.csv.part", no_links);
+    EXPECT_TRUE(no_links || batch({"good.csv", "-o", "d.csv"}).code == ExitCode::bad_command_line);
+    EXPECT_FALSE(std::filesystem::exists("gone"));
 
     batch({"study", "--analysis", "Wits", "-o", "study/out.csv"});
     const std::string written = bytes_of("study/out.csv") + bytes_of("study/out.csv.errors.csv");
     EXPECT_THAT(written, HasSubstr("\n2,study"));
     EXPECT_EQ(batch({"good.csv", "-o", "study/out"}).code, ExitCode::done) << "its names stand in quotes";
-    std::error_code no_links;
     std::filesystem::create_symlink("study/out.csv", "link.csv", no_links);
     batch({"study", "--analysis", "Wits", "-o", no_links ? "study/out.csv" : "link.csv"});
     EXPECT_EQ(bytes_of("study/out.csv") + bytes_of("study/out.csv.errors.csv"), written) << "no new cases, no new file";
+}
+
+TEST(Batch, ASecondRunIsToldWhoIsAtWork) {
+    const Folder folder;
+    const Arguments arguments{SAMPLES "/lateral-average.json", "--analysis", "Wits", "-o", "o.csv", "--resume"};
+    {
+        const RunLock lock("o.csv.lock");
+        EXPECT_THAT(batch(arguments).err,
+                    HasSubstr("another run is writing this table: " + this_process() + ", since "));
+        EXPECT_FALSE(std::filesystem::exists("o.csv"));
+    }
+    folder.add("o.csv.lock", "cephtool batch: process 1, which is no more");
+    EXPECT_EQ(batch(arguments).code, ExitCode::done);
+    EXPECT_FALSE(std::filesystem::exists("o.csv.lock"));
 }
 
 TEST(Batch, WhatIsRememberedOfOneStageIsNotTakenForAnother) {

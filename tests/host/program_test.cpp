@@ -89,6 +89,67 @@ TEST(Program, FilesAndFoldersHaveJapaneseNames) {
     }
 }
 
+TEST(Program, NoOutputTakesThePlaceOfWhatIsRead) {
+    const host_test::Folder folder;
+    folder.add("a.json", host_test::bytes_of(SAMPLES "/lateral-average.json"));
+    folder.add("a.tps", "LM=2\n1 1\n5 5\nIMAGE=film.png\nSCALE=0.1\n");
+    folder.add("names", "S,N");
+    folder.add("film.png", "a film");
+    std::filesystem::create_hard_link("a.json", "hard.json");
+    const std::string before = host_test::bytes_of("a.json");
+    for (const Arguments& arguments :
+         std::vector<Arguments>{{"convert", "a.json", "-o", "./a.json"},
+                                {"convert", "a.json", "-o", "hard.json"},
+                                {"convert", "a.tps", "--landmarks", "@names", "-o", "names"},
+                                {"convert", "a.tps", "--landmarks", "S,N", "-o", "film.png"},
+                                {"stage", "a.tps", "--landmarks", "S,N", "--format", "csv", "-o", "film.png"},
+                                {"chart", "a.tps", "--landmarks", "S,N", "-o", "film.png"},
+                                {"check", "names", "-o", "names"}}) {
+        const Outcome one = run(arguments);
+        EXPECT_EQ(one.code, ExitCode::bad_command_line) << arguments[0];
+        EXPECT_THAT(one.err, HasSubstr("the output would replace")) << arguments[0];
+    }
+    EXPECT_EQ(host_test::bytes_of("a.json"), before);
+    EXPECT_EQ(host_test::bytes_of("names") + host_test::bytes_of("film.png"), "S,Na film");
+}
+
+TEST(Program, TheEndOfTheOutputsNameSaysTheFormat) {
+    const host_test::Folder folder;
+    folder.add("photo.jpg", host_test::bytes_of(EXIF_PICTURES "/apex.jpg"));
+    const std::string face = SAMPLES "/lateral-average.json";
+    const struct {
+        Arguments arguments;
+        const char *output, *begins;
+    } rows[] = {
+        {{"analyze", face, "--analysis", "Wits", "--anaitem", ANALYSES}, "o.JSON", "{\n"},
+        {{"analyze", face, "--analysis", "Wits", "--anaitem", ANALYSES}, "o.csv", "case,"},
+        {{"analyze", face, "--format", "csv", "--analysis", "Wits", "--anaitem", ANALYSES}, "o.json", "case,"},
+        {{"analyze", face, "--analysis", "Wits", "--anaitem", ANALYSES}, "o.pdf", nullptr},
+        {{"stage", face, "--anaitem", ANALYSES}, "o.csv", "case,"},
+        {{"exif", "photo.jpg"}, "o.json", "{\n"},
+        {{"age", "2001-05-14", "2013-08-20"}, "o.csv", "birth,"},
+        {{"modes", "--anaitem", ANALYSES}, "o.json", "{\n"},
+        {{"modes", "--anaitem", ANALYSES}, "o.csv", nullptr},
+        {{"analyses", "--anaitem", ANALYSES}, "o.json", "{\n"},
+        {{"check", ANALYSES "/Era.dat"}, "o.json", "{\n"},
+        {{"batch", face, "--analysis", "Wits", "--anaitem", ANALYSES}, "o.ndjson", "{\"case\":"},
+        {{"batch", face, "--analysis", "Wits", "--anaitem", ANALYSES}, "o.json", nullptr},
+        {{"analyze", face}, "", nullptr},
+        {{"trace", face}, "", nullptr},
+    };
+    for (const auto& [arguments, output, begins] : rows) {
+        Arguments all = arguments;
+        all.insert(all.end(), {"-o", output});
+        std::filesystem::remove(output);
+        const Outcome one = run(all);
+        EXPECT_EQ(one.out, "");
+        EXPECT_EQ(one.code, begins ? ExitCode::done : ExitCode::bad_command_line) << arguments[0] << output << one.err;
+        if (begins) {
+            EXPECT_THAT(host_test::bytes_of(output), testing::StartsWith(begins)) << arguments[0] << output;
+        }
+    }
+}
+
 TEST(Program, ConvertedCasesReadAsBefore) {
     const Outcome json = run({"convert", "--sex", "f", "-"}, "# scale_mm_per_px=0.1\nS,1.25,2\nChin,3,4\n");
     ASSERT_EQ(json.code, ExitCode::done) << json.err;

@@ -2,8 +2,7 @@
 #include "strength/failing_calls.h"
 
 #include <dlfcn.h>
-#include <fcntl.h>
-#include <sys/stat.h>
+#include <sys/types.h>
 #include <sys/uio.h>
 #include <unistd.h>
 
@@ -22,7 +21,7 @@ Harm kind;
 bool fails(int error) {
     if (left <= 0 || --left > 0) return false;
     harmed = true;
-    if (kind == Harm::signal) return std::raise(SIGTERM) != 0;
+    if (kind != Harm::error) return std::raise(kind == Harm::kill ? SIGKILL : SIGTERM) != 0;
     errno = error;
     return true;
 }
@@ -62,13 +61,16 @@ bool harmless_again() {
 
 #pragma GCC visibility push(default)
 extern "C" {
-FAILING(int, open, (const char* path, int flags, ...), (path, flags, 0666), EMFILE, -1)  // the only mode in use
+FAILING(int, open, (const char* path, int flags, unsigned mode), (path, flags, mode), EMFILE, -1)
 FAILING(FILE*, fopen, (const char* path, const char* mode), (path, mode), EMFILE, nullptr)
 FAILING(FILE*, fopen64, (const char* path, const char* mode), (path, mode), EMFILE, nullptr)
 FAILING(ssize_t, read, (int file, void* to, size_t count), (file, to, count), EIO, -1)
 FAILING(ssize_t, write, (int file, const void* from, size_t count), (file, from, count), ENOSPC, -1)
 FAILING(ssize_t, writev, (int file, const iovec* from, int count), (file, from, count), ENOSPC, -1)
 FAILING(int, rename, (const char* from, const char* to), (from, to), EXDEV, -1)
+FAILING(int, fsync, (int file), (file), EIO, -1)
+FAILING(int, flock, (int file, int operation), (file, operation), ENOLCK, -1)
+FAILING(int, ftruncate, (int file, off_t size), (file, size), EIO, -1)
 FAILING(int, fchmod, (int file, mode_t mode), (file, mode), EPERM, -1)
 FAILING(int, fchmodat, (int at, const char* path, mode_t mode, int flags), (at, path, mode, flags), EPERM, -1)
 FAILING_WHEN_DONE(int, close, (int file), (file), EIO, -1)

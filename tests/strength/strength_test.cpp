@@ -46,17 +46,17 @@ class Strength : public testing::Test {
     // What the program said, harmed in its n-th call; another process of it says nothing when it is stopped there.
     // Nothing when it makes fewer calls.
     static std::optional<Outcome> harmed_run(const Arguments& arguments, int n, Harm harm) {
-        const pid_t child = harm == Harm::signal ? fork() : 0;
+        const pid_t child = harm == Harm::error ? 0 : fork();
         if (child == 0) {
             harm_call(n, harm);
             const Outcome outcome = run(arguments);
             const bool harmed = harmless_again();
-            if (harm == Harm::signal) _exit(harmed);
+            if (harm != Harm::error) _exit(harmed);
             return harmed ? std::optional(outcome) : std::nullopt;
         }
         int status = 0;
         waitpid(child, &status, 0);
-        EXPECT_TRUE(WIFEXITED(status) || WTERMSIG(status) == SIGTERM) << status;
+        EXPECT_TRUE(WIFEXITED(status) || WTERMSIG(status) == (harm == Harm::kill ? SIGKILL : SIGTERM)) << status;
         return status == 0 ? std::nullopt : std::optional(Outcome{ExitCode::bad_input, "", ""});
     }
 
@@ -80,7 +80,7 @@ TEST_F(Strength, AResultIsWholeOrTheOldOneStays) {
         ASSERT_EQ(good.code, ExitCode::done) << good.err;
         const std::string result = bytes_of(out);
         const std::set<std::string> names = names_in(folder_.path);
-        for (const Harm harm : {Harm::error, Harm::signal}) {
+        for (const Harm harm : {Harm::error, Harm::signal, Harm::kill}) {
             int n = 0;
             for (;; ++n) {
                 folder_.add(out, old_one);
@@ -94,6 +94,9 @@ TEST_F(Strength, AResultIsWholeOrTheOldOneStays) {
                 if (harm == Harm::error) {
                     EXPECT_EQ(whole, outcome->code == ExitCode::done) << n << outcome->err;
                     EXPECT_TRUE(whole || std::ranges::any_of(names, is_told)) << n << outcome->err;
+                }
+                if (harm == Harm::kill) {
+                    EXPECT_EQ(run(command).err, good.err) << "clears up behind it";
                 }
                 EXPECT_EQ(names_in(folder_.path), names) << n;
             }
@@ -117,7 +120,7 @@ TEST_F(Strength, ABatchGoesOnAfterWhateverStoppedIt) {
     ASSERT_EQ(run(begin).code, ExitCode::bad_input);
     const std::string table = bytes_of("o.csv"), failed = bytes_of("o.csv.errors.csv");
     for (const bool resumes : {false, true}) {
-        for (const Harm harm : {Harm::error, Harm::signal}) {
+        for (const Harm harm : {Harm::error, Harm::signal, Harm::kill}) {
             for (int n = 1;; ++n) {
                 for (const std::string& name : names_in(folder_.path))
                     if (!inputs.contains(name)) fs::remove(name);
@@ -130,6 +133,7 @@ TEST_F(Strength, ABatchGoesOnAfterWhateverStoppedIt) {
                 run(resume);
                 EXPECT_EQ(bytes_of("o.csv"), table) << n;
                 EXPECT_EQ(bytes_of("o.csv.errors.csv"), failed) << n;
+                EXPECT_EQ(names_in(folder_.path).size(), inputs.size() + 2) << n;
             }
         }
     }
@@ -185,18 +189,55 @@ TEST_F(Strength, OddFilesAreToldAtOnce) {
     EXPECT_EQ(CFile("pipe", CFile::modeRead).GetLength(), 0u);
 }
 
-TEST_F(Strength, AnOutputKeepsItsRightsAndItsLinks) {
-    folder_.add("private.csv", old_one);
-    fs::permissions("private.csv", fs::perms::owner_read | fs::perms::owner_write);
-    fs::create_symlink("private.csv", "link.csv");
+std::string rights_of(const std::string& file) {
+    struct stat status {};
+    stat(file.c_str(), &status);
+    return std::to_string(status.st_mode & 07777) + " of " + std::to_string(status.st_uid) + ":" +
+           std::to_string(status.st_gid);
+}
+
+TEST_F(Strength, AnOutputKeepsItsOwnerItsRightsAndItsLinks) {
     const std::string longest = std::string(251, 'n') + ".csv";
-    for (const std::string& out : {std::string("link.csv"), longest, std::string("-\n \xFF'\\\xF0\x9F\x98\x80.csv")})
+    for (const std::string& out : {longest, std::string("-\n \xFF'\\\xF0\x9F\x98\x80.csv")})
         EXPECT_EQ(run({"convert", "case.json", "--output=" + out}).code, ExitCode::done) << out;
-    EXPECT_TRUE(fs::is_symlink("link.csv"));
-    EXPECT_EQ(bytes_of("private.csv"), bytes_of(longest));
-    EXPECT_EQ(fs::status("private.csv").permissions(), fs::perms::owner_read | fs::perms::owner_write);
-    fs::permissions("private.csv", fs::perms::owner_read);
-    EXPECT_EQ(run({"convert", "case.json", "-o", "private.csv"}).code, ExitCode::bad_input);
+    const std::vector<Arguments> commands = {
+        {"convert", "case.json", "-o", "o.csv"},
+        {"batch", "case.json", "dot.pgm", "--analysis", "Wits", "--anaitem", "ana", "-o", "o.csv"},
+        {"exif", "photo.jpg", "--thumbnail", "o.csv"},
+        {"lineimage", "dot.pgm", "-o", "o.pgm"},
+        {"lineimage", "dot.pgm", "-o", "o.png"},
+        {"trace", "case.json", "--anaitem", "ana", "-o", "o.svg"},
+        {"report", "case.json", "--anaitem", "ana", "-o", "o.pdf"},
+    };
+    for (const Arguments& command : commands) {
+        SCOPED_TRACE(command.front());
+        const std::string out = command.back(), link = "link" + out.substr(1), failed = out + ".errors.csv";
+        const auto run_again = [&](const std::string& output) {
+            Arguments again = command;
+            again.back() = output;
+            return run(again);
+        };
+        fs::remove(out);
+        run_again(out);
+        EXPECT_THAT(rights_of(out), testing::StartsWith("384 of ")) << "it shows a patient";  // 0600
+        fs::create_symlink(out, link);
+        ASSERT_EQ(chmod(out.c_str(), 0660), 0);
+        const std::string whole = bytes_of(out);
+        const bool given_away = chown(out.c_str(), 7, 8) == 0;  // only root can
+        const std::string rights = rights_of(out);
+        const bool fails = chmod(failed.c_str(), 0644) == 0;
+        run_again(link);
+        EXPECT_EQ(bytes_of(out).size(), whole.size());
+        EXPECT_TRUE(fs::is_symlink(link) && (!given_away || rights_of(out) == rights)) << rights_of(out);
+        EXPECT_TRUE(!fails || rights_of(failed).starts_with("420 of ")) << rights_of(failed);  // 0644
+        ASSERT_EQ(chmod(out.c_str(), 0400), 0);
+        EXPECT_EQ(run_again(out).code, ExitCode::bad_input);
+        fs::remove(link);
+        fs::create_symlink(link, link);
+        EXPECT_THAT(run_again(link).err, testing::HasSubstr("leads in a circle"));
+        EXPECT_TRUE(fs::is_symlink(link));
+        fs::remove(link);
+    }
 }
 
 }  // namespace
