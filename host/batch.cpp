@@ -87,8 +87,7 @@ ExitCode run_batch(const Command& command, const Arguments& arguments, Streams& 
                                   : std::nullopt);
     };
     const BatchWork work{columns, format, case_options.options(), band, thread_count(threads)};
-    if (!measure_batch(
-            work, stream, table, [&] { return interruption.asked(); }, show)) {
+    if (!measure_batch(work, stream, table, interruption_asked, show)) {
         throw Error(ExitCode::bad_input, "stopped; " + printable(table.part()) + " holds the cases that are done",
                     "The same command line with --resume goes on.");
     }

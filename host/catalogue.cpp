@@ -98,7 +98,7 @@ std::vector<Analysis> listed_analyses(std::vector<std::string>& notes) {
                 analyses.push_back(described(kind.code, Utf8FromCodePage932(path), std::move(sheet), text));
                 analyses.back().index = index;
             } else if (!single) {
-                notes.push_back(printable(utf8_from_path(path_from_library(path))) + " is listed, but can't be read");
+                notes.push_back(shown_name(utf8_from_path(path_from_library(path))) + " is listed, but can't be read");
             }
             if (single) break;
         }
@@ -106,8 +106,15 @@ std::vector<Analysis> listed_analyses(std::vector<std::string>& notes) {
     return analyses;
 }
 
-std::vector<Analysis> analyses_in_file(const std::string& path, std::istream& standard_input) {
+std::vector<Analysis> analyses_in_file(const std::string& path, std::istream& standard_input,
+                                       std::vector<std::string>& notes) {
     const Source source = read_bytes(path, standard_input, definition_limit);
+    const bool is_ascii = std::ranges::none_of(source.text, [](char c) { return (c & 0x80) != 0; });
+    if (!is_ascii && first_malformed(source.text) == std::string::npos) {
+        notes.push_back(shown_name(path) +
+                        " is UTF-8, but definition files are read in code page 932: names and units come out as other "
+                        "characters. Convert it: iconv -f UTF-8 -t CP932 OLD > NEW, or save it as Shift JIS");
+    }
     std::vector<Analysis> analyses;
     for (const Kind kind : all_kinds) {
         const int code = static_cast<int>(kind);

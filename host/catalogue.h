@@ -35,8 +35,10 @@ const char* name_of_engine_kind(int engine_kind);
 std::vector<Analysis> listed_analyses(std::vector<std::string>& notes);
 
 // A definition file of the person's own, once for each kind of case, since the file itself does not tell.
-// Throws an Error when it can't be read or holds no item.
-std::vector<Analysis> analyses_in_file(const std::string& path, std::istream& standard_input);
+// That it is UTF-8, where code page 932 is read, goes to `notes`. Throws an Error when it can't be read or holds no
+// item.
+std::vector<Analysis> analyses_in_file(const std::string& path, std::istream& standard_input,
+                                       std::vector<std::string>& notes);
 
 // Those whose title or file name, with or without extension, is `name`, without regard to case.
 std::vector<const Analysis*> named(std::span<const Analysis> analyses, std::string_view name);

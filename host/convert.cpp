@@ -40,11 +40,22 @@ std::string image_from(const std::string& output, const Case& record) {
     return utf8_from_path((way / image).generic_u8string());              // "/" is understood everywhere
 }
 
+std::vector<ForeignKey> foreign_keys(const Case& record) {
+    std::vector<ForeignKey> keys = record.foreign;
+    for (const Outline& outline : record.outlines)
+        keys.insert(keys.end(), outline.foreign.begin(), outline.foreign.end());
+    return keys;
+}
+
 // A format that lost something says so.
 void note_losses(const Case& record, const CaseFormat& format, std::vector<std::string>& notes) {
     const std::string name = format.name;
-    if (name == "json") return;
-    std::vector<std::string> lost;
+    std::vector<std::string> lost = record.passed_over;
+    const auto tell = [&] {
+        if (!lost.empty()) notes.push_back("a file of format " + name + " has no place for: " + joined(lost, ", "));
+    };
+    if (name == "json") return tell();
+    for (const ForeignKey& key : foreign_keys(record)) lost.push_back("the key " + in_quotes(key.key));
     if (!record.virtuals.empty()) lost.emplace_back("virtual landmarks");
     if (!record.outlines.empty()) lost.emplace_back(name == "tps" ? "names and anchors of outlines" : "outlines");
     if (!record.image.empty() && name != "tps") lost.emplace_back("the name of the X-ray");
@@ -52,7 +63,7 @@ void note_losses(const Case& record, const CaseFormat& format, std::vector<std::
     if (!names.empty()) lost.push_back("landmarks of your own named " + joined(names, ", "));
     if (record.palate) lost.emplace_back("the category of the palate");
     if (name == "challenge") lost.emplace_back("all but nineteen landmarks, and everything beside them");
-    if (!lost.empty()) notes.push_back("a file of format " + name + " has no place for: " + joined(lost, ", "));
+    tell();
 }
 
 }  // namespace

@@ -40,7 +40,7 @@ Interruption::~Interruption() {
     restore();
 }
 
-bool Interruption::asked() const {
+bool interruption_asked() {
     return came != 0;
 }
 

@@ -5,6 +5,9 @@
 
 namespace cephtool {
 
+// Whether such a signal came while an Interruption lives.
+bool interruption_asked();
+
 // While it lives, the first such signal is only taken down; a second one ends the program at once. Nor does a file that
 // may not grow any more end it: that is an error of the write.
 class Interruption {
@@ -14,7 +17,6 @@ class Interruption {
     Interruption(const Interruption&) = delete;
     Interruption& operator=(const Interruption&) = delete;
 
-    bool asked() const;
     // Ends the program as the signal would have, if one came.
     void obey();
 

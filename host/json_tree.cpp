@@ -53,12 +53,12 @@ class TreeBuilder {
         return std::move(root_);
     }
 
-    bool null() { return add(number_or_word_at(), nullptr); }
-    bool boolean(bool value) { return add(number_or_word_at(), value); }
-    bool number_integer(json::number_integer_t value) { return add(number_or_word_at(), static_cast<double>(value)); }
-    bool number_unsigned(json::number_unsigned_t value) { return add(number_or_word_at(), static_cast<double>(value)); }
-    bool number_float(json::number_float_t value, const json::string_t&) { return add(number_or_word_at(), value); }
-    bool string(json::string_t& value) { return add(string_at(), std::move(value)); }
+    bool null() { return add(number_or_word(), nullptr); }
+    bool boolean(bool value) { return add(number_or_word(), value); }
+    bool number_integer(json::number_integer_t value) { return add(number_or_word(), static_cast<double>(value)); }
+    bool number_unsigned(json::number_unsigned_t value) { return add(number_or_word(), static_cast<double>(value)); }
+    bool number_float(json::number_float_t value, const json::string_t&) { return add(number_or_word(), value); }
+    bool string(json::string_t& value) { return add({string_at(), reached()}, std::move(value)); }
     bool binary(json::binary_t&) { return false; }
     bool start_object(std::size_t) { return open(JsonObject()); }
     bool start_array(std::size_t) { return open(JsonArray()); }
@@ -75,6 +75,7 @@ class TreeBuilder {
     }
 
     bool end_array() {
+        open_.back()->end = reached();
         open_.pop_back();
         return true;
     }
@@ -91,6 +92,10 @@ class TreeBuilder {
     }
 
  private:
+    struct Extent {
+        std::size_t at, end;
+    };
+
     std::size_t reached() const { return static_cast<std::size_t>(reached_ - source_.text.data()); }
 
     // The parser has read the closing quote; the opening one is the last in front of it without a backslash.
@@ -106,16 +111,18 @@ class TreeBuilder {
     }
 
     // The parser has read the token, and one character more behind a number.
-    std::size_t number_or_word_at() const {
+    Extent number_or_word() const {
         constexpr std::string_view within = "+-.0123456789Eaeflnrstu";
         const std::string_view text = source_.text;
         const std::size_t last = text.find_last_of(within, reached() - 1);
-        return text.find_last_not_of(within, last) + 1;  // npos + 1 is 0
+        return {text.find_last_not_of(within, last) + 1, last + 1};  // npos + 1 is 0
     }
 
     template <class Value>
-    bool add(std::size_t at, Value&& value) {
-        place(at).value = std::forward<Value>(value);
+    bool add(Extent extent, Value&& value) {
+        JsonValue& made = place(extent.at);
+        made.end = extent.end;
+        made.value = std::forward<Value>(value);
         return true;
     }
 

@@ -16,7 +16,8 @@ using JsonArray = std::vector<JsonValue>;
 using JsonObject = std::vector<JsonMember>;
 
 struct JsonValue {
-    std::size_t at = 0;  // byte of the source at which it begins
+    std::size_t at = 0;   // byte of the source at which it begins
+    std::size_t end = 0;  // the one behind it
     std::variant<std::nullptr_t, bool, double, std::string, JsonArray, JsonObject> value;
 };
 

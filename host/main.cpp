@@ -2,6 +2,7 @@
 
 #include "host/command.h"
 #include "host/path.h"
+#include "host/standard_input.h"
 #include "host/system.h"
 #include "host/terminal.h"
 
@@ -13,7 +14,9 @@ int main(int count, char** words) {
     cephtool::prepare_standard_streams();
     cephtool::Arguments arguments;
     for (int i = 1; i < count; ++i) arguments.push_back(cephtool::utf8_from_path(words[i]));
-    cephtool::Streams streams{std::cin, std::cout, std::cerr, cephtool::shows_colours(), cephtool::shows_progress()};
+    cephtool::StandardInput bytes;
+    std::istream input(&bytes);
+    cephtool::Streams streams{input, std::cout, std::cerr, cephtool::shows_colours(), cephtool::shows_progress()};
     const cephtool::ExitCode code = cephtool::run_program(arguments, streams);
     std::cout.flush();
     if (!std::cout && code == cephtool::ExitCode::done) {

@@ -35,7 +35,7 @@ bool is_same_file(const fs::path& one, const fs::path& other) {
 }  // namespace
 
 Error not_written(const std::string& path) {
-    return {ExitCode::bad_input, printable(path) + " could not be written",
+    return {ExitCode::bad_input, shown_name(path) + " could not be written",
             "Check that the folder exists, that you may write there, and that the disk has room."};
 }
 
@@ -48,7 +48,7 @@ void check_all_read() {
     const CString path = UnreadFile();
     if (path.IsEmpty()) return;
     throw Error(ExitCode::bad_input,
-                printable(utf8_from_path(path_from_library(path))) + " is there, but can't be read",
+                shown_name(utf8_from_path(path_from_library(path))) + " is there, but can't be read",
                 "Without it the results would be others. Check that you may read it, and the disk.");
 }
 

@@ -25,7 +25,9 @@ void Selection::choose(const std::string& name, Streams& streams) {
         throw unknown;
     }
     if (found.empty()) {
-        from_files_.push_back(analyses_in_file(name, streams.in));
+        std::vector<std::string> notes;
+        from_files_.push_back(analyses_in_file(name, streams.in, notes));
+        for (const std::string& note : notes) streams.err << "note: " << note << "\n";
         for (const Analysis& analysis : from_files_.back()) found.push_back(&analysis);
     }
     for (const Analysis* analysis : found)

@@ -32,7 +32,7 @@ std::string bytes_of(std::istream& in, const std::string& name, const InputLimit
 
 Error Source::error(const std::string& message, std::string way_out) const {
     Error made(ExitCode::bad_input, message, std::move(way_out));
-    made.file = printable(name);
+    made.file = shown_name(name);
     return made;
 }
 
@@ -87,7 +87,11 @@ Source read_bytes(const std::string& path, std::istream& standard_input, const I
     const std::filesystem::path file = path_from_utf8(path);
     const auto status = std::filesystem::status(file, failure);
     if (!std::filesystem::exists(status)) throw source.error("there is no such file", "Check the name and the folder.");
-    if (std::filesystem::is_directory(status)) throw source.error("this is a folder", "Give the files in it.");
+    if (std::filesystem::is_directory(status)) {
+        throw source.error("this is a folder", limit.plain_files_only ? limit.way_out : "Give the files in it.");
+    }
+    if (limit.plain_files_only && !std::filesystem::is_regular_file(status))
+        throw source.error("this is a device or a pipe, no file", limit.way_out);
     const std::uintmax_t size =
         std::filesystem::is_regular_file(status) ? std::filesystem::file_size(file, failure) : 0;
     if (failure) throw not_read(source);

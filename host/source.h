@@ -15,6 +15,7 @@ inline constexpr std::size_t largest_input = std::size_t{64} << 20;
 struct InputLimit {
     std::size_t bytes;
     const char *shown, *way_out;
+    bool plain_files_only = false;  // for what is asked to be there, not sent
 };
 inline constexpr InputLimit case_limit{
     largest_input, "64 MiB", "A case is a list of landmarks, not an image. Give the file that holds the coordinates."};

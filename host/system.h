@@ -1,6 +1,7 @@
 // What the program asks of the system beyond the standard library; posix/ and win32/ answer.
 #pragma once
 
+#include <cstddef>
 #include <cstdio>
 #include <filesystem>
 #include <string>
@@ -23,6 +24,10 @@ bool is_standard_input(const std::filesystem::path& file);
 
 // Where the running program lies; "" when the system does not tell.
 std::filesystem::path running_program();
+
+// The bytes of standard input that are there, waiting for one at least: how many, 0 at its end or once `stop` tells to
+// wait no longer, below 0 when reading fails. On Windows only a console stops waiting.
+std::ptrdiff_t read_standard_input(char* to, std::size_t size, bool (*stop)());
 
 // Null when it can't be opened.
 std::FILE* opened_to_read(const std::filesystem::path& path);

@@ -172,6 +172,15 @@ std::string in_quotes(std::string_view text) {
     return "\"" + fitted(printable(text.substr(0, readable_bytes)), readable_columns) + "\"";
 }
 
+std::string shown_name(std::string_view path) {
+    constexpr std::size_t most_bytes = 300, kept = 140;
+    if (path.size() <= most_bytes) return printable(path);
+    std::size_t front = kept, back = path.size() - kept;
+    while (front > 0 && (path[front] & 0xC0) == 0x80) --front;
+    while (back < path.size() && (path[back] & 0xC0) == 0x80) ++back;
+    return printable(path.substr(0, front)) + "…" + printable(path.substr(back));
+}
+
 std::string joined(std::span<const std::string> parts, std::string_view between) {
     std::string text;
     for (const std::string& part : parts) {

@@ -35,6 +35,9 @@ std::string printable(std::string_view text);
 // printable(), cut to a readable length, in double quotes: what was found, in a message.
 std::string in_quotes(std::string_view text);
 
+// printable(), of a name of a file: one that is longer than any that people give is cut in the middle.
+std::string shown_name(std::string_view path);
+
 // The parts one after the other, with `between` between them.
 std::string joined(std::span<const std::string> parts, std::string_view between);
 

@@ -16,7 +16,8 @@ namespace cephtool {
 namespace {
 
 constexpr double longest_side_px = 1600;  // of a PNG picture, unless asked for otherwise
-constexpr int largest_side_px = 32767;
+constexpr int smallest_side_px = 16, largest_side_px = 32767;
+constexpr double least_zoom = 0.001, most_zoom = 100;
 
 struct PixelSize {
     int width, height;
@@ -48,7 +49,8 @@ std::optional<PixelSize> size_from(const std::string& text) {
     if (cross == std::string::npos) return {};
     const auto side = [](const std::string& digits) -> int {
         const auto number = number_from(digits);
-        const bool fits = number && *number >= 1 && *number <= largest_side_px && *number == std::floor(*number);
+        const bool fits =
+            number && *number >= smallest_side_px && *number <= largest_side_px && *number == std::floor(*number);
         return fits ? static_cast<int>(*number) : 0;
     };
     const PixelSize size{side(text.substr(0, cross)), side(text.substr(cross + 1))};
@@ -67,6 +69,10 @@ double pixels_a_mm(const TraceOptions& options, const Page& page) {
     if (longest * pixels > largest_side_px) {
         throw bad_option("the picture would have more than " + std::to_string(largest_side_px) + " pixels a side",
                          "Ask for a smaller --zoom.");
+    }
+    if (std::lround(std::min(page.width_mm, page.height_mm) * pixels) < smallest_side_px) {
+        throw bad_option("the picture would have less than " + std::to_string(smallest_side_px) + " pixels a side",
+                         "Ask for a larger --zoom or --size.");
     }
     return pixels;
 }
@@ -145,11 +151,13 @@ ExitCode run_trace(const Command& command, const Arguments& arguments, Streams& 
                     "case: its own, where it has any;\nfitted: those of an average face; none");
     line.add_choice("--style", given.style, {"film", "paper"}, "film: bright on dark; paper: dark on white");
     line.add_text("--size", "WxH", given.size, "PNG: the largest that fits in it", [](const std::string& text) {
-        return size_from(text) ? "" : in_quotes(text) + " is no size such as 1200x1500";
+        return size_from(text) ? "" : in_quotes(text) + " is no size from 16x16 to 32767x32767, such as 1200x1500";
     });
     line.add_text("--zoom", "Z", given.zoom, "PNG: pixels for each pixel of the X-ray", [](const std::string& text) {
         const auto number = number_from(text);
-        return number && *number > 0 && *number <= 100 ? "" : in_quotes(text) + " is no zoom such as 0.5";
+        return number && *number >= least_zoom && *number <= most_zoom
+                   ? ""
+                   : in_quotes(text) + " is no zoom from 0.001 to 100, such as 0.5";
     });
     line.add_flag("--actual-size", given.actual_size, "for paper: true size with a ruler, on A4\nor A3");
     line.add_analysis_folder(given.folder);

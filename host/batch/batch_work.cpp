@@ -64,12 +64,14 @@ class Worker {
 };
 
 // The case of the last line that an earlier run wrote must give that line again.
-void check_last_line(const BatchWork& work, CaseStream& stream, const BatchOutput& output) {
+void check_last_line(const BatchWork& work, CaseStream& stream, const BatchOutput& output,
+                     const std::function<bool()>& stop) {
     Portion portion;
     portion.cases.resize(1);
     while (portion.cases[0].number < output.last_number()) {
         if (!stream.next(portion.cases[0])) break;
     }
+    if (stop()) return;
     portion.count = 1;
     Worker(work).measure(portion);
     if (portion.lines != output.last_line()) {
@@ -97,7 +99,7 @@ bool fill(Portion& portion, CaseStream& stream) {
 
 bool measure_batch(const BatchWork& work, CaseStream& stream, BatchOutput& output, const std::function<bool()>& stop,
                    const std::function<void(std::size_t cases)>& progress) {
-    if (output.last_number() > 0) check_last_line(work, stream, output);
+    if (output.last_number() > 0) check_last_line(work, stream, output, stop);
     OrderedPool<Portion> pool(work.threads, work.threads * portions_a_thread, [&work] {
         const auto worker = std::make_shared<Worker>(work);
         return [worker](Portion& portion) { worker->measure(portion); };
@@ -107,7 +109,10 @@ bool measure_batch(const BatchWork& work, CaseStream& stream, BatchOutput& outpu
         stopped = stopped || stop();
         if (more && !stopped && !pool.is_full()) {
             more = fill(pool.free_item(), stream);
-            if (more) pool.hand_in();
+            // What is read while one asks to stop ends anywhere: standard input is no longer waited for.
+            stopped = stop();
+            if (more && !stopped) pool.hand_in();
+            more = more || stopped;
             continue;
         }
         if (pool.is_empty()) break;

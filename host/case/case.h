@@ -38,11 +38,17 @@ struct VirtualLandmark {
     std::string name, construction;
 };
 
+// What another program has put into a case, under a key that begins with "x-".
+struct ForeignKey {
+    std::string key, json;  // the value as it stands in the file
+};
+
 struct Outline {
     std::string name;
     bool closed = false;
     std::vector<Position> points;
     std::vector<std::string> anchors;  // landmarks that are among the points
+    std::vector<ForeignKey> foreign = {};
 };
 
 struct Case {
@@ -61,6 +67,8 @@ struct Case {
     std::string image;                     // file of the X-ray, relative to the case's own; "" when not given
     std::optional<int> palate;             // of a cast
     std::optional<double> mirrored_about;  // the sum of a point's x before and after
+    std::vector<ForeignKey> foreign;
+    std::vector<std::string> passed_over;  // what the file says beside that, and what a case written anew lacks
     std::vector<Remark> remarks;           // what changes how its numbers are to be read
     std::vector<std::string> notes;        // what the reader took for granted or left out, for the person who runs it
 };

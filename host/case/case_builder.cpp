@@ -43,6 +43,13 @@ bool fits_user_landmark(const std::string& name) {
     return bytes == no_place || bytes <= longest_user_name;
 }
 
+void CaseBuilder::pass_over(const std::string& what) {
+    constexpr std::size_t most_named = 12;
+    std::vector<std::string>& named = record_.passed_over;
+    if (named.size() > most_named || std::ranges::find(named, what) != named.end()) return;
+    named.push_back(named.size() == most_named ? "and more" : what);
+}
+
 void CaseBuilder::first_setting(const std::string& key, std::size_t at) {
     const auto [met, is_new] = settings_.emplace(key, at);
     if (is_new) return;

@@ -57,7 +57,7 @@ class FcsvReader {
             if (!space) throw source_.error_at(comment.at, in_quotes(name) + " is no coordinate system", "Use LPS.");
             builder_.first_setting(std::string(key), comment.at);
             space_ = *space;
-        } else if (key != "columns") {
+        } else if (key != "columns" && !comment.text.starts_with(opening)) {
             read_setting_comment(builder_, source_, text, comment.at);
         }
     }

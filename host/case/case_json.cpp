@@ -13,6 +13,10 @@ namespace {
 constexpr std::string_view format_name = "cephtool-case";
 constexpr double format_version = 1;
 
+bool is_foreign(const std::string& key) {
+    return key.starts_with("x-");
+}
+
 // What a value is called in a message.
 template <class Type>
 constexpr const char* type_name = nullptr;
@@ -43,6 +47,7 @@ class JsonCaseReader {
         for (const Key& key : keys()) {
             if (const JsonValue* value = find(members, key.name); value && key.read) (this->*key.read)(*value);
         }
+        for (ForeignKey& key : foreign_keys(members)) builder_.foreign(std::move(key));
         return builder_.finished();
     }
 
@@ -76,10 +81,17 @@ class JsonCaseReader {
         throw source_.error_at(value.at, what + " should be " + type_name<Type>);
     }
 
-    // Keys that begin with "x-" belong to other programs and are passed over.
+    // Keys that begin with "x-" belong to other programs.
+    std::vector<ForeignKey> foreign_keys(const JsonObject& members) const {
+        std::vector<ForeignKey> keys;
+        for (const auto& [key, at, value] : members)
+            if (is_foreign(key)) keys.push_back({key, source_.text.substr(value.at, value.end - value.at)});
+        return keys;
+    }
+
     void check_keys(const JsonObject& members, std::span<const std::string> known) const {
         for (const JsonMember& member : members) {
-            if (member.key.starts_with("x-") || std::ranges::find(known, member.key) != known.end()) continue;
+            if (is_foreign(member.key) || std::ranges::find(known, member.key) != known.end()) continue;
             const std::string meant = did_you_mean(member.key, known);
             throw source_.error_at(member.key_at, "the key " + in_quotes(member.key) + " is not known here",
                                    meant.empty() ? "Keys of your own begin with \"x-\"." : meant);
@@ -178,6 +190,7 @@ class JsonCaseReader {
                 outline.anchors.push_back(landmark);
             }
         }
+        outline.foreign = foreign_keys(members);
         builder_.outline(std::move(outline));
     }
 
@@ -220,10 +233,26 @@ Json json_of(const std::vector<Landmark>& landmarks) {
     return object;
 }
 
-Json json_of(const Outline& outline) {
-    Json points = Json::array();
-    for (const Position& point : outline.points) points.push_back(json_of(point));
-    return {{"name", outline.name}, {"closed", outline.closed}, {"points", points}, {"anchors", outline.anchors}};
+// The text of an object whose lines begin at `indent`; behind its own members stand some that are text already.
+std::string object_text(const Json& own, std::span<const ForeignKey> more, const std::string& indent) {
+    std::string text;
+    for (const char c : own.dump(2)) text += c == '\n' ? "\n" + indent : std::string(1, c);
+    const std::string end = "\n" + indent + "}";
+    text.resize(text.size() - end.size());
+    for (const auto& [key, json] : more) text += ",\n" + indent + "  " + Json(key).dump() + ": " + json;
+    return text + end;
+}
+
+std::string text_of(const std::vector<Outline>& outlines) {
+    std::string text;
+    for (const Outline& outline : outlines) {
+        Json points = Json::array();
+        for (const Position& point : outline.points) points.push_back(json_of(point));
+        const Json own = {
+            {"name", outline.name}, {"closed", outline.closed}, {"points", points}, {"anchors", outline.anchors}};
+        text += (text.empty() ? "[\n    " : ",\n    ") + object_text(own, outline.foreign, "    ");
+    }
+    return text + "\n  ]";
 }
 
 }  // namespace
@@ -246,9 +275,11 @@ std::string to_json(const Case& record) {
     if (!record.user.empty()) json["user"] = json_of(record.user);
     if (!record.vertebrae.empty()) json["vertebrae"] = json_of(record.vertebrae);
     for (const VirtualLandmark& made : record.virtuals) json["virtual"][made.name] = made.construction;
-    for (const Outline& outline : record.outlines) json["outlines"].push_back(json_of(outline));
     if (record.palate) json["palate"] = *record.palate;
-    return json.dump(2) + "\n";
+    std::vector<ForeignKey> more;
+    if (!record.outlines.empty()) more.push_back({"outlines", text_of(record.outlines)});
+    more.insert(more.end(), record.foreign.begin(), record.foreign.end());
+    return object_text(json, more, "") + "\n";
 }
 
 }  // namespace cephtool

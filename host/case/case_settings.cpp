@@ -54,7 +54,11 @@ bool read_setting(CaseBuilder& builder, const Source& source, std::string_view k
 Comment read_setting_comment(CaseBuilder& builder, const Source& source, std::string_view text, std::size_t at,
                              const std::vector<std::string>& more_keys) {
     const std::size_t equals = text.find('=');
-    if (equals == std::string_view::npos) return Comment::unknown;
+    const auto pass_over = [&] {
+        if (!text.empty()) builder.pass_over("the comment " + in_quotes(text));
+        return Comment::unknown;
+    };
+    if (equals == std::string_view::npos) return pass_over();
     const std::string_view key = trimmed(text.substr(0, equals));
     if (read_setting(builder, source, key, trimmed(text.substr(equals + 1)), at)) {
         builder.first_setting(std::string(key), at);
@@ -64,7 +68,7 @@ Comment read_setting_comment(CaseBuilder& builder, const Source& source, std::st
     keys.insert(keys.end(), more_keys.begin(), more_keys.end());
     const std::string meant = did_you_mean(key, keys);
     if (!meant.empty()) throw source.error_at(at, "the setting " + in_quotes(key) + " is not known", meant);
-    return Comment::unknown;
+    return pass_over();
 }
 
 std::vector<std::pair<std::string, std::string>> settings_of(const Case& record) {

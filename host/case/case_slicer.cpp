@@ -31,6 +31,7 @@ class SlicerReader {
         const JsonValue root = read_json(source_);
         const auto& members = as<JsonObject>(root, "the file", "an object in { }");
         if (const JsonValue* own = find(members, own_key)) read_own(*own);
+        pass_over(members, {"@schema", own_key, "markups"});
         own_scale_ = builder_.scale();
         const JsonValue* lists = find(members, "markups");
         if (!lists) throw source_.error_at(root.at, "the key \"markups\" is missing", "Save the points from Slicer.");
@@ -56,6 +57,12 @@ class SlicerReader {
         return value ? as<std::string>(*value, "\"" + key + "\"", "a text in quotes") : absent;
     }
 
+    void pass_over(const JsonObject& members, std::initializer_list<std::string_view> known) {
+        for (const JsonMember& member : members)
+            if (std::ranges::find(known, member.key) == known.end())
+                builder_.pass_over("the key " + in_quotes(member.key));
+    }
+
     void read_own(const JsonValue& own) {
         for (const JsonMember& member : as<JsonObject>(own, std::string("\"") + own_key + "\"", "an object in { }")) {
             const std::string& value = as<std::string>(member.value, in_quotes(member.key), "a text in quotes");
@@ -77,6 +84,7 @@ class SlicerReader {
             throw source_.error_at(list.at, in_quotes(name) + " is no coordinate system of markups", "Use LPS or RAS.");
         }
         space_ = *space;
+        pass_over(members, {"type", "coordinateSystem", "coordinateUnits", "controlPoints"});
         const JsonValue* points = find(members, "controlPoints");
         if (!points) return;
         for (const JsonValue& point : as<JsonArray>(*points, "\"controlPoints\"", "a list in [ ]")) read_point(point);
@@ -85,6 +93,7 @@ class SlicerReader {
     void read_point(const JsonValue& value) {
         const auto& members = as<JsonObject>(value, "a control point", "an object in { }");
         if (text(members, "positionStatus", "defined") != "defined") return;
+        pass_over(members, {"id", "label", "position", "positionStatus"});
         const JsonValue* position = find(members, "position");
         if (!position) throw source_.error_at(value.at, "a defined control point without \"position\"");
         const auto& coordinates = as<JsonArray>(*position, "\"position\"", "a list in [ ]");

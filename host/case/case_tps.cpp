@@ -130,6 +130,8 @@ class TpsReader {
             if (!line.value().empty()) builder_.image(line.value(), line.at);
         } else if (key == "comment") {
             read_comment(line);
+        } else {
+            builder_.pass_over("the line " + in_quotes(line.text));
         }
     }
 

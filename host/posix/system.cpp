@@ -1,7 +1,10 @@
 #include "host/system.h"
 
+#include <poll.h>
 #include <sys/stat.h>
 #include <unistd.h>
+
+#include <cerrno>
 
 namespace cephtool {
 
@@ -26,6 +29,17 @@ bool is_standard_input(const std::filesystem::path& file) {
 std::filesystem::path running_program() {
     std::error_code failure;
     return std::filesystem::read_symlink("/proc/self/exe", failure);
+}
+
+std::ptrdiff_t read_standard_input(char* to, std::size_t size, bool (*stop)()) {
+    constexpr int look_up_ms = 100;  // for a signal that came just before the wait
+    while (!stop()) {
+        pollfd input{STDIN_FILENO, POLLIN, 0};
+        if (poll(&input, 1, look_up_ms) == 0) continue;
+        const ssize_t got = read(STDIN_FILENO, to, size);
+        if (got >= 0 || (errno != EINTR && errno != EAGAIN)) return got;
+    }
+    return 0;
 }
 
 std::FILE* opened_to_read(const std::filesystem::path& path) {

@@ -11,8 +11,8 @@ namespace cephtool {
 
 namespace {
 
-constexpr const char* no_film = "The X-ray is a JPEG or PNG file.";
-constexpr InputLimit film_limit{1'000'000'000, "1 GB", no_film};
+constexpr const char* no_film = "The X-ray is a JPEG or PNG file of at most 1 GB.";
+constexpr InputLimit film_limit{1'000'000'000, "1 GB", no_film, true};
 
 }  // namespace
 

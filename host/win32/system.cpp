@@ -52,6 +52,17 @@ std::filesystem::path running_program() {
     }
 }
 
+std::ptrdiff_t read_standard_input(char* to, std::size_t size, bool (*stop)()) {
+    constexpr DWORD most = 1 << 30, moment_ms = 100;
+    DWORD got = 0;
+    if (ReadFile(GetStdHandle(STD_INPUT_HANDLE), to, size < most ? static_cast<DWORD>(size) : most, &got, nullptr)) {
+        // Ctrl-C in a console gives no bytes, and the signal a moment later.
+        if (got == 0 && GetLastError() == ERROR_OPERATION_ABORTED && !stop()) Sleep(moment_ms);
+        return static_cast<std::ptrdiff_t>(got);
+    }
+    return GetLastError() == ERROR_BROKEN_PIPE || GetLastError() == ERROR_HANDLE_EOF ? 0 : -1;
+}
+
 std::FILE* opened_to_read(const std::filesystem::path& path) {
     return _wfopen(path.c_str(), L"rb");
 }

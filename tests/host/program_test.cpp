@@ -89,6 +89,18 @@ TEST(Program, FilesAndFoldersHaveJapaneseNames) {
     }
 }
 
+TEST(Program, ADefinitionFileInUtf8AndANameWithoutEndAreTold) {
+    const host_test::Folder folder;
+    folder.add("own.txt", "Title:\n角度\nCalc:\nSNA=angle1([S],[N],[A])\n");
+    folder.add("ana/CalcForm/list.txt", std::string(5000, 'n') + "\nown.txt\n");
+    folder.add("ana/CalcForm/own.txt", "Calc:\nSNA=angle1([S],[N],[A])\n");
+    const Outcome one = run({"analyze", SAMPLES "/lateral-average.json", "--anaitem", "ana", "--analysis", "own.txt",
+                             "--analysis", "./own.txt"});
+    EXPECT_THAT(one.err, AllOf(HasSubstr("nn…nn"), HasSubstr("is listed, but can't be read")));
+    EXPECT_THAT(one.err, HasSubstr("note: ./own.txt is UTF-8, but definition files are read in code page 932"));
+    EXPECT_LT(one.err.size(), 1200u);
+}
+
 TEST(Program, NoOutputTakesThePlaceOfWhatIsRead) {
     const host_test::Folder folder;
     folder.add("a.json", host_test::bytes_of(SAMPLES "/lateral-average.json"));
@@ -155,6 +167,22 @@ TEST(Program, ConvertedCasesReadAsBefore) {
     ASSERT_EQ(json.code, ExitCode::done) << json.err;
     EXPECT_EQ(run({"convert", "-"}, json.out).out, json.out);
     EXPECT_THAT(json.err, HasSubstr("\"Chin\" is kept as a landmark of your own"));
+    // What other programs have put into it, to the last digit.
+    const std::string clinic = "\"x-clinic\": {\"id\": 123456789012345678901,\n \"a\": [1.50, \"]}\"], \"b\": {}}";
+    const std::string with_keys = json.out.substr(0, json.out.size() - 3) + ",\n  \"outlines\": [{\"name\": \"\", " +
+                                  "\"points\": [], \"x-colour\": null}], \"x-1\": 1, " + clinic + "}";
+    const Outcome again = run({"convert", "-"}, with_keys);
+    EXPECT_THAT(again.out, AllOf(HasSubstr("\"x-colour\": null\n"), HasSubstr("\"x-1\": 1,"), HasSubstr(clinic)));
+    EXPECT_EQ(run({"convert", "-"}, again.out).out, again.out);
+    EXPECT_THAT(run({"convert", "-", "--format", "csv"}, with_keys).err,
+                HasSubstr("no place for: the key \"x-1\", the key \"x-clinic\", the key \"x-colour\""));
+    EXPECT_THAT(run({"convert", "-"}, "# scale_mm_per_px=1\n# of Monday\nS,1,2\n").err, HasSubstr("\"of Monday\""));
+    EXPECT_THAT(run({"convert", "-"}, "LM=1\n1 2\nVARIABLES=v\nCOMMENT=landmarks=S\nCOMMENT=c\nSCALE=1\n").err,
+                HasSubstr("format json has no place for: the line \"VARIABLES=v\", the comment \"c\""));
+    EXPECT_THAT(run({"convert", "-"}, R"({"x-a": 1, "markups": [{"display": {}, "controlPoints": [
+                    {"label": "S", "position": [1, 2, 0], "description": "d"}]}]})")
+                    .err,
+                HasSubstr("no place for: the key \"x-a\", the key \"display\", the key \"description\""));
 }
 
 }  // namespace

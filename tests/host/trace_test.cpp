@@ -114,6 +114,9 @@ TEST_F(Trace, RefusesWhatItCanNotDoWithAWayOut) {
         {{good, "-o", "a.svg", "--mode", "stiner"}, ExitCode::bad_command_line, "\"stiner\" for a lateral", "modes"},
         {{good, "-o", "a.svg", "--zoom", "2"}, ExitCode::bad_command_line, "for PNG", "millimetres"},
         {{good, "-o", "a.png", "--zoom", "0"}, ExitCode::bad_command_line, "no zoom", "help trace"},
+        {{good, "-o", "a.png", "--zoom", "1e-308"}, ExitCode::bad_command_line, "no zoom from", "help trace"},
+        {{good, "-o", "a.png", "--zoom", "0.001"}, ExitCode::bad_command_line, "less than 16 pixels", "larger"},
+        {{good, "-o", "a.png", "--image", "."}, ExitCode::bad_input, "this is a folder", "at most 1 GB"},
         {{good, "-o", "a.png", "--zoom", "90"}, ExitCode::bad_command_line, "more than 32767 pixels", "smaller"},
         {{good, "-o", "a.png", "--size", "12"}, ExitCode::bad_command_line, "\"12\" is no size", "help trace"},
         {{good, "-o", "a.png", "--size", "0x5"}, ExitCode::bad_command_line, "is no size", "help trace"},
@@ -122,8 +125,8 @@ TEST_F(Trace, RefusesWhatItCanNotDoWithAWayOut) {
         {{good, "-o", "a.svg", "--image", "huge.png"}, ExitCode::bad_input, "larger than 1 GB", "JPEG or PNG"},
         {{good, "-o", "a.svg", "--image", "x", "--no-image"}, ExitCode::bad_command_line, "excludes", "help trace"},
 #ifdef TOOL_SURFACE_PICTURES
-        {{good, "-o", "a.svg", "--image", "text.png"}, ExitCode::bad_input, "text.png: the X-ray", "PNG file."},
-        {{good, "-o", "a.svg", "--image", "large.png"}, ExitCode::bad_input, "large.png: the X-ray", "PNG file."},
+        {{good, "-o", "a.svg", "--image", "text.png"}, ExitCode::bad_input, "text.png: the X-ray", "PNG file"},
+        {{good, "-o", "a.svg", "--image", "large.png"}, ExitCode::bad_input, "large.png: the X-ray", "PNG file"},
 #endif
     };
     for (const auto& row : rows) {

@@ -2,6 +2,7 @@
 #include <Framework.h>
 #include <Tools.h>
 #include <gmock/gmock.h>
+#include <signal.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -9,8 +10,10 @@
 #include <fstream>
 #include <optional>
 #include <set>
+#include <thread>
 
 #include "host/host_test.h"
+#include "host/standard_input.h"
 #include "strength/failing_calls.h"
 
 namespace strength {
@@ -177,6 +180,13 @@ TEST_F(Strength, OddFilesAreToldAtOnce) {
             fs::rename("aside", name);
         }
     }
+    for (const char* const odd : {"pipe", "/dev/zero"}) {
+        EXPECT_THAT(run({"trace", "case.json", "--anaitem", "ana", "--image", odd, "-o", "o.svg"}).err,
+                    testing::AllOf(testing::HasSubstr("a device or a pipe"), testing::HasSubstr("at most 1 GB")));
+        folder_.add("film.tps", std::string("LM=2\n1 1\n5 5\nCOMMENT=landmarks=S,N\nSCALE=0.1\nIMAGE=") + odd + "\n");
+        EXPECT_THAT(run({"report", "film.tps", "--anaitem", "ana", "-o", "o.pdf"}).err,
+                    testing::HasSubstr("a device or a pipe"));
+    }
     EXPECT_THAT(run({"exif", "/dev/zero"}).err, testing::HasSubstr("no JPEG"));
     EXPECT_THAT(run({"convert", "/dev/zero"}).err, testing::HasSubstr("larger than"));
     EXPECT_THAT(run({"convert", "/proc/self/mem"}).err, testing::HasSubstr("reading it failed"));
@@ -187,6 +197,34 @@ TEST_F(Strength, OddFilesAreToldAtOnce) {
         failure->Delete();
     }
     EXPECT_EQ(CFile("pipe", CFile::modeRead).GetLength(), 0u);
+}
+
+// Ctrl-C while a batch waits for the rest of a case.
+TEST_F(Strength, NobodyWaitsForStandardInputAfterAStop) {
+    int ends[2];
+    ASSERT_EQ(pipe(ends), 0);
+    const pid_t child = fork();
+    if (child == 0) {
+        dup2(ends[0], STDIN_FILENO);
+        close(ends[0]);
+        cephtool::StandardInput bytes;
+        std::istream in(&bytes);
+        std::ostringstream out, err;
+        cephtool::Streams streams{in, out, err};
+        const ExitCode code =
+            run_program({"batch", "-", "--analysis", "Wits", "--anaitem", "ana", "-o", "o.csv"}, streams);
+        _exit(code == ExitCode::bad_input && err.str().find("stopped; o.csv.part holds") != std::string::npos);
+    }
+    const std::string begun = "{\"format\":";
+    ASSERT_EQ(write(ends[1], begun.data(), begun.size()), static_cast<ssize_t>(begun.size()));
+    while (!fs::exists("o.csv.part")) std::this_thread::yield();
+    kill(child, SIGINT);
+    int status = 0;
+    waitpid(child, &status, 0);
+    EXPECT_TRUE(WIFEXITED(status) && WEXITSTATUS(status) == 1) << status;
+    EXPECT_EQ(bytes_of("o.csv.part").find("\r\n") + 2, bytes_of("o.csv.part").size()) << "nothing but the head";
+    close(ends[0]);
+    close(ends[1]);
 }
 
 std::string rights_of(const std::string& file) {
