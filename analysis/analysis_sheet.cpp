@@ -135,6 +135,11 @@ SheetRow AnalysisSheet::Evaluate(int index, const SheetSubject& subject) const {
         if (row.has_mean) row.deviation = result->asked(Ask::deviation);
         row.is_text = result->is_text;
         if (row.is_text) row.text = unquoted(result->alternative);
+        if (const auto& degeneracy = result->degeneracy) {
+            (degeneracy->parallel ? row.parallel : row.at_one_place) = true;
+            row.degenerate[0] = CString(degeneracy->first);
+            row.degenerate[1] = CString(degeneracy->second);
+        }
         return row;
     });
 }

@@ -188,6 +188,7 @@ void Evaluation::expression_done(Frame& frame, double value) {
 
 void Evaluation::item_done(Frame& frame, double value) {
     frame.result.value = value;
+    if (frames_.size() == 1) frame.result.degeneracy = points_.degeneracy();
     frame.stage = Stage::done;
     if (frame.ask == Ask::deviation) begin_norm(frame, NormPart::mean);
 }

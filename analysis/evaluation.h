@@ -32,9 +32,10 @@ struct Norm {
 
 struct ItemResult {
     double value = 0;
-    Norm mean, sd;                   // as far as they were asked for
-    std::string_view alternative{};  // the selected one, into the file's text
-    bool is_text = false;            // the alternative is a text, and the value 0
+    Norm mean, sd;                           // as far as they were asked for
+    std::string_view alternative{};          // the selected one, into the file's text
+    bool is_text = false;                    // the alternative is a text, and the value 0
+    std::optional<Degeneracy> degeneracy{};  // of what the value was made from
     double asked(Ask ask) const;
 };
 

@@ -60,12 +60,31 @@ double value_of(Measure function, const std::array<Vec2, 4>& p, double scale) {
     }
 }
 
+// Angles need sides. A length of two landmarks that should be different is none when they lie at one place; that of
+// a constructed point may well be 0.
+void check_apart(Measure function, const PointReader::Arguments& arguments, PointReader& points) {
+    const auto apart = [&](std::size_t i, std::size_t j) {
+        points.expect_apart(arguments.points[i], arguments.points[j], arguments.texts[i], arguments.texts[j]);
+    };
+    switch (function) {
+        case Measure::length:
+        case Measure::length_right:
+        case Measure::length_down:
+            if (arguments.texts[0].starts_with('[') && arguments.texts[1].starts_with('[')) apart(0, 1);
+            return;
+        case Measure::angle1:
+        case Measure::angle3: apart(0, 1); return apart(2, 1);
+        default: apart(0, 1); return apart(2, 3);
+    }
+}
+
 }  // namespace
 
 Measured measured(Measure function, std::string_view text, PointReader& points) {
     if (function == Measure::model) return cast_function(text, points);
     const PointReader::Arguments arguments = points.arguments(text, points_needed(function));
     if (!arguments.complete) return {0.0, arguments.end};
+    if (points_needed(function) > 0) check_apart(function, arguments, points);
     return {value_of(function, arguments.points, points.landmarks().scale()), arguments.end};
 }
 

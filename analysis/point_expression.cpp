@@ -1,6 +1,7 @@
 #include "analysis/point_expression.h"
 
 #include <algorithm>
+#include <cmath>
 #include <cstring>
 
 #include "analysis/landmark_names.h"
@@ -29,6 +30,19 @@ namespace {
 
 constexpr std::size_t longest_name = 99;
 constexpr std::size_t longest_distance = 20;
+
+// Rounding moves a constructed point by less, a landmark by more.
+constexpr double one_place_px = 1e-6;
+constexpr double parallel_sine = 1e-12;
+constexpr std::size_t longest_shown = 60;
+
+// A point as a person would write it: without brackets, and cut to its construction's name where it is long.
+std::string shown(std::string_view text) {
+    std::string plain;
+    if (text.size() > longest_shown) return std::string(text.substr(0, text.find('('))) + "(...)";
+    std::ranges::copy_if(text, std::back_inserter(plain), [](char c) { return c != '[' && c != ']'; });
+    return plain;
+}
 
 // Position of the "]" that closes the "[" at `open`, or npos.
 std::size_t closing_bracket(std::string_view text, std::size_t open) {
@@ -64,6 +78,7 @@ PointReader::Arguments PointReader::arguments(std::string_view text, int count) 
     result.end += begin;
     result.complete = frame.complete;
     result.points = frame.points;
+    result.texts = frame.texts;
     return result;
 }
 
@@ -102,8 +117,9 @@ PointReader::Frame PointReader::run(std::string_view text, int landmark, Shape s
         const Source& source = sources_.back();
         if (frames_.size() - 1 > source.first_frame) {
             const Vec2 point = constructed(frames_.back(), number_and_close());
+            const char* const begin = frames_.back().begin;
             frames_.pop_back();
-            deliver(point);
+            deliver(point, {begin, sources_.back().text.data() + sources_.back().at});
             continue;
         }
         if (frames_.back().shape == Shape::arguments) number_and_close();
@@ -112,14 +128,16 @@ PointReader::Frame PointReader::run(std::string_view text, int landmark, Shape s
         if (end) *end = source.at;
         if (resolved >= 0) landmarks_.virtuals().finish(resolved, finished.points[0], finished.complete);
         if (sources_.size() == 1) return finished;
+        const std::string_view called = source.called;
         frames_.pop_back();
         sources_.pop_back();
-        deliver(landmarks_.virtuals().refer(sources_.back().landmark, resolved).value_or(Vec2()));
+        deliver(landmarks_.virtuals().refer(sources_.back().landmark, resolved).value_or(Vec2()), called);
     }
 }
 
-void PointReader::deliver(Vec2 point) {
+void PointReader::deliver(Vec2 point, std::string_view text) {
     Frame& frame = frames_.back();
+    frame.texts[frame.read] = text;
     frame.points[frame.read++] = point;
 }
 
@@ -140,7 +158,7 @@ void PointReader::find_argument() {
             if (rest[0] != prefix.text[0] || !rest.starts_with(prefix.text)) continue;
             source.at = at + prefix.text.size();
             frame.open_brackets = open_brackets;
-            frames_.push_back({prefix.shape, prefix.points});
+            frames_.push_back({prefix.shape, prefix.points, 0, 0, true, rest.data()});
             return;
         }
         if (frame.shape == Shape::first) continue;
@@ -157,13 +175,14 @@ void PointReader::read_name() {
     const std::size_t close = closing_bracket(source.text, source.at);
     const std::string_view name = source.text.substr(begin, std::min(close - begin, longest_name));
     source.at = close == std::string_view::npos ? source.text.size() : close + 1;
+    const std::string_view called = source.text.substr(begin - 1, source.at - (begin - 1));
     const Landmarks::Found found = landmarks_.find(name);
-    if (found.source != Landmarks::Source::virtually) return deliver(landmarks_.position(found));
-    if (const auto known = landmarks_.virtuals().refer(source.landmark, found.slot)) return deliver(*known);
+    if (found.source != Landmarks::Source::virtually) return deliver(landmarks_.position(found), called);
+    if (const auto known = landmarks_.virtuals().refer(source.landmark, found.slot)) return deliver(*known, called);
     landmarks_.virtuals().begin(found.slot);
     const std::size_t first_frame = frames_.size();
     frames_.push_back({Shape::first, 1});
-    sources_.push_back({construction_of(landmarks_.virtual_landmark(found.slot)), 0, found.slot, first_frame});
+    sources_.push_back({construction_of(landmarks_.virtual_landmark(found.slot)), 0, found.slot, first_frame, called});
 }
 
 // Moves behind the innermost construction's own ")". Returns what stands between the last "," on the way and it. A
@@ -187,8 +206,40 @@ std::string_view PointReader::number_and_close() {
     return number == std::string_view::npos ? std::string_view() : source.text.substr(number, at - number);
 }
 
-Vec2 PointReader::constructed(const Frame& frame, std::string_view number) const {
+void PointReader::expect_apart(Vec2 p, Vec2 q, std::string_view a, std::string_view b) {
+    const Vec2 way = q - p;
+    if (degeneracy_ || std::abs(way.x) > one_place_px || std::abs(way.y) > one_place_px || a == b) return;
+    degeneracy_ = {false, shown(a), shown(b)};
+}
+
+void PointReader::expect_crossing(const Frame& frame) {
     const auto& p = frame.points;
+    const auto& texts = frame.texts;
+    const Vec2 ab = p[1] - p[0], cd = p[3] - p[2];
+    const double lengths = std::sqrt(ab.x * ab.x + ab.y * ab.y) * std::sqrt(cd.x * cd.x + cd.y * cd.y);
+    if (degeneracy_ || std::abs(ab.x * cd.y - ab.y * cd.x) > parallel_sine * lengths) return;
+    degeneracy_ = {true, shown(texts[0]) + "-" + shown(texts[1]), shown(texts[2]) + "-" + shown(texts[3])};
+}
+
+void PointReader::check_constructed(const Frame& frame, std::string_view number) {
+    if (!frame.complete || degeneracy_) return;
+    const auto apart = [&](std::size_t i, std::size_t j) {
+        expect_apart(frame.points[i], frame.points[j], frame.texts[i], frame.texts[j]);
+    };
+    switch (frame.shape) {
+        case Shape::foot: return apart(1, 2);
+        case Shape::crossing: apart(0, 1), apart(2, 3); return expect_crossing(frame);
+        case Shape::bisector: apart(0, 1); return apart(0, 2);
+        case Shape::extension:
+            if (read_double(number.substr(0, longest_distance)) != 0) apart(0, 1);
+            return;
+        default: return;
+    }
+}
+
+Vec2 PointReader::constructed(const Frame& frame, std::string_view number) {
+    const auto& p = frame.points;
+    check_constructed(frame, number);
     switch (frame.shape) {
         case Shape::middle: return midpoint(p[0], p[1]);
         case Shape::foot: return foot_of_perpendicular(p[0], {p[1], p[2]});
@@ -209,10 +260,13 @@ Vec2 PointReader::constructed(const Frame& frame, std::string_view number) const
 }
 
 // U1C moved at right angles to N-A by 0.4 mm for each degree that the upper incisor leans away from 12 degrees to N-A.
-Vec2 PointReader::effective_a() const {
+Vec2 PointReader::effective_a() {
     if (!is_lateral(landmarks_.kind())) return {};
     const Vec2 n = landmarks_.fixed("N"), a = landmarks_.fixed("A");
-    const double lean = signed_angle({n, a}, {landmarks_.fixed("U1R"), landmarks_.fixed("U1")});
+    const Vec2 root = landmarks_.fixed("U1R"), edge = landmarks_.fixed("U1");
+    expect_apart(n, a, "N", "A");
+    expect_apart(root, edge, "U1R", "U1");
+    const double lean = signed_angle({n, a}, {root, edge});
     return translated_along(n, a, landmarks_.fixed("U1C"), (lean - 12.0) * -1.0 * 0.4, -90.0, landmarks_.scale());
 }
 

@@ -16,12 +16,20 @@
 
 #include <array>
 #include <optional>
+#include <string>
 #include <string_view>
 #include <vector>
 
 #include "analysis/landmarks.h"
 
 namespace tool {
+
+// Why a line, an angle or a crossing over placed landmarks is undefined. The engine computes with it all the same; who
+// shows the value should not.
+struct Degeneracy {
+    bool parallel = false;      // two lines that should cross; else two points that should lie apart
+    std::string first, second;  // as the formula has them: "U1", "mid(UMo,LMo)"; lines as "PNS-ANS"
+};
 
 // Reads point expressions over one set of landmarks. Nesting of any depth takes heap, not stack.
 class PointReader {
@@ -40,7 +48,8 @@ class PointReader {
     struct Arguments {
         bool complete;  // all of them were there
         std::array<Vec2, 4> points;
-        std::size_t end;  // bytes read, the own ")" included
+        std::array<std::string_view, 4> texts;  // as written, landmarks in their brackets
+        std::size_t end;                        // bytes read, the own ")" included
     };
     // The `count` (at most 4) arguments of a function; its "(" comes first, behind blanks if any.
     Arguments arguments(std::string_view text, int count);
@@ -51,6 +60,11 @@ class PointReader {
     std::optional<Vec2> construction(std::string_view text);
 
     Landmarks& landmarks() { return landmarks_; }
+
+    // The first that was met since the reader was made.
+    const std::optional<Degeneracy>& degeneracy() const { return degeneracy_; }
+    // Notes one when the two points, as written in `a` and `b`, lie at one place.
+    void expect_apart(Vec2 p, Vec2 q, std::string_view a, std::string_view b);
 
  private:
     enum class Shape {
@@ -73,7 +87,9 @@ class PointReader {
         int read = 0;
         int open_brackets = 0;  // "(" met between arguments
         bool complete = true;
+        const char* begin = nullptr;  // of the construction's text
         std::array<Vec2, 4> points{};
+        std::array<std::string_view, 4> texts{};
     };
     // A text being read: the caller's or a virtual landmark's construction. Its frames begin at first_frame.
     struct Source {
@@ -81,19 +97,23 @@ class PointReader {
         std::size_t at;
         int landmark;  // -1 when the text is nobody's
         std::size_t first_frame;
+        std::string_view called = {};  // the landmark as the text further out has it
     };
 
     Frame run(std::string_view text, int landmark, Shape shape, int needed, std::size_t* end);
     void find_argument();
     void read_name();
     std::string_view number_and_close();
-    Vec2 constructed(const Frame& frame, std::string_view number) const;
-    Vec2 effective_a() const;
-    void deliver(Vec2 point);
+    Vec2 constructed(const Frame& frame, std::string_view number);
+    Vec2 effective_a();
+    void check_constructed(const Frame& frame, std::string_view number);
+    void expect_crossing(const Frame& frame);
+    void deliver(Vec2 point, std::string_view text);
 
     Landmarks& landmarks_;
     std::vector<Frame> frames_;
     std::vector<Source> sources_;
+    std::optional<Degeneracy> degeneracy_;
 };
 
 }  // namespace tool

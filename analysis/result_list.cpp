@@ -51,6 +51,9 @@ ResultRow measured(const AnalysisSheet& sheet, int item, const SheetSubject& sub
     row.missing = sheet.Missing(item, SheetPart::value, subject);
     if (!row.missing.IsEmpty()) {
         row.state = ResultState::missing;
+    } else if (found.at_one_place || found.parallel) {
+        row.state = found.parallel ? ResultState::parallel : ResultState::at_one_place;
+        std::ranges::copy(found.degenerate, row.degenerate);
     } else if (found.is_text) {
         row.state = ResultState::text;
         row.valueText = found.text;

@@ -52,6 +52,8 @@ constexpr TextRow text_table[] = {
     {"no formula", "計算式なし"},
     {"not a finite number", "計算不能"},
     {"depends on the sex", "性別が必要"},
+    {"%1 and %2 lie at one place", "%1 と %2 が同じ位置にある"},
+    {"%1 and %2 are parallel", "%1 と %2 が平行"},
     {"Norms: %1", "標準値：%1"},
     {"age %1", "年齢 %1歳"},
     {"dental stage %1", "歯齢 %1"},

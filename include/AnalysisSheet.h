@@ -45,6 +45,12 @@ struct SheetRow {
     double deviation = 0;  // (value - mean) / sd; 0 without mean or with SD 0
     bool is_text = false;  // a text was selected of the item's alternatives; value is then 0
     CString text;          // that text, without its quotes
+
+    // What makes the value meaningless although no landmark is missing, by the names in the formula: two points at one
+    // place where a line or an angle needs two ("U1R", "U1"), or two parallel lines that should cross ("PNS-ANS",
+    // "Go-Me"). The value is the engine's all the same.
+    bool at_one_place = false, parallel = false;
+    CString degenerate[2];
 };
 
 // What of an item is asked for.

@@ -17,6 +17,8 @@ enum class ResultState {
     no_formula,      // "name=" with nothing behind it
     not_finite,      // the formula divides by 0
     differs_by_sex,  // the sex is not known, and men and women get different results
+    at_one_place,    // two points lie at one place where a line or an angle needs two
+    parallel,        // two lines that should cross are parallel
 };
 
 // Numbers that a row does not have are 0, texts "". Texts of numbers have the item's decimals, at most two: those of
@@ -39,6 +41,7 @@ struct ResultRow {
     CString stars;             // one for every whole SD, "*****+" beyond five
     CStringArray missing;      // landmarks that the value needs and the subject lacks
     CStringArray normMissing;  // the same for the norm, which then counts as none
+    CString degenerate[2];     // the two points at one place, or the two parallel lines, as the formula has them
 
     bool HasResult() const { return state == ResultState::value || state == ResultState::text; }
 };

@@ -24,7 +24,8 @@ struct BatchAnalysis {
         bool has_formula;
     };
     std::vector<Item> items;  // those with a column: all but headings
-    // No item is chosen by its value, so that what a case lacks depends on which landmarks it has and on nothing else.
+    // What a case lacks depends on which landmarks it has and on nothing else: no alternative needs one more than the
+    // formula that chooses it.
     bool plain = true;
 
     const AnalysisSheet* sheet(Kind kind) const;

@@ -81,7 +81,7 @@ void CaseMeasurer::measure_as(std::size_t index, Kind kind, const SheetSubject& 
         BatchItem& item = items[i];
         item.mean = finite(row.has_mean && !lacks[i].mean, row.mean);
         item.sd = finite(row.has_sd && !lacks[i].sd, row.sd);
-        if (lacks[i].value) continue;
+        if (lacks[i].value || row.at_one_place || row.parallel) continue;
         if (row.is_text) {
             item.text = printable(Utf8FromCodePage932(row.text));
             continue;

@@ -158,7 +158,8 @@ class TableMaker {
 
     std::string words_for(const Measurement& item) const {
         if (!item.missing.empty()) return texts_("missing: %1", joined(item.missing, ", "));
-        return item.text.empty() ? texts_(item.reason) : item.text;
+        if (!item.text.empty()) return item.text;
+        return texts_(item.reason);
     }
 
     const std::vector<const AnalysisResult*>& times_;

@@ -21,12 +21,17 @@ std::vector<std::string> texts(const CStringArray& list) {
     return all;
 }
 
-const char* reason_of(ResultState state) {
-    switch (state) {
-        case ResultState::no_formula: return "no formula";
-        case ResultState::not_finite: return "not a finite number";
-        case ResultState::differs_by_sex: return "depends on the sex";
-        default: return "";
+Remark reason_of(const ResultRow& row) {
+    const auto of_both = [&](const char* code, const char* text) {
+        return Remark{code, text, {utf8(row.degenerate[0]), utf8(row.degenerate[1])}};
+    };
+    switch (row.state) {
+        case ResultState::no_formula: return {"no_formula", "no formula"};
+        case ResultState::not_finite: return {"not_finite", "not a finite number"};
+        case ResultState::differs_by_sex: return {"differs_by_sex", "depends on the sex"};
+        case ResultState::at_one_place: return of_both("at_one_place", "%1 and %2 lie at one place");
+        case ResultState::parallel: return of_both("parallel", "%1 and %2 are parallel");
+        default: return {};
     }
 }
 
@@ -50,7 +55,7 @@ Measurement measurement(const ResultRow& row) {
             .stars = utf8(row.stars),
             .missing = texts(row.missing),
             .norm_missing = texts(row.normMissing),
-            .reason = reason_of(row.state)};
+            .reason = reason_of(row)};
 }
 
 }  // namespace

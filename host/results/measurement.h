@@ -29,7 +29,7 @@ struct Measurement {
     std::string value_text, mean_text, sd_text, deviation_text, stars;  // as ResultRow has them
     std::vector<std::string> missing;       // landmarks that the value needs and the case lacks
     std::vector<std::string> norm_missing;  // the same for the norm
-    std::string reason;                     // why there is no value, when no landmark is missing
+    Remark reason = {};                     // why there is no value, when no landmark is missing; without a text: none
     std::vector<Remark> remarks = {};
 
     bool has_result() const { return value || !text.empty(); }

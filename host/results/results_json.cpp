@@ -18,7 +18,7 @@ Json json_of(const Measurement& item) {
                  {"missing", item.missing}};
     if (!item.text.empty()) json["text"] = item.text;
     if (!item.norm_missing.empty()) json["norm_missing"] = item.norm_missing;
-    if (!item.reason.empty()) json["reason"] = item.reason;
+    if (!item.reason.text.empty()) json["reason"] = in_english(item.reason);
     if (!item.remarks.empty()) json["remarks"] = json_of(item.remarks);
     return json;
 }

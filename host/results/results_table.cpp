@@ -54,7 +54,7 @@ class AnalysisTable {
         if (item.heading) return painted(fitted(item.name, page_width), bold, colour_) + "\n";
         if (!item.missing.empty()) return no_value(item, "missing: " + joined(item.missing, ", "));
         if (!item.text.empty()) return words(item) + remarks_below(item);
-        if (!item.value) return no_value(item, item.reason) + remarks_below(item);
+        if (!item.value) return no_value(item, in_english(item.reason)) + remarks_below(item);
         std::string text = row(item.name, item.value_text, item.unit, or_dash(item.mean_text), or_dash(item.sd_text)) +
                            deviation_cell(item) + "\n";
         if (!item.norm_missing.empty()) text += below("norm missing: " + joined(item.norm_missing, ", "));

@@ -104,6 +104,44 @@ TEST(ResultList, LeavesOutWhatRestsOnAnUnknownSex) {
     EXPECT_EQ(row_of(list, "Ratio").deviationText, "-0.50");
 }
 
+TEST(ResultList, AnAngleOverOnePointOrACrossingOfParallelsIsNone) {
+    Lateral face = small_face();
+    face.place("U1R", {430, 390});  // the place of U1
+    face.place("Pog", {380, 240});  // Pog-Or is upright, and so is N-A
+    face.add_virtual("V", "mid([U1],[U1R])");
+    constexpr auto apart = ResultState::value, at_one = ResultState::at_one_place, parallel = ResultState::parallel;
+    const struct {
+        const char* formula;
+        ResultState state;
+        const char* names;
+    } rows[] = {
+        {"180+angle2([U1R],[U1],[N],[A])", at_one, "U1R, U1"},
+        {"angle1([S],[N],[A])<angle1([U1],[U1R],[A]);\"a\";\"b\"", at_one, "U1, U1R"},
+        {"len([A],vertical([A],mid([U1],[U1R]),[U1]))", at_one, "mid(U1,U1R), U1"},
+        {"angle1([V],[U1],[A])", at_one, "V, U1"},
+        {"len([U1],[U1R])", at_one, "U1, U1R"},
+        {"len([U1],mid([U1],[U1R]))", apart, ", "},
+        {"len(mid([U1],[U1R]),[A])", apart, ", "},
+        {"len(extension([U1],[U1R],5),[A])", at_one, "U1, U1R"},
+        {"len(extension([U1],[U1R],0),[A])", apart, ", "},
+        {"len(AngleBisector([U1],[A],[U1R],9),[A])", at_one, "U1, U1R"},
+        {"len(cross([N],[A],[Pog],[Or]),[N])", parallel, "N-A, Pog-Or"},
+        {"len(cross([S],[N],[Po],[Or]),[N])", parallel, "S-N, Po-Or"},
+        {"len(cross([S],[N],[Me],[Go]),[N])", apart, ", "},
+        {"len([A],vertical([A],[N],[A]))", apart, ", "},
+        {"case(\"0\")*2", at_one, "U1R, U1"},
+    };
+    std::string text = "Calc:\n";
+    for (const auto& row : rows) text += std::to_string(&row - rows) + "=" + row.formula + "\n";
+    const ResultList list(AnalysisSheet(0, text.data(), text.size()), face.on_sheet());
+    for (const auto& row : rows) {
+        const ResultRow& found = list.GetRow(static_cast<int>(&row - rows));
+        EXPECT_EQ(found.state, row.state) << row.formula;
+        EXPECT_EQ(found.degenerate[0] + ", " + found.degenerate[1], row.names) << row.formula;
+        EXPECT_EQ(found.valueText.IsEmpty(), row.state != apart) << row.formula;
+    }
+}
+
 TEST(ResultList, FacesFillItFromTheFolderOfAnalyses) {
     AnalysisFolder folder;
     folder.write_analysis(definition);
