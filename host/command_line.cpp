@@ -222,10 +222,11 @@ CaseOptionFlags::CaseOptionFlags(CommandLine& line) {
         const std::optional<double> number = number_from(given);
         return number && is_scale(*number) ? "" : in_quotes(given) + " is no width of a pixel in millimetres";
     });
-    line.add_flag("--mirror", mirror_, "turn faces round that look left");
+    line.add_flag("--mirror", mirror_, "turn films round that are mirrored");
+    line.add_flag("--flip-y", flip_y_, "turn y round where a file counts it the other\nway");
     line.add_text("--landmarks", "LIST", landmarks_,
                   "TPS: names of the points in their order;\nS,N,- passes the third over; @FILE has them");
-    line.add_text("--image-height", "PX", image_height_, "TPS: height of the image in pixels",
+    line.add_text("--image-height", "PX", image_height_, "TPS, --flip-y: height of the image in pixels",
                   [](const std::string& given) {
                       const std::optional<double> number = number_from(given);
                       return number && *number > 0 && *number <= largest_coordinate
@@ -239,6 +240,7 @@ CaseOptions CaseOptionFlags::options() const {
     if (!sex_.empty()) options.sex = sex_ == "m" ? Sex::male : Sex::female;
     options.mm_per_pixel = number_from(scale_);
     options.mirror = mirror_;
+    options.flip_y = flip_y_;
     options.landmarks = names_in(landmarks_);
     options.image_height = number_from(image_height_);
     return options;

@@ -109,7 +109,7 @@ class CaseOptionFlags {
 
  private:
     std::string sex_, scale_, landmarks_, image_height_;
-    bool mirror_ = false;
+    bool mirror_ = false, flip_y_ = false;
 };
 
 // Throws an Error when standard input is named more than once.

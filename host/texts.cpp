@@ -66,8 +66,31 @@ constexpr TextRow text_table[] = {
     {"Norms that differ between men and women are left out, since the sex is not given; --sex m or --sex f gives it.",
      "性別が未入力のため、男女で異なる標準値は省いた。性別は --sex m または --sex f で指定できる。"},
     {"The norms are those of band %1, as --band says.", "標準値は --band で指定された区分 %1 のもの。"},
-    {"The face looks left, so signs of angles and lengths are not to be trusted; --mirror measures it turned round.",
-     "顔が左向きのため、角度や距離の符号は信頼できない。--mirror で左右を反転して計測できる。"},
+    {"The film is mirrored, the face looks left: signs of angles and lengths are reversed. --mirror turns it round.",
+     "フィルムが左右反転している（顔が左向き）ため、角度や距離の符号が逆になっている。--mirror で反転して計測できる。"},
+    {"The film is mirrored, or its right and left landmarks are exchanged: signs of angles and lengths are reversed. "
+     "--mirror turns it round.",
+     "フィルムが左右反転しているか、左右の計測点が入れ替わっているため、角度や距離の符号が逆になっている。--mirror "
+     "で反転して計測できる。"},
+    {"The face stands on its head, as when y points up where the format has it down: signs of angles and lengths are "
+     "reversed. --flip-y turns it round.",
+     "顔が上下逆である（y の向きが形式と逆の場合など）ため、角度や距離の符号が逆になっている。--flip-y "
+     "で上下を反転して計測できる。"},
+    {"The film is mirrored, or its y points up where the format has it down: signs of angles and lengths are reversed. "
+     "--mirror or --flip-y turns it round.",
+     "フィルムが左右反転しているか、y の向きが形式と逆のため、角度や距離の符号が逆になっている。--mirror または --flip-y "
+     "で反転して計測できる。"},
+    {"The sex is that of --sex, not that of the file.", "性別はファイルの値ではなく --sex の指定による。"},
+    {"The scale is that of --scale, %1 mm a pixel, not the %2 of the file.",
+     "縮尺は --scale の指定による1画素 %1 mm（ファイルでは %2 mm）。"},
+    {"The scale is taken as 0.1 mm a pixel, that of the films of challenges.",
+     "縮尺はチャレンジ用フィルムの1画素 0.1 mm とみなした。"},
+    {"Positions are taken as millimetres.", "座標の単位はミリメートルとみなした。"},
+    {"Landmark %1 at (0, 0) counts as not placed.", "計測点 %1 は座標が (0, 0) のため、未入力とみなした。"},
+    {"Another patient? The name is %1, in %2 it is %3.", "別の患者の可能性：氏名は %1（%2 では %3）。"},
+    {"Another patient? The sex is not that of %1.", "別の患者の可能性：性別が %1 と異なる。"},
+    {"Another patient? Born on %1, in %2 on %3.", "別の患者の可能性：生年月日は %1（%2 では %3）。"},
+    {"Measured with y turned round, as --flip-y says.", "--flip-y の指定により、上下を反転して計測した。"},
     {"Measured mirrored, as --mirror says.", "--mirror の指定により、左右を反転して計測した。"},
     {"%1: none of its %2 items can be measured", "%1：%2項目のいずれも計測できない"},
     {"%1: its one item can't be measured", "%1：計測できない"},

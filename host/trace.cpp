@@ -80,8 +80,9 @@ double pixels_a_mm(const TraceOptions& options, const Page& page) {
 // What the command line names, else what the case names.
 std::optional<Film> film_of(const TraceOptions& options, const Case& record) {
     if (options.no_image) return {};
-    if (record.mirrored_about && !options.image.empty()) {
-        throw bad_option("a mirrored case does not fit on its X-ray", "Leave --image or --mirror away.");
+    if (record.off_its_picture && !options.image.empty()) {
+        throw bad_option("a case that is turned round does not fit on its X-ray",
+                         "Leave --image away, or --mirror; with --image-height, --flip-y keeps it on the X-ray.");
     }
     if (!options.image.empty()) return read_film(options.image);
     return named_film(record);

@@ -7,20 +7,6 @@
 #include "host/numbers.h"
 
 namespace cephtool {
-namespace {
-
-// A value that the command line gives replaces the case's own, and says so when the two differ.
-template <class Value, class Show>
-void replace(std::optional<Value>& own, const std::optional<Value>& given, const char* what, Case& record, Show show) {
-    if (!given) return;
-    if (own && *own != *given) {
-        record.notes.push_back(std::string(what) + " " + show(*own) + " of the file replaced by " + show(*given));
-    }
-    own = given;
-}
-
-}  // namespace
-
 const char* name_of(Kind kind) {
     switch (kind) {
         case Kind::lateral: return "lateral";
@@ -36,13 +22,25 @@ const char* name_of(Sex sex) {
 
 Case with_options(Case record, const Source& source, const CaseOptions& options) {
     record.file = source.name;
-    replace(record.sex, options.sex, "sex", record, [](Sex sex) { return std::string(name_of(sex)); });
-    replace(record.mm_per_pixel, options.mm_per_pixel, "scale", record, [](double scale) { return shortest(scale); });
+    if (options.sex) {
+        if (record.sex.value_or(*options.sex) != *options.sex) {
+            record.remarks.push_back({"sex_replaced", "The sex is that of --sex, not that of the file."});
+        }
+        record.sex = options.sex;
+    }
+    if (options.mm_per_pixel) {
+        if (record.mm_per_pixel.value_or(*options.mm_per_pixel) != *options.mm_per_pixel) {
+            record.remarks.push_back({"scale_replaced",
+                                      "The scale is that of --scale, %1 mm a pixel, not the %2 of the file.",
+                                      {shortest(*options.mm_per_pixel), shortest(*record.mm_per_pixel)}});
+        }
+        record.mm_per_pixel = options.mm_per_pixel;
+    }
     if (!record.mm_per_pixel) {
         throw source.error("the case has no scale, so no length can be measured",
                            "Say how many millimetres a pixel is: --scale 0.1, or in the file itself.");
     }
-    return turned_right(std::move(record), options.mirror);
+    return turned_right(std::move(record), options);
 }
 
 std::vector<Case> read_cases(const Source& source, const CaseOptions& options) {

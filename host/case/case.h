@@ -64,9 +64,9 @@ struct Case {
     std::vector<Landmark> vertebrae;  // of a lateral film: points named as in vertebrae.h, placed ones only
     std::vector<VirtualLandmark> virtuals;
     std::vector<Outline> outlines;
-    std::string image;                     // file of the X-ray, relative to the case's own; "" when not given
-    std::optional<int> palate;             // of a cast
-    std::optional<double> mirrored_about;  // the sum of a point's x before and after
+    std::string image;             // file of the X-ray, relative to the case's own; "" when not given
+    std::optional<int> palate;     // of a cast
+    bool off_its_picture = false;  // turned round, so that it no longer lies on its X-ray
     std::vector<ForeignKey> foreign;
     std::vector<std::string> passed_over;  // what the file says beside that, and what a case written anew lacks
     std::vector<Remark> remarks;           // what changes how its numbers are to be read
@@ -77,9 +77,10 @@ struct Case {
 struct CaseOptions {
     std::optional<Sex> sex = {};
     std::optional<double> mm_per_pixel = {};
-    bool mirror = false;                      // a face that does not look right is mirrored
+    bool mirror = false;                      // x is turned round, unless signs are seen to hold
+    bool flip_y = false;                      // the same for y
     std::vector<std::string> landmarks = {};  // names of the points of a TPS file in their order; "-" passes one over
-    std::optional<double> image_height = {};  // in pixels, for TPS, where y points up
+    std::optional<double> image_height = {};  // in pixels, for y that points up
 };
 
 // Reads the cases in any of the formats of docs/case_format.md, told apart by content and extension: a TPS file holds

@@ -167,7 +167,7 @@ std::string CaseBuilder::place_of_first(std::size_t at) const {
 
 bool CaseBuilder::placed(const std::string& name, Position position) {
     if (!counts_as_absent(position)) return true;
-    note("landmark " + in_quotes(name) + " at (0, 0) counts as not placed");
+    remark({"landmark_at_origin", "Landmark %1 at (0, 0) counts as not placed.", {in_quotes(name)}});
     return false;
 }
 

@@ -41,13 +41,14 @@ class CaseBuilder {
     void palate(double category, std::size_t at);
     void image(std::string_view path, std::size_t at);
     void outline(Outline outline) { record_.outlines.push_back(std::move(outline)); }
+    void remark(Remark remark) { record_.remarks.push_back(std::move(remark)); }
     void note(std::string text) { record_.notes.push_back(std::move(text)); }
     void foreign(ForeignKey key) { record_.foreign.push_back(std::move(key)); }
     // What a reader leaves alone, in words; told once, and of a long list only the beginning.
     void pass_over(const std::string& what);
 
-    // The kind must be known before landmarks are added. A landmark at (0, 0) counts as not placed: it is noted and
-    // left out, since the engine can't tell it from a missing one.
+    // The kind must be known before landmarks are added. A landmark at (0, 0) counts as not placed: it is remarked
+    // and left out, since the engine can't tell it from a missing one.
     void landmark(const std::string& name, Position position, std::size_t at);
     void user_landmark(const std::string& name, Position position, std::size_t at);
     // A point of a vertebra, of which a lateral film has some.

@@ -40,7 +40,7 @@ bool is_challenge_text(const Source& source) {
     return CsvReader(line).next(row) && is_pair_of_numbers(row);
 }
 
-std::vector<Case> read_challenge_cases(const Source& source, const CaseOptions&) {
+std::vector<Case> read_challenge_cases(const Source& source, const CaseOptions& options) {
     CaseBuilder builder(source);
     builder.kind(Kind::lateral);
     CsvReader reader(source);
@@ -65,8 +65,10 @@ std::vector<Case> read_challenge_cases(const Source& source, const CaseOptions&)
             "it holds " + std::to_string(points) + " points, " + std::to_string(point_count) + " are needed",
             "For other sets of landmarks write name,x,y in every line.");
     }
-    builder.scale(challenge_scale, 0);
-    builder.note("a challenge text: 0.1 mm a pixel, as its films were scanned");
+    if (!options.mm_per_pixel) {
+        builder.scale(challenge_scale, 0);
+        builder.remark({"scale_assumed", "The scale is taken as 0.1 mm a pixel, that of the films of challenges."});
+    }
     std::vector<Case> cases;
     cases.push_back(builder.finished());
     return cases;

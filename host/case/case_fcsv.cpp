@@ -35,7 +35,7 @@ class FcsvReader {
             }
         }
         const SlicerScale scale = slicer_scale(builder_.scale(), options_.mm_per_pixel, space_);
-        if (!builder_.scale() && !options_.mm_per_pixel) builder_.note("positions are taken as millimetres");
+        if (!builder_.scale() && !options_.mm_per_pixel) builder_.remark(positions_in_mm());
         builder_.scale(scale.mm_per_pixel, 0);
         for (NamedPoint& point : points_) {
             const Position position = film_position(point.position.x, point.position.y, space_, scale);

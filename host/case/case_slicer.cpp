@@ -38,7 +38,7 @@ class SlicerReader {
         for (const JsonValue& list : as<JsonArray>(*lists, "\"markups\"", "a list in [ ]")) read_markup(list);
         if (points_.empty()) throw source_.error("it holds no placed point of a list of type \"Fiducial\"");
         builder_.scale(slicer_scale(own_scale_, options_.mm_per_pixel, space_).mm_per_pixel, 0);
-        if (!own_scale_ && !options_.mm_per_pixel) builder_.note("positions are taken as millimetres");
+        if (!own_scale_ && !options_.mm_per_pixel) builder_.remark(positions_in_mm());
         if (other_lists_) builder_.note("lines, curves and other markups than lists of points left out");
         add_points(builder_, points_, source_);
         return builder_.finished();

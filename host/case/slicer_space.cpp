@@ -36,4 +36,8 @@ Position lps_position(Position pixel, double mm_per_pixel) {
     return {on_grid(pixel.x) * mm_per_pixel, on_grid(pixel.y) * mm_per_pixel};
 }
 
+Remark positions_in_mm() {
+    return {"scale_assumed", "Positions are taken as millimetres."};
+}
+
 }  // namespace cephtool

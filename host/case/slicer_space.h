@@ -30,4 +30,7 @@ Position film_position(double x, double y, SlicerSpace space, const SlicerScale&
 // In LPS and millimetres. Throws an Error for a scale so extreme that the way back would not meet the same pixel.
 Position lps_position(Position pixel, double mm_per_pixel);
 
+// That a file without a scale of its own was taken so.
+Remark positions_in_mm();
+
 }  // namespace cephtool

@@ -12,17 +12,24 @@
 namespace cephtool {
 namespace {
 
-// What a film says that can't be said of the patient of the first one; empty when nothing does.
-std::string other_patient(const Case& first, const Case& other) {
-    std::vector<std::string> differences;
-    const auto compare = [&](const char* what, const std::string& before, const std::string& now) {
-        if (!before.empty() && !now.empty() && before != now)
-            differences.push_back(what + in_quotes(now) + " instead of " + in_quotes(before));
-    };
-    compare("name ", first.name, other.name);
-    if (first.sex && other.sex) compare("sex ", name_of(*first.sex), name_of(*other.sex));
-    if (first.birth && other.birth) compare("birth ", text_of(*first.birth), text_of(*other.birth));
-    return joined(differences, ", ");
+// What a film says that can't be said of the patient of the first one.
+std::vector<Remark> other_patient(const Case& first, const Case& other) {
+    std::vector<Remark> remarks;
+    const std::string file = printable(first.file);
+    if (!first.name.empty() && !other.name.empty() && first.name != other.name) {
+        remarks.push_back({"other_patient",
+                           "Another patient? The name is %1, in %2 it is %3.",
+                           {in_quotes(other.name), file, in_quotes(first.name)}});
+    }
+    if (first.sex && other.sex && first.sex != other.sex) {
+        remarks.push_back({"other_patient", "Another patient? The sex is not that of %1.", {file}});
+    }
+    if (first.birth && other.birth && first.birth != other.birth) {
+        remarks.push_back({"other_patient",
+                           "Another patient? Born on %1, in %2 on %3.",
+                           {text_of(*other.birth), file, text_of(*first.birth)}});
+    }
+    return remarks;
 }
 
 }  // namespace
@@ -56,11 +63,8 @@ std::vector<FilmResults> measured_films(const ReportOptions& options, const Case
                                "Compare cases of one kind.");
         }
         if (!films.empty()) {
-            const Case& first = films.front().record();
-            const std::string other = other_patient(first, record);
-            if (!other.empty()) {
-                record.notes.push_back("another patient than in " + printable(first.file) + "? It has " + other);
-            }
+            for (Remark& remark : other_patient(films.front().record(), record))
+                record.remarks.push_back(std::move(remark));
         }
         for (const std::string& note : record.notes) streams.err << printable(path) << ": " << note << "\n";
         check_output(options.output, {image_file(record)});

@@ -193,13 +193,14 @@ TEST(CaseReader, GuessesTheKindFromTheNames) {
 
 TEST(CaseReader, SaysWhatItTookForGranted) {
     const Case record = read("a.csv", csv("S,1,2\nN,0,0\nU1A,3,4\naux54,1,1\n"));
-    EXPECT_THAT(record.notes, testing::ElementsAre("landmark \"N\" at (0, 0) counts as not placed",
-                                                   "\"U1A\" is kept as a landmark of your own. Did you mean \"U1C\"?",
+    EXPECT_EQ(in_english(record.remarks.at(0)), "Landmark \"N\" at (0, 0) counts as not placed.");
+    EXPECT_THAT(record.notes, testing::ElementsAre("\"U1A\" is kept as a landmark of your own. Did you mean \"U1C\"?",
                                                    "auxiliary points (auxNN) left out"));
     const Case given = read_case({"a.csv", csv("# sex=m\nS,1,2\n")}, {Sex::female, 0.5});
     EXPECT_EQ(given.sex, Sex::female);
     EXPECT_EQ(given.mm_per_pixel, 0.5);
-    EXPECT_EQ(given.notes.size(), 2u);
+    EXPECT_EQ(codes_of(given.remarks), "sex_replaced; scale_replaced");
+    EXPECT_EQ(in_english(given.remarks[1]), "The scale is that of --scale, 0.5 mm a pixel, not the 0.1 of the file.");
 }
 
 // The fuzz target's own property, without a fuzzer: each seed whole, cut behind every byte, with every byte changed.
