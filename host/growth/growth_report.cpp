@@ -149,13 +149,13 @@ std::string growth_json(std::span<const GrowthResult> results) {
 }
 
 std::string growth_csv(std::span<const GrowthResult> results) {
-    std::string text = "case,what,stage,name,years,from,missing\r\n";
+    std::string text = "case,what,stage,name,years,from,missing,remarks\r\n";
     for (const GrowthResult& result : results) {
         for (const Finding& finding : all_findings(result)) {
             text += csv_field(printable(result.record.file)) + "," + csv_field(finding.what) + "," +
                     (finding.stage ? std::to_string(*finding.stage) + "," + csv_field(finding.name) : ",") + "," +
                     (finding.years ? shortest(*finding.years) : "") + "," + csv_field(grounds_text(finding, "; ")) +
-                    "," + csv_field(joined(finding.missing, " ")) + "\r\n";
+                    "," + csv_field(joined(finding.missing, " ")) + "," + codes_of(result.record.remarks) + "\r\n";
         }
     }
     return text;

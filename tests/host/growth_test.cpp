@@ -166,14 +166,14 @@ TEST_F(GrowthClinic, TheTablesHeadSaysWhichNormsTheyAre) {
 TEST_F(GrowthClinic, EveryStageHasItsGroundsOrWhatIsMissing) {
     const std::string settings = std::string("# sex=f\n# dental_stage=IIIB\n") + twelve_years;
     EXPECT_EQ(with("stage", "csv", {}, settings).out,
-              "case,what,stage,name,years,from,missing\r\n"
-              "standard input,Age,,,12,birth 2001-05-14; film 2013-05-14,\r\n"
-              "standard input,Hellman stage,4,IIIB,,,\r\n"
-              "standard input,Ricketts stage,1,Woman,,age 12.00; sex female,\r\n"
-              "standard input,Bone age,,,,,C3ua C3dp C3la C3lp C4ua C4up C4la C4lp\r\n"
-              "standard input,By age,1,Woman,,age 12.00; sex female,\r\n"
-              "standard input,By teeth,1,Mixed,,dental stage IIIB,\r\n"
-              "standard input,\"By teeth, second set\",1,Tall,,age 12.00,\r\n");
+              "case,what,stage,name,years,from,missing,remarks\r\n"
+              "standard input,Age,,,12,birth 2001-05-14; film 2013-05-14,,\r\n"
+              "standard input,Hellman stage,4,IIIB,,,,\r\n"
+              "standard input,Ricketts stage,1,Woman,,age 12.00; sex female,,\r\n"
+              "standard input,Bone age,,,,,C3ua C3dp C3la C3lp C4ua C4up C4la C4lp,\r\n"
+              "standard input,By age,1,Woman,,age 12.00; sex female,,\r\n"
+              "standard input,By teeth,1,Mixed,,dental stage IIIB,,\r\n"
+              "standard input,\"By teeth, second set\",1,Tall,,age 12.00,,\r\n");
     const std::string bare = with("stage", "table", {}, "").out;
     for (const char* line : {"missing: birth, film, sex\n", "\n  sex  ", "\n  birth  ", "\n  film  ",
                              "\n  dental_stage  ", "\n  C3.., C4..  "})

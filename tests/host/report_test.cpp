@@ -181,6 +181,7 @@ TEST_F(PrintedReport, AndEveryOtherOutputSaysHowItsNumbersAreToBeRead) {
         {"b.csv", {"batch", "--with", "norms"}, ",mirrored; norms_by_sex,", ""},
         {"b.jsonl", {"batch", "--with", "norms"}, "\"remarks\":\"mirrored; norms_by_sex\"", ""},
         {"s.txt", {"stage"}, "the face looks left", ""},
+        {"s.csv", {"stage", "--format", "csv"}, ",mirrored\r\n", ""},
         {"c.svg", {"chart"}, "the face looks left", "Norms that differ"},
         {"d.svg", {"chart", "--language", "ja"}, "左右反転している", "男女で異なる標準値は省いた"},
         {"t.svg", {"trace"}, "the face looks left", ""},
