@@ -16,7 +16,7 @@ install(TARGETS tool_surface EXPORT ToolSurfaceTargets ARCHIVE DESTINATION ${CMA
 set(surface_headers drawn_surface figure pen_stroke recording_surface svg_surface typeface whole_file)
 get_target_property(surface_modules tool_surface TOOL_SURFACE_MODULES)
 if(surface_modules)
-    list(APPEND surface_headers background pdf_surface picture_surface)
+    list(APPEND surface_headers background font_failure pdf_surface picture_surface)
 endif()
 list(TRANSFORM surface_headers REPLACE "(.+)" "${PROJECT_SOURCE_DIR}/surface/\\1.h")
 install(FILES ${surface_headers} DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/tool/surface)

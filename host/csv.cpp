@@ -2,9 +2,25 @@
 
 #include <algorithm>
 
+#include "host/numbers.h"
 #include "host/text_width.h"
 
 namespace cephtool {
+
+namespace {
+
+// What spreadsheets, some also in full-width characters, take for a formula, however many apostrophes are before it.
+bool looks_like_formula(std::string_view text) {
+    text.remove_prefix(std::min(text.find_first_not_of('\''), text.size()));
+    constexpr std::string_view starts[] = {"=", "+", "-", "@", "\t", "\r", "\n", "＝", "＋", "－", "＠"};
+    return std::ranges::any_of(starts, [=](std::string_view start) { return text.starts_with(start); });
+}
+
+void take_off_apostrophe(std::string& field) {
+    if (field.starts_with('\'') && looks_like_formula(field)) field.erase(0, 1);
+}
+
+}  // namespace
 
 bool CsvReader::at_end_of_line() const {
     return at_ == source_.text.size() || source_.text[at_] == '\n' || source_.text[at_] == '\r';
@@ -32,6 +48,7 @@ CsvField CsvReader::quoted_field() {
     if (!at_end_of_line() && source_.text[at_] != ',') {
         throw source_.error_at(at_, "text behind the closing quote", "Write a quote inside a field as two quotes.");
     }
+    take_off_apostrophe(field.text);
     return field;
 }
 
@@ -40,6 +57,7 @@ CsvField CsvReader::plain_field() {
     const std::size_t end = std::min(text.find_first_of(",\r\n", at_), text.size());
     CsvField field{std::string(trimmed(text.substr(at_, end - at_))), at_};
     at_ = end;
+    take_off_apostrophe(field.text);
     return field;
 }
 
@@ -55,22 +73,33 @@ bool CsvReader::next(CsvRow& row) {
         at_ = end;
         return true;
     }
+    bool quoted = false;
     for (;;) {
+        if (row.fields.size() == most_csv_fields) {
+            throw source_.error_at(at_, "a row of more than " + std::to_string(most_csv_fields) + " fields",
+                                   "A row holds a landmark, or a case with its landmarks.");
+        }
         at_ = std::min(text.find_first_not_of(" \t", at_), text.size());
-        const bool quoted = at_ < text.size() && text[at_] == '"';
+        quoted = at_ < text.size() && text[at_] == '"';
         row.fields.push_back(quoted ? quoted_field() : plain_field());
         if (at_end_of_line()) break;
         ++at_;  // the comma
     }
     skip_line_end();
+    row.comment = quoted && row.fields.size() == 1 && row.fields.front().text.starts_with('#');
     return true;
 }
 
-std::string csv_field(std::string_view text) {
-    if (text.find_first_of(",\"\r\n") == std::string_view::npos) return std::string(text);
+std::string csv_quoted(std::string_view text) {
+    if (text.find_first_of(",\"\r\n") == std::string_view::npos && trimmed(text) == text) return std::string(text);
     std::string field = "\"";
     for (const char c : text) field += c == '"' ? std::string("\"\"") : std::string(1, c);
     return field + "\"";
+}
+
+std::string csv_field(std::string_view text) {
+    const bool harmless = !looks_like_formula(text) || number_from(text);
+    return csv_quoted(harmless ? std::string(text) : "'" + std::string(text));
 }
 
 }  // namespace cephtool

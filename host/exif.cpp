@@ -61,8 +61,11 @@ std::string report(std::span<const Picture> pictures, const std::string& format,
 
 void write_thumbnail(const Picture& picture, const std::string& path, std::ostream& out) {
     if (picture.thumbnail.empty()) {
-        throw Error(ExitCode::bad_input, picture.file + " has no thumbnail that could be found",
-                    "Only pictures with EXIF data have one, and not all of them.");
+        const std::string& why = picture.lost_thumbnail;
+        throw Error(ExitCode::bad_input,
+                    picture.file + (why.empty() ? " has no thumbnail that could be found" : ": " + why),
+                    why.empty() ? "Only pictures with EXIF data have one, and not all of them."
+                                : "Another program can take it out.");
     }
     write_result(picture.thumbnail, path, out);
 }
@@ -88,8 +91,11 @@ ExitCode run_exif(const Command& command, const Arguments& arguments, Streams& s
     Progress progress(streams.err, streams.progress, files.size(), "pictures");
     for (const std::string& file : files) {
         try {
-            pictures.push_back(read_picture(file, streams.in));
-            if (!given.thumbnail.empty()) write_thumbnail(pictures.back(), given.thumbnail, streams.out);
+            const Picture picture = read_picture(file, streams.in);
+            if (!picture.damage || picture.tells_anything()) pictures.push_back(picture);
+            if (!given.thumbnail.empty() && (!picture.damage || !picture.thumbnail.empty()))
+                write_thumbnail(picture, given.thumbnail, streams.out);
+            if (picture.damage) throw *picture.damage;
         } catch (const Error& error) {
             progress.clear();
             streams.err << shown(error);

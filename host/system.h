@@ -29,6 +29,9 @@ std::filesystem::path running_program();
 // wait no longer, below 0 when reading fails. On Windows only a console stops waiting.
 std::ptrdiff_t read_standard_input(char* to, std::size_t size, bool (*stop)());
 
+// Whether so many files more can be open at once.
+bool can_open_files(int count);
+
 // Null when it can't be opened.
 std::FILE* opened_to_read(const std::filesystem::path& path);
 

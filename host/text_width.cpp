@@ -53,6 +53,20 @@ bool is_control(char32_t character) {
     return character < 0x20 || (character >= 0x7F && character < 0xA0);
 }
 
+// Marks, embeddings, overrides and isolates that turn the direction of text (UAX #9): a name may pretend to be another.
+bool turns_direction(char32_t character) {
+    return character == 0x061C || character == 0x200E || character == 0x200F ||
+           (character >= 0x202A && character <= 0x202E) || (character >= 0x2066 && character <= 0x2069);
+}
+
+// "\x1B", "\u202E".
+std::string code_of(char32_t character) {
+    constexpr char digits[] = "0123456789ABCDEF";
+    std::string code = character < 0x100 ? "\\x" : "\\u";
+    for (int shift = character < 0x100 ? 4 : 12; shift >= 0; shift -= 4) code += digits[character >> shift & 15];
+    return code;
+}
+
 constexpr char32_t replacement = 0xFFFD;
 
 unsigned byte_at(std::string_view text, std::size_t i) {
@@ -155,9 +169,8 @@ std::string printable(std::string_view text) {
         const Decoded decoded = decode(text);
         if (!decoded.well_formed) {
             safe += "\xEF\xBF\xBD";
-        } else if (is_control(decoded.character)) {
-            constexpr char digits[] = "0123456789ABCDEF";
-            safe += {'\\', 'x', digits[decoded.character >> 4], digits[decoded.character & 15]};
+        } else if (is_control(decoded.character) || turns_direction(decoded.character)) {
+            safe += code_of(decoded.character);
         } else {
             safe += text.substr(0, decoded.bytes);
         }

@@ -29,7 +29,8 @@ std::string right_aligned(std::string_view text, int width);
 // `text` in lines of at most `width` columns, broken at blanks; a single word that is wider stays whole.
 std::string wrapped(std::string_view text, int width, std::string_view indent);
 
-// Safe to show: control characters become "\x1B", malformed bytes U+FFFD.
+// Safe to show: control characters become "\x1B", those that turn the direction of text "\u202E", malformed bytes
+// U+FFFD.
 std::string printable(std::string_view text);
 
 // printable(), cut to a readable length, in double quotes: what was found, in a message.

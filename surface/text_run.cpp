@@ -3,10 +3,12 @@
 #include <pango/pangocairo.h>
 
 #include <algorithm>
+#include <utility>
 
 #include "platform/numbers.h"
 #include "surface/cairo_figure.h"
 #include "surface/drawn_surface.h"
+#include "surface/font_failure.h"
 
 namespace tool {
 
@@ -50,7 +52,24 @@ void add_lines(PangoLayout* layout, const Typeface& face) {
     pango_attr_list_unref(attributes);
 }
 
+thread_local bool failed = false;
+
+bool is_open(PangoFont* font) {
+    cairo_scaled_font_t* const scaled = font ? pango_cairo_font_get_scaled_font(PANGO_CAIRO_FONT(font)) : nullptr;
+    return scaled && cairo_scaled_font_status(scaled) == CAIRO_STATUS_SUCCESS;
+}
+
+bool fonts_are_open(PangoLayout* layout) {
+    for (const GSList* run = pango_layout_get_line_readonly(layout, 0)->runs; run; run = run->next)
+        if (!is_open(static_cast<const PangoLayoutRun*>(run->data)->item->analysis.font)) return false;
+    return true;
+}
+
 }  // namespace
+
+bool font_failed() {
+    return std::exchange(failed, false);
+}
 
 TextRun::TextRun(const std::string& text, const Typeface& face, bool jagged) {
     const PangoContextOwner context = new_context(jagged || face.jagged);
@@ -67,6 +86,7 @@ TextRun::TextRun(const std::string& text, const Typeface& face, bool jagged) {
     PangoRectangle logical;
     pango_layout_get_extents(layout_.get(), nullptr, &logical);
     width_px_ = pango_units_to_double(logical.width);
+    if (!fonts_are_open(layout_.get())) failed = true;
 }
 
 void TextRun::paint(cairo_t* context, const Caption& caption) const {

@@ -47,7 +47,7 @@ void BatchFormat::append(std::string& lines, std::size_t number, const Case& rec
     const std::string months =
         record.birth && record.film ? std::to_string(months_at(*record.film, *record.birth)) : std::string();
     if (kind_ == Kind::csv) {
-        lines += std::to_string(number) + "," + csv_field(file) + "," + csv_field(record.name) + "," +
+        lines += std::to_string(number) + "," + csv_field(file) + "," + csv_field(printable(record.name)) + "," +
                  name_of(record.kind) + "," + sex + "," + months + "," + csv_field(notes) + "," + csv_field(remarks);
         for_each_number(measured.items, [&](const std::optional<double>& value, std::string_view text) {
             lines += ',';

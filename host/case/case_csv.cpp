@@ -70,8 +70,7 @@ class CsvCaseReader {
 
 // A name that a reader would take for something else stands in quotes.
 std::string name_field(const std::string& name) {
-    const bool plain = !name.starts_with('#') && trimmed(name) == name;
-    return plain ? csv_field(name) : "\"" + name + "\"";
+    return name.starts_with('#') ? "\"" + name + "\"" : csv_field(name);
 }
 
 }  // namespace
@@ -84,7 +83,7 @@ std::vector<Case> read_csv_cases(const Source& source, const CaseOptions&) {
 
 std::string to_csv(const Case& record, const CaseOptions&) {
     std::string text;
-    for (const auto& [key, value] : settings_of(record)) text += "# " + key + "=" + value + "\n";
+    for (const auto& [key, value] : settings_of(record)) text += csv_quoted("# " + key + "=" + value) + "\n";
     text += "name,x,y\n";
     for (const Landmark& landmark : all_landmarks(record)) {
         text += name_field(landmark.name) + "," + shortest(landmark.position.x) + "," + shortest(landmark.position.y) +

@@ -29,7 +29,7 @@ std::string dates_line(const Case& record) {
 
 std::string case_heading(const Case& record, bool colour) {
     std::string text = printable(record.file) + ": ";
-    if (!record.name.empty()) text += record.name + ", ";
+    if (!record.name.empty()) text += fitted(printable(record.name), page_width) + ", ";
     text += record.sex ? name_of(*record.sex) : "sex not given";
     if (record.birth && record.film) {
         text += ", " + text_of(age_at(*record.film, *record.birth));

@@ -117,7 +117,7 @@ std::string to_fcsv(const Case& record, const CaseOptions&) {
     for (const Landmark& landmark : all_landmarks(record)) {
         const Position p = lps_position(landmark.position, record.mm_per_pixel.value());
         text += std::to_string(++id) + "," + shortest(p.x) + "," + shortest(p.y) + ",0,0,0,0,1,1,1,0," +
-                csv_field(landmark.name) + ",,," + shortest(status_defined) + "\n";
+                csv_quoted(landmark.name) + ",,," + shortest(status_defined) + "\n";
     }
     return text;
 }

@@ -2,6 +2,7 @@
 
 #include <surface/svg_surface.h>
 #ifdef TOOL_SURFACE_PICTURES
+#include <surface/font_failure.h>
 #include <surface/pdf_surface.h>
 #include <surface/picture_surface.h>
 #endif
@@ -10,6 +11,7 @@
 #include <cmath>
 
 #include "host/error.h"
+#include "host/system.h"
 #include "host/text_width.h"
 #include "host/tracing/film.h"
 
@@ -24,6 +26,18 @@ constexpr COLORREF white = RGB(255, 255, 255);
 Error no_memory() {
     return {ExitCode::bad_input, "the drawing needs more memory than there is",
             "Ask for a smaller one: --size 800x1000"};
+}
+
+Error no_font() {
+    return {ExitCode::bad_input, "a font can't be opened, so that texts would look otherwise",
+            "Let more files be open at once (ulimit -n 64), or install the fonts once more."};
+}
+
+// The list of fonts is read when the first text is measured. What can't be opened then is left out without a word.
+void check_fonts_can_be_read() {
+    constexpr int most_open = 4;
+    if (!can_open_files(most_open)) throw no_font();
+    tool::font_failed();  // forgets an earlier drawing's
 }
 #endif
 
@@ -101,10 +115,15 @@ std::optional<FileFormat> file_format(std::string_view path) {
 }
 
 std::string drawn_file(FileFormat format, const Sheet& sheet, std::span<const DrawPage> pages) {
-    if (format == FileFormat::svg) return svg_file(sheet, pages.front());
 #ifdef TOOL_SURFACE_PICTURES
-    return format == FileFormat::png ? png_file(sheet, pages.front()) : pdf_file(sheet, pages);
+    check_fonts_can_be_read();
+    std::string bytes = format == FileFormat::svg   ? svg_file(sheet, pages.front())
+                        : format == FileFormat::png ? png_file(sheet, pages.front())
+                                                    : pdf_file(sheet, pages);
+    if (tool::font_failed()) throw no_font();
+    return bytes;
 #else
+    if (format == FileFormat::svg) return svg_file(sheet, pages.front());
     throw Error(ExitCode::bad_command_line, "this program was built without Cairo and Pango, and writes SVG only",
                 "Name a file that ends in .svg.");
 #endif
@@ -112,6 +131,7 @@ std::string drawn_file(FileFormat format, const Sheet& sheet, std::span<const Dr
 
 std::unique_ptr<CDC> text_measure() {
 #ifdef TOOL_SURFACE_PICTURES
+    check_fonts_can_be_read();
     auto surface =
         tool::PictureSurface::create(1, 1, tool::PictureSurface::Look::smooth, white, svg_pixels_a_mm * mm_an_inch);
     if (!surface) throw no_memory();

@@ -12,11 +12,36 @@ namespace {
 
 constexpr double ascent = 0.905, descent = 0.212;  // of Arial, in units of its em
 
-// The text's first character, as its bytes.
-std::string_view first_character(std::string_view utf8) {
-    std::string_view rest = utf8;
-    next_character(rest);
-    return utf8.substr(0, utf8.size() - rest.size());
+// Each character of the text as its bytes.
+std::vector<std::string_view> characters_of(std::string_view utf8) {
+    std::vector<std::string_view> characters;
+    while (!utf8.empty()) {
+        const std::string_view before = utf8;
+        next_character(utf8);
+        characters.push_back(before.substr(0, before.size() - utf8.size()));
+    }
+    return characters;
+}
+
+// The last number from `first` to `last` that fits, when none behind one that does not fit would; `first` fits in any
+// case. What is tried is never much longer than what fits, so that a long text costs no more than a short one.
+template <class Fits>
+std::size_t last_that_fits(std::size_t first, std::size_t last, Fits fits) {
+    constexpr std::size_t short_text = 64;
+    if (last - first <= short_text && fits(last)) return last;
+    std::size_t good = first, bad = last + 1;
+    for (std::size_t step = short_text / 4; good + step < bad; step *= 2) {
+        if (!fits(good + step)) {
+            bad = good + step;
+        } else {
+            good += step;
+        }
+    }
+    while (bad - good > 1) {
+        const std::size_t middle = good + (bad - good) / 2;
+        (fits(middle) ? good : bad) = middle;
+    }
+    return good;
 }
 
 // Kana or Chinese characters. In a Japanese font figures and signs look foreign among Latin text.
@@ -36,11 +61,9 @@ CString drawable(std::string_view utf8) {
     CString text;
     if (CodePage932FromUtf8(std::string(utf8).c_str(), &text)) return text;
     text.Empty();
-    while (!utf8.empty()) {
-        const std::string one(first_character(utf8));
+    for (const std::string_view one : characters_of(utf8)) {
         CString character;
-        text += CodePage932FromUtf8(one.c_str(), &character) ? character : CString("?");
-        utf8.remove_prefix(one.size());
+        text += CodePage932FromUtf8(std::string(one).c_str(), &character) ? character : CString("?");
     }
     return text;
 }
@@ -81,28 +104,25 @@ Position SelectedFont::extent(const CString& text) const {
 }
 
 CString SelectedFont::cut(const std::string& utf8, double width) const {
-    CString text = drawable(utf8);
-    for (int columns = display_width(utf8); columns > 0 && extent(text).x > width; --columns) {
-        text = drawable(fitted(utf8, columns));
-    }
-    return text;
+    const auto text = [&](std::size_t columns) { return drawable(fitted(utf8, static_cast<int>(columns))); };
+    const auto fits = [&](std::size_t columns) { return extent(text(columns)).x <= width; };
+    return text(last_that_fits(0, static_cast<std::size_t>(display_width(utf8)), fits));
 }
 
 std::vector<std::string> SelectedFont::lines(std::string_view utf8, double width) const {
+    const std::vector<std::string_view> characters = characters_of(utf8);
     std::vector<std::string> all;
-    while (!utf8.empty()) {
-        std::size_t end = 0, last_break = 0;
-        std::string_view before;
-        while (end < utf8.size()) {
-            const std::string_view next = first_character(utf8.substr(end));
-            if (end > 0 && may_break(before, next)) last_break = end;
-            if (next != " " && end > 0 && extent(drawable(utf8.substr(0, end + next.size()))).x > width) break;
-            end += next.size();
-            before = next;
-        }
-        if (end < utf8.size() && last_break > 0) end = last_break;
-        all.emplace_back(trimmed(utf8.substr(0, end)));
-        utf8.remove_prefix(end);
+    for (std::size_t first = 0, last; first < characters.size(); first = last + 1) {
+        const auto part = [&](std::size_t end) {
+            const char* const start = characters[first].data();
+            return trimmed({start, static_cast<std::size_t>(characters[end].data() - start) + characters[end].size()});
+        };
+        last = last_that_fits(first, characters.size() - 1,
+                              [&](std::size_t end) { return extent(drawable(part(end))).x <= width; });
+        std::size_t next = last + 1;
+        while (next < characters.size() && next > first && !may_break(characters[next - 1], characters[next])) --next;
+        if (next > first) last = next - 1;
+        all.emplace_back(part(last));
     }
     if (all.empty()) all.emplace_back();
     return all;

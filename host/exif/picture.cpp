@@ -190,6 +190,40 @@ bool decode(Source& source, std::istream& standard_input, CExif& reader) {
     return reader.DecodeExif(reinterpret_cast<const unsigned char*>(source.text.data()), source.text.size());
 }
 
+// The picture for which the block's second directory is there (EXIF 2.3, 4.5.4), where the reader has passed it over.
+std::string lost_thumbnail(const CExif& reader, const tag_ExifSection& section) {
+    constexpr std::size_t byte_order_mark_at = 8, first_directory = 8;
+    if (section.Type != 0xE1 || section.Size <= static_cast<int>(byte_order_mark_at)) return {};
+    const unsigned char* const block = section.Data + byte_order_mark_at;
+    const std::size_t size = static_cast<std::size_t>(section.Size) - byte_order_mark_at;
+    const auto u16 = [&](std::size_t at) {
+        return at + 2 > size ? 0 : static_cast<std::size_t>(reader.Get16u(block + at));
+    };
+    const auto u32 = [&](std::size_t at) {
+        return at + 4 > size ? 0 : static_cast<std::size_t>(reader.Get32u(block + at));
+    };
+    const std::size_t link = first_directory + 2 + 12 * u16(first_directory), directory = u32(link);
+    if (directory == 0) return {};
+    std::size_t offset = 0, bytes = 0;
+    for (std::size_t i = 0, at = directory + 2; i < u16(directory) && at + 12 <= size; ++i, at += 12) {
+        const std::size_t value = u16(at + 2) == 3 ? u16(at + 8) : u32(at + 8);
+        if (u16(at) == 0x0201) offset = value;
+        if (u16(at) == 0x0202) bytes = value;
+    }
+    if (offset == 0 || bytes == 0) return {};
+    return "the thumbnail of " + std::to_string(bytes) + " bytes is not found: " +
+           (offset + bytes > size
+                ? "it ends behind the EXIF data"
+                : "of the link to it only the first 16 bits are read, which are 0 in big-endian files");
+}
+
+std::string lost_thumbnail(const CExif& reader) {
+    std::string why;
+    for (int i = 0; i < reader.SectionsRead && !reader.Info->ThumbnailPointer && why.empty(); ++i)
+        why = lost_thumbnail(reader, reader.Sections[i]);
+    return why;
+}
+
 }  // namespace
 
 Picture read_picture(const std::string& path, std::istream& standard_input) {
@@ -199,11 +233,16 @@ Picture read_picture(const std::string& path, std::istream& standard_input) {
     const std::string reason = reader.LastError;
     if (!decoded && reason.empty())
         throw source.error("this is no JPEG picture", "Only JPEG pictures have a header to read.");
-    if (!decoded) throw source.error("the picture is damaged: " + reason, "Copy it from the camera once more.");
 
     const tag_ExifInfo& info = *reader.Info;
-    Picture picture{printable(source.name), info.IsExif, facts_of(info), {}, {}};
-    if (!reason.empty()) picture.note = "not all of the EXIF data could be read: " + reason;
+    Picture picture{printable(source.name), info.IsExif, facts_of(info), {}, {}, lost_thumbnail(reader), {}};
+    if (!decoded) {
+        picture.damage = source.error("the picture is damaged: " + reason, "Copy it from the camera once more.");
+        picture.note = "the picture is damaged, this stands before the damage: " + reason;
+    } else if (!reason.empty()) {
+        picture.note = "not all of the EXIF data could be read: " + reason;
+    }
+    if (!picture.lost_thumbnail.empty()) picture.note += (picture.note.empty() ? "" : "; ") + picture.lost_thumbnail;
     if (info.ThumbnailPointer) {
         picture.thumbnail.assign(reinterpret_cast<const char*>(info.ThumbnailPointer), info.ThumbnailSize);
     }

@@ -1,5 +1,6 @@
 #include "host/system.h"
 
+#include <fcntl.h>
 #include <poll.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -40,6 +41,14 @@ std::ptrdiff_t read_standard_input(char* to, std::size_t size, bool (*stop)()) {
         if (got >= 0 || (errno != EINTR && errno != EAGAIN)) return got;
     }
     return 0;
+}
+
+bool can_open_files(int count) {
+    const int file = open("/dev/null", O_RDONLY | O_CLOEXEC);
+    if (file < 0) return false;
+    const bool more = count <= 1 || can_open_files(count - 1);
+    close(file);
+    return more;
 }
 
 std::FILE* opened_to_read(const std::filesystem::path& path) {

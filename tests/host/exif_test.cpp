@@ -79,6 +79,20 @@ TEST(ExifCommand, NoTextOfAFileIsObeyedByTheTerminal) {
     for (std::string line; std::getline(lines, line);) EXPECT_LE(display_width(line), 80) << line;
 }
 
+TEST(ExifCommand, SaysWhatItReadOfADamagedPictureAndWhyAThumbnailIsMissing) {
+    const host_test::Folder folder;
+    const std::string whole = bytes_of(pictures / "camera_intel.jpg");
+    folder.add("cut.jpg", whole.substr(0, 1340));
+    const Outcome cut = exif({"cut.jpg", "--thumbnail", "small.jpg"});
+    EXPECT_EQ(cut.code, ExitCode::bad_input);
+    EXPECT_THAT(cut.err, HasSubstr("cut.jpg: the picture is damaged: Premature end of file?"));
+    for (const char* line : {"  Aperture      f/5.6\n", "  Note          the picture is damaged"})
+        EXPECT_THAT(cut.out, HasSubstr(line));
+    EXPECT_EQ(bytes_of("small.jpg").size(), 305u);
+    EXPECT_THAT(exif({picture("camera_motorola.jpg")}).out, HasSubstr("the thumbnail of 305 bytes is not found"));
+    EXPECT_THAT(exif({picture("camera_motorola.jpg"), "--thumbnail", "-"}).err, HasSubstr("big-endian"));
+}
+
 TEST(ExifCommand, WritesTheThumbnailWholeAndNeverOverThePicture) {
     const host_test::Folder folder;
     std::filesystem::copy(pictures / "camera_intel.jpg", "a.jpg");

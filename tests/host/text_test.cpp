@@ -58,6 +58,7 @@ TEST(Utf8, MalformedBytesAreFoundWhereTheyStand) {
 
 TEST(PrintableText, HoldsNothingThatATerminalObeys) {
     EXPECT_EQ(printable("\x1b[31mred\x07\x7f\xC2\x9B"), "\\x1B[31mred\\x07\\x7F\\x9B");
+    EXPECT_EQ(printable("a\u202Egpj\u2066\u061Cb\u200C"), "a\\u202Egpj\\u2066\\u061Cb\u200C");
     EXPECT_EQ(printable("見\xFF"), "見\uFFFD");
     EXPECT_EQ(in_quotes(std::string(1000, 'x')), "\"" + std::string(39, 'x') + "…\"");
 }

@@ -53,6 +53,17 @@ class Trace : public testing::Test {
     Outcome last_;
 };
 
+TEST_F(Trace, ANameOfAnyLengthIsCutAtOnce) {
+    Json face = average();
+    std::string name;
+    for (int i = 0; i < 50'000; ++i) name += "上顎";
+    face["name"] = name;
+    folder_.add("long.json", face.dump());
+    const std::string svg = traced("a.svg", {"long.json"});
+    EXPECT_TRUE(holds(svg, "上…</text>") || holds(svg, "顎…</text>"));
+    EXPECT_LT(svg.size(), name.size());
+}
+
 TEST_F(Trace, DrawsEverySampleWithLayersAndTextAsText) {
     for (const char* name : {"lateral-average.json", "lateral-class2.json", "lateral-openbite.json",
                              "frontal-average.json", "lateral-average.csv", "lateral-average-19-points.txt"}) {

@@ -3,6 +3,7 @@
 #include <Tools.h>
 #include <gmock/gmock.h>
 #include <signal.h>
+#include <sys/resource.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -161,6 +162,23 @@ TEST_F(Strength, SettingsAndLineImagesAreNotLost) {
         EXPECT_EQ(names_in(folder_.path), names) << n;
     }
     EXPECT_GE(n, 5);
+}
+
+// Otherwise the picture would show other letters.
+TEST_F(Strength, AFontThatCannotBeOpenedIsAnError) {
+    rlimit before{};
+    getrlimit(RLIMIT_NOFILE, &before);
+    const int next = dup(0);
+    close(next);
+    const rlimit one_more{static_cast<rlim_t>(next) + 1, before.rlim_max};
+    for (const char* const out : {"o.png", "o.svg", "o.pdf"}) {
+        setrlimit(RLIMIT_NOFILE, &one_more);
+        const Outcome outcome = run({"chart", "case.json", "--anaitem", "ana", "-o", out});
+        setrlimit(RLIMIT_NOFILE, &before);
+        EXPECT_EQ(outcome.code, ExitCode::bad_input) << out;
+        EXPECT_THAT(outcome.err, testing::HasSubstr("a font can't be opened")) << out;
+        EXPECT_FALSE(fs::exists(out));
+    }
 }
 
 // What stands where a file was expected.
