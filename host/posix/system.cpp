@@ -45,7 +45,7 @@ std::ptrdiff_t read_standard_input(char* to, std::size_t size, bool (*stop)()) {
 
 bool can_open_files(int count) {
     const int file = open("/dev/null", O_RDONLY | O_CLOEXEC);
-    if (file < 0) return false;
+    if (file < 0) return errno != EMFILE && errno != ENFILE;
     const bool more = count <= 1 || can_open_files(count - 1);
     close(file);
     return more;
