@@ -34,21 +34,20 @@ struct AnalysisSheet::Body {
     std::optional<int> cast_decimals;
 };
 
-// A record as a sheet sees it.
-struct AnalysisSheet::Subject {
-    Subject(const Body& body, const SheetSubject& s) : landmarks(body.kind, s.record, s.kCount, s.kPoints, s.uCount) {
+struct SheetMeasurement::Body {
+    Body(const AnalysisSheet::Body& its_sheet, const SheetSubject& s)
+        : sheet(its_sheet),
+          landmarks(sheet.kind, s.record, s.kCount, s.kPoints, s.uCount),
+          evaluation([this] { return &sheet.file; }, landmarks, s.sex, s.band),
+          missing(sheet.file, evaluation, s.sex, s.band) {
         landmarks.set_steps(s.steps);
-        landmarks.set_cast_decimals(body.cast_decimals);
+        landmarks.set_cast_decimals(sheet.cast_decimals);
     }
 
+    const AnalysisSheet::Body& sheet;
     tool::Landmarks landmarks;
-};
-
-struct AnalysisSheet::Measurement : Subject {
-    Measurement(const Body& body, const SheetSubject& s)
-        : Subject(body, s), evaluation([&body] { return &body.file; }, landmarks, s.sex, s.band) {}
-
     tool::Evaluation evaluation;
+    tool::MissingLandmarks missing;
 };
 
 namespace {
@@ -118,15 +117,56 @@ SheetItem AnalysisSheet::GetItem(int index) const {
 }
 
 SheetRow AnalysisSheet::Evaluate(int index, const SheetSubject& subject) const {
-    const tool::NamedLine* line = body_ ? body_->item(index) : nullptr;
-    if (!line) return {};
-    SheetRow failed;
-    failed.value = std::numeric_limits<double>::quiet_NaN();
-    return or_failed(std::move(failed), [&] {
-        SheetRow row;
-        Measurement measured(*body_, subject);
+    return SheetMeasurement(*this, subject).Evaluate(index);
+}
+
+double AnalysisSheet::Calc_1(int mode, const char* name, const SheetSubject& subject, double, double* valueOut,
+                             double* sdOut) const {
+    if (!body_ || mode < 0 || mode > static_cast<int>(Ask::sd)) return 0.0;
+    return or_failed(0.0, [&] {
+        SheetMeasurement::Body measured(*body_, subject);
+        const auto result = measured.evaluation.item(text_or_empty(name), Ask{mode});
+        return result ? tool::item_outputs(*result, Ask{mode}, valueOut, sdOut) : 0.0;
+    });
+}
+
+CString AnalysisSheet::Get_MeanSD(const char* name, int which, const SheetSubject& subject, double,
+                                  int keepDecimals) const {
+    if (!body_) return {};
+    return or_failed(CString(), [&] {
+        SheetMeasurement::Body measured(*body_, subject);
+        const NormPart part = which == 0 ? NormPart::mean : NormPart::sd;
+        return CString(tool::norm_text(measured.evaluation.norm(text_or_empty(name), part), keepDecimals != 0));
+    });
+}
+
+CStringArray AnalysisSheet::Missing(int index, SheetPart part, const SheetSubject& subject) const {
+    return SheetMeasurement(*this, subject).Missing(index, part);
+}
+
+SheetMeasurement::SheetMeasurement(const AnalysisSheet& sheet, const SheetSubject& subject)
+    : sheet_(sheet), subject_(subject) {}
+
+SheetMeasurement::~SheetMeasurement() = default;
+
+// Begins anew behind a failure, since a walk that was broken off has left its marks.
+template <class Work>
+bool SheetMeasurement::done(Work&& work) {
+    const bool did = or_failed(false, [&] {
+        if (!body_) body_ = std::make_unique<Body>(*sheet_.body_, subject_);
+        return work(*body_), true;
+    });
+    if (!did) body_.reset();
+    return did;
+}
+
+SheetRow SheetMeasurement::Evaluate(int index) {
+    SheetRow row;
+    const tool::NamedLine* line = sheet_.body_ ? sheet_.body_->item(index) : nullptr;
+    if (!line) return row;
+    const bool did = done([&](Body& measured) {
         const auto result = measured.evaluation.item(line->name, Ask::deviation);
-        if (!result) return row;
+        if (!result) return;
         row.value = result->value;
         row.has_mean = result->mean.value.has_value();
         row.mean = result->mean.value.value_or(0.0);
@@ -140,46 +180,25 @@ SheetRow AnalysisSheet::Evaluate(int index, const SheetSubject& subject) const {
             row.degenerate[0] = CString(degeneracy->first);
             row.degenerate[1] = CString(degeneracy->second);
         }
-        return row;
     });
+    if (did) return row;
+    row = {};
+    row.value = std::numeric_limits<double>::quiet_NaN();
+    return row;
 }
 
-double AnalysisSheet::Calc_1(int mode, const char* name, const SheetSubject& subject, double, double* valueOut,
-                             double* sdOut) const {
-    if (!body_ || mode < 0 || mode > static_cast<int>(Ask::sd)) return 0.0;
-    return or_failed(0.0, [&] {
-        Measurement measured(*body_, subject);
-        const auto result = measured.evaluation.item(text_or_empty(name), Ask{mode});
-        return result ? tool::item_outputs(*result, Ask{mode}, valueOut, sdOut) : 0.0;
-    });
-}
-
-CString AnalysisSheet::Get_MeanSD(const char* name, int which, const SheetSubject& subject, double,
-                                  int keepDecimals) const {
-    if (!body_) return {};
-    return or_failed(CString(), [&] {
-        Measurement measured(*body_, subject);
-        const NormPart part = which == 0 ? NormPart::mean : NormPart::sd;
-        return CString(tool::norm_text(measured.evaluation.norm(text_or_empty(name), part), keepDecimals != 0));
-    });
-}
-
-CStringArray AnalysisSheet::Missing(int index, SheetPart part, const SheetSubject& subject) const {
-    const tool::NamedLine* line = body_ ? body_->item(index) : nullptr;
-    if (!line) return {};
+CStringArray SheetMeasurement::Missing(int index, SheetPart part) {
     CStringArray missing;
-    const bool told = or_failed(false, [&] {
-        Subject lacking(*body_, subject);
-        const tool::DefinitionFile& file = body_->file;
+    const tool::NamedLine* line = sheet_.body_ ? sheet_.body_->item(index) : nullptr;
+    if (!line) return missing;
+    const bool did = done([&](Body& measured) {
         const auto names =
             part == SheetPart::value
-                ? tool::missing_for_item(line->name, file, lacking.landmarks, subject.sex, subject.band)
-                : tool::missing_for_norm(line->name, part == SheetPart::mean ? NormPart::mean : NormPart::sd, file,
-                                         lacking.landmarks, subject.sex, subject.band);
+                ? measured.missing.for_item(line->name)
+                : measured.missing.for_norm(line->name, part == SheetPart::mean ? NormPart::mean : NormPart::sd);
         for (const std::string& name : names) missing.Add(name.c_str());
-        return true;
     });
-    if (told) return missing;
+    if (did) return missing;
     missing.RemoveAll();
     tool::as_far_as_possible([&] { missing.Add(""); });
     return missing;

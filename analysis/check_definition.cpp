@@ -20,7 +20,6 @@ using Look = DefinitionFile::Look;
 using Lines = DefinitionFile::Lines;
 
 constexpr int male = 1, female = 2;
-constexpr int most_bands = 100;  // a band code has two digits for each set
 
 bool in_quotes(std::string_view text, std::size_t at) {
     return std::ranges::count(text.substr(0, at), '"') % 2 == 1;
@@ -32,7 +31,7 @@ bool is_blank(std::string_view text) {
 
 std::vector<std::string_view> norm_fields(std::string_view values) {
     std::vector<std::string_view> fields;
-    for (int band = 0; band < most_bands; ++band) {
+    for (int band = 0; band <= most_bands; ++band) {  // one more tells that there are too many
         const std::string_view field = norm_field(values, band);
         if (band > 0 && field.data() == fields.back().data()) break;
         fields.push_back(field);
@@ -269,6 +268,11 @@ class Check {
                                    "or move the section for one sex in front");
         }
         const std::vector<std::string_view> fields = norm_fields(parts->value);
+        if (fields.size() > most_bands && section < second_set) {
+            return findings_.fault(fields.back(), "more than " + counted(most_bands, "value") +
+                                                      ", and those from here on are never read, since a band has two "
+                                                      "digits; remove them, or make analyses of their own for some");
+        }
         for (const std::string_view field : fields) check_value(field, parts->value, line.data(), part);
     }
 

@@ -38,8 +38,10 @@ class StageCheck {
             for (const int sex : {1, 2}) {
                 std::set<const char*> read;
                 std::map<double, PlacedRange> by_start[2];
+                int stages = 0;
                 for_each_stage(file_, sex, second, [&](const StageLine& line) {
                     read.insert(line.name.data());
+                    if (++stages > most_bands && !second) return found_beyond(line, stages);
                     if (sections_.contains(line.name.data()))
                         check_range(line, by_start[line.by_age]);
                     else
@@ -62,6 +64,13 @@ class StageCheck {
                 findings_.fault(section.key,
                                 "the key that ends a stage section starts none, so this one is never read; "
                                 "write another key, such as Param:, in front of it");
+    }
+
+    void found_beyond(const StageLine& line, int stage) {
+        if (stage == most_bands + 1)
+            findings_.fault(line.name, "more than " + counted(most_bands, "stage") +
+                                           " for one sex, and norms of those from here on are taken from other bands, "
+                                           "since a band has two digits; remove them");
     }
 
     void found_stray(std::string_view line) {

@@ -77,9 +77,18 @@ const DefinitionFile* Evaluation::file() {
 }
 
 std::optional<ItemResult> Evaluation::item(std::string_view name, Ask ask) {
-    if (begin_item(name, ask, false)) return std::nullopt;
-    run(nullptr);
-    return std::move(finished_);
+    for (;;) {
+        const bool alone = evaluations_ == 0;
+        const bool begun = !begin_item(name, ask, false);
+        if (begun) run(nullptr);
+        if (at_limit_) {
+            known_.clear();
+            evaluations_ = 0;
+            at_limit_ = false;
+            if (!alone) continue;
+        }
+        return begun ? std::optional(std::move(finished_)) : std::nullopt;
+    }
 }
 
 Norm Evaluation::norm(std::string_view name, NormPart part) {
@@ -95,27 +104,35 @@ std::size_t Evaluation::formula(std::string_view text, bool top_level, ValueList
     Formula root(text, top_level, values, points_, [this](const Reference& reference) {
         if (const auto known = begin_item(reference.name, reference.ask)) return *known;
         run(nullptr);
-        return finished_.asked(reference.ask);
+        return asked_;
     });
     run(&root);
     return root.extent();
 }
 
 std::optional<double> Evaluation::begin_item(std::string_view name, Ask ask, bool remembered) {
-    const DefinitionFile* definitions = evaluations_ < most_evaluations ? file() : nullptr;
+    if (evaluations_ >= most_evaluations) {
+        at_limit_ = true;
+        return 0.0;
+    }
+    const DefinitionFile* definitions = file();
     if (!definitions) return 0.0;
     using Look = DefinitionFile::Look;
     const DefinitionFile::Lines lines = definitions->find(name, ask == Ask::value ? Look::item : Look::both, sex_);
     if (!lines.item || lines.item->rest.empty()) return 0.0;
-    if (remembered && !known_.empty())
-        if (const auto known = known_.find({lines.item->name.data(), ask}); known != known_.end()) return known->second;
+    if (const auto known = known_.find({lines.item->name.data(), ask}); remembered && known != known_.end()) {
+        points_.note(known->second.degeneracy);
+        return known->second.value;
+    }
     const bool measures = ask == Ask::value || ask == Ask::deviation;
     if (measures && met_again(lines.item->name.data())) return 0.0;
     ++evaluations_;
     Frame& frame = frames_.emplace_back();
+    frame.outer = points_.exchange_degeneracy({});
     frame.ask = ask;
     frame.lines = lines;
     if (measures) {
+        being_evaluated_.insert(lines.item->name.data());
         frame.expression = split_type(lines.item->rest).expression;
         begin_formula(frame, Stage::expression, frame.expression);
     } else {
@@ -126,10 +143,7 @@ std::optional<double> Evaluation::begin_item(std::string_view name, Ask ask, boo
 
 // Whether the value or norm that the line gives is being evaluated further out.
 bool Evaluation::met_again(const char* line) {
-    const bool met = std::ranges::any_of(frames_, [line](const Frame& frame) {
-        const bool measuring = frame.stage == Stage::expression || frame.stage == Stage::alternative;
-        return (measuring ? frame.lines.item->name.data() : frame.norm_line) == line;
-    });
+    const bool met = being_evaluated_.contains(line);
     if (met) frames_.back().in_circle = true;
     return met;
 }
@@ -149,6 +163,7 @@ void Evaluation::begin_norm(Frame& frame, NormPart part) {
     // A formula, a separator and the number of decimals.
     if (!is_digit(norm.text.back())) return norm_done(frame, {});
     frame.norm_line = line->name.data();
+    being_evaluated_.insert(frame.norm_line);
     frame.norm_decimals = norm.text.back() - '0';
     const std::string_view formula =
         std::string_view(norm.text).substr(0, std::max<std::size_t>(norm.text.size(), 2) - 2);
@@ -156,6 +171,7 @@ void Evaluation::begin_norm(Frame& frame, NormPart part) {
 }
 
 void Evaluation::norm_done(Frame& frame, Norm norm) {
+    if (frame.norm_line) being_evaluated_.erase(frame.norm_line);
     frame.norm_line = nullptr;
     const bool mean = frame.stage == Stage::mean;
     (mean ? frame.result.mean : frame.result.sd) = std::move(norm);
@@ -187,6 +203,7 @@ void Evaluation::expression_done(Frame& frame, double value) {
 }
 
 void Evaluation::item_done(Frame& frame, double value) {
+    being_evaluated_.erase(frame.lines.item->name.data());
     frame.result.value = value;
     if (frames_.size() == 1) frame.result.degeneracy = points_.degeneracy();
     frame.stage = Stage::done;
@@ -207,18 +224,32 @@ void Evaluation::run(Formula* root) {
             }
             continue;
         }
-        Frame& done = frames_.back();
-        const std::pair asked_for(done.lines.item ? done.lines.item->name.data() : nullptr, done.ask);
-        const double asked = done.result.asked(done.ask);
-        const bool in_circle = done.in_circle;
-        finished_ = std::move(done.result);
-        frames_.pop_back();
+        finish_frame(root);
         Formula* asking = frames_.empty() ? root : &*frames_.back().formula;
         if (!asking) return;
-        if (!in_circle) known_.emplace(asked_for, asked);
-        if (in_circle && !frames_.empty()) frames_.back().in_circle = true;
-        asking->supply(asked);
+        asking->supply(asked_);
     }
+}
+
+// Takes the innermost frame's result. What an item gave is remembered; of one that was asked for from outside the value
+// alone, too, which others refer to. That counts as evaluated, so that no call goes further for it than alone.
+void Evaluation::finish_frame(Formula* root) {
+    Frame& done = frames_.back();
+    const bool in_circle = done.in_circle;
+    asked_ = done.result.asked(done.ask);
+    auto degeneracy = points_.exchange_degeneracy(std::move(done.outer));
+    points_.note(degeneracy);
+    if (done.lines.item && !in_circle) {
+        const char* const line = done.lines.item->name.data();
+        if (done.ask == Ask::deviation && frames_.size() == 1 && !root) {
+            known_.insert({{line, Ask::value}, {done.result.value, done.result.degeneracy}});
+            ++evaluations_;
+        }
+        known_.insert({{line, done.ask}, {asked_, std::move(degeneracy)}});
+    }
+    finished_ = std::move(done.result);
+    frames_.pop_back();
+    if (in_circle && !frames_.empty()) frames_.back().in_circle = true;
 }
 
 }  // namespace tool

@@ -8,6 +8,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <unordered_set>
 #include <utility>
 #include <vector>
 
@@ -39,13 +40,14 @@ struct ItemResult {
     double asked(Ask ask) const;
 };
 
-// One call's worth of evaluation. Items that refer to items are worked off on a stack of the heap, so their number is
-// bounded by the limit below and not by the thread's stack.
+// Items that refer to items are worked off on a stack of the heap, so their number is bounded by the limit below and
+// not by the thread's stack.
 //
 // 1. An item's value, or a norm, met again while it is being evaluated is 0.
 // 2. What an item or norm gave is remembered, unless something was met again on the way: what the members of a circle
 //    give depends on where the walk began.
-// 3. After 10,000 evaluations every further item is 0.
+// 3. After 10,000 evaluations every further item is 0. That holds for each call alone: what was remembered when the
+//    limit is reached is forgotten, and the call made again.
 class Evaluation {
  public:
     // The file of the items that formulas refer to, asked for at the first reference; null: none.
@@ -75,7 +77,8 @@ class Evaluation {
         DefinitionFile::Lines lines;
         const char* norm_line = nullptr;  // tells the norm apart whose formula is being evaluated
         int norm_decimals = 0;
-        bool in_circle = false;  // on the way something was met again
+        bool in_circle = false;           // on the way something was met again
+        std::optional<Degeneracy> outer;  // met before, further out
         int count = 0;
         double values[ValueList::capacity];
         std::optional<Formula> formula;
@@ -91,6 +94,7 @@ class Evaluation {
     void item_done(Frame& frame, double value);
     void norm_done(Frame& frame, Norm norm);
     bool met_again(const char* line);
+    void finish_frame(Formula* root);
     const DefinitionFile* file();
     void run(Formula* root);
 
@@ -99,9 +103,16 @@ class Evaluation {
     PointReader points_;
     int sex_, band_;
     int evaluations_ = 0;
+    bool at_limit_ = false;  // an item counted as 0 for the limit's sake
     std::deque<Frame> frames_;
-    std::map<std::pair<const char*, Ask>, double> known_;
+    std::unordered_set<const char*> being_evaluated_;  // lines of items and norms
+    struct Known {
+        double value;
+        std::optional<Degeneracy> degeneracy;
+    };
+    std::map<std::pair<const char*, Ask>, Known> known_;
     ItemResult finished_;
+    double asked_ = 0;  // of it
 };
 
 }  // namespace tool

@@ -89,7 +89,9 @@ Vec2 PointReader::landmark(std::string_view name) {
 }
 
 std::optional<Vec2> PointReader::virtual_landmark(int index) {
-    if (!landmarks_.virtuals().refer(-1, index)) {
+    if (landmarks_.virtuals().refer(-1, index)) {
+        note_landmark(index);
+    } else {
         landmarks_.virtuals().begin(index);
         run(construction_of(landmarks_.virtual_landmark(index)), index, Shape::first, 1, nullptr);
     }
@@ -108,13 +110,13 @@ PointReader::Frame PointReader::run(std::string_view text, int landmark, Shape s
     frames_.clear();
     sources_.clear();
     frames_.push_back({shape, needed});
-    sources_.push_back({text, 0, landmark, 0});
+    sources_.push_back({text, 0, landmark, 0, {}, landmark >= 0 ? exchange_degeneracy({}) : std::nullopt});
     for (;;) {
         if (frames_.back().read < frames_.back().needed) {
             find_argument();
             continue;
         }
-        const Source& source = sources_.back();
+        Source& source = sources_.back();
         if (frames_.size() - 1 > source.first_frame) {
             const Vec2 point = constructed(frames_.back(), number_and_close());
             const char* const begin = frames_.back().begin;
@@ -126,13 +128,24 @@ PointReader::Frame PointReader::run(std::string_view text, int landmark, Shape s
         const Frame finished = frames_.back();
         const int resolved = source.landmark;
         if (end) *end = source.at;
-        if (resolved >= 0) landmarks_.virtuals().finish(resolved, finished.points[0], finished.complete);
+        if (resolved >= 0) finish_landmark(source, finished);
         if (sources_.size() == 1) return finished;
         const std::string_view called = source.called;
         frames_.pop_back();
         sources_.pop_back();
         deliver(landmarks_.virtuals().refer(sources_.back().landmark, resolved).value_or(Vec2()), called);
     }
+}
+
+void PointReader::finish_landmark(Source& source, const Frame& finished) {
+    landmarks_.virtuals().finish(source.landmark, finished.points[0], finished.complete);
+    const auto own = exchange_degeneracy(std::move(source.outer));
+    if (own) degenerate_landmarks_[source.landmark] = *own;
+    note(own);
+}
+
+void PointReader::note_landmark(int index) {
+    if (const auto own = degenerate_landmarks_.find(index); own != degenerate_landmarks_.end()) note(own->second);
 }
 
 void PointReader::deliver(Vec2 point, std::string_view text) {
@@ -178,11 +191,15 @@ void PointReader::read_name() {
     const std::string_view called = source.text.substr(begin - 1, source.at - (begin - 1));
     const Landmarks::Found found = landmarks_.find(name);
     if (found.source != Landmarks::Source::virtually) return deliver(landmarks_.position(found), called);
-    if (const auto known = landmarks_.virtuals().refer(source.landmark, found.slot)) return deliver(*known, called);
+    if (const auto known = landmarks_.virtuals().refer(source.landmark, found.slot)) {
+        note_landmark(found.slot);
+        return deliver(*known, called);
+    }
     landmarks_.virtuals().begin(found.slot);
     const std::size_t first_frame = frames_.size();
     frames_.push_back({Shape::first, 1});
-    sources_.push_back({construction_of(landmarks_.virtual_landmark(found.slot)), 0, found.slot, first_frame, called});
+    sources_.push_back({construction_of(landmarks_.virtual_landmark(found.slot)), 0, found.slot, first_frame, called,
+                        exchange_degeneracy({})});
 }
 
 // Moves behind the innermost construction's own ")". Returns what stands between the last "," on the way and it. A

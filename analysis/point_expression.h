@@ -15,9 +15,11 @@
 #pragma once
 
 #include <array>
+#include <map>
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "analysis/landmarks.h"
@@ -61,8 +63,15 @@ class PointReader {
 
     Landmarks& landmarks() { return landmarks_; }
 
-    // The first that was met since the reader was made.
+    // The first that was met since it was last exchanged, those of virtual landmarks included wherever they were
+    // resolved.
     const std::optional<Degeneracy>& degeneracy() const { return degeneracy_; }
+    std::optional<Degeneracy> exchange_degeneracy(std::optional<Degeneracy> other) {
+        return std::exchange(degeneracy_, std::move(other));
+    }
+    void note(const std::optional<Degeneracy>& met) {
+        if (!degeneracy_) degeneracy_ = met;
+    }
     // Notes one when the two points, as written in `a` and `b`, lie at one place.
     void expect_apart(Vec2 p, Vec2 q, std::string_view a, std::string_view b);
 
@@ -97,7 +106,8 @@ class PointReader {
         std::size_t at;
         int landmark;  // -1 when the text is nobody's
         std::size_t first_frame;
-        std::string_view called = {};  // the landmark as the text further out has it
+        std::string_view called = {};          // the landmark as the text further out has it
+        std::optional<Degeneracy> outer = {};  // met before, further out
     };
 
     Frame run(std::string_view text, int landmark, Shape shape, int needed, std::size_t* end);
@@ -109,11 +119,14 @@ class PointReader {
     void check_constructed(const Frame& frame, std::string_view number);
     void expect_crossing(const Frame& frame);
     void deliver(Vec2 point, std::string_view text);
+    void finish_landmark(Source& source, const Frame& finished);
+    void note_landmark(int index);
 
     Landmarks& landmarks_;
     std::vector<Frame> frames_;
     std::vector<Source> sources_;
     std::optional<Degeneracy> degeneracy_;
+    std::map<int, Degeneracy> degenerate_landmarks_;  // virtual ones, by index
 };
 
 }  // namespace tool

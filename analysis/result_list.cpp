@@ -23,12 +23,11 @@ bool holds(const CStringArray& names, const CString& name) {
 }
 
 // Norms that are formulas over missing landmarks would come out as numbers all the same: they are left out.
-void set_norm(ResultRow& row, const SheetRow& found, const AnalysisSheet& sheet, int item,
-              const SheetSubject& subject) {
-    row.normMissing = sheet.Missing(item, SheetPart::mean, subject);
+void set_norm(ResultRow& row, const SheetRow& found, SheetMeasurement& subject, int item) {
+    row.normMissing = subject.Missing(item, SheetPart::mean);
     row.hasMean = found.has_mean && row.normMissing.IsEmpty() && std::isfinite(found.mean);
     if (row.hasMean) row.mean = found.mean;
-    const CStringArray for_sd = sheet.Missing(item, SheetPart::sd, subject);
+    const CStringArray for_sd = subject.Missing(item, SheetPart::sd);
     row.hasSd = found.has_sd && for_sd.IsEmpty() && std::isfinite(found.sd);
     if (row.hasSd) row.sd = found.sd;
     for (INT_PTR i = 0; i < for_sd.GetSize(); ++i)
@@ -36,8 +35,7 @@ void set_norm(ResultRow& row, const SheetRow& found, const AnalysisSheet& sheet,
 }
 
 // The row but for its texts; a text item's text goes to valueText.
-ResultRow measured(const AnalysisSheet& sheet, int item, const SheetSubject& subject) {
-    const SheetItem definition = sheet.GetItem(item);
+ResultRow measured(const SheetItem& definition, int item, SheetMeasurement& subject) {
     ResultRow row;
     row.title = definition.name;
     row.unit = definition.unit;
@@ -46,9 +44,9 @@ ResultRow measured(const AnalysisSheet& sheet, int item, const SheetSubject& sub
     row.second = definition.second;
     if (definition.heading) row.state = ResultState::heading;
     if (definition.expression.IsEmpty()) return row;
-    const SheetRow found = sheet.Evaluate(item, subject);
-    set_norm(row, found, sheet, item, subject);
-    row.missing = sheet.Missing(item, SheetPart::value, subject);
+    const SheetRow found = subject.Evaluate(item);
+    set_norm(row, found, subject, item);
+    row.missing = subject.Missing(item, SheetPart::value);
     if (!row.missing.IsEmpty()) {
         row.state = ResultState::missing;
     } else if (found.at_one_place || found.parallel) {
@@ -119,19 +117,18 @@ ResultList::ResultList(const AnalysisSheet& sheet, const SheetSubject& subject, 
 
 void ResultList::fill(const AnalysisSheet& sheet, const SheetSubject& subject, bool sexKnown) {
     title_ = sheet.Title();
-    const auto measured_as = [&](int sex, int item) {
-        SheetSubject assumed = subject;
-        assumed.sex = sex;
-        return measured(sheet, item, assumed);
-    };
+    SheetSubject as_male = subject, as_female = subject;
+    as_male.sex = male, as_female.sex = female;
+    SheetMeasurement his_or_known(sheet, sexKnown ? subject : as_male), hers(sheet, as_female);
     for (int item = 0; item < sheet.GetCount(); ++item) {
-        ResultRow row = measured_as(sexKnown ? subject.sex : male, item);
+        const SheetItem definition = sheet.GetItem(item);
+        ResultRow row = measured(definition, item, his_or_known);
         if (!sexKnown) {
-            const ResultRow hers = measured_as(female, item);
-            norms_differ_ = norms_differ_ || !same_norms(row, hers);
-            row = common(std::move(row), hers);
+            const ResultRow her_row = measured(definition, item, hers);
+            norms_differ_ = norms_differ_ || !same_norms(row, her_row);
+            row = common(std::move(row), her_row);
         }
-        set_texts(row, sheet.GetItem(item).mode & shows_norm);
+        set_texts(row, definition.mode & shows_norm);
         rows_.push_back(std::move(row));
     }
 }

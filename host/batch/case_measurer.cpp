@@ -49,9 +49,9 @@ const CaseMeasurer::Norms& CaseMeasurer::norms_of(const Analysis& analysis, cons
 }
 
 const std::vector<CaseMeasurer::Lacks>& CaseMeasurer::lacks_of(std::size_t index, Kind kind,
-                                                               const SheetSubject& subject) {
+                                                               const SheetSubject& subject,
+                                                               SheetMeasurement& measurement) {
     const BatchAnalysis& analysis = columns_.analyses[index];
-    const AnalysisSheet& sheet = *analysis.sheet(kind);
     std::vector<Lacks>* lacks = &lacks_;
     if (analysis.plain && !landmarks_.empty()) {
         if (known_lacks_.size() > most_kept) known_lacks_.clear();
@@ -63,7 +63,7 @@ const std::vector<CaseMeasurer::Lacks>& CaseMeasurer::lacks_of(std::size_t index
     const bool norms = with_norms();
     for (const BatchAnalysis::Item& item : analysis.items) {
         const auto any = [&](SheetPart part) {
-            return !item.has_formula || !sheet.Missing(item.index, part, subject).IsEmpty();
+            return !item.has_formula || !measurement.Missing(item.index, part).IsEmpty();
         };
         lacks->push_back({any(SheetPart::value), norms && any(SheetPart::mean), norms && any(SheetPart::sd)});
     }
@@ -72,12 +72,12 @@ const std::vector<CaseMeasurer::Lacks>& CaseMeasurer::lacks_of(std::size_t index
 
 void CaseMeasurer::measure_as(std::size_t index, Kind kind, const SheetSubject& subject, std::span<BatchItem> items) {
     const BatchAnalysis& analysis = columns_.analyses[index];
-    const AnalysisSheet& sheet = *analysis.sheet(kind);
-    const std::vector<Lacks>& lacks = lacks_of(index, kind, subject);
+    SheetMeasurement measurement(*analysis.sheet(kind), subject);
+    const std::vector<Lacks>& lacks = lacks_of(index, kind, subject, measurement);
     const bool norms = with_norms();
     for (std::size_t i = 0; i < items.size(); ++i) {
         if (lacks[i].value && !norms) continue;
-        const SheetRow row = sheet.Evaluate(analysis.items[i].index, subject);
+        const SheetRow row = measurement.Evaluate(analysis.items[i].index);
         BatchItem& item = items[i];
         item.mean = finite(row.has_mean && !lacks[i].mean, row.mean);
         item.sd = finite(row.has_sd && !lacks[i].sd, row.sd);

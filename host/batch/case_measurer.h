@@ -44,7 +44,8 @@ class CaseMeasurer {
 
     bool with_norms() const { return columns_.parts.norms || columns_.parts.deviations; }
     const Norms& norms_of(const Analysis& analysis, const Case& record);
-    const std::vector<Lacks>& lacks_of(std::size_t analysis, Kind kind, const SheetSubject& subject);
+    const std::vector<Lacks>& lacks_of(std::size_t analysis, Kind kind, const SheetSubject& subject,
+                                       SheetMeasurement& measurement);
     void measure_as(std::size_t analysis, Kind kind, const SheetSubject& subject, std::span<BatchItem> items);
 
     const BatchColumns& columns_;

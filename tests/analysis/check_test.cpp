@@ -174,6 +174,11 @@ TEST(CheckFormula, WhatPassesIsComputedAsMathematicsDoes) {
 
 TEST(CheckDefinition, FindsWhatIsNeverReadOrMisread) {
     const std::string fifty(50, 'n'), items = "title:\nT\nCalc:\nA=len([S],[N])\nB=len([S],[A])\n";
+    std::string hundred_values, hundred_stages;
+    for (int i = 0; i < 100; ++i) {
+        hundred_values += "1,";
+        hundred_stages += "s=" + std::to_string(i) + "-" + std::to_string(i + 1) + "\n";
+    }
     struct {
         const char* name;
         std::string text;
@@ -208,6 +213,10 @@ TEST(CheckDefinition, FindsWhatIsNeverReadOrMisread) {
          {"7:3 not read as a number", "7:6 not read", "7:9 not read", "7:12 not read", "7:15 not read",
           "7:19 a blank counts", "8:3 with its decimals behind", "8:20 with its decimals", "8:30 takes 2 points",
           "8:47 no item \"Z\"", "8:170 cut here", "11:3 an SD below 0"}},
+        {"more bands than a code has digits",
+         items + "Mean:\nA=" + hundred_values + "1\nB=" + hundred_values.substr(2) +
+             "1\nSD:\nA=1\nB=1\nStage_Type:\nAge\nStage:\n" + hundred_stages + "t=100-101\nu=101-102\n",
+         {"7:203 more than 100 values", "115:1 more than 100 stages"}},
         {"circles",
          "title:\nT\nCalc:\nA=sdu(\"B\")*1\nB=len([S],[N])+case(\"C\")\nC=case(\"B\")*2\nD=case(\"A\")\nMean:\n"
          "B=len([S],[N])-mean(\"B\"):1\nSD:\nB=1\n",

@@ -1,8 +1,11 @@
 #include <gtest/gtest.h>
 
+#include <chrono>
 #include <cmath>
+#include <random>
 #include <thread>
 
+#include "ResultList.h"
 #include "tests/analysis/subject.h"
 
 namespace tool_test {
@@ -266,6 +269,81 @@ TEST(AnalysisSheet, TellsUnitsAndWhatIsMissing) {
     EXPECT_EQ(listed(sheet.Missing(1, SheetPart::mean, face.on_sheet())), "PNS");
     EXPECT_EQ(listed(sheet.Missing(1, SheetPart::sd, face.on_sheet())), "PNS Xi");
     EXPECT_EQ(listed(sheet.Missing(0, SheetPart::value, SheetSubject())), "S N");
+}
+
+std::string seen(const SheetRow& row, const CStringArray& value, const CStringArray& mean, const CStringArray& sd) {
+    CString text;
+    text.Format("%a %d %a %d %a %a %s %d%d %s %s|", row.value, row.has_mean, row.mean, row.has_sd, row.sd,
+                row.deviation, static_cast<LPCSTR>(row.text), row.at_one_place, row.parallel,
+                static_cast<LPCSTR>(row.degenerate[0]), static_cast<LPCSTR>(row.degenerate[1]));
+    return static_cast<LPCSTR>(text) + listed(value) + "|" + listed(mean) + "|" + listed(sd);
+}
+
+TEST(SheetMeasurement, GivesWhatEachItemGivesAloneInWhateverOrder) {
+    const unsigned seed = std::random_device()();
+    std::mt19937 random(seed);
+    Lateral face = small_face();
+    face.place("Ar", {400, 300});  // where A is
+    face.add_virtual("V", "cross([S],[N],[Po],[Or])");
+    face.add_virtual("W", "mid([V],[A])");
+    face.add_virtual("X", "vertical([B],[A],[Ar])");
+    const std::string parts[] = {
+        "len([S],[N])", "angle1([A],[Ar],[N])", "len([W],[A])", "len([X],[S])", "len([Ba],[W])",
+        "case(\"#\")",  "case(\"#\")",          "sdu(\"#\")",   "mean(\"#\")",  "sdv(\"#\")"};
+    for (int round = 0; round < 300; ++round) {
+        const auto formula = [&] {
+            std::string text;
+            for (int terms = 1 + static_cast<int>(random() % 2); terms-- > 0; text += terms > 0 ? "+" : "") {
+                text += parts[random() % std::size(parts)];
+                if (const auto at = text.find('#'); at != text.npos) text[at] = static_cast<char>('a' + random() % 9);
+            }
+            return text;
+        };
+        std::string text = "Calc:\n", means = "Mean:\n", sds = "SD:\n";
+        for (char name = 'a'; name < 'i'; ++name) {
+            const std::string begin = std::string(1, name) + "=";
+            text += begin + formula() + (random() % 4 ? "" : "<9;" + formula() + ";len([N],[PNS])") + "\n";
+            means += begin + (random() % 2 ? "3" : formula() + ":2") + "\n";
+            sds += begin + (random() % 2 ? "2" : formula() + ":2") + "\n";
+        }
+        text += means + sds;
+        const AnalysisSheet sheet(0, text.data(), text.size());
+        const SheetSubject who = face.on_sheet();
+        SheetMeasurement measurement(sheet, who);
+        for (int look = 0; look < 20; ++look) {
+            const int i = static_cast<int>(random() % 8);
+            ASSERT_EQ(seen(measurement.Evaluate(i), measurement.Missing(i, SheetPart::value),
+                           measurement.Missing(i, SheetPart::mean), measurement.Missing(i, SheetPart::sd)),
+                      seen(sheet.Evaluate(i, who), sheet.Missing(i, SheetPart::value, who),
+                           sheet.Missing(i, SheetPart::mean, who), sheet.Missing(i, SheetPart::sd, who)))
+                << i << "\n"
+                << text << "seed " << seed;
+        }
+    }
+}
+
+TEST(SheetMeasurement, TakesTimeInProportionToAChainOfItemsAndItsLimit) {
+    const auto chain = [](int items, const std::string& last) {
+        std::string text = "Calc:\n";
+        for (int i = 0; i + 1 < items; ++i)
+            text += "i" + std::to_string(i) + "=case(\"i" + std::to_string(i + 1) + "\")+1\n";
+        return text + "i" + std::to_string(items - 1) + "=" + last + "\n";
+    };
+    Lateral face = small_face();
+    const auto begin = std::chrono::steady_clock::now();
+    for (const char* const last : {"len([S],[N])", "len([S],[Ba])"}) {
+        const std::string text = chain(4000, last);
+        const ResultList list(AnalysisSheet(0, text.data(), text.size()), face.on_sheet());
+        EXPECT_EQ(list.GetRow(0).value, last[9] == 'N' ? 150 + 3999 : 0);
+        EXPECT_EQ(listed(list.GetRow(0).missing), last[9] == 'N' ? "" : "Ba");
+    }
+    const std::string text = chain(12000, "len([S],[N])");
+    const AnalysisSheet sheet(0, text.data(), text.size());
+    SheetMeasurement measurement(sheet, face.on_sheet());
+    for (const int i : {11000, 0, 3000, 1, 9999})
+        EXPECT_EQ(measurement.Evaluate(i).value, sheet.Evaluate(i, face.on_sheet()).value) << i;
+    EXPECT_LT(std::chrono::steady_clock::now() - begin, std::chrono::seconds(20))
+        << "minutes, when each item walks alone";
 }
 
 TEST(Cast, IsMeasuredThroughItsTokens) {
