@@ -8,7 +8,7 @@
 namespace tool {
 namespace {
 
-constexpr std::uint64_t count_size = 2, entry_size = 12;
+constexpr std::size_t count_size = 2, entry_size = 12;
 constexpr int most_open = 64;
 
 enum Tag : std::uint32_t {
@@ -20,14 +20,14 @@ enum Tag : std::uint32_t {
 
 }  // namespace
 
-std::array<unsigned char, 8> DirectoryReader::eight_bytes(std::uint64_t at) const {
+std::array<unsigned char, 8> DirectoryReader::eight_bytes(std::size_t at) const {
     std::array<unsigned char, 8> eight{};
     const auto there = bytes_.subspan(std::min<std::size_t>(at, bytes_.size()));
     std::copy_n(there.begin(), std::min(there.size(), eight.size()), eight.begin());
     return eight;
 }
 
-bool DirectoryReader::read(std::uint64_t start) {
+bool DirectoryReader::read(std::size_t start) {
     if (start > length_) return failed(reader_, "Illegally sized directory");
     if (open_ == most_open || seen_[start]) return true;
     seen_.set(start);
@@ -37,11 +37,11 @@ bool DirectoryReader::read(std::uint64_t start) {
     return good;
 }
 
-bool DirectoryReader::read_entries(std::uint64_t start) {
-    const std::uint64_t end = start + count_size + entry_size * u16(start);
+bool DirectoryReader::read_entries(std::size_t start) {
+    const std::size_t end = start + count_size + entry_size * u16(start);
     if (end > length_) return failed(reader_, "Illegally sized directory");
     Thumbnail thumbnail;
-    for (std::uint64_t at = start + count_size; at < end; at += entry_size)
+    for (std::size_t at = start + count_size; at < end; at += entry_size)
         if (!read_entry(at, thumbnail)) return false;
     // Kept: the next directory, which describes the thumbnail, fills the same record, so that its resolution replaces
     // the picture's own.
@@ -53,16 +53,17 @@ bool DirectoryReader::read_entries(std::uint64_t start) {
     return true;
 }
 
-bool DirectoryReader::read_entry(std::uint64_t at, Thumbnail& thumbnail) {
+bool DirectoryReader::read_entry(std::size_t at, Thumbnail& thumbnail) {
     const std::uint32_t tag = u16(at), format = u16(at + 2);
     if (!is_format(format)) return failed(reader_, "Illegal format code in EXIF dir");
     const std::uint64_t byte_count = std::uint64_t{u32(at + 4)} * component_size(format);
-    std::uint64_t value_at = at + 8;
+    std::size_t value_at = at + 8;
     if (byte_count > 4) {
         value_at = u32(at + 8);
         if (value_at + byte_count > length_) return failed(reader_, "Illegal pointer offset value in EXIF.");
     }
-    const Entry entry{tag, format, eight_bytes(value_at), bytes_.subspan(value_at, byte_count), order_};
+    const Entry entry{tag, format, eight_bytes(value_at),
+                      bytes_.subspan(value_at, static_cast<std::size_t>(byte_count)), order_};
     unsigned char* const value_end = entry.bytes.data() + byte_count;
     if (std::less<>()(last_referenced_, value_end)) last_referenced_ = value_end;
     switch (tag) {
@@ -74,7 +75,7 @@ bool DirectoryReader::read_entry(std::uint64_t at, Thumbnail& thumbnail) {
     }
 }
 
-bool DirectoryReader::follow(std::uint64_t start) {
+bool DirectoryReader::follow(std::size_t start) {
     if (start > length_) return failed(reader_, "Illegal subdirectory link");
     read(start);
     return true;

@@ -27,7 +27,7 @@ class DirectoryReader {
     // Reads the directory at `start` and those it links to. False, with the reason in LastError, when it is damaged;
     // damage in those it links to does not count. A directory that was read before and one below 64 open ones are
     // passed over, so that circles end.
-    bool read(std::uint64_t start);
+    bool read(std::size_t start);
 
     // Behind the last byte of any entry's value so far; null when there was none.
     unsigned char* last_referenced() const { return last_referenced_; }
@@ -38,18 +38,18 @@ class DirectoryReader {
         std::int32_t offset = 0, size = 0;
     };
 
-    std::array<unsigned char, 8> eight_bytes(std::uint64_t at) const;
-    std::uint32_t u16(std::uint64_t at) const { return get_u16(eight_bytes(at).data(), order_); }
-    std::uint32_t u32(std::uint64_t at) const { return get_u32(eight_bytes(at).data(), order_); }
-    bool read_entries(std::uint64_t start);
-    bool read_entry(std::uint64_t at, Thumbnail& thumbnail);
-    bool follow(std::uint64_t start);
+    std::array<unsigned char, 8> eight_bytes(std::size_t at) const;
+    std::uint32_t u16(std::size_t at) const { return get_u16(eight_bytes(at).data(), order_); }
+    std::uint32_t u32(std::size_t at) const { return get_u32(eight_bytes(at).data(), order_); }
+    bool read_entries(std::size_t start);
+    bool read_entry(std::size_t at, Thumbnail& thumbnail);
+    bool follow(std::size_t start);
     void keep(const Thumbnail& thumbnail);
 
     CExif& reader_;
     tag_ExifInfo& info_;
     std::span<unsigned char> bytes_;
-    std::uint64_t length_;
+    std::size_t length_;
     ByteOrder order_;
     int open_ = 0;
     unsigned char* last_referenced_ = nullptr;

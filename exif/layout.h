@@ -1,12 +1,16 @@
-// The records are read by hosts built elsewhere: the place of every field is part of the interface. The same on LP64
-// (Linux, macOS) and LLP64 (Windows).
+// The records are read by hosts built elsewhere: the place of every field is part of the interface. The same on
+// LP64 (Linux, macOS) and LLP64 (Windows); where pointers have 4 bytes, what follows one moves up.
 #pragma once
 
 #include <Exif.h>
 
-namespace tool {
+namespace tool::layout {
 
-static_assert(sizeof(void*) == 8);
+inline constexpr std::size_t pointer = sizeof(void*);
+inline constexpr std::size_t thumbnail = pointer == 8 ? 1200 : 1196;
+inline constexpr std::size_t sections_end = 264 + pointer + sizeof(CExif::Sections);
+static_assert(pointer == 8 || pointer == 4);
+static_assert(pointer == 4 || sections_end == 592);
 
 static_assert(offsetof(tag_ExifInfo, ExifVersion) == 0);
 static_assert(offsetof(tag_ExifInfo, Make) == 5);
@@ -37,22 +41,22 @@ static_assert(offsetof(tag_ExifInfo, YResolution) == 184);
 static_assert(offsetof(tag_ExifInfo, ResolutionUnit) == 188);
 static_assert(offsetof(tag_ExifInfo, Brightness) == 192);
 static_assert(offsetof(tag_ExifInfo, Comments) == 196);
-static_assert(offsetof(tag_ExifInfo, ThumbnailPointer) == 1200);
-static_assert(offsetof(tag_ExifInfo, ThumbnailSize) == 1208);
-static_assert(offsetof(tag_ExifInfo, IsExif) == 1212);
-static_assert(sizeof(tag_ExifInfo) == 1216);
+static_assert(offsetof(tag_ExifInfo, ThumbnailPointer) == thumbnail);
+static_assert(offsetof(tag_ExifInfo, ThumbnailSize) == thumbnail + pointer);
+static_assert(offsetof(tag_ExifInfo, IsExif) == thumbnail + pointer + 4);
+static_assert(sizeof(tag_ExifInfo) == thumbnail + pointer + 8);
 
 static_assert(offsetof(CExif, Info) == 0);
-static_assert(offsetof(CExif, LastError) == 8);
-static_assert(offsetof(CExif, ExifImageWidth) == 264);
-static_assert(offsetof(CExif, MotorolaOrder) == 268);
-static_assert(offsetof(CExif, Sections) == 272);
+static_assert(offsetof(CExif, LastError) == pointer);
+static_assert(offsetof(CExif, ExifImageWidth) == 256 + pointer);
+static_assert(offsetof(CExif, MotorolaOrder) == 260 + pointer);
+static_assert(offsetof(CExif, Sections) == 264 + pointer);
 static_assert(offsetof(tag_ExifSection, Data) == 0);
-static_assert(offsetof(tag_ExifSection, Type) == 8);
-static_assert(offsetof(tag_ExifSection, Size) == 12);
-static_assert(sizeof(tag_ExifSection) == 16);
-static_assert(offsetof(CExif, SectionsRead) == 592);
-static_assert(offsetof(CExif, OwnsInfo) == 596);
-static_assert(sizeof(CExif) == 600);
+static_assert(offsetof(tag_ExifSection, Type) == pointer);
+static_assert(offsetof(tag_ExifSection, Size) == 4 + pointer);
+static_assert(sizeof(tag_ExifSection) == 8 + pointer);
+static_assert(offsetof(CExif, SectionsRead) == sections_end);
+static_assert(offsetof(CExif, OwnsInfo) == sections_end + 4);
+static_assert(sizeof(CExif) == sections_end + 8);
 
-}  // namespace tool
+}  // namespace tool::layout
