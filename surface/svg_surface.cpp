@@ -50,8 +50,15 @@ struct Ellipse {
         : centre{(box.left + box.right - 1) / 2, (box.top + box.bottom - 1) / 2},
           rx(std::max((box.right - 1 - box.left) / 2, 0.0)),
           ry(std::max((box.bottom - 1 - box.top) / 2, 0.0)) {}
-    double angle(const DevicePoint& ray) const { return std::atan2((ray.y - centre.y) * rx, (ray.x - centre.x) * ry); }
-    DevicePoint at(double angle) const { return {centre.x + rx * std::cos(angle), centre.y + ry * std::sin(angle)}; }
+    // The direction of a ray, of length 1: no angles, whose sines every C library rounds in its own way. Right if the
+    // ray has no length.
+    DevicePoint direction(const DevicePoint& ray) const {
+        const double x = (ray.x - centre.x) * ry, y = (ray.y - centre.y) * rx, length = std::sqrt(x * x + y * y);
+        return length > 0 ? DevicePoint{x / length, y / length} : DevicePoint{1, 0};
+    }
+    DevicePoint at(const DevicePoint& direction) const {
+        return {centre.x + rx * direction.x, centre.y + ry * direction.y};
+    }
 };
 
 std::string ellipse_element(const Ellipse& e) {
@@ -61,9 +68,10 @@ std::string ellipse_element(const Ellipse& e) {
 
 // Counterclockwise as seen, which is SVG's sweep 0.
 std::string arc_element(const Ellipse& e, const DevicePoint& from, const DevicePoint& to) {
-    const double start = e.angle(from), end = e.angle(to);
-    if (start == end) return ellipse_element(e);
-    const bool large = std::sin(start - end) < 0;
+    const DevicePoint start = e.direction(from), end = e.direction(to);
+    const double sine = start.y * end.x - start.x * end.y;  // of the angle from end to start
+    if (sine == 0 && start.x * end.x + start.y * end.y > 0) return ellipse_element(e);
+    const bool large = sine < 0;
     return "path" + attribute("d", "M" + pair(e.at(start)) + " A" + svg_number(e.rx) + ',' + svg_number(e.ry) +
                                        (large ? " 0 1 0 " : " 0 0 0 ") + pair(e.at(end)));
 }
