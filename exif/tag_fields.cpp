@@ -1,11 +1,11 @@
 #include "exif/tag_fields.h"
 
 #include <algorithm>
-#include <cmath>
 #include <cstring>
 
 #include "exif/last_error.h"
 #include "exif/value.h"
+#include "platform/arithmetic.h"
 #include "platform/numbers.h"
 
 namespace tool {
@@ -66,11 +66,11 @@ void set_unit(std::int32_t code, float& field) {
 
 // APEX values (EXIF 2.3, annex C): time 2^-Tv, aperture 2^(Av/2). A field set by the plain tag keeps its value.
 void set_time_from_apex(double value, float& field) {
-    if (field == 0) field = static_cast<float>(1 / std::exp(value * ln_2));
+    if (field == 0) field = static_cast<float>(1 / tool::exp(value * ln_2));
 }
 
 void set_aperture_from_apex(double value, float& field) {
-    if (field == 0) field = static_cast<float>(std::exp(value * ln_2 * 0.5));
+    if (field == 0) field = static_cast<float>(tool::exp(value * ln_2 * 0.5));
 }
 
 }  // namespace

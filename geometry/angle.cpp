@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "platform/arithmetic.h"
 #include "platform/numbers.h"
 
 namespace tool {
@@ -11,7 +12,7 @@ namespace {
 
 // x' = x cos - y sin, y' = x sin + y cos
 Vec2 turned(Vec2 v, double radians) {
-    const double c = std::cos(radians), s = std::sin(radians);
+    const double c = tool::cos(radians), s = tool::sin(radians);
     return {v.x * c - v.y * s, v.x * s + v.y * c};
 }
 
@@ -36,7 +37,7 @@ double angle_at(Vec2 a, Vec2 b, Vec2 c, ToDegrees to_degrees) {
     const double lengths = length(u) * length(v);
     if (lengths == 0) return -1.0;
     // Rounding can carry the cosine of a straight angle a little past 1.
-    return 180.0 - to_degrees(std::acos(std::clamp(dot(u, v) / lengths, -1.0, 1.0)));
+    return 180.0 - to_degrees(tool::acos(std::clamp(dot(u, v) / lengths, -1.0, 1.0)));
 }
 
 double signed_angle(const Line& ab, const Line& cd, ToDegrees to_degrees) {
@@ -49,7 +50,7 @@ double signed_angle(const Line& ab, const Line& cd, ToDegrees to_degrees) {
     if (!(cosine < 1.0)) return 0.0;  // also NaN, which a line without length gives
     if (cosine <= -1.0) return 180.0;
 
-    const double radians = std::acos(cosine);
+    const double radians = tool::acos(cosine);
     return to_degrees(lies_back(u / length(u), v / length(v), radians) ? radians : -radians);
 }
 

@@ -3,6 +3,7 @@
 #include <cmath>
 
 #include "geometry/pixel.h"
+#include "platform/arithmetic.h"
 #include "platform/numbers.h"
 
 namespace tool {
@@ -10,13 +11,13 @@ namespace tool {
 Vec2 point_in_frame(const Line& axis, double scale, double d1, double d2) {
     if (scale == 0) return {};
     if (d1 == 0) return axis.a;  // Kept: whatever d2 is, as in stored constructions.
-    const double t1 = axis.vertical() ? short_half_pi : std::atan(axis.slope());
-    double t2 = std::atan(d2 / d1);
+    const double t1 = axis.vertical() ? short_half_pi : tool::atan(axis.slope());
+    double t2 = tool::atan(d2 / d1);
     // Kept: a negative d1 with d2 == 0 is not turned round and lands on the positive side.
     if (d1 < 0 && d2 != 0) t2 += short_pi;
     const double radius = std::sqrt(d1 * d1 + d2 * d2) / scale;
     const double t = t2 - t1;
-    return {axis.a.x + std::cos(t) * radius, axis.a.y - std::sin(t) * radius};
+    return {axis.a.x + tool::cos(t) * radius, axis.a.y - tool::sin(t) * radius};
 }
 
 namespace {

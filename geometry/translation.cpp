@@ -3,6 +3,7 @@
 #include <cmath>
 
 #include "geometry/line.h"
+#include "platform/arithmetic.h"
 #include "platform/numbers.h"
 
 namespace tool {
@@ -18,10 +19,10 @@ Vec2 translated_along(Vec2 a, Vec2 b, Vec2 c, double distance, double angle_deg,
     const double sx = b.x < a.x ? 1.0 : -1.0, sy = b.y < a.y ? 1.0 : -1.0;
     const bool same_signs = sx == sy;
     const double rise = same_signs ? a.y - b.y : b.y - a.y;
-    const double axis = Line{a, b}.vertical() ? -short_half_pi : std::atan(rise / (b.x - a.x));
+    const double axis = Line{a, b}.vertical() ? -short_half_pi : tool::atan(rise / (b.x - a.x));
     const double turn = radians_from_degrees(angle_deg);
     const double t = same_signs ? short_pi + axis - turn : short_pi + axis + turn;
-    return {c.x + std::cos(t) * distance / scale * sx, c.y - std::sin(t) * distance / scale * sy};
+    return {c.x + tool::cos(t) * distance / scale * sx, c.y - tool::sin(t) * distance / scale * sy};
 }
 
 namespace {

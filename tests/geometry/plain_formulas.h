@@ -7,6 +7,7 @@
 #include <cstring>
 
 #include "PointD.h"
+#include "platform/arithmetic.h"
 #include "platform/numbers.h"
 
 // What a function writes over the point (7, 7).
@@ -27,10 +28,10 @@ struct Plain {
     static double angle_abc(P u, P v) {
         if (size(u) * size(v) == 0) return -1.0;
         const double cosine = (u.x * v.x + u.y * v.y) / (size(u) * size(v));
-        return 180.0 - std::acos(std::clamp(cosine, -1.0, 1.0)) / pi * 180.0;
+        return 180.0 - tool::acos(std::clamp(cosine, -1.0, 1.0)) / pi * 180.0;
     }
     static CPointD turned(P v, double t) {
-        return {v.x * std::cos(t) - v.y * std::sin(t), v.x * std::sin(t) + v.y * std::cos(t)};
+        return {v.x * tool::cos(t) - v.y * tool::sin(t), v.x * tool::sin(t) + v.y * tool::cos(t)};
     }
     static double signed_angle(P u, P v) {
         if (u.x == v.x && u.y == v.y) return 0.0;
@@ -38,7 +39,7 @@ struct Plain {
         if (u.y != 0 && v.y != 0 && v.x / v.y == u.x / u.y) return 0.0;
         if (u.x != 0 && v.x != 0 && u.y / u.x == v.y / v.x) return 0.0;
         const CPointD u1(u.x / size(u), u.y / size(u)), v1(v.x / size(v), v.y / size(v));
-        const double cosine = (u.x * v.x + u.y * v.y) / (size(u) * size(v)), t = std::acos(cosine);
+        const double cosine = (u.x * v.x + u.y * v.y) / (size(u) * size(v)), t = tool::acos(cosine);
         if (std::isnan(cosine) || cosine >= 1.0) return 0.0;
         if (cosine <= -1.0) return 180.0;
         return (length(turned(u1, -t), v1, 1) <= length(turned(u1, t), v1, 1) ? 1 : -1) * t / pi * 180.0;
@@ -71,10 +72,10 @@ struct Plain {
     static CPointD in_frame(P a, P b, double scale, double d1, double d2) {
         if (scale == 0) return {0, 0};
         if (d1 == 0) return a;
-        const double t1 = b.x == a.x ? half_pi : std::atan(slope(a, b));
-        const double t2 = std::atan(d2 / d1), t = (d1 < 0 && d2 != 0 ? t2 + pi : t2) - t1;
+        const double t1 = b.x == a.x ? half_pi : tool::atan(slope(a, b));
+        const double t2 = tool::atan(d2 / d1), t = (d1 < 0 && d2 != 0 ? t2 + pi : t2) - t1;
         const double l = std::sqrt(d1 * d1 + d2 * d2) / scale;
-        return {a.x + std::cos(t) * l, a.y - std::sin(t) * l};
+        return {a.x + tool::cos(t) * l, a.y - tool::sin(t) * l};
     }
     static double projected(P a, P b, P fc, P fd, double scale, int mode) {
         if (a.x == b.x || std::memcmp(&fc, &fd, sizeof fc) == 0) return 0.0;
@@ -85,9 +86,9 @@ struct Plain {
         if (scale == 0) return b;
         const int sx = b.x < a.x ? 1 : -1, sy = b.y < a.y ? 1 : -1;
         const double e = sx * sy == 1 ? a.y - b.y : b.y - a.y, r = angle / 180.0 * pi;
-        const double t0 = b.x == a.x ? -half_pi : std::atan(e / (b.x - a.x));
+        const double t0 = b.x == a.x ? -half_pi : tool::atan(e / (b.x - a.x));
         const double t = sx * sy == 1 ? pi + t0 - r : pi + t0 + r;
-        return {c.x + std::cos(t) * dist / scale * sx, c.y - std::sin(t) * dist / scale * sy};
+        return {c.x + tool::cos(t) * dist / scale * sx, c.y - tool::sin(t) * dist / scale * sy};
     }
     static CPointD turned_about(P a, P b, double angle, double scale, double last_scale) {
         const CPointD ref = translated(b, a, a, 100.0, 0.0, scale);
