@@ -6,11 +6,13 @@
 #include "analysis/evaluation.h"
 #include "analysis/face.h"
 #include "analysis/formula_unit.h"
+#include "analysis/growth_stage.h"
 #include "analysis/item_text.h"
 #include "analysis/landmark_names.h"
 #include "analysis/measures.h"
 #include "analysis/missing_landmarks.h"
 #include "analysis/norm_text.h"
+#include "analysis/sample.h"
 #include "platform/system.h"
 
 using tool::Ask;
@@ -19,7 +21,8 @@ using tool::or_failed;
 using tool::text_or_empty;
 
 struct AnalysisSheet::Body {
-    Body(int its_kind, std::string text) : kind(its_kind), file(std::move(text)), items(file.items()) {
+    Body(int its_kind, std::string text)
+        : kind(its_kind), file(std::move(text)), items(file.items()), sample(tool::sample_of(file.text())) {
         file.build_index();
         if (tool::is_cast(kind)) cast_decimals = tool::cast_decimals();
     }
@@ -31,6 +34,7 @@ struct AnalysisSheet::Body {
     int kind;
     tool::DefinitionFile file;
     std::vector<tool::NamedLine> items;
+    tool::Sample sample;
     std::optional<int> cast_decimals;
 };
 
@@ -97,6 +101,25 @@ CString AnalysisSheet::Comment() const {
     return or_failed(CString(), [&] { return body_ ? CString(body_->file.comment()) : CString(); });
 }
 
+SheetAges AnalysisSheet::Ages() const {
+    if (!body_ || !body_->sample.ages) return {};
+    return {true, body_->sample.ages->from, body_->sample.ages->to.value_or(-1)};
+}
+
+std::vector<SheetStage> AnalysisSheet::Stages(int sex, bool second) const {
+    if (!body_) return {};
+    return or_failed(std::vector<SheetStage>(), [&] {
+        std::vector<SheetStage> stages;
+        tool::for_each_stage(body_->file.text(), sex, second, [&](const tool::StageLine& line) {
+            const tool::StageRange range =
+                line.by_age ? tool::age_range(line.range, tool::ZeroBound::open_above_a_nonzero_start)
+                            : tool::dental_range(line.range);
+            stages.push_back({CString(line.name), line.by_age, range.from, range.to});
+        });
+        return stages;
+    });
+}
+
 int AnalysisSheet::GetCount() const {
     return body_ ? static_cast<int>(body_->items.size()) : 0;
 }
@@ -106,13 +129,16 @@ SheetItem AnalysisSheet::GetItem(int index) const {
     if (!line) return {};
     return or_failed(SheetItem(), [&] {
         const tool::TypedExpression typed = tool::split_type(line->rest);
+        const auto& signs = body_->sample.signs;
+        const auto sign = signs.find(line->name);
         return SheetItem{.name = CString(line->name),
                          .expression = CString(typed.expression),
                          .unit = CString(tool::unit_of_item(body_->file, line->name)),
                          .column = typed.type.column,
                          .mode = typed.type.mode,
                          .second = line->second_set(),
-                         .heading = !line->rest.data()};
+                         .heading = !line->rest.data(),
+                         .sign = CString(sign == signs.end() ? std::string_view() : sign->second)};
     });
 }
 
@@ -175,6 +201,8 @@ SheetRow SheetMeasurement::Evaluate(int index) {
         if (row.has_mean) row.deviation = result->asked(Ask::deviation);
         row.is_text = result->is_text;
         if (row.is_text) row.text = unquoted(result->alternative);
+        row.needs_band = result->needs_band;
+        row.norm_needs_band = result->norm_needs_band;
         if (const auto& degeneracy = result->degeneracy) {
             (degeneracy->parallel ? row.parallel : row.at_one_place) = true;
             row.degenerate[0] = CString(degeneracy->first);

@@ -1,6 +1,7 @@
 #include "analysis/check_definition.h"
 
 #include <algorithm>
+#include <set>
 
 #include "analysis/check_circles.h"
 #include "analysis/check_formula.h"
@@ -8,6 +9,7 @@
 #include "analysis/check_stages.h"
 #include "analysis/formula_names.h"
 #include "analysis/item_text.h"
+#include "analysis/sample.h"
 #include "platform/number_text.h"
 #include "platform/text.h"
 #include "util/decimal_text.h"
@@ -97,6 +99,7 @@ class Check {
             case sd_section:
             case sd_male_section:
             case sd_female_section: return check_norm(line, section, NormPart::sd);
+            case parameter_section: return check_parameter(line);
             case title_section: return findings_.note(line, "only one line is read as the title; this one is not");
             default: return;
         }
@@ -220,6 +223,34 @@ class Check {
             findings_.fault(name, quoted(name) + " has no SD, so 0 is taken; add one in SD:");
     }
 
+    // --- Parameters ------------------------------------------------------------------------------------------------
+
+    // Lines of other hosts stand here, too.
+    void check_parameter(std::string_view line) {
+        const std::size_t equals = line.find('=');
+        if (equals == std::string_view::npos) return;
+        const std::string_view name = line.substr(0, equals), value = line.substr(equals + 1);
+        const bool ages = name == ages_key;
+        if (!ages && !name.starts_with(sign_key)) {
+            if (!meant_name(name, std::span(&ages_key, 1)).empty())
+                findings_.fault(line, quoted(name) + " is not read; write " + quoted(ages_key));
+            return;
+        }
+        if (!parameters_.insert(name).second)
+            return findings_.fault(line, "a line further up already says this, and only that one is read; remove one");
+        if (ages && !age_range_of_sample(value))
+            return findings_.fault(
+                line.substr(equals),
+                quoted(value) + " is no range of ages; write whole years, as in 12-17, or 18- when it is open above");
+        if (ages) return;
+        const std::string_view item = name.substr(sign_key.size());
+        if (!file_.find_item(item))
+            findings_.fault(line, "there is no item " + quoted(item) + ", so its sign is never read" +
+                                      suggestion(meant_name(item, names_)));
+        else if (is_blank(value))
+            findings_.fault(line, "say behind \"=\" what a positive value means, such as in front of the line");
+    }
+
     // --- Norms -----------------------------------------------------------------------------------------------------
 
     void check_norms_of(const NamedLine& item) {
@@ -315,6 +346,7 @@ class Check {
     std::vector<std::string_view> names_;
     bool has_norms_ = false;
     References references_;
+    std::set<std::string_view> parameters_;
 };
 
 }  // namespace

@@ -93,6 +93,7 @@ std::optional<ItemResult> Evaluation::item(std::string_view name, Ask ask) {
 
 Norm Evaluation::norm(std::string_view name, NormPart part) {
     Frame& frame = frames_.emplace_back();
+    band_missed_ = false;
     if (const DefinitionFile* definitions = file())
         frame.lines = definitions->find(name, DefinitionFile::Look::norms, sex_);
     begin_norm(frame, part);
@@ -122,6 +123,7 @@ std::optional<double> Evaluation::begin_item(std::string_view name, Ask ask, boo
     if (!lines.item || lines.item->rest.empty()) return 0.0;
     if (const auto known = known_.find({lines.item->name.data(), ask}); remembered && known != known_.end()) {
         points_.note(known->second.degeneracy);
+        band_missed_ = band_missed_ || known->second.needs_band;
         return known->second.value;
     }
     const bool measures = ask == Ask::value || ask == Ask::deviation;
@@ -129,6 +131,7 @@ std::optional<double> Evaluation::begin_item(std::string_view name, Ask ask, boo
     ++evaluations_;
     Frame& frame = frames_.emplace_back();
     frame.outer = points_.exchange_degeneracy({});
+    frame.outer_band_missed = std::exchange(band_missed_, false);
     frame.ask = ask;
     frame.lines = lines;
     if (measures) {
@@ -158,6 +161,7 @@ void Evaluation::begin_norm(Frame& frame, NormPart part) {
     frame.stage = part == NormPart::mean ? Stage::mean : Stage::sd;
     const auto& line = part == NormPart::mean ? frame.lines.mean : frame.lines.sd;
     if (!line || met_again(line->name.data())) return norm_done(frame, {});
+    band_missed_ = band_missed_ || (band_ < 0 && norms_differ(line->rest));
     Norm norm = norm_of_text(norm_of_band(line->rest, line->second_set(), band_));
     if (norm.value || norm.text.empty()) return norm_done(frame, std::move(norm));
     // A formula, a separator and the number of decimals.
@@ -173,6 +177,10 @@ void Evaluation::begin_norm(Frame& frame, NormPart part) {
 void Evaluation::norm_done(Frame& frame, Norm norm) {
     if (frame.norm_line) being_evaluated_.erase(frame.norm_line);
     frame.norm_line = nullptr;
+    if (std::exchange(band_missed_, false)) {
+        norm = {};
+        frame.result.norm_needs_band = true;
+    }
     const bool mean = frame.stage == Stage::mean;
     (mean ? frame.result.mean : frame.result.sd) = std::move(norm);
     frame.stage = Stage::done;
@@ -206,6 +214,7 @@ void Evaluation::item_done(Frame& frame, double value) {
     being_evaluated_.erase(frame.lines.item->name.data());
     frame.result.value = value;
     if (frames_.size() == 1) frame.result.degeneracy = points_.degeneracy();
+    frame.result.needs_band = std::exchange(band_missed_, false);
     frame.stage = Stage::done;
     if (frame.ask == Ask::deviation) begin_norm(frame, NormPart::mean);
 }
@@ -239,13 +248,15 @@ void Evaluation::finish_frame(Formula* root) {
     asked_ = done.result.asked(done.ask);
     auto degeneracy = points_.exchange_degeneracy(std::move(done.outer));
     points_.note(degeneracy);
+    const bool needs_band = done.result.needs_band || done.result.norm_needs_band;
+    band_missed_ = done.outer_band_missed || needs_band;
     if (done.lines.item && !in_circle) {
         const char* const line = done.lines.item->name.data();
         if (done.ask == Ask::deviation && frames_.size() == 1 && !root) {
-            known_.insert({{line, Ask::value}, {done.result.value, done.result.degeneracy}});
+            known_.insert({{line, Ask::value}, {done.result.value, done.result.degeneracy, done.result.needs_band}});
             ++evaluations_;
         }
-        known_.insert({{line, done.ask}, {asked_, std::move(degeneracy)}});
+        known_.insert({{line, done.ask}, {asked_, std::move(degeneracy), needs_band}});
     }
     finished_ = std::move(done.result);
     frames_.pop_back();

@@ -36,6 +36,8 @@ struct ItemResult {
     Norm mean, sd;                           // as far as they were asked for
     std::string_view alternative{};          // the selected one, into the file's text
     bool is_text = false;                    // the alternative is a text, and the value 0
+    bool needs_band = false;                 // made from norms that differ from band to band, without knowing the band
+    bool norm_needs_band = false;            // the same for the norms, which are then left out
     std::optional<Degeneracy> degeneracy{};  // of what the value was made from
     double asked(Ask ask) const;
 };
@@ -79,6 +81,7 @@ class Evaluation {
         int norm_decimals = 0;
         bool in_circle = false;           // on the way something was met again
         std::optional<Degeneracy> outer;  // met before, further out
+        bool outer_band_missed = false;   // likewise
         int count = 0;
         double values[ValueList::capacity];
         std::optional<Formula> formula;
@@ -103,12 +106,14 @@ class Evaluation {
     PointReader points_;
     int sex_, band_;
     int evaluations_ = 0;
-    bool at_limit_ = false;  // an item counted as 0 for the limit's sake
+    bool at_limit_ = false;     // an item counted as 0 for the limit's sake
+    bool band_missed_ = false;  // by what the innermost frame is making
     std::deque<Frame> frames_;
     std::unordered_set<const char*> being_evaluated_;  // lines of items and norms
     struct Known {
         double value;
         std::optional<Degeneracy> degeneracy;
+        bool needs_band;
     };
     std::map<std::pair<const char*, Ask>, Known> known_;
     ItemResult finished_;

@@ -1,6 +1,7 @@
 #include "analysis/item_text.h"
 
 #include <algorithm>
+#include <ranges>
 #include <string>
 
 #include "platform/number_text.h"
@@ -54,8 +55,19 @@ std::string_view norm_field(std::string_view text, int n) {
 
 std::string_view norm_of_band(std::string_view list, bool second_set, int band) {
     if (band >= 0) return norm_field(list, second_set ? band / 100 : band % 100);
+    return norms_differ(list) ? std::string_view() : norm_field(list, 0);
+}
+
+bool norms_differ(std::string_view list) {
+    constexpr int most_bands = 100;
     const std::string_view first = norm_field(list, 0);
-    return norm_field(list, 1).data() == first.data() ? first : std::string_view();
+    for (std::string_view before = first; int band : std::views::iota(1, most_bands)) {
+        const std::string_view field = norm_field(list, band);
+        if (field.data() == before.data()) return false;  // the last one serves all further bands
+        if (field != first) return true;
+        before = field;
+    }
+    return false;
 }
 
 }  // namespace tool

@@ -28,7 +28,8 @@ std::string_view number_field(std::string_view text, int n);
 std::string_view norm_field(std::string_view text, int n);
 
 // The norm that a band code picks: field `band` mod 100, in the second set `band` / 100. Below 0 the band is not known;
-// then the only norm of the list, and "" when it has several.
+// then the norm that all bands have, and "" when they differ.
 std::string_view norm_of_band(std::string_view list, bool second_set, int band);
+bool norms_differ(std::string_view list);
 
 }  // namespace tool

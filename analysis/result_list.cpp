@@ -24,6 +24,7 @@ bool holds(const CStringArray& names, const CString& name) {
 
 // Norms that are formulas over missing landmarks would come out as numbers all the same: they are left out.
 void set_norm(ResultRow& row, const SheetRow& found, SheetMeasurement& subject, int item) {
+    if (found.norm_needs_band) return;  // a mean without its SD says little, and an SD alone nothing
     row.normMissing = subject.Missing(item, SheetPart::mean);
     row.hasMean = found.has_mean && row.normMissing.IsEmpty() && std::isfinite(found.mean);
     if (row.hasMean) row.mean = found.mean;
@@ -42,6 +43,7 @@ ResultRow measured(const SheetItem& definition, int item, SheetMeasurement& subj
     row.column = definition.column;
     row.marked = definition.mode & is_marked;
     row.second = definition.second;
+    row.sign = definition.sign;
     if (definition.heading) row.state = ResultState::heading;
     if (definition.expression.IsEmpty()) return row;
     const SheetRow found = subject.Evaluate(item);
@@ -52,6 +54,8 @@ ResultRow measured(const SheetItem& definition, int item, SheetMeasurement& subj
     } else if (found.at_one_place || found.parallel) {
         row.state = found.parallel ? ResultState::parallel : ResultState::at_one_place;
         std::ranges::copy(found.degenerate, row.degenerate);
+    } else if (found.needs_band) {
+        row.state = ResultState::differs_by_band;
     } else if (found.is_text) {
         row.state = ResultState::text;
         row.valueText = found.text;

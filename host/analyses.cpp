@@ -10,6 +10,7 @@
 #include "host/output.h"
 #include "host/profile.h"
 #include "host/text_width.h"
+#include "host/texts.h"
 
 namespace cephtool {
 namespace {
@@ -23,7 +24,7 @@ struct Norm {
 // What the first band says about one item.
 struct ItemSummary {
     bool heading = false;  // of the items below it; then only the name counts
-    std::string name, formula, unit;
+    std::string name, formula, unit, sign;
     Norm male, female;
 };
 
@@ -47,7 +48,7 @@ std::vector<ItemSummary> items_of(const Analysis& analysis) {
     for (int index = 0; index < analysis.sheet.GetCount(); ++index) {
         const SheetItem item = analysis.sheet.GetItem(index);
         if (item.heading) {
-            items.push_back({true, text_of(item.name), "", "", {}, {}});
+            items.push_back({true, text_of(item.name), "", "", "", {}, {}});
             continue;
         }
         const auto norm = [&](Sex sex) {
@@ -55,8 +56,8 @@ std::vector<ItemSummary> items_of(const Analysis& analysis) {
             return Norm{norm_text(analysis.sheet, index, item, SheetPart::mean, nobody),
                         norm_text(analysis.sheet, index, item, SheetPart::sd, nobody)};
         };
-        items.push_back({false, text_of(item.name), text_of(item.expression), text_of(item.unit), norm(Sex::male),
-                         norm(Sex::female)});
+        items.push_back({false, text_of(item.name), text_of(item.expression), text_of(item.unit), text_of(item.sign),
+                         norm(Sex::male), norm(Sex::female)});
     }
     return items;
 }
@@ -78,12 +79,21 @@ std::string shown(const ItemSummary& item) {
     const std::string norm = male == female ? male : "men " + male + ", women " + female;
     constexpr int name_width = 34;
     return left_aligned(fitted(item.name, name_width), name_width) + " " + left_aligned(item.unit, 4) + " " + norm +
-           "\n    " + wrapped(item.formula, page_width - 4, "    ") + "\n";
+           "\n    " + wrapped(item.formula, page_width - 4, "    ") + "\n" +
+           (item.sign.empty() ? "" : "    + " + wrapped(item.sign, page_width - 6, "      ") + "\n");
+}
+
+std::string shown(const SheetAges& ages) {
+    if (!ages.known) return "";
+    const std::string from = std::to_string(ages.from);
+    return "Norms of people of " +
+           (ages.to < 0 ? from + " years and older" : from + " to " + std::to_string(ages.to) + " years") + "\n";
 }
 
 std::string shown(const Analysis& analysis) {
     std::string text = analysis.title + "\n";
     if (!analysis.comment.empty()) text += wrapped(analysis.comment, page_width, "") + "\n";
+    text += shown(analysis.sheet.Ages());
     text += std::string(name_of_engine_kind(analysis.engine_kind)) + ", " + analysis.file + "\n\n";
     for (const ItemSummary& item : items_of(analysis)) text += shown(item);
     return text;
@@ -114,6 +124,8 @@ Json json_of(const Analysis& analysis, bool with_items) {
                  {"file", analysis.file},
                  {"comment", analysis.comment},
                  {"item_count", item_count(analysis)}};
+    const SheetAges ages = analysis.sheet.Ages();
+    if (ages.known) json["ages"] = {{"from", ages.from}, {"to", ages.to < 0 ? Json(nullptr) : Json(ages.to)}};
     if (!with_items) return json;
     json["items"] = Json::array();
     std::string group;
@@ -127,6 +139,7 @@ Json json_of(const Analysis& analysis, bool with_items) {
                                                     {"unit", item.unit},
                                                     {"male", json_of(item.male)},
                                                     {"female", json_of(item.female)}});
+        if (!item.sign.empty()) row["sign"] = Texts(Language::english).part(item.sign);
         if (!group.empty()) row["group"] = group;
     }
     return json;

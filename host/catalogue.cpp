@@ -46,36 +46,14 @@ std::string without_extension(const std::string& file) {
     return file.substr(0, file.rfind('.'));
 }
 
-Analysis described(int code, const std::string& path, AnalysisSheet sheet, std::string_view text) {
+Analysis described(int code, const std::string& path, AnalysisSheet sheet) {
     const std::string file = printable(without_folder(path));
     const std::string title = printable(Utf8FromCodePage932(sheet.Title()));
     const std::string comment = printable(Utf8FromCodePage932(sheet.Comment()));
-    return {code,
-            file,
-            title.empty() ? without_extension(file) : title,
-            comment,
-            std::move(sheet),
-            {},
-            {stage_sections(text, StageSet::first), stage_sections(text, StageSet::second)}};
+    return {code, file, title.empty() ? without_extension(file) : title, comment, std::move(sheet)};
 }
 
 }  // namespace
-
-std::string definition_bytes(const CString& path) {
-    try {
-        CFile file(path, CFile::modeRead);
-        std::string bytes(static_cast<std::size_t>(std::min<ULONGLONG>(file.GetLength(), largest_input)), '\0');
-        bytes.resize(file.Read(bytes.data(), static_cast<UINT>(bytes.size())));
-        return bytes;
-    } catch (CFileException* failure) {
-        const bool absent =
-            failure->m_cause == CFileException::fileNotFound || failure->m_cause == CFileException::badPath;
-        failure->Delete();
-        if (absent) return {};
-        throw Error(ExitCode::bad_input, printable(utf8_from_path(path_from_library(path))) + " can't be read",
-                    "Check that you may read it, and the disk.");
-    }
-}
 
 Kind case_kind(const Analysis& analysis) {
     return engine_kind(analysis.engine_kind).measured_on;
@@ -94,8 +72,7 @@ std::vector<Analysis> listed_analyses(std::vector<std::string>& notes) {
             AnalysisSheet sheet(kind.code, path);
             const bool single = kind.code == surgical;  // its one path is given for every index, file or no file
             if (sheet.IsLoaded()) {
-                const std::string text = definition_bytes(path);
-                analyses.push_back(described(kind.code, Utf8FromCodePage932(path), std::move(sheet), text));
+                analyses.push_back(described(kind.code, Utf8FromCodePage932(path), std::move(sheet)));
                 analyses.back().index = index;
             } else if (!single) {
                 notes.push_back(shown_name(utf8_from_path(path_from_library(path))) + " is listed, but can't be read");
@@ -118,8 +95,7 @@ std::vector<Analysis> analyses_in_file(const std::string& path, std::istream& st
     std::vector<Analysis> analyses;
     for (const Kind kind : all_kinds) {
         const int code = static_cast<int>(kind);
-        analyses.push_back(
-            described(code, path, AnalysisSheet(code, source.text.data(), source.text.size()), source.text));
+        analyses.push_back(described(code, path, AnalysisSheet(code, source.text.data(), source.text.size())));
     }
     if (analyses.front().sheet.GetCount() == 0) {
         throw source.error("this definition file holds no item",

@@ -8,7 +8,6 @@
 #include <vector>
 
 #include "host/case/case.h"
-#include "host/growth/stage_sections.h"
 
 namespace cephtool {
 
@@ -19,14 +18,10 @@ struct Analysis {
     std::string comment;
     AnalysisSheet sheet;
     std::optional<int> index = {};  // in the catalogue of its kind; none for a file of the person's own
-    StageSections stages[2] = {};   // of the first and the second set
 
     // The file's name without extension, by which the analysis can be asked for.
     std::string short_name() const { return file.substr(0, file.rfind('.')); }
 };
-
-// The bytes of a file that the engine named; "" when there is none. Throws an Error when it can't be read.
-std::string definition_bytes(const CString& path);
 
 Kind case_kind(const Analysis& analysis);
 const char* name_of_engine_kind(int engine_kind);

@@ -52,19 +52,32 @@ constexpr TextRow text_table[] = {
     {"no formula", "計算式なし"},
     {"not a finite number", "計算不能"},
     {"depends on the sex", "性別が必要"},
+    {"depends on growth", "年齢または歯齢が必要"},
     {"%1 and %2 lie at one place", "%1 と %2 が同じ位置にある"},
     {"%1 and %2 are parallel", "%1 と %2 が平行"},
     {"Norms: %1", "標準値：%1"},
     {"age %1", "年齢 %1歳"},
     {"dental stage %1", "歯齢 %1"},
-    {"lowest band, since the case lacks %1", "情報不足（%1）のため最初の区分"},
     {"sex", "性別"},
     {"birth", "生年月日"},
     {"film", "撮影日"},
     {"dental_stage", "歯齢"},
+    {"+ %1: %2", "正の値は%1：%2"},
     // What is remarked.
     {"Norms that differ between men and women are left out, since the sex is not given; --sex m or --sex f gives it.",
      "性別が未入力のため、男女で異なる標準値は省いた。性別は --sex m または --sex f で指定できる。"},
+    {"Norms that change with growth are left out, since the case lacks %1.",
+     "情報不足（%1）のため、成長とともに変わる標準値は省いた。"},
+    {"Norms that change with age are left out: they end at %1 years, and the patient is %2.",
+     "年齢で変わる標準値は省いた。標準値は%1歳までだが、患者は%2歳。"},
+    {"Norms that change with age are left out: they begin at %1 years, and the patient is %2.",
+     "年齢で変わる標準値は省いた。標準値は%1歳からだが、患者は%2歳。"},
+    {"Norms that change with growth are left out: the patient is in none of their stages.",
+     "成長とともに変わる標準値は省いた。該当する区分がない。"},
+    {"The norms end at %1 years, and the patient is %2; they stand in parentheses.",
+     "標準値は%1歳まで、患者は%2歳のため、括弧に入れて示す。"},
+    {"The norms begin at %1 years, and the patient is %2; they stand in parentheses.",
+     "標準値は%1歳から、患者は%2歳のため、括弧に入れて示す。"},
     {"The norms are those of band %1, as --band says.", "標準値は --band で指定された区分 %1 のもの。"},
     {"The film is mirrored, the face looks left: signs of angles and lengths are reversed. --mirror turns it round.",
      "フィルムが左右反転している（顔が左向き）ため、角度や距離の符号が逆になっている。--mirror で反転して計測できる。"},
@@ -146,6 +159,13 @@ std::string Texts::operator()(const Remark& remark) const {
 
 std::string Texts::operator()(std::string_view english, const std::string& first, const std::string& second) const {
     return filled((*this)(english), std::array{first, second});
+}
+
+std::string Texts::part(const std::string& both) const {
+    const std::size_t bracket = both.rfind(" (");
+    if (bracket == std::string::npos || !both.ends_with(')')) return both;
+    return language_ == Language::english ? both.substr(0, bracket)
+                                          : both.substr(bracket + 2, both.size() - bracket - 3);
 }
 
 std::string Texts::sex(const std::optional<Sex>& sex) const {

@@ -28,6 +28,8 @@ class Texts {
     std::string operator()(std::string_view english, const std::string& first, const std::string& second = {}) const;
 
     std::string operator()(const Remark& remark) const;
+    // Of a text "English (Japanese)" the part of the language; one in a single language whole.
+    std::string part(const std::string& both) const;
 
     std::string sex(const std::optional<Sex>& sex) const;
     // With the era, where the day has one; a dash without a day.

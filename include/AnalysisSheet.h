@@ -4,6 +4,7 @@
 #pragma once
 
 #include <memory>
+#include <vector>
 
 #include "Records.h"
 #include "framework/export.h"
@@ -17,9 +18,9 @@ struct SheetSubject {
     unsigned short* uCount = nullptr;  // how many of the record's user landmarks there are; null: none
     tagUPOINT* uPoints = nullptr;      // not used: the record has their names
     int sex = 0;                       // 1 male, any other value female
-    // band mod 100: first-set norm column; band / 100: second-set norm column. A sheet reads norms, not stages of
-    // growth: which column belongs to a patient is the caller's to find (CCephCalc::SetStageList). Below 0: it is not
-    // known, and norms that differ from column to column are none.
+    // band mod 100: first-set norm column; band / 100: second-set norm column. A sheet does not choose it: the
+    // patient's place in Stages() is the column. Below 0: it is not known, and norms that differ from column to column
+    // are none.
     int band = -1;
     // Steps of the record's coordinates a pixel, at least 1. A record has whole coordinates only; one in 1/64 pixel has
     // 64 here and a Scale of mm a step. "AngleBisector" counts in pixels, whatever the steps.
@@ -35,6 +36,22 @@ struct SheetItem {
     int mode = 0;          // row mark 0..3: bit 0, the norm is shown; bit 1, the row is set off from the others
     bool second = false;   // stands in a "Calc2:" section
     bool heading = false;  // a line without "=": no item, but the heading of those below it
+    CString sign;          // what a positive value means, as the file's "Param:" section says; "" when it does not
+};
+
+// How old, in completed years, the people were that the norms were taken from, both ends included.
+struct SheetAges {
+    bool known = false;
+    int from = 0;
+    int to = -1;  // -1: open above
+};
+
+// A stage that chooses the norms' column: its place in the list is the column. Ranges end before `to`.
+struct SheetStage {
+    CString name;
+    bool byAge = true;        // in years; else dental stages as GetDentalAge numbers them
+    double from = 0, to = 0;  // one that ends where it begins is chosen for nobody
+    bool operator==(const SheetStage&) const = default;
 };
 
 // What an item comes to for one subject.
@@ -46,6 +63,8 @@ struct SheetRow {
     bool is_text = false;  // a text was selected of the item's alternatives; value is then 0
     CString text;          // that text, without its quotes
 
+    // The value, or a norm, was made from norms that differ from column to column, and the band is not known.
+    bool needs_band = false, norm_needs_band = false;
     // What makes the value meaningless although no landmark is missing, by the names in the formula: two points at one
     // place where a line or an angle needs two ("U1R", "U1"), or two parallel lines that should cross ("PNS-ANS",
     // "Go-Me"). The value is the engine's all the same.
@@ -71,6 +90,9 @@ class TOOL_API AnalysisSheet {
     int Kind() const;         // as it was given
     CString Title() const;    // "" without one
     CString Comment() const;  // the line behind "Comment:"; "" without one
+    SheetAges Ages() const;   // the line "Ages=" of "Param:"
+    // Stages of the first or second set for a sex (1 male, else female), in the order of the file.
+    std::vector<SheetStage> Stages(int sex, bool second) const;
 
     // Items in the order of the file. An index outside 0 .. GetCount() - 1 gives an empty item or row. Without the
     // memory that it takes a row's value is NaN, an item empty.

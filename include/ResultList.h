@@ -10,15 +10,16 @@
 
 // What a row shows.
 enum class ResultState {
-    heading,         // a line of the file without "=": the heading of the rows below it
-    value,           // a number
-    text,            // a text item: its selected alternative
-    missing,         // landmarks are missing
-    no_formula,      // "name=" with nothing behind it
-    not_finite,      // the formula divides by 0
-    differs_by_sex,  // the sex is not known, and men and women get different results
-    at_one_place,    // two points lie at one place where a line or an angle needs two
-    parallel,        // two lines that should cross are parallel
+    heading,          // a line of the file without "=": the heading of the rows below it
+    value,            // a number
+    text,             // a text item: its selected alternative
+    missing,          // landmarks are missing
+    no_formula,       // "name=" with nothing behind it
+    not_finite,       // the formula divides by 0
+    differs_by_sex,   // the sex is not known, and men and women get different results
+    at_one_place,     // two points lie at one place where a line or an angle needs two
+    parallel,         // two lines that should cross are parallel
+    differs_by_band,  // the norms' column is not known, and the result rests on norms that differ
 };
 
 // Numbers that a row does not have are 0, texts "". Texts of numbers have the item's decimals, at most two: those of
@@ -30,6 +31,7 @@ struct ResultRow {
     int column = 0;       // 0..2: the value column of the list that shows the value
     bool marked = false;  // to be set off from the others (types 10 and up)
     bool second = false;  // of the second set
+    CString sign;         // as of SheetItem
     double value = 0;
     bool hasMean = false, hasSd = false, hasDeviation = false;
     double mean = 0, sd = 0;

@@ -3,7 +3,6 @@
 #include <CodePage.h>
 
 #include <cmath>
-#include <mutex>
 
 #include "host/results/measurement.h"
 #include "host/text_width.h"
@@ -40,9 +39,7 @@ const CaseMeasurer::Norms& CaseMeasurer::norms_of(const Analysis& analysis, cons
     if (known_norms_.size() > most_kept) known_norms_.clear();
     const auto [found, is_new] = known_norms_.try_emplace({&analysis, record.sex, months, record.dental_stage});
     if (!is_new) return found->second;
-    static std::mutex engine;  // its list box and the application's profile are made for one thread
-    const std::lock_guard lock(engine);
-    const NormBand band = norms_for(analysis, record, band_);
+    const NormBand band = norm_band(analysis, record, band_);
     found->second.band = band.code;
     for (const Remark& remark : band.remarks) found->second.remarks.push_back(remark.code);
     return found->second;
@@ -79,9 +76,9 @@ void CaseMeasurer::measure_as(std::size_t index, Kind kind, const SheetSubject& 
         if (lacks[i].value && !norms) continue;
         const SheetRow row = measurement.Evaluate(analysis.items[i].index);
         BatchItem& item = items[i];
-        item.mean = finite(row.has_mean && !lacks[i].mean, row.mean);
-        item.sd = finite(row.has_sd && !lacks[i].sd, row.sd);
-        if (lacks[i].value || row.at_one_place || row.parallel) continue;
+        item.mean = finite(row.has_mean && !lacks[i].mean && !row.norm_needs_band, row.mean);
+        item.sd = finite(row.has_sd && !lacks[i].sd && !row.norm_needs_band, row.sd);
+        if (lacks[i].value || row.needs_band || row.at_one_place || row.parallel) continue;
         if (row.is_text) {
             item.text = printable(Utf8FromCodePage932(row.text));
             continue;

@@ -5,6 +5,8 @@
 #include <string>
 #include <vector>
 
+#include "host/remark.h"
+
 namespace cephtool {
 
 struct Ground {
@@ -20,6 +22,7 @@ struct Finding {
     std::optional<double> years = {};  // an age
     std::vector<Ground> grounds = {};
     std::vector<std::string> missing = {};  // what the case lacks: a key of the case format or a point of a vertebra
+    std::optional<Remark> remark = {};      // on norms that rest on it
     std::string reason = {};                // why there is no result although nothing is missing
 
     bool has_result() const { return stage || years; }

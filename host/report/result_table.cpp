@@ -37,6 +37,8 @@ class TableMaker {
     ResultTable table() const {
         ResultTable table;
         table.title = times_.front()->analysis->title;
+        table.comment = times_.front()->analysis->comment;
+        table.signs = signs_in_words(times_.back()->items, texts_);
         table.norms = norms_in_words(times_.back()->band, texts_);
         table.remarks = remarks(times_);
         table.columns = several() ? columns_of_several() : columns_of_one();
@@ -177,11 +179,7 @@ ResultTable result_table(const std::vector<const AnalysisResult*>& times, TableS
 std::string norms_in_words(const NormBand& band, const Texts& texts) {
     std::vector<std::string> parts;
     for (const Finding& stage : band.stages) {
-        if (!stage.missing.empty()) {
-            std::vector<std::string> missing;
-            for (const std::string& what : stage.missing) missing.push_back(texts(what));
-            parts.push_back(texts("lowest band, since the case lacks %1", joined(missing, ", ")));
-        } else if (stage.stage) {
+        if (stage.stage) {
             std::vector<std::string> grounds;
             for (const Ground& ground : stage.grounds) {
                 grounds.push_back(ground.name == "age"            ? texts("age %1", ground.text)

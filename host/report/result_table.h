@@ -28,8 +28,9 @@ struct TableRow {
 };
 
 struct ResultTable {
-    std::string title, norms;
+    std::string title, comment, norms;
     std::vector<std::string> remarks;  // below the norms
+    std::vector<std::string> signs;    // below the rows
     std::vector<TableColumn> columns;  // behind the one of the names
     std::vector<TableRow> rows;
     bool has_chart = false;  // any row has a deviation

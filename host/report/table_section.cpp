@@ -10,7 +10,7 @@
 namespace cephtool {
 namespace {
 
-constexpr double gap_mm = 7, row_padding_mm = 0.75, head_mm = 6.5;
+constexpr double gap_mm = 7, sign_gap_mm = 1, row_padding_mm = 0.75, head_mm = 6.5;
 constexpr double cell_gap_mm = 1.5, chart_gap_mm = 4;
 constexpr double kept_together_mm = 110;  // tables up to this height are not broken
 constexpr double narrowest_name_mm = 34, widest_name_mm = 60, narrowest_chart_mm = 36;
@@ -39,13 +39,17 @@ class TableLayout {
         name_width_ = std::min({widest, widest_name_mm, room});
         cells_width_ = cells;
         const SelectedFont note(pages.canvas(), note_mm);
-        for (const std::string& remark : table_->remarks)
-            for (std::string& line : note.lines(remark, width_)) remark_lines_.push_back(std::move(line));
+        const auto add_lines = [&](std::vector<std::string>& lines, const std::string& text) {
+            for (std::string& line : note.lines(text, width_)) lines.push_back(std::move(line));
+        };
+        if (!table_->comment.empty()) add_lines(comment_lines_, table_->comment);
+        for (const std::string& remark : table_->remarks) add_lines(remark_lines_, remark);
+        for (const std::string& sign : table_->signs) add_lines(sign_lines_, sign);
         for (const TableRow& row : table_->rows) rows_.push_back(laid(row));
     }
 
     void add() {
-        double height = head_height();
+        double height = head_height() + notes_height(sign_lines_.size());
         for (const LaidRow& row : rows_) height += row.height;
         const bool whole = height <= kept_together_mm || height <= pages_.height_left();
         if (height + gap_mm > pages_.height_left() && (whole || pages_.height_left() < kept_together_mm / 2)) {
@@ -56,12 +60,19 @@ class TableLayout {
         add_title();
         std::size_t from = 0;
         while (from < rows_.size()) from = add_part(from);
+        if (!sign_lines_.empty()) pages_.take(sign_gap_mm);
+        for (const std::string& line : sign_lines_) {
+            if (pages_.height_left() < notes_height(1)) pages_.new_page();
+            add_note(line, quiet_ink);
+        }
     }
 
  private:
+    static double notes_height(std::size_t lines) { return static_cast<double>(lines) * note_mm * 1.3; }
+
     double head_height() const {
-        const std::size_t notes = remark_lines_.size() + !table_->norms.empty();
-        return title_mm * 1.5 + static_cast<double>(notes) * note_mm * 1.3 + head_mm;
+        return title_mm * 1.5 + notes_height(comment_lines_.size() + remark_lines_.size() + !table_->norms.empty()) +
+               head_mm;
     }
 
     double chart_left(const Box& box) const { return box.left + name_width_ + cells_width_ + chart_gap_mm; }
@@ -93,12 +104,13 @@ class TableLayout {
             const SelectedFont font(canvas, title_mm, true);
             font.write({box.left, box.top}, font.cut(table->title, box.width()), ink);
         });
+        for (const std::string& line : comment_lines_) add_note(line, quiet_ink);
         if (!table_->norms.empty()) add_note(table_->norms, quiet_ink);
         for (const std::string& line : remark_lines_) add_note(line, remark_ink);
     }
 
     void add_note(const std::string& text, COLORREF colour) {
-        pages_.add([box = pages_.take(note_mm * 1.3), text, colour](const Canvas& canvas) {
+        pages_.add([box = pages_.take(notes_height(1)), text, colour](const Canvas& canvas) {
             const SelectedFont font(canvas, note_mm);
             font.write({box.left, box.top}, font.cut(text, box.width()), colour);
         });
@@ -189,7 +201,7 @@ class TableLayout {
     std::shared_ptr<const ResultTable> table_;
     SelectedFont body_;
     double width_ = 0, name_width_ = 0, cells_width_ = 0;
-    std::vector<std::string> remark_lines_;
+    std::vector<std::string> comment_lines_, remark_lines_, sign_lines_;
     std::vector<LaidRow> rows_;
 };
 

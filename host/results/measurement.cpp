@@ -29,6 +29,7 @@ Remark reason_of(const ResultRow& row) {
         case ResultState::no_formula: return {"no_formula", "no formula"};
         case ResultState::not_finite: return {"not_finite", "not a finite number"};
         case ResultState::differs_by_sex: return {"differs_by_sex", "depends on the sex"};
+        case ResultState::differs_by_band: return {"differs_by_band", "depends on growth"};
         case ResultState::at_one_place: return of_both("at_one_place", "%1 and %2 lie at one place");
         case ResultState::parallel: return of_both("parallel", "%1 and %2 are parallel");
         default: return {};
@@ -43,6 +44,7 @@ Measurement measurement(const ResultRow& row) {
             .unit = utf8(row.unit),
             .column = row.column,
             .marked = row.marked,
+            .sign = utf8(row.sign),
             .value = number(row.state == ResultState::value, row.value),
             .text = is_text ? utf8(row.valueText) : "",
             .mean = number(row.hasMean, row.mean),
@@ -81,11 +83,16 @@ CaseResult measured(Case record, std::span<const Analysis* const> analyses, std:
     bool norms_differ = false;
     for (const Analysis* analysis : analyses) {
         if (case_kind(*analysis) != result.record.kind) continue;
-        NormBand norms = norms_for(*analysis, result.record, band);
+        NormBand norms = norm_band(*analysis, result.record, band);
         const SheetSubject subject = fields.subject(static_cast<int>(sex.value_or(Sex::male)), norms.code);
         const ResultList list(analysis->sheet, subject, sex.has_value());
         AnalysisResult found{analysis, std::move(norms), {}};
-        for (const ResultRow& row : list) found.items.push_back(measurement(row));
+        for (const ResultRow& row : list) {
+            Measurement& item = found.items.emplace_back(measurement(row));
+            if (!found.band.in_doubt) continue;
+            for (std::string* norm : {&item.mean_text, &item.sd_text})
+                if (!norm->empty()) *norm = "(" + *norm + ")";
+        }
         if (only_fruitful && !list.HasResults()) {
             result.left_out.push_back(left_out(std::array<const AnalysisResult*, 1>{&found}));
             continue;
@@ -95,6 +102,20 @@ CaseResult measured(Case record, std::span<const Analysis* const> analyses, std:
     }
     if (norms_differ) result.record.remarks.push_back(norms_by_sex());
     return result;
+}
+
+std::vector<std::string> signs_in_words(std::span<const Measurement> items, const Texts& texts) {
+    std::vector<std::pair<std::string, std::vector<std::string>>> meanings;
+    for (const Measurement& item : items) {
+        if (!item.value || item.sign.empty()) continue;
+        auto meaning = std::ranges::find(meanings, item.sign, [](const auto& each) { return each.first; });
+        if (meaning == meanings.end()) meaning = meanings.insert(meaning, {item.sign, {}});
+        meaning->second.push_back(item.name);
+    }
+    std::vector<std::string> lines;
+    for (const auto& [sign, names] : meanings)
+        lines.push_back(texts("+ %1: %2", texts.part(sign), joined(names, "; ")));
+    return lines;
 }
 
 LeftOut left_out(std::span<const AnalysisResult* const> films) {
@@ -111,16 +132,6 @@ Remark norms_by_sex() {
     return {"norms_by_sex",
             "Norms that differ between men and women are left out, since the sex is not given; --sex m or --sex f "
             "gives it."};
-}
-
-NormBand norms_for(const Analysis& analysis, const Case& record, std::optional<int> band) {
-    if (!band) return norm_band(analysis, record);
-    NormBand norms{.code = *band};
-    if (analysis.stages[0].any || analysis.stages[1].any) {
-        norms.remarks.push_back(
-            {"band_given", "The norms are those of band %1, as --band says.", {std::to_string(*band)}});
-    }
-    return norms;
 }
 
 }  // namespace cephtool

@@ -22,6 +22,7 @@ struct Measurement {
     std::string unit;  // "deg", "mm", "%", "SD" or ""
     int column = 0;    // 0..2, the value column that the item's author wants
     bool marked = false;
+    std::string sign = {};  // what a positive value means, in English and in brackets in Japanese; "" when not told
     std::optional<double> value;
     std::string text;  // the verdict of an item that has one in place of a value
     std::optional<double> mean, sd;
@@ -65,13 +66,14 @@ struct CaseResult {
 CaseResult measured(Case record, std::span<const Analysis* const> analyses, std::optional<int> band,
                     bool only_fruitful);
 
+// What positive values mean, in the texts' language, each with the items that it holds for:
+// "+ in front of the line: U1 to NA distance, Pog to NB". Of items with a value.
+std::vector<std::string> signs_in_words(std::span<const Measurement> items, const Texts& texts);
+
 // The results are those of one analysis, one a film, none of them with a result.
 LeftOut left_out(std::span<const AnalysisResult* const> films);
 
 // That norms which differ between men and women are left out.
 Remark norms_by_sex();
-
-// The norm column of the patient's stages, or that of the engine's code `band`.
-NormBand norms_for(const Analysis& analysis, const Case& record, std::optional<int> band);
 
 }  // namespace cephtool

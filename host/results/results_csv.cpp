@@ -19,6 +19,7 @@ std::string remarks_on(const CaseResult& result, const AnalysisResult& analysis,
     std::vector<Remark> all = result.record.remarks;
     all.insert(all.end(), analysis.remarks().begin(), analysis.remarks().end());
     all.insert(all.end(), item.remarks.begin(), item.remarks.end());
+    if (!item.reason.code.empty()) all.push_back(item.reason);
     return codes_of(all);
 }
 

@@ -16,6 +16,7 @@ Json json_of(const Measurement& item) {
     Json json = {{"name", item.name},          {"value", json_of(item.value)}, {"unit", item.unit},
                  {"mean", json_of(item.mean)}, {"sd", json_of(item.sd)},       {"deviation", json_of(item.deviation)},
                  {"missing", item.missing}};
+    if (!item.sign.empty()) json["sign"] = Texts(Language::english).part(item.sign);
     if (!item.text.empty()) json["text"] = item.text;
     if (!item.norm_missing.empty()) json["norm_missing"] = item.norm_missing;
     if (!item.reason.text.empty()) json["reason"] = in_english(item.reason);
@@ -37,7 +38,8 @@ Json json_of(const AnalysisResult& result) {
     return {{"title", result.analysis->title},
             {"file", result.analysis->file},
             {"kind", name_of_engine_kind(result.analysis->engine_kind)},
-            {"band", result.band.code},
+            {"comment", result.analysis->comment},
+            {"band", result.band.code == NormBand::unknown ? Json(nullptr) : Json(result.band.code)},
             {"norms", result.band.words},
             {"remarks", json_of(result.remarks())},
             {"items", items}};

@@ -32,14 +32,19 @@ class AnalysisTable {
 
     std::string text() const {
         std::string lines = painted(fitted(result_.analysis->title, page_width), bold, colour_) + "\n";
+        if (!result_.analysis->comment.empty()) lines += "  " + indented(result_.analysis->comment);
         if (!result_.band.words.empty()) lines += wrapped(result_.band.words, page_width, "  ") + "\n";
         for (const Remark& remark : result_.remarks()) lines += remark_line(remark, colour_);
         lines += row("Item", "Value", "Unit", "Mean", "SD") + right_aligned("in SD", deviation_width) + "\n";
         for (const Measurement& item : result_.items) lines += line(item);
+        for (const std::string& sign : signs_in_words(result_.items, Texts(Language::english)))
+            lines += "  " + indented(sign);
         return lines;
     }
 
  private:
+    static std::string indented(const std::string& text) { return wrapped(text, page_width - 2, "  ") + "\n"; }
+
     std::string row(const std::string& name, const std::string& value, const std::string& unit, const std::string& mean,
                     const std::string& sd) const {
         return name_cell(name) + " " + right_aligned(value, value_width) + " " + left_aligned(unit, unit_width) + " " +

@@ -217,6 +217,11 @@ TEST(CheckDefinition, FindsWhatIsNeverReadOrMisread) {
          items + "Mean:\nA=" + hundred_values + "1\nB=" + hundred_values.substr(2) +
              "1\nSD:\nA=1\nB=1\nStage_Type:\nAge\nStage:\n" + hundred_stages + "t=100-101\nu=101-102\n",
          {"7:203 more than 100 values", "115:1 more than 100 stages"}},
+        {"parameters",
+         items +
+             "Param:\nAges=18\nAges=12-17\nages=1-2\nOther=1\nSign A=in front\nSign a=x\nSign B=\nSign A=again\nLine\n",
+         {"7:5 no range of ages", "8:1 already says this", "9:1 write \"Ages\"", "12:1 no item \"a\"",
+          "13:1 say behind", "14:1 already says this"}},
         {"circles",
          "title:\nT\nCalc:\nA=sdu(\"B\")*1\nB=len([S],[N])+case(\"C\")\nC=case(\"B\")*2\nD=case(\"A\")\nMean:\n"
          "B=len([S],[N])-mean(\"B\"):1\nSD:\nB=1\n",

@@ -50,33 +50,6 @@ TEST(DentalStages, StandAtTheEnginesOrdinal) {
     EXPECT_EQ(CCephCalc::GetDentalAge("another"), ordinal);
 }
 
-TEST(StageSections, TellWhatTheStagesAskFor) {
-    const struct {
-        const char* definition;
-        const char *first, *second;  // letters of what each set asks for
-    } rows[] = {
-        {"Calc:\r\nStage_Type:\r\nAge\r\n", "", ""},
-        {"Stage:\nA=1-2\n", "age ", ""},
-        {"STAGE1:\r\nA=1\r\n", "age ", ""},
-        {"Stage_M:\r\nA=1\r\nParam:\r\nStage_F:\r\nB=1\r\n", "sex age ", ""},
-        {"Stage:\r\nA=1\r\nStage_F:\r\nB=1\r\n", "age ", ""},  // the second key only ends the first section
-        {"Stage_Type:\r\nHellman\r\nStage:\r\nA=I\r\n", "teeth ", ""},
-        {"Stage_Type:\r\nStage:\r\nStage:\r\nA=I\r\n", "teeth ", ""},  // the line behind the type is the type
-        {"Stage_Type:\r\nHellman\r\nStage:\r\nA=I\r\nTitle:\r\nStage_Type:\r\nAge\r\nStage:\r\nB=1", "age teeth ", ""},
-        {"Stage_Type2:\r\nHellman\r\nStage_F2:\r\nA=I\r\nTitle:\r\nStage:\r\nB=1\r\n", "age ", "sex teeth "},
-    };
-    for (const auto& row : rows) {
-        const auto asked = [&](StageSet set) {
-            const StageSections found = stage_sections(row.definition, set);
-            EXPECT_EQ(found.any, found.age || found.dental_stage);
-            return std::string(found.sex ? "sex " : "") + (found.age ? "age " : "") +
-                   (found.dental_stage ? "teeth " : "");
-        };
-        EXPECT_EQ(asked(StageSet::first), row.first) << row.definition;
-        EXPECT_EQ(asked(StageSet::second), row.second) << row.definition;
-    }
-}
-
 TEST(CervicalPoints, AreMadeFromCornersOrNamed) {
     const std::string all = std::string(film) + corners;
     const CervicalPoints made = cervical_points(read("a.csv", all));
@@ -134,12 +107,23 @@ TEST_F(GrowthClinic, ThePatientsStagesChooseTheNorms) {
         std::string settings;
         const char *by_age, *by_teeth, *second;
     } rows[] = {
-        {{"--sex", "m"}, twelve_years, "S-N,10,mm,9,", "Base,10,mm,5,", "Second,10,mm,2,"},
-        {{"--sex", "m"}, "# birth=2001-05-15\n# film=2013-05-14\n", "S-N,10,mm,7,", "Base,10,mm,5,", "Second,10,mm,2,"},
-        {{"--sex", "f"}, "# birth=2001-05-15\n# film=2013-05-14\n", "S-N,10,mm,9,", "Base,10,mm,5,", "Second,10,mm,2,"},
-        {{}, twelve_years, "S-N,10,mm,7,", "Base,10,mm,5,", "Second,10,mm,2,"},
-        {{}, "# dental_stage=IIIA\n", "S-N,10,mm,7,", "Base,10,mm,6,", "Second,10,mm,1,"},
-        {{}, "# dental_stage=VA\n", "S-N,10,mm,7,", "Base,10,mm,7,", "Second,10,mm,1,"},
+        {{"--sex", "m"}, twelve_years, "S-N,10,mm,9,", "Base,10,mm,,", "Second,10,mm,,"},
+        {{"--sex", "m"}, "# birth=2001-05-15\n# film=2013-05-14\n", "S-N,10,mm,7,", "Base,10,mm,,", "Second,10,mm,,"},
+        {{"--sex", "f"},
+         "# birth=2001-05-15\n# film=2013-05-14\n# dental_stage=I\n",
+         "S-N,10,mm,9,",
+         "Base,10,mm,5,",
+         "Second,10,mm,2,"},
+        {{"--sex", "f"},
+         std::string("# dental_stage=VA\n") + twelve_years,
+         "S-N,10,mm,9,",
+         "Base,10,mm,7,",
+         "Second,10,mm,2,"},
+        // No band is the first one by default; an age at which men and women share a column needs no sex.
+        {{}, twelve_years, "S-N,10,mm,9,", "Base,10,mm,,", "Second,10,mm,,"},
+        {{}, "# birth=2001-05-14\n# film=2012-10-14\n", "S-N,10,mm,,", "Base,10,mm,,", "Second,10,mm,,"},
+        {{}, "# dental_stage=IIIA\n", "S-N,10,mm,,", "Base,10,mm,,", "Second,10,mm,,"},
+        {{"--sex", "m"}, "", "S-N,10,mm,,", "Base,10,mm,,", "Second,10,mm,,"},
         {{"--sex", "m", "--band", "101"}, "# dental_stage=VA\n", "S-N,10,mm,9,", "Base,10,mm,6,", "Second,10,mm,2,"},
         {{"--sex", "m", "--band", "0"}, twelve_years, "S-N,10,mm,7,", "Base,10,mm,5,", "Second,10,mm,1,"},
     };
@@ -156,11 +140,53 @@ TEST_F(GrowthClinic, TheTablesHeadSaysWhichNormsTheyAre) {
     EXPECT_THAT(known, Not(HasSubstr("Plain\nNorms")));
     EXPECT_THAT(known, HasSubstr("Norms of band 1, Mixed (dental stage IIIC); in the second set band 1, Tall (age"));
     const std::string unknown = with("analyze", "table", {}, "").out;
-    EXPECT_THAT(unknown, HasSubstr("Norms of band 0, since the case lacks birth, film, sex\n"));
-    const Arguments by_path = {"--analysis", "clinic/CalcForm/Ricketts.txt"};
-    EXPECT_THAT(with("analyze", "table", by_path, twelve_years).out,
-                HasSubstr("only of analyses that the folder's list names"));
+    EXPECT_THAT(unknown, HasSubstr("are left out, since the case lacks birth, film,\n  sex.\nItem"));
+    const Arguments by_path = {"--analysis", "clinic/CalcForm/Ricketts.txt", "--sex", "m"};
+    EXPECT_THAT(with("analyze", "table", by_path, twelve_years).out, HasSubstr("Norms of band 1, Man (age"));
     EXPECT_THAT(with("analyze", "table", {"--band", "3"}, "").out, HasSubstr("band 3, as --band says"));
+}
+
+// The age of the people that norms were taken from, and ages that no stage covers, in every output.
+TEST_F(GrowthClinic, NormsOfAnotherAgeAreMarkedOrLeftOut) {
+    folder_.add("clinic/CalcForm/list.txt", "Grown.txt\r\nSchool.txt\r\n");
+    folder_.add("clinic/CalcForm/Grown.txt",
+                "title:\r\nGrown\r\nComment:\r\nBy nobody, 1900\r\nCalc:\r\nS-N=len([S],[N])\r\nMean:\r\nS-N=9\r\n"
+                "SD:\r\nS-N=1\r\nParam:\r\nAges=13-17\r\nSign S-N=longer (\x92\xb7\x82\xa2)\r\n");
+    folder_.add(
+        "clinic/CalcForm/School.txt",
+        "title:\r\nSchool\r\nStage:\r\nSmall=6-8\r\nTall=8-12\r\nCalc:\r\nFixed=len([S],[N])\r\n"
+        "By age=len([S],[N])\r\nTwice=len([S],[N])\r\nToo long=case(\"By age\")-mean(\"By age\")\r\n"
+        "Mean:\r\nFixed=8,8\r\nBy age=1,2\r\nTwice=mean(\"By age\")*2:1\r\nSD:\r\nFixed=1\r\nBy age=1\r\nTwice=1\r\n");
+    const std::string twelve = with("analyze", "table", {}, twelve_years).out;
+    for (const char* part :
+         {"Grown\n  By nobody, 1900\n  The norms begin at 13 years, and the patient is 12; they stand in",
+          "S-N           10.0 mm       (9.0)   (1.0)   +1.00 *\n  + longer: S-N\n",
+          "out: they end at 12 years, and the patient\n  is 12.\nItem",
+          "Fixed         10.0 mm         8.0     1.0   +2.00 **\n"
+          "By age        10.0 mm           –       –       –\n"
+          "Twice         10.0 mm           –       –       –\n"
+          "Too long         – depends on growth\n"})
+        EXPECT_THAT(twelve, HasSubstr(part));
+    const std::string csv = with("analyze", "csv", {}, twelve_years).out;
+    EXPECT_THAT(csv, HasSubstr("Grown,S-N,10,mm,9,1,1,,144,outside_ages\r\n"));
+    EXPECT_THAT(csv, HasSubstr("School,Too long,,mm,,,,,144,outside_stages; differs_by_band\r\n"));
+    const auto json = nlohmann::json::parse(with("analyze", "json", {}, twelve_years).out)["cases"][0]["analyses"];
+    EXPECT_EQ(json[0]["items"][0]["sign"], "longer");
+    EXPECT_EQ(json[0]["remarks"][0]["code"], "outside_ages");
+    EXPECT_TRUE(json[1]["band"].is_null());
+    for (const char* age : {"# birth=2000-01-01\n# film=2013-01-01\n", "# birth=2000-01-01\n# film=2017-12-31\n"})
+        EXPECT_THAT(with("analyze", "table", {}, age).out, HasSubstr("1900\nItem"));
+    EXPECT_THAT(with("analyze", "table", {}, "# birth=2000-01-01\n# film=2018-01-01\n").out,
+                HasSubstr("end at 17 years"));
+    EXPECT_THAT(with("analyze", "table", {}, "# birth=2000-01-01\n# film=2005-01-01\n").out,
+                HasSubstr("begin at 6 years"));
+    EXPECT_THAT(run({"analyses", "--anaitem", "clinic", "Grown"}).out, HasSubstr("of people of 13 to 17 years\n"));
+    EXPECT_THAT(run({"analyses", "--anaitem", "clinic", "Grown"}).out, HasSubstr("    + longer (長い)\n"));
+    const Outcome batch =
+        run({"batch", "--anaitem", "clinic", "--with", "norms", "-o", "t.csv", "-"}, std::string(twelve_years) + film);
+    EXPECT_THAT(host_test::bytes_of("t.csv"),
+                HasSubstr(",Grown:outside_ages; School:outside_stages,10,9,1,10,8,1,10,,,10,,,,,\r\n"))
+        << batch.err;
 }
 
 TEST_F(GrowthClinic, EveryStageHasItsGroundsOrWhatIsMissing) {

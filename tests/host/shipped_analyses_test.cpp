@@ -90,7 +90,7 @@ std::vector<std::string> files_of(int kind) {
 }
 
 struct Row {
-    std::string file, name, unit;
+    std::string file, name, unit, sign;
     SheetRow result;
 };
 
@@ -112,8 +112,8 @@ std::vector<Row> measured(int kind, const Face& face, const Lie& lie = {}, int s
             if (lie.turned == 0) {  // a film that is turned has the same landmarks
                 EXPECT_EQ(sheet.Missing(i, SheetPart::value, subject).GetSize(), 0) << file << ": " << item.name;
             }
-            rows.push_back(
-                {file, static_cast<LPCSTR>(item.name), static_cast<LPCSTR>(item.unit), sheet.Evaluate(i, subject)});
+            rows.push_back({file, static_cast<LPCSTR>(item.name), static_cast<LPCSTR>(item.unit),
+                            static_cast<LPCSTR>(item.sign), sheet.Evaluate(i, subject)});
         }
     }
     return rows;
@@ -295,6 +295,20 @@ TEST(ShippedAnalyses, ItemsAreWhatTheirDefinitionsSay) {
         EXPECT_NEAR(std::remainder(found->second - row.value, 360), 0, 1e-3) << row.file << ": " << row.item;
         EXPECT_LT(std::abs(found->second), 400) << row.item;
     }
+}
+
+TEST(ShippedAnalyses, EveryItemThatCanBeNegativeSaysWhatItsSignMeans) {
+    const struct {
+        int kind;
+        std::vector<const char*> samples;
+    } rows[] = {{lateral, {"lateral-average.json", "lateral-class2.json", "lateral-openbite.json"}},
+                {frontal, {"frontal-average.json"}},
+                {diagnosis, {"lateral-class2.json", "lateral-openbite.json"}},
+                {surgery, {"lateral-average.json", "lateral-class2.json", "lateral-openbite.json"}}};
+    for (const auto& row : rows)
+        for (const char* sample : row.samples)
+            for (const Row& item : measured(row.kind, Face(sample)))
+                EXPECT_TRUE(item.result.value >= 0 || !item.sign.empty()) << item.file << ": " << item.name;
 }
 
 TEST(ShippedAnalyses, CantsArePositiveWhenLowerOnThePatientsRight) {
