@@ -24,11 +24,14 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
                             subject.virtuals, &subject.user_count, subject.users, 1, 0, 1.0, top_level);
         require(count >= 0 && count <= 99 && values[99] == -7.0);
         require(std::strlen(buffer.data()) == formula.size());
+        // A group reads to its first ")", and on where a bracket or a function inside it ends behind that, never to the
+        // ";"; what it does not read stays.
         const bool group = !top_level && formula.starts_with('(');
-        const std::size_t extent = std::min(formula.find_first_of(group ? ");" : ";"), formula.size());
+        const std::size_t limit = std::min(formula.find(';'), formula.size());
+        const std::size_t extent = group ? std::min(formula.find(')'), limit) : limit;
         for (std::size_t i = 0; i < extent; ++i) require(buffer[i] == ' ');
-        const std::size_t behind = extent + (group && extent < formula.size() && formula[extent] == ')' ? 1 : 0);
-        require(formula.compare(behind, std::string::npos, buffer.data() + behind) == 0);
+        for (std::size_t i = extent; i < limit; ++i) require(buffer[i] == ' ' || buffer[i] == formula[i]);
+        require(formula.compare(limit, std::string::npos, buffer.data() + limit) == 0);
     }
     require(std::memcmp(&results[0], &results[1], sizeof results[0]) == 0);
     return 0;
