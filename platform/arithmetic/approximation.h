@@ -203,9 +203,10 @@ inline Approximation approximate_acos(double x) {
         z * square * ((1 / 6. + square * (3 / 40.)) + square * square * (5 / 112. + square * (35 / 1152.)));
     // 1 - x^2, or 2w - w^2, as a sum: the square's high part is exact, its rest below 2^-22 of the whole and rounded by
     // 2^-74.
-    const Split base = steep ? split(w) : parts;
+    const double leg = steep ? w : a;
+    const Split base = split(leg);
     const Split whole = ordered_sum(steep ? 2 * w : 1.0, -(base.high * base.high));
-    const double rest_of_square = whole.low - base.low * (2 * base.high + base.low);
+    const double rest_of_square = whole.low - base.low * (base.high + leg);
     // The true s = root.high + low, from (root.high + low)^2 = the sum. The difference is exact. low is below 2^-24 s,
     // with an error of 2^-74 s.
     const double low = ((whole.high - root.high * root.high) + rest_of_square) / (root.high + s);
