@@ -1,6 +1,7 @@
 #include <gmock/gmock.h>
 
 #include "host/host_test.h"
+#include "host/path.h"
 
 namespace cephtool {
 namespace {
@@ -14,7 +15,7 @@ class LineImages : public testing::Test {
     static std::string made(Arguments arguments, const std::string& output) {
         arguments.insert(arguments.begin(), {"lineimage", "-o", output});
         const host_test::Outcome outcome = host_test::run(arguments);
-        return outcome.code == ExitCode::done ? host_test::bytes_of(output)
+        return outcome.code == ExitCode::done ? host_test::bytes_of(path_from_utf8(output))
                                               : std::to_string(static_cast<int>(outcome.code)) + " " + outcome.err;
     }
 
