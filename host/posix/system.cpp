@@ -36,7 +36,8 @@ std::ptrdiff_t read_standard_input(char* to, std::size_t size, bool (*stop)()) {
     constexpr int look_up_ms = 100;  // for a signal that came just before the wait
     while (!stop()) {
         pollfd input{STDIN_FILENO, POLLIN, 0};
-        if (poll(&input, 1, look_up_ms) == 0) continue;
+        const int ready = poll(&input, 1, look_up_ms);
+        if (ready == 0 || (ready < 0 && errno == EINTR)) continue;
         const ssize_t got = read(STDIN_FILENO, to, size);
         if (got >= 0 || (errno != EINTR && errno != EAGAIN)) return got;
     }

@@ -8,6 +8,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <chrono>
 #include <fstream>
 #include <optional>
 #include <set>
@@ -221,30 +222,35 @@ TEST_F(Strength, OddFilesAreToldAtOnce) {
 
 // Ctrl-C while a batch waits for the rest of a case.
 TEST_F(Strength, NobodyWaitsForStandardInputAfterAStop) {
-    int ends[2];
-    ASSERT_EQ(pipe(ends), 0);
-    const pid_t child = fork();
-    if (child == 0) {
-        dup2(ends[0], STDIN_FILENO);
+    for (const int wait_ms : {0, 150}) {  // before the program waits for more, and while it does
+        SCOPED_TRACE(wait_ms);
+        fs::remove("o.csv.part");
+        int ends[2];
+        ASSERT_EQ(pipe(ends), 0);
+        const pid_t child = fork();
+        if (child == 0) {
+            dup2(ends[0], STDIN_FILENO);
+            close(ends[0]);
+            cephtool::StandardInput bytes;
+            std::istream in(&bytes);
+            std::ostringstream out, err;
+            cephtool::Streams streams{in, out, err};
+            const ExitCode code =
+                run_program({"batch", "-", "--analysis", "Wits", "--anaitem", "ana", "-o", "o.csv"}, streams);
+            _exit(code == ExitCode::bad_input && err.str().find("stopped; o.csv.part holds") != std::string::npos);
+        }
+        const std::string begun = "{\"format\":";
+        ASSERT_EQ(write(ends[1], begun.data(), begun.size()), static_cast<ssize_t>(begun.size()));
+        while (!fs::exists("o.csv.part")) std::this_thread::yield();
+        std::this_thread::sleep_for(std::chrono::milliseconds(wait_ms));
+        kill(child, SIGINT);
+        int status = 0;
+        waitpid(child, &status, 0);
+        EXPECT_TRUE(WIFEXITED(status) && WEXITSTATUS(status) == 1) << status;
+        EXPECT_EQ(bytes_of("o.csv.part").find("\r\n") + 2, bytes_of("o.csv.part").size()) << "nothing but the head";
         close(ends[0]);
-        cephtool::StandardInput bytes;
-        std::istream in(&bytes);
-        std::ostringstream out, err;
-        cephtool::Streams streams{in, out, err};
-        const ExitCode code =
-            run_program({"batch", "-", "--analysis", "Wits", "--anaitem", "ana", "-o", "o.csv"}, streams);
-        _exit(code == ExitCode::bad_input && err.str().find("stopped; o.csv.part holds") != std::string::npos);
+        close(ends[1]);
     }
-    const std::string begun = "{\"format\":";
-    ASSERT_EQ(write(ends[1], begun.data(), begun.size()), static_cast<ssize_t>(begun.size()));
-    while (!fs::exists("o.csv.part")) std::this_thread::yield();
-    kill(child, SIGINT);
-    int status = 0;
-    waitpid(child, &status, 0);
-    EXPECT_TRUE(WIFEXITED(status) && WEXITSTATUS(status) == 1) << status;
-    EXPECT_EQ(bytes_of("o.csv.part").find("\r\n") + 2, bytes_of("o.csv.part").size()) << "nothing but the head";
-    close(ends[0]);
-    close(ends[1]);
 }
 
 std::string rights_of(const std::string& file) {
