@@ -1,7 +1,6 @@
 #include "analysis/item_text.h"
 
 #include <algorithm>
-#include <ranges>
 #include <string>
 
 #include "platform/number_text.h"
@@ -61,7 +60,8 @@ std::string_view norm_of_band(std::string_view list, bool second_set, int band) 
 bool norms_differ(std::string_view list) {
     constexpr int most_bands = 100;
     const std::string_view first = norm_field(list, 0);
-    for (std::string_view before = first; int band : std::views::iota(1, most_bands)) {
+    std::string_view before = first;
+    for (int band = 1; band < most_bands; ++band) {
         const std::string_view field = norm_field(list, band);
         if (field.data() == before.data()) return false;  // the last one serves all further bands
         if (field != first) return true;

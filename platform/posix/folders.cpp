@@ -98,12 +98,8 @@ std::string canonical_path(std::string_view path) {
     // The part that exists, with what is missing put behind it again.
     std::string existing = posix::found(path), missing;
     while (!existing.empty() && existing != "/") {
-        char* const real = realpath(existing.c_str(), nullptr);
-        if (real) {
-            const std::string whole = real + missing;
-            std::free(real);
-            return posix::code_page_name(whole).value_or(std::string(path));
-        }
+        const std::unique_ptr<char, decltype(&std::free)> real(realpath(existing.c_str(), nullptr), std::free);
+        if (real) return posix::code_page_name(real.get() + missing).value_or(std::string(path));
         while (existing.size() > 1 && existing.ends_with('/')) existing.pop_back();
         const std::size_t slash = existing.rfind('/');
         missing.insert(0, "/" + existing.substr(slash == std::string::npos ? 0 : slash + 1));

@@ -30,8 +30,12 @@ bool enough_memory_again() {
 
 }  // namespace strength
 
+void* operator new(std::size_t size, const std::nothrow_t&) noexcept {
+    return strength::refuses() ? nullptr : std::malloc(size > 0 ? size : 1);
+}
+
 void* operator new(std::size_t size) {
-    void* const memory = strength::refuses() ? nullptr : std::malloc(size > 0 ? size : 1);
+    void* const memory = operator new(size, std::nothrow);
     return memory ? memory : throw std::bad_alloc();
 }
 
