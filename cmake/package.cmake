@@ -1,4 +1,4 @@
-# What an installation holds: library, surfaces, their headers under include/tool, CMake package and pkg-config files. The
+# What an installation holds: library, surfaces, films, their headers under include/tool, CMake package and pkg-config files. The
 # analysis folder, the samples and the program install themselves.
 include(CMakePackageConfigHelpers)
 
@@ -20,18 +20,25 @@ if(surface_modules)
 endif()
 list(TRANSFORM surface_headers REPLACE "(.+)" "${PROJECT_SOURCE_DIR}/surface/\\1.h")
 install(FILES ${surface_headers} DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/tool/surface)
+# The films likewise.
+install(TARGETS tool_film EXPORT ToolFilmTargets ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR})
+get_target_property(film_modules tool_film TOOL_FILM_MODULES)
+get_target_property(film_libraries tool_film TOOL_FILM_LIBRARIES)
+install(FILES ${PROJECT_SOURCE_DIR}/film/film.h ${PROJECT_SOURCE_DIR}/film/film_header.h ${PROJECT_SOURCE_DIR}/film/window.h
+    DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/tool/film)
 # The documents, each where the links of the others lead.
 set(documents ${CMAKE_INSTALL_DATADIR}/doc/cephtool)
 install(DIRECTORY ${PROJECT_SOURCE_DIR}/docs DESTINATION ${documents} COMPONENT program
     FILES_MATCHING PATTERN "*.md" PATTERN "pictures/*.png" PATTERN "pictures/*.svg" PATTERN "site" EXCLUDE)
 foreach(page README.md CHANGELOG.md CONTRIBUTING.md anaitem/SOURCES.md cmake/windows/code_page_932.manifest
-        examples/samples/README.md examples/windows-host/main.cpp outlines/README.md surface/README.md)
+        examples/samples/README.md examples/windows-host/main.cpp film/README.md outlines/README.md surface/README.md)
     get_filename_component(folder ${page} DIRECTORY)
     install(FILES ${PROJECT_SOURCE_DIR}/${page} DESTINATION ${documents}/${folder} COMPONENT program)
 endforeach()
 
 install(EXPORT ToolTargets NAMESPACE Tool:: DESTINATION ${package_folder})
 install(EXPORT ToolSurfaceTargets NAMESPACE Tool:: DESTINATION ${package_folder})
+install(EXPORT ToolFilmTargets NAMESPACE Tool:: DESTINATION ${package_folder})
 configure_package_config_file(${PROJECT_SOURCE_DIR}/cmake/ToolConfig.cmake.in ${PROJECT_BINARY_DIR}/ToolConfig.cmake
     INSTALL_DESTINATION ${package_folder})
 set(compatibility SameMajorVersion)
@@ -47,7 +54,12 @@ file(RELATIVE_PATH prefix_from_pc ${CMAKE_INSTALL_FULL_LIBDIR}/pkgconfig ${CMAKE
 string(REGEX REPLACE "/$" "" prefix_from_pc "${prefix_from_pc}")
 list(JOIN surface_modules ", " surface_requires)
 string(REPLACE ">=" " >= " surface_requires "${surface_requires}")
-foreach(module tool tool-surface)
+list(TRANSFORM film_modules REPLACE ".*[|]" "" OUTPUT_VARIABLE film_requires)
+list(JOIN film_requires ", " film_requires)
+string(REPLACE ">=" " >= " film_requires "${film_requires}")
+list(TRANSFORM film_libraries PREPEND "-l" OUTPUT_VARIABLE film_links)
+list(JOIN film_links " " film_links)
+foreach(module tool tool-film tool-surface)
     configure_file(${PROJECT_SOURCE_DIR}/cmake/${module}.pc.in ${PROJECT_BINARY_DIR}/${module}.pc @ONLY)
     install(FILES ${PROJECT_BINARY_DIR}/${module}.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
 endforeach()

@@ -16,8 +16,8 @@
 #include "host/suggestion.h"
 #include "host/text_width.h"
 #ifdef TOOL_SURFACE_PICTURES
-#include "surface/background.h"
-#include "surface/png_file.h"
+#include <film/window.h>
+#include <surface/png_file.h>
 #endif
 
 namespace cephtool {
@@ -86,21 +86,22 @@ std::string pgm_of(const LineImage& image) {
 #ifdef TOOL_SURFACE_PICTURES
 
 LineImage read_picture(const std::string& path, LineThreshold threshold) {
-    const tool::Background picture = tool::read_background(path);
+    const tool::Film picture = tool::read_film(path);
     if (!picture) {
         throw error_in(path, "the picture can't be read: " + printable(picture.error),
-                       "Give a JPEG or PNG picture, or a line image that ends in .pgm.");
+                       "Give a picture (" + tool::film_formats() + "), or a line image that ends in .pgm.");
     }
+    const std::vector<std::uint32_t> pixels = tool::shown_pixels(picture);
     // What is transparent counts as paper, whichever that is.
     constexpr int bytes_a_pixel = 3;
     std::vector<unsigned char> blue_green_red;
-    blue_green_red.reserve(picture.pixels.size() * bytes_a_pixel);
-    for (const std::uint32_t pixel : picture.pixels) {
+    blue_green_red.reserve(pixels.size() * bytes_a_pixel);
+    for (const std::uint32_t pixel : pixels) {
         const std::uint32_t behind = threshold.bright ? 0 : 255 - (pixel >> 24);
         for (const int shift : {0, 8, 16})
             blue_green_red.push_back(static_cast<unsigned char>(std::min(255u, (pixel >> shift & 255) + behind)));
     }
-    LineImage image{picture.width, picture.height, std::vector<unsigned char>(picture.pixels.size())};
+    LineImage image{picture.width, picture.height, std::vector<unsigned char>(pixels.size())};
     CTools::MakeLineImg(blue_green_red.data(), bytes_a_pixel, picture.width * bytes_a_pixel, image.pixels.data(),
                         image.width, image.height, threshold.grey, threshold.bright);
     return image;

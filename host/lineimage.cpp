@@ -44,7 +44,7 @@ ExitCode run_lineimage(const Command& command, const Arguments& arguments, Strea
     LineImageOptions given;
     CommandLine line(command, "cephtool lineimage --threshold 150 --thin photo.jpg -o lines.png",
                      "cephtool lineimage --bright --dilate 2 --erode 2 photo.jpg -o lines.pgm");
-    line.add_argument("IN", given.input, "JPEG, PNG, or a line image FILE.pgm").required();
+    line.add_argument("IN", given.input, "JPEG, PNG, TIFF, DICOM, or a line image\nFILE.pgm").required();
     line.add_text("-o,--output", "FILE", given.output, "FILE.png or FILE.pgm").required();
     line.add_number("--threshold", given.threshold, 1, 255,
                     "first, of a picture: what is darker than this grey\nis line (128)");

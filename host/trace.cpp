@@ -146,7 +146,7 @@ ExitCode run_trace(const Command& command, const Arguments& arguments, Streams& 
     line.add_argument("CASE", given.input, "file with landmarks; - is standard input").required();
     line.add_text("-o,--output", "FILE", given.output, "FILE.png, FILE.svg or FILE.pdf").required();
     line.add_text("--mode", "MODE", given.mode, "display mode by name or number, see\n\"cephtool modes\"");
-    const Option image = line.add_text("--image", "FILE", given.image, "draw over this X-ray (JPEG, PNG)");
+    const Option image = line.add_text("--image", "FILE", given.image, "draw over this X-ray (JPEG, PNG,\nTIFF, DICOM)");
     line.add_flag("--no-image", given.no_image, "not over the X-ray that the case names").excludes(image);
     line.add_choice("--outlines", given.outlines, {"case", "fitted", "none"},
                     "case: its own, where it has any;\nfitted: those of an average face; none");

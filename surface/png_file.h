@@ -13,4 +13,7 @@ namespace tool {
 // size for five times the time.
 std::string png_file(const std::uint32_t* pixels, int width, int height, std::ptrdiff_t stride, double dpi);
 
+// The same of greys from 0 to 255, without gaps between the rows.
+std::string grey_png_file(const std::uint8_t* pixels, int width, int height, double dpi);
+
 }  // namespace tool

@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <cmath>
 
-#include "surface/picture_format.h"
 #include "surface/svg_text.h"
 
 namespace tool {
@@ -201,10 +200,9 @@ void SvgSurface::add_image(std::string_view href, const RECT& where) {
 }
 
 bool SvgSurface::draw_background(std::string_view file, const RECT& where) {
-    const PictureFormat format = picture_format(file);
-    if (format == PictureFormat::unknown) return false;
-    add_image((format == PictureFormat::jpeg ? "data:image/jpeg;base64," : "data:image/png;base64,") + base64(file),
-              where);
+    const bool jpeg = file.starts_with("\xFF\xD8\xFF");
+    if (!jpeg && !file.starts_with("\x89PNG\r\n\x1A\n")) return false;
+    add_image((jpeg ? "data:image/jpeg;base64," : "data:image/png;base64,") + base64(file), where);
     return true;
 }
 

@@ -60,7 +60,7 @@ std::string svg_file(const Sheet& sheet, const DrawPage& draw) {
         surface.end_layer();
         surface.begin_layer(name);
     };
-    canvas.draw_picture = [&](const Film& film, const RECT& where) { surface.draw_background(film.bytes, where); };
+    canvas.draw_picture = [&](const Film& film, const RECT& where) { surface.draw_background(film.file, where); };
     draw(canvas);
     return surface.svg();
 }

@@ -6,6 +6,7 @@
 #include "host/host_test.h"
 #include "host/tracing/tracing.h"
 #ifdef TOOL_SURFACE_PICTURES
+#include "film/window.h"
 #include "surface/picture_surface.h"
 #endif
 
@@ -133,11 +134,11 @@ TEST_F(Trace, RefusesWhatItCanNotDoWithAWayOut) {
         {{good, "-o", "a.png", "--size", "0x5"}, ExitCode::bad_command_line, "is no size", "help trace"},
         {{good, "-o", "a.svg", "--actual-size", "--scale", "0.5"}, ExitCode::bad_input, "than a sheet of A3", "scale"},
         {{good, "-o", "a.svg", "--image", "no.jpg"}, ExitCode::bad_input, "no.jpg: there is no such file", "Check"},
-        {{good, "-o", "a.svg", "--image", "huge.png"}, ExitCode::bad_input, "larger than 1 GB", "JPEG or PNG"},
+        {{good, "-o", "a.svg", "--image", "huge.png"}, ExitCode::bad_input, "larger than 1 GB", "JPEG, PNG"},
         {{good, "-o", "a.svg", "--image", "x", "--no-image"}, ExitCode::bad_command_line, "excludes", "help trace"},
 #ifdef TOOL_SURFACE_PICTURES
-        {{good, "-o", "a.svg", "--image", "text.png"}, ExitCode::bad_input, "text.png: the X-ray", "PNG file"},
-        {{good, "-o", "a.svg", "--image", "large.png"}, ExitCode::bad_input, "large.png: the X-ray", "PNG file"},
+        {{good, "-o", "a.svg", "--image", "text.png"}, ExitCode::bad_input, "text.png: the X-ray", "JPEG, PNG"},
+        {{good, "-o", "a.svg", "--image", "large.png"}, ExitCode::bad_input, "large.png: the X-ray", "JPEG, PNG"},
 #endif
     };
     for (const auto& row : rows) {
@@ -197,9 +198,7 @@ TEST_F(Trace, LiesOverTheXRayThatTheCaseNamesBesideIt) {
     folder_.add("patients/c.json", json.dump());
     folder_.add("patients/pictures/film.png", film->png());
     const auto blue_at_corner = [&](const std::string& png) {
-        const auto picture = tool::decode_background(png);
-        EXPECT_TRUE(picture);
-        return (picture.pixels.at(0) & 0xFFFFFF) == 0x285AC8;
+        return (tool::shown_pixels(tool::decode_film(png)).at(0) & 0xFFFFFF) == 0x285AC8;
     };
     EXPECT_TRUE(blue_at_corner(traced("a.png", {"--zoom", "1", "patients/c.json"})));
     EXPECT_EQ(png_size(bytes_of("a.png")).width, 1400u);

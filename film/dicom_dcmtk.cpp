@@ -1,0 +1,109 @@
+// What DCMTK does for us: JPEG and JPEG-LS, and character sets. The structure of files is not read by it: it
+// descends into sequences by recursion, and a file of some megabytes that nests deep enough ends the program.
+#include <dcmtk/config/osconfig.h>
+#include <dcmtk/dcmdata/dcdatset.h>
+#include <dcmtk/dcmdata/dcdeftag.h>
+#include <dcmtk/dcmdata/dcpixel.h>
+#include <dcmtk/dcmdata/dcpixseq.h>
+#include <dcmtk/dcmdata/dcpxitem.h>
+#include <dcmtk/dcmdata/dcspchrs.h>
+#include <dcmtk/dcmjpeg/djdecode.h>
+#include <dcmtk/dcmjpls/djdecode.h>
+#include <dcmtk/oflog/oflog.h>
+
+#include <algorithm>
+#include <memory>
+#include <mutex>
+
+#include "film/dicom_pixels.h"
+
+namespace tool {
+namespace {
+
+// DCMTK's own table of decoders is one for the whole process, and so is its log, which would go to standard error.
+void prepare_dcmtk() {
+    static std::once_flag once;
+    std::call_once(once, [] {
+        OFLog::configure(OFLogger::OFF_LOG_LEVEL);
+        DJDecoderRegistration::registerCodecs(EDC_photometricInterpretation, EUC_default, EPC_colorByPixel);
+        DJLSDecoderRegistration::registerCodecs();
+    });
+}
+
+OFCondition insert_fragments(DcmPixelSequence& sequence, const std::vector<std::string_view>& fragments) {
+    for (const std::string_view fragment : fragments) {
+        auto item = std::make_unique<DcmPixelItem>(DcmTag(DCM_Item, EVR_OB));
+        const auto* const bytes = reinterpret_cast<const Uint8*>(fragment.data());
+        OFCondition done =
+            item->putUint8Array(fragment.empty() ? nullptr : bytes, static_cast<unsigned long>(fragment.size()));
+        if (done.good()) done = sequence.insert(item.get());
+        if (done.bad()) return done;
+        item.release();
+    }
+    return EC_Normal;
+}
+
+// A data set of nothing but what describes the pixels, all of it checked before.
+void describe(DcmDataset& data_set, const DicomPicture& picture) {
+    const auto put = [&](const DcmTagKey& key, int value) {
+        data_set.putAndInsertUint16(key, static_cast<Uint16>(value));
+    };
+    put(DCM_SamplesPerPixel, picture.samples);
+    data_set.putAndInsertString(DCM_PhotometricInterpretation, picture.photometric.c_str());
+    if (picture.samples > 1) put(DCM_PlanarConfiguration, picture.planes ? 1 : 0);
+    data_set.putAndInsertString(DCM_NumberOfFrames, std::to_string(picture.frames).c_str());
+    put(DCM_Rows, picture.rows);
+    put(DCM_Columns, picture.columns);
+    put(DCM_BitsAllocated, picture.allocated);
+    put(DCM_BitsStored, picture.stored);
+    put(DCM_HighBit, picture.high_bit);
+    put(DCM_PixelRepresentation, picture.is_signed ? 1 : 0);
+}
+
+}  // namespace
+
+std::string unpack_by_dcmtk(const TransferSyntax& syntax, const std::vector<std::string_view>& fragments,
+                            DicomPicture& picture, std::uint8_t* to) {
+    prepare_dcmtk();
+    DcmDataset data_set;
+    describe(data_set, picture);
+    auto sequence = std::make_unique<DcmPixelSequence>(DcmTag(DCM_PixelData, EVR_OB));
+    OFCondition done = insert_fragments(*sequence, fragments);
+    if (done.bad()) return done.text();
+    auto pixels = std::make_unique<DcmPixelData>(DCM_PixelData);
+    DcmPixelData* const data = pixels.get();
+    data->putOriginalRepresentation(DcmXfer(syntax.uid).getXfer(), nullptr, sequence.release());
+    done = data_set.insert(pixels.get());
+    if (done.bad()) return done.text();
+    pixels.release();
+
+    Uint32 fragment = 0;
+    OFString colours;
+    const std::size_t size = picture.frame_bytes();
+    // DCMTK wants an even number of bytes; the caller's room is that of whole pixels.
+    std::vector<std::uint8_t> padded(size % 2 == 0 ? 0 : size + 1);
+    Uint8* const target = padded.empty() ? to : padded.data();
+    done = data->getUncompressedFrame(&data_set, 0, fragment, target, static_cast<Uint32>(size + size % 2), colours);
+    if (done.bad()) return done.text();
+    std::copy_n(padded.begin(), padded.empty() ? 0 : size, to);
+    picture.photometric.assign(colours.c_str(), colours.size());
+    constexpr std::string_view by_jpeg = "JPEG ";
+    if (std::string_view(syntax.compression).starts_with(by_jpeg)) picture.planes = false;
+    return {};
+}
+
+std::string utf8_of_dicom(const std::string& text, const std::string& character_sets) {
+    prepare_dcmtk();
+    DcmSpecificCharacterSet converter;
+    OFString converted;
+    OFCondition done =
+        converter.selectCharacterSet(OFString(character_sets.data(), character_sets.size()), "ISO_IR 192");
+    if (done.good()) done = converter.convertString(OFString(text.data(), text.size()), converted, "^=");
+    if (done.good()) return {converted.data(), converted.size()};
+    std::string ascii = text;
+    for (char& byte : ascii)
+        if (static_cast<unsigned char>(byte) < ' ' || static_cast<unsigned char>(byte) > '~') byte = '?';
+    return ascii;
+}
+
+}  // namespace tool

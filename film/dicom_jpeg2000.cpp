@@ -1,0 +1,127 @@
+#include <openjpeg.h>
+
+#include <algorithm>
+#include <cstring>
+#include <memory>
+
+#include "film/dicom_pixels.h"
+
+namespace tool {
+namespace {
+
+struct Bytes {
+    std::string_view all;
+    std::size_t at = 0;
+};
+
+constexpr OPJ_SIZE_T at_end = static_cast<OPJ_SIZE_T>(-1);
+
+OPJ_SIZE_T take_bytes(void* target, OPJ_SIZE_T count, void* user_data) {
+    Bytes& bytes = *static_cast<Bytes*>(user_data);
+    const std::size_t taken = std::min<std::size_t>(count, bytes.all.size() - bytes.at);
+    if (taken == 0) return at_end;
+    std::memcpy(target, bytes.all.data() + bytes.at, taken);
+    bytes.at += taken;
+    return taken;
+}
+
+OPJ_OFF_T skip(OPJ_OFF_T count, void* user_data) {
+    Bytes& bytes = *static_cast<Bytes*>(user_data);
+    if (count < 0) return -1;
+    const std::size_t skipped = std::min(static_cast<std::size_t>(count), bytes.all.size() - bytes.at);
+    bytes.at += skipped;
+    return static_cast<OPJ_OFF_T>(skipped);
+}
+
+OPJ_BOOL seek(OPJ_OFF_T to, void* user_data) {
+    Bytes& bytes = *static_cast<Bytes*>(user_data);
+    if (to < 0 || static_cast<std::size_t>(to) > bytes.all.size()) return OPJ_FALSE;
+    bytes.at = static_cast<std::size_t>(to);
+    return OPJ_TRUE;
+}
+
+template <auto close>
+struct Close {
+    void operator()(auto* opened) const { close(opened); }
+};
+using Stream = std::unique_ptr<opj_stream_t, Close<opj_stream_destroy>>;
+using Codec = std::unique_ptr<opj_codec_t, Close<opj_destroy_codec>>;
+using Image = std::unique_ptr<opj_image_t, Close<opj_image_destroy>>;
+
+Stream stream_over(Bytes& bytes) {
+    Stream stream(opj_stream_default_create(OPJ_TRUE));
+    opj_stream_set_user_data(stream.get(), &bytes, nullptr);
+    opj_stream_set_user_data_length(stream.get(), bytes.all.size());
+    opj_stream_set_read_function(stream.get(), take_bytes);
+    opj_stream_set_skip_function(stream.get(), skip);
+    opj_stream_set_seek_function(stream.get(), seek);
+    return stream;
+}
+
+// The first message, without its line end.
+void note_message(const char* message, void* user_data) {
+    std::string& text = *static_cast<std::string*>(user_data);
+    if (!text.empty()) return;
+    text = message;
+    while (text.ends_with('\n') || text.ends_with('.')) text.pop_back();
+}
+
+bool is_as_described(const opj_image_t& image, const DicomPicture& picture) {
+    if (image.numcomps < static_cast<OPJ_UINT32>(picture.samples)) return false;
+    for (int i = 0; i < picture.samples; ++i) {
+        const opj_image_comp_t& part = image.comps[i];
+        if (part.dx != 1 || part.dy != 1 || part.w != static_cast<OPJ_UINT32>(picture.columns) ||
+            part.h != static_cast<OPJ_UINT32>(picture.rows) || part.prec > static_cast<OPJ_UINT32>(picture.allocated))
+            return false;
+    }
+    return true;
+}
+
+// The fragments of the first picture, one behind the other.
+std::string first_code_stream(const std::vector<std::string_view>& fragments, int frames) {
+    std::string code_stream;
+    const std::size_t last = frames == 1 ? fragments.size() : std::min<std::size_t>(fragments.size(), 2);
+    for (std::size_t i = 1; i < last; ++i) code_stream += fragments[i];
+    return code_stream;
+}
+
+}  // namespace
+
+std::string unpack_jpeg2000(const std::vector<std::string_view>& fragments, DicomPicture& picture, std::uint8_t* to) {
+    const std::string code_stream = first_code_stream(fragments, picture.frames);
+    Bytes bytes{code_stream};
+    std::string message;
+    const auto damaged = [&](const char* otherwise) { return message.empty() ? otherwise : message; };
+    const bool in_boxes = std::string_view(code_stream).substr(0, 8).ends_with("jP  ");
+    const Codec codec(opj_create_decompress(in_boxes ? OPJ_CODEC_JP2 : OPJ_CODEC_J2K));
+    const Stream stream = stream_over(bytes);
+    opj_set_error_handler(codec.get(), note_message, &message);
+    opj_dparameters_t parameters;
+    opj_set_default_decoder_parameters(&parameters);
+    if (!opj_setup_decoder(codec.get(), &parameters)) return damaged("no decoder");
+    opj_decoder_set_strict_mode(codec.get(), OPJ_TRUE);  // a code stream that ends early is no picture
+    opj_image_t* read = nullptr;
+    if (!opj_read_header(stream.get(), codec.get(), &read)) return damaged("its header is damaged");
+    const Image image(read);
+    if (!is_as_described(*image, picture)) return "it is of another size or kind than the header says";
+    if (!opj_decode(codec.get(), stream.get(), image.get())) return damaged("it is damaged or ends early");
+    if (!is_as_described(*image, picture)) return "it is of another size or kind than the header says";
+    const std::size_t pixels = static_cast<std::size_t>(picture.rows) * static_cast<std::size_t>(picture.columns);
+    for (int sample = 0; sample < picture.samples; ++sample) {
+        const OPJ_INT32* const from = image->comps[sample].data;
+        if (!from) return "a colour is missing";
+        const std::size_t step = static_cast<std::size_t>(picture.samples), first = static_cast<std::size_t>(sample);
+        for (std::size_t i = 0; i < pixels; ++i) {
+            if (picture.allocated == 8) {
+                to[i * step + first] = static_cast<std::uint8_t>(from[i]);
+            } else {
+                const auto value = static_cast<std::uint16_t>(from[i]);
+                std::memcpy(to + 2 * (i * step + first), &value, 2);
+            }
+        }
+    }
+    if (picture.samples > 1) picture.planes = false, picture.photometric = "RGB";
+    return {};
+}
+
+}  // namespace tool

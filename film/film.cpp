@@ -1,0 +1,97 @@
+#include "film/film.h"
+
+#include <algorithm>
+#include <filesystem>
+#include <fstream>
+#include <new>
+
+#include "film/decoders.h"
+
+namespace tool {
+namespace {
+
+namespace fs = std::filesystem;
+
+[[maybe_unused]] Film not_built(const char* format, const char* library) {
+    return without_film(std::string("This is a ") + format + " picture, and this build does without " + library + ".");
+}
+
+Film decoded(std::string_view bytes, [[maybe_unused]] std::size_t pixel_limit) {
+    const auto begins = [&](std::string_view with) { return bytes.starts_with(with); };
+    using namespace std::string_view_literals;
+    if (begins("\xFF\xD8\xFF")) {
+#ifdef TOOL_FILM_JPEG
+        return decode_jpeg(bytes, pixel_limit);
+#else
+        return not_built("JPEG", "libjpeg");
+#endif
+    }
+    if (begins("\x89PNG\r\n\x1A\n")) {
+#ifdef TOOL_FILM_PNG
+        return decode_png(bytes, pixel_limit);
+#else
+        return not_built("PNG", "libpng");
+#endif
+    }
+    if (begins("II*\0"sv) || begins("MM\0*"sv) || begins("II+\0"sv) || begins("MM\0+"sv)) {
+#ifdef TOOL_FILM_TIFF
+        return decode_tiff(bytes, pixel_limit);
+#else
+        return not_built("TIFF", "libtiff");
+#endif
+    }
+    if (begins_as_dicom(bytes)) return decode_dicom(bytes, pixel_limit);
+    return without_film("This is none of: " + film_formats() + ".");
+}
+
+}  // namespace
+
+double GreyTable::operator()(double value) const {
+    const double last = static_cast<double>(entries.size()) - 1;
+    return entries[static_cast<std::size_t>(std::clamp(value - first, 0.0, last))];
+}
+
+Film decode_film(std::string_view bytes, std::size_t pixel_limit) try {
+    return decoded(bytes, pixel_limit);
+} catch (const std::bad_alloc&) {
+    return without_film("There is not enough memory for the picture.");
+}
+
+Film read_film(const std::string& path) try {
+    const fs::path file(std::u8string(path.begin(), path.end()));
+    std::error_code failure;
+    const auto size = fs::file_size(file, failure);
+    if (failure) return without_film(path + " can't be read.");
+    if (size > film_file_limit) return without_film(path + " is too large.");
+    std::string bytes(size, '\0');
+    std::ifstream in(file, std::ios::binary);
+    if (!in.read(bytes.data(), static_cast<std::streamsize>(size))) return without_film(path + " can't be read.");
+    return decode_film(bytes);
+} catch (const std::bad_alloc&) {
+    return without_film("There is not enough memory for " + path + ".");
+}
+
+std::string film_formats() {
+    std::string formats;
+#ifdef TOOL_FILM_JPEG
+    formats += "JPEG, ";
+#endif
+#ifdef TOOL_FILM_PNG
+    formats += "PNG, ";
+#endif
+#ifdef TOOL_FILM_TIFF
+    formats += "TIFF, ";
+#endif
+    return formats + "DICOM";
+}
+
+bool film_size_allowed(std::uint64_t width, std::uint64_t height, std::size_t pixel_limit) {
+    return width > 0 && height > 0 && width <= film_side_limit && height <= film_side_limit &&
+           width * height <= pixel_limit;
+}
+
+std::string film_size_error(std::uint64_t width, std::uint64_t height) {
+    return "A picture of " + std::to_string(width) + " x " + std::to_string(height) + " pixels can't be used.";
+}
+
+}  // namespace tool
