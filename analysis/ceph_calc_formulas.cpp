@@ -68,7 +68,7 @@ double CCephCalc::Calc_Mult(int kind, unsigned int function, char* text, void* r
     return or_failed(0.0, [&] {
         Landmarks landmarks(kind, record, kCount, kPoints, uCount);
         tool::PointReader points(landmarks);
-        const tool::Measured result = tool::measured(tool::Measure{function}, text_or_empty(text), points);
+        const auto result = tool::read_measure(tool::Measure{function}, text_or_empty(text), points);
         tool::blank(text, result.end);
         return result.value;
     });

@@ -45,7 +45,7 @@ CPointD CCephCalc::Calc_Point(int kind, char* text, void* record, unsigned short
         const auto point = PointReader(landmarks).first(text_or_empty(text));
         if (!point) return CPointD();
         tool::blank(text, point->end);
-        return exported(point->position);
+        return exported(point->point);
     });
 }
 

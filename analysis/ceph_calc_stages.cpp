@@ -69,7 +69,7 @@ double CCephCalc::Get_RickettsParam(tagPOINTLAT* points, int item, int sex, int 
         const tool::NamedLine* line = &items[item];
         tool::Landmarks landmarks(0, points, nullptr, nullptr, nullptr);
         tool::Evaluation evaluation([&file] { return &file; }, landmarks, sex, std::max(band, 0));
-        double values[tool::ValueList::capacity];
+        double values[tool::value_list_capacity];
         int count = 0;
         const tool::ValueList list(values, &count);
         evaluation.formula(tool::split_type(line->rest).expression, true, list);

@@ -18,7 +18,7 @@ class ReferenceGraph {
 
     // Walks as the evaluator does, with what also tells circles of virtual landmarks apart.
     void check(Findings& findings) {
-        VirtualLandmarks walk(static_cast<int>(lines_.size()));
+        VirtualLandmarks<Vec2> walk(static_cast<int>(lines_.size()));
         std::vector<Step> way;
         const auto enter = [&](int node) {
             walk.begin(node);

@@ -61,8 +61,8 @@ std::string enumerated(const std::vector<std::string_view>& names) {
 }
 
 std::string no_function(std::string_view name) {
-    std::vector<std::string_view> names = Formula::function_names();
-    const std::vector<std::string_view> points = PointReader::construction_names();
+    std::vector<std::string_view> names = function_names();
+    const std::vector<std::string_view> points = construction_names();
     const std::string known = "; values come from " + enumerated(names) + ", points from " + enumerated(points);
     names.insert(names.end(), points.begin(), points.end());
     const std::string meant = suggestion(meant_name(name, names));
@@ -94,8 +94,8 @@ class FormulaReader {
             return fail(here(), quoted(here()) + " is no operator; the operators are * / + - < > = <= >= ==");
         }
         if (!sound_ || has_faults_) return;
-        if (steps_ > ValueList::last_made) {
-            return findings_.fault(text_, "the formula takes more than " + counted(ValueList::last_made, "step") +
+        if (steps_ > last_value_made) {
+            return findings_.fault(text_, "the formula takes more than " + counted(last_value_made, "step") +
                                               "; split it over several items and refer to them with case(\"name\")");
         }
         if (switches_ > 1 || (switches_ == 1 && (whole.shape != Shape::value || whole.holds_group))) {

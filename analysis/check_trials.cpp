@@ -57,7 +57,7 @@ std::string FormulaTrials::item(int call) {
 
 double FormulaTrials::evaluated(std::string_view formula, int trial) const {
     PointReader points(*landmarks_[trial]);
-    double values[ValueList::capacity];
+    double values[value_list_capacity];
     int used = 0;
     Formula work(formula, true, ValueList(values, &used), points);
     while (const auto reference = work.advance()) work.supply(item_value(reference->name, trial));

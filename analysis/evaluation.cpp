@@ -12,8 +12,6 @@
 namespace tool {
 namespace {
 
-constexpr int most_evaluations = 10000;
-
 struct Alternative {
     std::string_view text;
     std::string_view up_to_here;  // the list from its start to the alternative's end
@@ -33,6 +31,8 @@ std::optional<Alternative> select(std::string_view list, double selector) {
     return Alternative{list.substr(begin, end - begin), list.substr(0, end)};
 }
 
+}  // namespace
+
 bool judges_palate(std::string_view expression) {
     if (!expression.starts_with("Model")) return false;
     const std::string_view token = expression.substr(std::min<std::size_t>(6, expression.size()), 6);
@@ -46,13 +46,16 @@ std::string norm_formula_text(double value, int decimals) {
     return decimals == 0 ? print_int(read_int(text)) : text;
 }
 
+std::optional<NormFormula> norm_formula(std::string_view norm_text) {
+    if (!is_digit(norm_text.back())) return std::nullopt;
+    return NormFormula{norm_text.substr(0, std::max<std::size_t>(norm_text.size(), 2) - 2), norm_text.back() - '0'};
+}
+
 Norm norm_of_text(std::string_view text) {
     Norm norm{std::string(text), std::nullopt};
     if (!norm.text.empty() && is_number(norm.text)) norm.value = read_double(norm.text);
     return norm;
 }
-
-}  // namespace
 
 double deviation(double value, double mean, double sd) {
     return sd == 0 ? 0.0 : (value - mean) / sd;
@@ -101,7 +104,7 @@ Norm Evaluation::norm(std::string_view name, NormPart part) {
     return std::move(part == NormPart::mean ? finished_.mean : finished_.sd);
 }
 
-std::size_t Evaluation::formula(std::string_view text, bool top_level, ValueList values) {
+std::size_t Evaluation::formula(std::string_view text, bool top_level, ValueList<double> values) {
     Formula root(text, top_level, values, points_, [this](const Reference& reference) {
         if (const auto known = begin_item(reference.name, reference.ask)) return *known;
         run(nullptr);
@@ -164,14 +167,12 @@ void Evaluation::begin_norm(Frame& frame, NormPart part) {
     band_missed_ = band_missed_ || (band_ < 0 && norms_differ(line->rest));
     Norm norm = norm_of_text(norm_of_band(line->rest, line->second_set(), band_));
     if (norm.value || norm.text.empty()) return norm_done(frame, std::move(norm));
-    // A formula, a separator and the number of decimals.
-    if (!is_digit(norm.text.back())) return norm_done(frame, {});
+    const auto formula = norm_formula(norm.text);
+    if (!formula) return norm_done(frame, {});
     frame.norm_line = line->name.data();
     being_evaluated_.insert(frame.norm_line);
-    frame.norm_decimals = norm.text.back() - '0';
-    const std::string_view formula =
-        std::string_view(norm.text).substr(0, std::max<std::size_t>(norm.text.size(), 2) - 2);
-    begin_formula(frame, frame.stage, formula);
+    frame.norm_decimals = formula->decimals;
+    begin_formula(frame, frame.stage, formula->text);
 }
 
 void Evaluation::norm_done(Frame& frame, Norm norm) {
@@ -220,9 +221,11 @@ void Evaluation::item_done(Frame& frame, double value) {
 }
 
 // Works until the frames that were begun are done, and with them the root formula that asked for them.
-void Evaluation::run(Formula* root) {
+void Evaluation::run(Formula<Landmarks>* root) {
     for (;;) {
-        Formula* formula = frames_.empty() ? root : frames_.back().formula ? &*frames_.back().formula : nullptr;
+        Formula<Landmarks>* formula = frames_.empty()          ? root
+                                      : frames_.back().formula ? &*frames_.back().formula
+                                                               : nullptr;
         if (formula) {
             if (const auto reference = formula->advance()) {
                 if (const auto known = begin_item(reference->name, reference->ask)) formula->supply(*known);
@@ -234,7 +237,7 @@ void Evaluation::run(Formula* root) {
             continue;
         }
         finish_frame(root);
-        Formula* asking = frames_.empty() ? root : &*frames_.back().formula;
+        Formula<Landmarks>* asking = frames_.empty() ? root : &*frames_.back().formula;
         if (!asking) return;
         asking->supply(asked_);
     }
@@ -242,7 +245,7 @@ void Evaluation::run(Formula* root) {
 
 // Takes the innermost frame's result. What an item gave is remembered; of one that was asked for from outside the value
 // alone, too, which others refer to. That counts as evaluated, so that no call goes further for it than alone.
-void Evaluation::finish_frame(Formula* root) {
+void Evaluation::finish_frame(const Formula<Landmarks>* root) {
     Frame& done = frames_.back();
     const bool in_circle = done.in_circle;
     asked_ = done.result.asked(done.ask);

@@ -31,6 +31,19 @@ struct Norm {
     std::optional<double> value;
 };
 
+Norm norm_of_text(std::string_view text);
+// The text that a norm formula's value becomes.
+std::string norm_formula_text(double value, int decimals);
+// A norm formula, without the separator and the digit at its end that tells its decimals; nothing when there is none.
+struct NormFormula {
+    std::string_view text;
+    int decimals;
+};
+std::optional<NormFormula> norm_formula(std::string_view norm_text);
+
+// Whether -1 is what the expression gives for a palate that nobody has judged yet, so that it counts as 0.
+bool judges_palate(std::string_view expression);
+
 struct ItemResult {
     double value = 0;
     Norm mean, sd;                           // as far as they were asked for
@@ -41,6 +54,9 @@ struct ItemResult {
     std::optional<Degeneracy> degeneracy{};  // of what the value was made from
     double asked(Ask ask) const;
 };
+
+// At most so many items are evaluated in a call.
+inline constexpr int most_evaluations = 10000;
 
 // Items that refer to items are worked off on a stack of the heap, so their number is bounded by the limit below and
 // not by the thread's stack.
@@ -62,9 +78,9 @@ class Evaluation {
     std::optional<ItemResult> item(std::string_view name, Ask ask);
     Norm norm(std::string_view name, NormPart part);
     // Evaluates a text that belongs to no item; returns the bytes of it that were read.
-    std::size_t formula(std::string_view text, bool top_level, ValueList values);
+    std::size_t formula(std::string_view text, bool top_level, ValueList<double> values);
 
-    PointReader& points() { return points_; }
+    PointReader<Landmarks>& points() { return points_; }
 
  private:
     enum class Stage { expression, alternative, mean, sd, done };
@@ -83,8 +99,8 @@ class Evaluation {
         std::optional<Degeneracy> outer;  // met before, further out
         bool outer_band_missed = false;   // likewise
         int count = 0;
-        double values[ValueList::capacity];
-        std::optional<Formula> formula;
+        double values[value_list_capacity];
+        std::optional<Formula<Landmarks>> formula;
     };
 
     // The item's number when it is known at once: 0 for one that is missing or met again, and, unless the whole result
@@ -97,13 +113,13 @@ class Evaluation {
     void item_done(Frame& frame, double value);
     void norm_done(Frame& frame, Norm norm);
     bool met_again(const char* line);
-    void finish_frame(Formula* root);
+    void finish_frame(const Formula<Landmarks>* root);
     const DefinitionFile* file();
-    void run(Formula* root);
+    void run(Formula<Landmarks>* root);
 
     FileSource source_;
     std::optional<const DefinitionFile*> file_;
-    PointReader points_;
+    PointReader<Landmarks> points_;
     int sex_, band_;
     int evaluations_ = 0;
     bool at_limit_ = false;     // an item counted as 0 for the limit's sake

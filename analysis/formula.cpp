@@ -2,20 +2,22 @@
 
 #include <algorithm>
 
+#include "analysis/program_writer.h"
 #include "platform/number_text.h"
-#include "platform/numbers.h"
 #include "platform/text.h"
 
 namespace tool {
 
-struct Formula::Keyword {
+namespace {
+
+struct Keyword {
     std::string_view text;
     Measure measure;
     std::optional<Ask> ask;  // a reference, not a measure
 };
 
 // Kept: in this order, since "lenR" and "lenD" begin with "len".
-const Formula::Keyword Formula::keywords[] = {
+constexpr Keyword keywords[] = {
     {"Model", Measure::model, {}},
     {"lenR", Measure::length_right, {}},
     {"lenD", Measure::length_down, {}},
@@ -29,8 +31,6 @@ const Formula::Keyword Formula::keywords[] = {
     {"mean", {}, Ask::mean},
     {"sdv", {}, Ask::sd},
 };
-
-namespace {
 
 constexpr std::string_view switch_keyword = "switch";
 constexpr std::size_t token_length = 3;
@@ -57,15 +57,15 @@ bool is_number_char(char c) {
     return is_digit(c) || c == '.';
 }
 
-double combined(char operation, bool or_equal, double left, double right) {
-    switch (operation) {
-        case '*': return left * right;
-        case '/': return left / right;
-        case '+': return left + right;
-        case '-': return left - right;
-        case '<': return or_equal ? left <= right : left < right;
-        case '>': return or_equal ? left >= right : left > right;
-        default: return left == right;
+Operation operation_of(char c, bool or_equal) {
+    switch (c) {
+        case '*': return Operation::times;
+        case '/': return Operation::over;
+        case '+': return Operation::plus;
+        case '-': return Operation::minus;
+        case '<': return or_equal ? Operation::at_most : Operation::less;
+        case '>': return or_equal ? Operation::at_least : Operation::more;
+        default: return Operation::equal;
     }
 }
 
@@ -104,15 +104,6 @@ int token_number(std::string_view digits) {
 
 }  // namespace
 
-ValueList::ValueList(double* values, int* count) : values_(values), count_(count) {
-    *count_ = std::clamp(*count_, 0, capacity);
-}
-
-double ValueList::at(int position) const {
-    position = std::max(position, 1);
-    return position <= *count_ ? values_[position - 1] : 0.0;
-}
-
 std::optional<QuotedName> quoted_name(std::string_view text) {
     const std::size_t open = text.find('"');
     if (open == std::string_view::npos) return std::nullopt;
@@ -123,7 +114,16 @@ std::optional<QuotedName> quoted_name(std::string_view text) {
                       bracket == std::string_view::npos ? text.size() : bracket + 1};
 }
 
-Formula::Formula(std::string_view text, bool top_level, ValueList values, PointReader& points, Resolve resolve)
+std::vector<std::string_view> function_names() {
+    std::vector<std::string_view> names;
+    for (const Keyword& keyword : keywords) names.push_back(keyword.text);
+    names.push_back(switch_keyword);
+    return names;
+}
+
+template <class Arithmetic>
+Formula<Arithmetic>::Formula(std::string_view text, bool top_level, ValueList<Number> values,
+                             PointReader<Arithmetic>& points, Resolve resolve)
     : text_(text.substr(0, text.find(';'))),
       values_(values),
       points_(points),
@@ -138,16 +138,10 @@ Formula::Formula(std::string_view text, bool top_level, ValueList values, PointR
     hits_ = keywords_in(0, position(end_));
 }
 
-std::vector<std::string_view> Formula::function_names() {
-    std::vector<std::string_view> names;
-    for (const Keyword& keyword : keywords) names.push_back(keyword.text);
-    names.push_back(switch_keyword);
-    return names;
-}
-
 // Where the keywords stand, in the order in which they are replaced. What a step blanks or writes never makes a new
 // keyword; those that it blanks are found out when their turn comes.
-std::vector<Formula::Hit> Formula::keywords_in(std::size_t begin, std::size_t end) const {
+template <class Arithmetic>
+auto Formula<Arithmetic>::keywords_in(std::size_t begin, std::size_t end) const -> std::vector<Hit> {
     std::vector<Hit> hits;
     NameSpan name;
     const std::string_view text = std::string_view(text_).substr(0, end);
@@ -161,40 +155,44 @@ std::vector<Formula::Hit> Formula::keywords_in(std::size_t begin, std::size_t en
     return hits;
 }
 
-std::optional<Reference> Formula::advance() {
+template <class Arithmetic>
+std::optional<Reference> Formula<Arithmetic>::advance() {
     if (finished_) return std::nullopt;
     for (; next_hit_ < hits_.size(); ++next_hit_)
         if (const auto reference = replace(hits_[next_hit_])) return reference;
-    arithmetic(0, end_, 0);
+    combine_passes(0, end_, 0);
     evaluate_switch(0, end_);
     finished_ = true;
     return std::nullopt;
 }
 
-void Formula::supply(double value) {
+template <class Arithmetic>
+void Formula<Arithmetic>::supply(Number value) {
     replace_hit(hits_[next_hit_++], value, pending_end_);
 }
 
 // Replaces a function, or gives the reference whose value belongs there.
-std::optional<Reference> Formula::replace(const Hit& hit) {
+template <class Arithmetic>
+std::optional<Reference> Formula<Arithmetic>::replace(const Hit& hit) {
     const Keyword& keyword = keywords[hit.keyword];
     const std::string_view rest = std::string_view(text_).substr(hit.at);
     if (values_.full() || !rest.starts_with(keyword.text)) return std::nullopt;
     const std::string_view behind = rest.substr(keyword.text.size());
     const std::size_t behind_at = hit.at + keyword.text.size();
     if (!keyword.ask) {
-        const Measured result = measured(keyword.measure, behind, points_);
+        const Measured<Number> result = read_measure(keyword.measure, behind, points_);
         replace_hit(hit, result.value, behind_at + result.end);
     } else if (const auto name = quoted_name(behind)) {
         pending_end_ = behind_at + name->end;
         return Reference{*keyword.ask, name->name};
     } else {
-        replace_hit(hit, 0.0, behind_at);
+        replace_hit(hit, Number(), behind_at);
     }
     return std::nullopt;
 }
 
-void Formula::replace_hit(const Hit& hit, double value, std::size_t arguments_end) {
+template <class Arithmetic>
+void Formula<Arithmetic>::replace_hit(const Hit& hit, Number value, std::size_t arguments_end) {
     if (values_.full()) return;  // filled by the values of a group or item in between
     values_.append(value);
     read_to(arguments_end);
@@ -204,7 +202,8 @@ void Formula::replace_hit(const Hit& hit, double value, std::size_t arguments_en
 
 // Writes the token of the last value over the blanks at `begin`, making room when there are too few. Returns the
 // position behind it.
-std::size_t Formula::write_token(std::size_t begin, std::size_t end) {
+template <class Arithmetic>
+std::size_t Formula<Arithmetic>::write_token(std::size_t begin, std::size_t end) {
     std::size_t room = 0;
     while (room < token_length && begin + room < end && text_[begin + room] == ' ') ++room;
     const int number = values_.count();
@@ -213,7 +212,8 @@ std::size_t Formula::write_token(std::size_t begin, std::size_t end) {
     return begin + token_length;
 }
 
-void Formula::arithmetic(std::size_t begin, FromEnd end, int depth) {
+template <class Arithmetic>
+void Formula<Arithmetic>::combine_passes(std::size_t begin, FromEnd end, int depth) {
     // Steps remove operators and never add one, so one look tells which of the passes have anything to do.
     unsigned present = 0;
     for (std::size_t at = begin; at < position(end); ++at) present |= pass_of(text_[at]);
@@ -221,7 +221,8 @@ void Formula::arithmetic(std::size_t begin, FromEnd end, int depth) {
         if (present & pass) combine_all(begin, end, pass, depth);
 }
 
-void Formula::combine_all(std::size_t begin, FromEnd end, unsigned pass, int depth) {
+template <class Arithmetic>
+void Formula<Arithmetic>::combine_all(std::size_t begin, FromEnd end, unsigned pass, int depth) {
     for (std::size_t at = begin; at < position(end) && !values_.full();) {
         const char operation = text_[at];
         if (pass_of(operation) != pass) {
@@ -235,14 +236,15 @@ void Formula::combine_all(std::size_t begin, FromEnd end, unsigned pass, int dep
         const Operand left = left_operand(begin, at, depth);
         const Operand right = right_operand(position(right_begin), end, depth);
         if (values_.full()) return;
-        values_.append(combined(operation, or_equal, left.value, right.value));
+        values_.append(points_.arithmetic().combined(operation_of(operation, or_equal), left.value, right.value));
         for (std::size_t i = left.edge; i < right.edge; ++i)
             if (text_[i] != ',') text_[i] = ' ';
         at = write_token(left.edge, std::min(right.edge, position(end)));
     }
 }
 
-Formula::Operand Formula::left_operand(std::size_t begin, std::size_t at, int depth) {
+template <class Arithmetic>
+auto Formula<Arithmetic>::left_operand(std::size_t begin, std::size_t at, int depth) -> Operand {
     std::string digits;
     std::size_t edge = at;
     for (; edge > begin && (text_[edge - 1] == ' ' || is_number_char(text_[edge - 1])); --edge)
@@ -251,19 +253,20 @@ Formula::Operand Formula::left_operand(std::size_t begin, std::size_t at, int de
     if (edge > begin && text_[edge - 1] == 'd') return {values_.at(token_number(digits)), edge - 1};
     if (edge > begin && text_[edge - 1] == ')') {
         const std::size_t open = matching_open(text_, begin, edge - 1);
-        if (open == std::string::npos) return {0.0, edge};
+        if (open == std::string::npos) return {Number(), edge};
         std::size_t end = 0;
         return {group(open, depth, &end), open};  // ends there at the latest, since its brackets match
     }
-    return {read_double(digits), edge};
+    return {points_.arithmetic().number(read_double(digits)), edge};
 }
 
-Formula::Operand Formula::right_operand(std::size_t at, FromEnd end, int depth) {
+template <class Arithmetic>
+auto Formula<Arithmetic>::right_operand(std::size_t at, FromEnd end, int depth) -> Operand {
     std::string digits;
     std::size_t edge = at;
     for (; edge < position(end) && (text_[edge] == ' ' || is_number_char(text_[edge])); ++edge)
         if (text_[edge] != ' ') digits += text_[edge];
-    if (!digits.empty() || edge >= position(end)) return {read_double(digits), edge};
+    if (!digits.empty() || edge >= position(end)) return {points_.arithmetic().number(read_double(digits)), edge};
     if (text_[edge] == 'd') {
         std::size_t digits_end = edge + 1;
         while (digits_end < position(end) && digits_end < edge + token_length && is_digit(text_[digits_end]))
@@ -272,14 +275,15 @@ Formula::Operand Formula::right_operand(std::size_t at, FromEnd end, int depth) 
     }
     if (text_[edge] == '(') {
         std::size_t group_end = 0;
-        const double value = group(edge, depth, &group_end);
+        const Number value = group(edge, depth, &group_end);
         return {value, group_end};
     }
-    return {0.0, at};
+    return {Number(), at};
 }
 
 // Evaluates the group that opens at `open`, up to its first ")", and blanks it.
-double Formula::group(std::size_t open, int depth, std::size_t* end) {
+template <class Arithmetic>
+auto Formula<Arithmetic>::group(std::size_t open, int depth, std::size_t* end) -> Number {
     const std::size_t close = std::min(text_.find(')', open), text_.size());
     text_[open] = ' ';
     const bool closed = close < text_.size();
@@ -289,7 +293,7 @@ double Formula::group(std::size_t open, int depth, std::size_t* end) {
     const FromEnd from_end = text_.size() - close;
     if (depth < deepest_group) {
         if (from_end < end_) replace_all(open, close);
-        arithmetic(open, from_end, depth + 1);
+        combine_passes(open, from_end, depth + 1);
         evaluate_switch(open, from_end);
     }
     std::fill(text_.begin() + open, text_.begin() + position(from_end), ' ');
@@ -299,12 +303,14 @@ double Formula::group(std::size_t open, int depth, std::size_t* end) {
 }
 
 // Replaces the functions of a group that runs beyond the end of the formula's own text.
-void Formula::replace_all(std::size_t begin, std::size_t end) {
+template <class Arithmetic>
+void Formula<Arithmetic>::replace_all(std::size_t begin, std::size_t end) {
     for (const Hit& hit : keywords_in(begin, end))
         if (const auto reference = replace(hit)) replace_hit(hit, resolve_(*reference), pending_end_);
 }
 
-void Formula::evaluate_switch(std::size_t begin, FromEnd end) {
+template <class Arithmetic>
+void Formula<Arithmetic>::evaluate_switch(std::size_t begin, FromEnd end) {
     constexpr std::string_view keyword = switch_keyword;
     if (values_.full() || text_.find(keyword, begin) == std::string::npos) return;
     std::size_t at = begin;
@@ -315,19 +321,21 @@ void Formula::evaluate_switch(std::size_t begin, FromEnd end) {
     const std::size_t open = text_.find('(', at + keyword.size());
     if (open >= position(end)) return;
     const std::size_t close = std::min(text_.find(')', open), position(end));
-    int place = 0;
-    for (std::size_t argument = open + 1; argument <= close; ++place) {
+    std::vector<Number> arguments;
+    for (std::size_t argument = open + 1; argument <= close;) {
         const std::size_t argument_end = std::min(text_.find(',', argument), close);
         std::string_view text = std::string_view(text_).substr(argument, argument_end - argument);
         text.remove_prefix(std::min(text.find_first_not_of(' '), text.size()));
-        const bool token = text.starts_with('d');
-        const int value = token ? truncated(values_.at(read_int(text.substr(1, 2)))) : read_int(text);
-        if (value != 0) break;
+        arguments.push_back(text.starts_with('d') ? values_.at(read_int(text.substr(1, 2)))
+                                                  : points_.arithmetic().number(read_int(text)));
         argument = argument_end + 1;
     }
-    values_.append(place);
+    values_.append(points_.arithmetic().first_not_zero(arguments));
     std::fill(text_.begin() + at, text_.begin() + position(end), ' ');
     write_token(at, at + keyword.size());
 }
+
+template class Formula<Landmarks>;
+template class Formula<ProgramWriter>;
 
 }  // namespace tool

@@ -28,21 +28,28 @@
 
 namespace tool {
 
-// The caller's array of 100 doubles and the count of those in use.
+inline constexpr int value_list_capacity = 100, last_value_made = 99;
+
+// The caller's array of 100 values and the count of those in use.
+template <class Number>
 class ValueList {
  public:
-    static constexpr int capacity = 100, last_made = 99;
+    ValueList(Number* values, int* count) : values_(values), count_(count) {
+        *count_ = std::clamp(*count_, 0, value_list_capacity);
+    }
 
-    ValueList(double* values, int* count);
-
-    bool full() const { return *count_ >= last_made; }
-    void append(double value) { values_[(*count_)++] = value; }
+    bool full() const { return *count_ >= last_value_made; }
+    void append(Number value) { values_[(*count_)++] = value; }
     int count() const { return *count_; }
-    double last() const { return *count_ > 0 ? values_[*count_ - 1] : 0.0; }
-    double at(int position) const;  // from 1; below reads the first, beyond the count 0
+    Number last() const { return *count_ > 0 ? values_[*count_ - 1] : Number(); }
+    // From 1; below reads the first, beyond the count 0.
+    Number at(int position) const {
+        position = std::max(position, 1);
+        return position <= *count_ ? values_[position - 1] : Number();
+    }
 
  private:
-    double* values_;
+    Number* values_;
     int* count_;
 };
 
@@ -62,57 +69,57 @@ struct QuotedName {
 // The first text in double quotes; nothing without two of them.
 std::optional<QuotedName> quoted_name(std::string_view text);
 
-// One formula on its way. It stops at each reference to another item until that item's value is supplied, so that
-// items that refer to items take no stack.
+std::vector<std::string_view> function_names();  // in the order in which they are replaced
+
+// One formula on its way, in an arithmetic (arithmetic.h). It stops at each reference to another item until that item's
+// value is supplied, so that items that refer to items take no stack.
+template <class Arithmetic>
 class Formula {
  public:
+    using Number = typename Arithmetic::Number;
     // The value of a reference that the formula can't stop for.
-    using Resolve = std::function<double(const Reference&)>;
+    using Resolve = std::function<Number(const Reference&)>;
 
     // Top level reads to the first ";" or the end; a group, which begins with "(", to its first ")". Arguments and
     // groups that begin in it may end behind that; `resolve` gives the references in such groups their values.
-    Formula(std::string_view text, bool top_level, ValueList values, PointReader& points, Resolve resolve = {});
-
-    static std::vector<std::string_view> function_names();  // in the order in which they are replaced
+    Formula(std::string_view text, bool top_level, ValueList<Number> values, PointReader<Arithmetic>& points,
+            Resolve resolve = {});
 
     // Works on up to the next reference; nothing when the formula is done.
     std::optional<Reference> advance();
-    void supply(double value);  // the value of the reference that advance() gave
+    void supply(Number value);  // the value of the reference that advance() gave
 
-    double result() const { return values_.last(); }
+    Number result() const { return values_.last(); }
     std::size_t extent() const { return size_ - unread_; }  // bytes of the caller's text that were read
 
  private:
     // Positions count from the end of the text: what stands behind a place does not move when a token needs room.
     using FromEnd = std::size_t;
     struct Operand {
-        double value;
+        Number value;
         std::size_t edge;  // where it begins (left) or ends (right)
     };
     struct Hit {
         std::size_t keyword;
         std::size_t at;
     };
-    struct Keyword;
-    static const Keyword keywords[];
-
     std::vector<Hit> keywords_in(std::size_t begin, std::size_t end) const;
     std::optional<Reference> replace(const Hit& hit);
     void replace_all(std::size_t begin, std::size_t end);
-    void replace_hit(const Hit& hit, double value, std::size_t arguments_end);
-    void arithmetic(std::size_t begin, FromEnd end, int depth);
+    void replace_hit(const Hit& hit, Number value, std::size_t arguments_end);
+    void combine_passes(std::size_t begin, FromEnd end, int depth);
     void combine_all(std::size_t begin, FromEnd end, unsigned pass, int depth);
     Operand left_operand(std::size_t begin, std::size_t at, int depth);
     Operand right_operand(std::size_t at, FromEnd end, int depth);
-    double group(std::size_t open, int depth, std::size_t* end);
+    Number group(std::size_t open, int depth, std::size_t* end);
     std::size_t write_token(std::size_t begin, std::size_t end);
     void evaluate_switch(std::size_t begin, FromEnd end);
     std::size_t position(FromEnd end) const { return text_.size() - end; }
     void read_to(std::size_t end) { unread_ = std::min(unread_, text_.size() - end); }
 
     std::string text_;
-    ValueList values_;
-    PointReader& points_;
+    ValueList<Number> values_;
+    PointReader<Arithmetic>& points_;
     Resolve resolve_;
     std::size_t size_;
     FromEnd end_ = 0;     // of the formula's own text

@@ -13,7 +13,7 @@ constexpr struct {
     Ask ask;
 } references[] = {{"case", Ask::value}, {"sdu", Ask::deviation}, {"mean", Ask::mean}, {"sdv", Ask::sd}};
 
-constexpr std::string_view effective_a = "EffectiveA(";
+constexpr std::string_view effective_a_prefix = "EffectiveA(";
 
 std::size_t find_closing(std::string_view text, std::size_t from) {
     while (from < text.size() && text[from] != ']') from += char_length(text.substr(from));
@@ -36,9 +36,9 @@ void visit_names(std::string_view formula, FormulaNames& names) {
             const std::size_t close = find_closing(formula, at + token + 1);
             names.cast_measure(formula.substr(at + token, close - at - token + 1));
             at = close + 1;
-        } else if (rest.starts_with(effective_a)) {
+        } else if (rest.starts_with(effective_a_prefix)) {
             for (const std::string_view name : {"N", "A", "U1R", "U1", "U1C"}) names.landmark(name);
-            at += effective_a.size();
+            at += effective_a_prefix.size();
         } else if (rest[0] == '[') {
             const std::size_t close = find_closing(formula, at);
             names.landmark(formula.substr(at + 1, close - at - 1));

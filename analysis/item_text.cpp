@@ -37,19 +37,45 @@ std::string_view number_field(std::string_view text, int n) {
     return text.substr(begin, std::min(text.find(',', begin) - begin, max_field));
 }
 
-std::string_view norm_field(std::string_view text, int n) {
-    // Double-byte trail bytes can look like "[" and "]", never like "(", ")" or ",".
-    if (text.find_first_of("([") == std::string_view::npos) return number_field(text, n);
+namespace {
+
+// Calls visit(field) for the fields of a norm line until it returns true.
+template <class Visit>
+void visit_norm_fields(std::string_view text, Visit&& visit) {
+    const bool has_brackets = text.find_first_of("([") != std::string_view::npos;
     std::size_t begin = 0, at = 0;
-    for (int depth = 0; at < text.size(); at += char_length(text.substr(at))) {
+    // Double-byte trail bytes can look like "[" and "]", never like "(", ")" or ",".
+    for (int depth = 0; at < text.size(); at += has_brackets ? char_length(text.substr(at)) : 1) {
         const char c = text[at];
         if (c == '(' || c == '[') ++depth;
         if (c == ')' || c == ']') depth = std::max(depth - 1, 0);
-        if (c != ',' || depth > 0) continue;
-        if (n <= 0) break;
-        --n, begin = at + 1;
+        if (c != ',' || (has_brackets && depth > 0)) continue;
+        if (visit(text.substr(begin, std::min(at - begin, max_field)))) return;
+        begin = at + 1;
     }
-    return text.substr(begin, std::min(at - begin, max_field));
+    visit(text.substr(begin, std::min(at - begin, max_field)));
+}
+
+}  // namespace
+
+std::string_view norm_field(std::string_view text, int n) {
+    std::string_view last;
+    visit_norm_fields(text, [&](std::string_view field) {
+        last = field;
+        if (n <= 0) return true;
+        --n;
+        return false;
+    });
+    return last;
+}
+
+std::vector<std::string_view> norm_fields(std::string_view text) {
+    std::vector<std::string_view> fields;
+    visit_norm_fields(text, [&](std::string_view field) {
+        fields.push_back(field);
+        return false;
+    });
+    return fields;
 }
 
 std::string_view norm_of_band(std::string_view list, bool second_set, int band) {

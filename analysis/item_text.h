@@ -2,6 +2,7 @@
 #pragma once
 
 #include <string_view>
+#include <vector>
 
 namespace tool {
 
@@ -26,6 +27,7 @@ std::string_view number_field(std::string_view text, int n);
 
 // The same, but a comma inside "(" or "[" separates nothing, so that a norm may be a formula with arguments.
 std::string_view norm_field(std::string_view text, int n);
+std::vector<std::string_view> norm_fields(std::string_view text);  // all of them; one at least
 
 // The norm that a band code picks: field `band` mod 100, in the second set `band` / 100. Below 0 the band is not known;
 // then the norm that all bands have, and "" when they differ.

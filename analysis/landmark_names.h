@@ -13,6 +13,10 @@ inline bool is_lateral(int kind) {
 inline bool is_frontal(int kind) {
     return kind == 1 || kind == 11;
 }
+// Whether formulas of the one kind mean on a record what they mean as the other kind.
+inline bool same_record(int kind, int other) {
+    return kind == other || (is_lateral(kind) && is_lateral(other)) || (is_frontal(kind) && is_frontal(other));
+}
 // The only kind of casts whose measures formulas find.
 inline bool is_cast(int kind) {
     return kind == 2;

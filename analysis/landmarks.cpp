@@ -4,6 +4,7 @@
 #include <cstring>
 
 #include "analysis/landmark_names.h"
+#include "analysis/measures.h"
 #include "analysis/virtual_landmarks.h"
 
 namespace tool {
@@ -66,8 +67,17 @@ Vec2 Landmarks::position(Found found) const {
     return {};
 }
 
-VirtualLandmarks& Landmarks::virtuals() {
-    if (!resolved_) resolved_ = std::make_unique<VirtualLandmarks>(virtual_count_);
+std::string_view Landmarks::virtual_construction(int index) const {
+    const auto& text = virtuals_[index].Construction;
+    return {text, strnlen(text, sizeof text)};
+}
+
+double Landmarks::cast_measure(std::string_view token) const {
+    return measured_cast(token, *this);
+}
+
+VirtualLandmarks<Vec2>& Landmarks::virtuals() {
+    if (!resolved_) resolved_ = std::make_unique<VirtualLandmarks<Vec2>>(virtual_count_);
     return *resolved_;
 }
 

@@ -8,16 +8,22 @@
 #include <string_view>
 
 #include "Records.h"
+#include "analysis/arithmetic.h"
 #include "geometry/vec2.h"
 
 namespace tool {
 
+template <class Point>
 class VirtualLandmarks;
 
 // A record with the lists that travel with it. Remembers resolved virtual landmarks, so it serves one call of one
 // thread; the record must not change meanwhile.
 class Landmarks {
  public:
+    // What formulas over them come to: numbers at once (arithmetic.h).
+    using Point = Vec2;
+    using Number = double;
+
     // `record` is of the kind's type; any pointer may be null, which leaves its landmarks unknown.
     Landmarks(int kind, void* record, const unsigned short* virtual_count, const tagKPOINT* virtuals,
               const unsigned short* user_count);
@@ -38,9 +44,9 @@ class Landmarks {
 
     // Of a fixed or user landmark; (0, 0) for any other. Virtual ones are constructed by PointReader.
     Vec2 position(Found found) const;
-    Vec2 fixed(std::string_view name) const { return position(find(name)); }
 
     int kind() const { return kind_; }
+    bool has_record() const { return user_ != nullptr; }
     double scale() const { return scale_; }  // mm a step
     // Steps of the coordinates a pixel; 1 when they are pixels.
     void set_steps(int steps) { steps_ = std::max(steps, 1); }
@@ -51,7 +57,27 @@ class Landmarks {
     tagPOINTMO* cast() const { return cast_; }
     int virtual_count() const { return virtual_count_; }
     const tagKPOINT& virtual_landmark(int index) const { return virtuals_[index]; }
-    VirtualLandmarks& virtuals();
+    std::string_view virtual_construction(int index) const;
+    VirtualLandmarks<Vec2>& virtuals();
+
+    // What formulas come to.
+    bool at_one_place(Vec2 p, Vec2 q) const { return tool::at_one_place(p, q); }
+    bool parallel(const std::array<Vec2, 4>& points) const { return tool::parallel(points); }
+    Vec2 constructed(Construction construction, const std::array<Vec2, 4>& points, double number) const {
+        return tool::constructed(construction, points, number, scale_, steps_);
+    }
+    Vec2 effective_a(Vec2 n, Vec2 a, const std::array<Vec2, 2>& incisor, Vec2 u1c) const {
+        return tool::effective_a(n, a, u1c, incisor_lean(n, a, {incisor[0], incisor[1]}), scale_);
+    }
+    double measured(Measure measure, const std::array<Vec2, 4>& points) const {
+        return tool::measured(measure, points, scale_);
+    }
+    double cast_measure(std::string_view token) const;
+    double combined(Operation operation, double left, double right) const {
+        return tool::combined(operation, left, right);
+    }
+    double first_not_zero(std::span<const double> numbers) const { return tool::first_not_zero(numbers); }
+    double number(double number) const { return number; }
 
  private:
     int kind_;
@@ -65,7 +91,7 @@ class Landmarks {
     int steps_ = 1;
     std::optional<int> cast_decimals_;
     tagPOINTMO* cast_ = nullptr;
-    std::unique_ptr<VirtualLandmarks> resolved_;
+    std::unique_ptr<VirtualLandmarks<Vec2>> resolved_;
 };
 
 }  // namespace tool

@@ -7,27 +7,19 @@
 
 namespace tool {
 
-// The codes that travel through the exported interface. angle3 and angle4 measure what angle1 and angle2 measure; 106
-// and 107 are accepted and measure nothing.
-enum class Measure : unsigned {
-    length = 101,
-    length_right = 102,  // negative when the first point lies to the right of the second
-    length_down = 103,   // negative when the first point lies below the second
-    angle1 = 104,
-    angle2 = 105,
-    model = 108,
-    angle3 = 109,
-    angle4 = 110
-};
-
+template <class Number>
 struct Measured {
-    double value;
+    Number value;
     std::size_t end;  // bytes of the text that belong to the function, its own ")" included
 };
 
-// `text` is what stands behind the function's name. 0 when a point is missing, for an unknown function, and for an
-// angle between sides without length. Lengths are mm by the record's scale, angles degrees.
-Measured measured(Measure function, std::string_view text, PointReader& points);
+// `text` is what stands behind the function's name. 0 when a point is missing and for an unknown function.
+template <class Arithmetic>
+Measured<typename Arithmetic::Number> read_measure(Measure function, std::string_view text,
+                                                   PointReader<Arithmetic>& points);
+
+// A cast measure, rounded to the decimals that the host's settings have; 0 for other records.
+double measured_cast(std::string_view token, const Landmarks& landmarks);
 
 // Decimals of cast measures: key MODEL_DECIMALS in section ENV of the host's profile, 2 when it is not there.
 int cast_decimals();

@@ -40,7 +40,7 @@ class MissingLandmarks : private FormulaNames {
     void read(std::size_t node);
     void lead_to(const std::optional<NamedLine>& line, bool is_norm);
     void lack(std::string_view name);
-    Landmarks& landmarks() { return evaluation_.points().landmarks(); }
+    Landmarks& landmarks() { return evaluation_.points().arithmetic(); }
 
     void landmark(std::string_view name) override;
     void cast_measure(std::string_view token) override;

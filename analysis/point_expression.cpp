@@ -1,39 +1,29 @@
 #include "analysis/point_expression.h"
 
 #include <algorithm>
-#include <cmath>
-#include <cstring>
 
 #include "analysis/landmark_names.h"
+#include "analysis/landmarks.h"
+#include "analysis/program_writer.h"
 #include "analysis/virtual_landmarks.h"
-#include "geometry/angle.h"
-#include "geometry/line.h"
-#include "geometry/translation.h"
 #include "platform/number_text.h"
 #include "platform/text.h"
 
 namespace tool {
-
-struct PointReader::Prefix {
-    std::string_view text;
-    Shape shape;
-    int points;
-};
-
-const PointReader::Prefix PointReader::prefixes[] = {
-    {"mid(", Shape::middle, 2},          {"vertical(", Shape::foot, 3},
-    {"cross(", Shape::crossing, 4},      {"AngleBisector(", Shape::bisector, 3},
-    {"extension(", Shape::extension, 2}, {"EffectiveA(", Shape::effective_a, 0},
-};
-
 namespace {
+
+constexpr struct {
+    std::string_view text;
+    Construction construction;
+    int points;
+} prefixes[] = {
+    {"mid(", Construction::middle, 2},          {"vertical(", Construction::foot, 3},
+    {"cross(", Construction::crossing, 4},      {"AngleBisector(", Construction::bisector, 3},
+    {"extension(", Construction::extension, 2}, {"EffectiveA(", Construction::effective_a, 0},
+};
 
 constexpr std::size_t longest_name = 99;
 constexpr std::size_t longest_distance = 20;
-
-// Rounding moves a constructed point by less, a landmark by more.
-constexpr double one_place_px = 1e-6;
-constexpr double parallel_sine = 1e-12;
 constexpr std::size_t longest_shown = 60;
 
 // A point as a person would write it: without brackets, and cut to its construction's name where it is long.
@@ -51,30 +41,28 @@ std::size_t closing_bracket(std::string_view text, std::size_t open) {
     return std::string_view::npos;
 }
 
-std::string_view construction_of(const tagKPOINT& landmark) {
-    return {landmark.Construction, strnlen(landmark.Construction, sizeof landmark.Construction)};
-}
-
 }  // namespace
 
-std::vector<std::string_view> PointReader::construction_names() {
+std::vector<std::string_view> construction_names() {
     std::vector<std::string_view> names;
-    for (const Prefix& prefix : prefixes) names.push_back(prefix.text.substr(0, prefix.text.size() - 1));
+    for (const auto& prefix : prefixes) names.push_back(prefix.text.substr(0, prefix.text.size() - 1));
     return names;
 }
 
-std::optional<PointReader::Point> PointReader::first(std::string_view text) {
+template <class Arithmetic>
+auto PointReader<Arithmetic>::first(std::string_view text) -> std::optional<First> {
     std::size_t end = 0;
-    const Frame frame = run(text, -1, Shape::first, 1, &end);
+    const Frame frame = run(text, -1, {Frame::Shape::first, 1}, &end);
     if (!frame.complete) return std::nullopt;
-    return Point{frame.points[0], end};
+    return First{frame.points[0], end};
 }
 
-PointReader::Arguments PointReader::arguments(std::string_view text, int count) {
+template <class Arithmetic>
+auto PointReader<Arithmetic>::arguments(std::string_view text, int count) -> Arguments {
     Arguments result{};
     const std::size_t first = std::min(text.find_first_not_of(" \t"), text.size());
     const std::size_t begin = text.substr(first).starts_with('(') ? first + 1 : 0;
-    const Frame frame = run(text.substr(begin), -1, Shape::arguments, count, &result.end);
+    const Frame frame = run(text.substr(begin), -1, {Frame::Shape::arguments, count}, &result.end);
     result.end += begin;
     result.complete = frame.complete;
     result.points = frame.points;
@@ -82,34 +70,39 @@ PointReader::Arguments PointReader::arguments(std::string_view text, int count) 
     return result;
 }
 
-Vec2 PointReader::landmark(std::string_view name) {
-    const Landmarks::Found found = landmarks_.find(name);
-    if (found.source == Landmarks::Source::virtually) return virtual_landmark(found.slot).value_or(Vec2());
-    return landmarks_.position(found);
+template <class Arithmetic>
+auto PointReader<Arithmetic>::landmark(std::string_view name) -> Point {
+    const auto found = arithmetic_.find(name);
+    if (found.source == Landmarks::Source::virtually) return virtual_landmark(found.slot).value_or(Point());
+    return arithmetic_.position(found);
 }
 
-std::optional<Vec2> PointReader::virtual_landmark(int index) {
-    if (landmarks_.virtuals().refer(-1, index)) {
+template <class Arithmetic>
+auto PointReader<Arithmetic>::virtual_landmark(int index) -> std::optional<Point> {
+    auto& virtuals = arithmetic_.virtuals();
+    if (virtuals.refer(-1, index)) {
         note_landmark(index);
     } else {
-        landmarks_.virtuals().begin(index);
-        run(construction_of(landmarks_.virtual_landmark(index)), index, Shape::first, 1, nullptr);
+        virtuals.begin(index);
+        run(arithmetic_.virtual_construction(index), index, {Frame::Shape::first, 1}, nullptr);
     }
-    if (!landmarks_.virtuals().resolved(index)) return std::nullopt;
-    return landmarks_.virtuals().refer(-1, index);
+    if (!virtuals.resolved(index)) return std::nullopt;
+    return virtuals.refer(-1, index);
 }
 
-std::optional<Vec2> PointReader::construction(std::string_view text) {
-    const auto point = first(text);
-    return point ? std::optional(point->position) : std::nullopt;
+template <class Arithmetic>
+auto PointReader<Arithmetic>::construction(std::string_view text) -> std::optional<Point> {
+    const auto found = first(text);
+    return found ? std::optional(found->point) : std::nullopt;
 }
 
 // Walks the text with one frame for each construction that is open, and one source for each virtual landmark that is
 // being resolved on the way.
-PointReader::Frame PointReader::run(std::string_view text, int landmark, Shape shape, int needed, std::size_t* end) {
+template <class Arithmetic>
+auto PointReader<Arithmetic>::run(std::string_view text, int landmark, Frame outermost, std::size_t* end) -> Frame {
     frames_.clear();
     sources_.clear();
-    frames_.push_back({shape, needed});
+    frames_.push_back(outermost);
     sources_.push_back({text, 0, landmark, 0, {}, landmark >= 0 ? exchange_degeneracy({}) : std::nullopt});
     for (;;) {
         if (frames_.back().read < frames_.back().needed) {
@@ -118,13 +111,13 @@ PointReader::Frame PointReader::run(std::string_view text, int landmark, Shape s
         }
         Source& source = sources_.back();
         if (frames_.size() - 1 > source.first_frame) {
-            const Vec2 point = constructed(frames_.back(), number_and_close());
+            const Point point = constructed(frames_.back(), number_and_close());
             const char* const begin = frames_.back().begin;
             frames_.pop_back();
             deliver(point, {begin, sources_.back().text.data() + sources_.back().at});
             continue;
         }
-        if (frames_.back().shape == Shape::arguments) number_and_close();
+        if (frames_.back().shape == Frame::Shape::arguments) number_and_close();
         const Frame finished = frames_.back();
         const int resolved = source.landmark;
         if (end) *end = source.at;
@@ -133,22 +126,25 @@ PointReader::Frame PointReader::run(std::string_view text, int landmark, Shape s
         const std::string_view called = source.called;
         frames_.pop_back();
         sources_.pop_back();
-        deliver(landmarks_.virtuals().refer(sources_.back().landmark, resolved).value_or(Vec2()), called);
+        deliver(arithmetic_.virtuals().refer(sources_.back().landmark, resolved).value_or(Point()), called);
     }
 }
 
-void PointReader::finish_landmark(Source& source, const Frame& finished) {
-    landmarks_.virtuals().finish(source.landmark, finished.points[0], finished.complete);
+template <class Arithmetic>
+void PointReader<Arithmetic>::finish_landmark(Source& source, const Frame& finished) {
+    arithmetic_.virtuals().finish(source.landmark, finished.points[0], finished.complete);
     const auto own = exchange_degeneracy(std::move(source.outer));
     if (own) degenerate_landmarks_[source.landmark] = *own;
     note(own);
 }
 
-void PointReader::note_landmark(int index) {
+template <class Arithmetic>
+void PointReader<Arithmetic>::note_landmark(int index) {
     if (const auto own = degenerate_landmarks_.find(index); own != degenerate_landmarks_.end()) note(own->second);
 }
 
-void PointReader::deliver(Vec2 point, std::string_view text) {
+template <class Arithmetic>
+void PointReader<Arithmetic>::deliver(Point point, std::string_view text) {
     Frame& frame = frames_.back();
     frame.texts[frame.read] = text;
     frame.points[frame.read++] = point;
@@ -156,7 +152,8 @@ void PointReader::deliver(Vec2 point, std::string_view text) {
 
 // Moves to the next argument of the innermost construction: reads a landmark, opens a nested construction, or finds
 // that the rest is missing, and then stays where it was, since a number may follow.
-void PointReader::find_argument() {
+template <class Arithmetic>
+void PointReader<Arithmetic>::find_argument() {
     Frame& frame = frames_.back();
     Source& source = sources_.back();
     int open_brackets = frame.open_brackets;
@@ -167,14 +164,15 @@ void PointReader::find_argument() {
             frame.open_brackets = open_brackets;
             return read_name();
         }
-        for (const Prefix& prefix : prefixes) {
+        for (const auto& prefix : prefixes) {
             if (rest[0] != prefix.text[0] || !rest.starts_with(prefix.text)) continue;
             source.at = at + prefix.text.size();
             frame.open_brackets = open_brackets;
-            frames_.push_back({prefix.shape, prefix.points, 0, 0, true, rest.data()});
+            frames_.push_back(
+                {Frame::Shape::construction, prefix.points, prefix.construction, 0, 0, true, rest.data()});
             return;
         }
-        if (frame.shape == Shape::first) continue;
+        if (frame.shape == Frame::Shape::first) continue;
         if (rest[0] == '(') ++open_brackets;
         if (rest[0] == ')' && open_brackets-- == 0) break;
     }
@@ -182,29 +180,31 @@ void PointReader::find_argument() {
     frame.read = frame.needed;
 }
 
-void PointReader::read_name() {
+template <class Arithmetic>
+void PointReader<Arithmetic>::read_name() {
     Source& source = sources_.back();
     const std::size_t begin = source.at + 1;
     const std::size_t close = closing_bracket(source.text, source.at);
     const std::string_view name = source.text.substr(begin, std::min(close - begin, longest_name));
     source.at = close == std::string_view::npos ? source.text.size() : close + 1;
     const std::string_view called = source.text.substr(begin - 1, source.at - (begin - 1));
-    const Landmarks::Found found = landmarks_.find(name);
-    if (found.source != Landmarks::Source::virtually) return deliver(landmarks_.position(found), called);
-    if (const auto known = landmarks_.virtuals().refer(source.landmark, found.slot)) {
+    const auto found = arithmetic_.find(name);
+    if (found.source != Landmarks::Source::virtually) return deliver(arithmetic_.position(found), called);
+    if (const auto known = arithmetic_.virtuals().refer(source.landmark, found.slot)) {
         note_landmark(found.slot);
         return deliver(*known, called);
     }
-    landmarks_.virtuals().begin(found.slot);
+    arithmetic_.virtuals().begin(found.slot);
     const std::size_t first_frame = frames_.size();
-    frames_.push_back({Shape::first, 1});
-    sources_.push_back({construction_of(landmarks_.virtual_landmark(found.slot)), 0, found.slot, first_frame, called,
-                        exchange_degeneracy({})});
+    frames_.push_back({Frame::Shape::first, 1});
+    sources_.push_back(
+        {arithmetic_.virtual_construction(found.slot), 0, found.slot, first_frame, called, exchange_degeneracy({})});
 }
 
 // Moves behind the innermost construction's own ")". Returns what stands between the last "," on the way and it. A
 // construction that is never closed takes the rest of the text, a function only the arguments that it has read.
-std::string_view PointReader::number_and_close() {
+template <class Arithmetic>
+std::string_view PointReader<Arithmetic>::number_and_close() {
     Source& source = sources_.back();
     int open_brackets = frames_.back().open_brackets;
     std::size_t number = std::string_view::npos, at = source.at;
@@ -218,73 +218,62 @@ std::string_view PointReader::number_and_close() {
     at = std::min(at, source.text.size());
     if (at < source.text.size())
         source.at = at + 1;
-    else if (frames_.back().shape != Shape::arguments)
+    else if (frames_.back().shape != Frame::Shape::arguments)
         source.at = at;
     return number == std::string_view::npos ? std::string_view() : source.text.substr(number, at - number);
 }
 
-void PointReader::expect_apart(Vec2 p, Vec2 q, std::string_view a, std::string_view b) {
-    const Vec2 way = q - p;
-    if (degeneracy_ || std::abs(way.x) > one_place_px || std::abs(way.y) > one_place_px || a == b) return;
+template <class Arithmetic>
+void PointReader<Arithmetic>::expect_apart(Point p, Point q, std::string_view a, std::string_view b) {
+    if (degeneracy_ || !arithmetic_.at_one_place(p, q) || a == b) return;
     degeneracy_ = {false, shown(a), shown(b)};
 }
 
-void PointReader::expect_crossing(const Frame& frame) {
-    const auto& p = frame.points;
+template <class Arithmetic>
+void PointReader<Arithmetic>::expect_crossing(const Frame& frame) {
     const auto& texts = frame.texts;
-    const Vec2 ab = p[1] - p[0], cd = p[3] - p[2];
-    const double lengths = std::sqrt(ab.x * ab.x + ab.y * ab.y) * std::sqrt(cd.x * cd.x + cd.y * cd.y);
-    if (degeneracy_ || std::abs(ab.x * cd.y - ab.y * cd.x) > parallel_sine * lengths) return;
+    if (degeneracy_ || !arithmetic_.parallel(frame.points)) return;
     degeneracy_ = {true, shown(texts[0]) + "-" + shown(texts[1]), shown(texts[2]) + "-" + shown(texts[3])};
 }
 
-void PointReader::check_constructed(const Frame& frame, std::string_view number) {
+template <class Arithmetic>
+void PointReader<Arithmetic>::check_constructed(const Frame& frame, double number) {
     if (!frame.complete || degeneracy_) return;
     const auto apart = [&](std::size_t i, std::size_t j) {
         expect_apart(frame.points[i], frame.points[j], frame.texts[i], frame.texts[j]);
     };
-    switch (frame.shape) {
-        case Shape::foot: return apart(1, 2);
-        case Shape::crossing: apart(0, 1), apart(2, 3); return expect_crossing(frame);
-        case Shape::bisector: apart(0, 1); return apart(0, 2);
-        case Shape::extension:
-            if (read_double(number.substr(0, longest_distance)) != 0) apart(0, 1);
+    switch (frame.construction) {
+        case Construction::foot: return apart(1, 2);
+        case Construction::crossing: apart(0, 1), apart(2, 3); return expect_crossing(frame);
+        case Construction::bisector: apart(0, 1); return apart(0, 2);
+        case Construction::extension:
+            if (number != 0) apart(0, 1);
             return;
         default: return;
     }
 }
 
-Vec2 PointReader::constructed(const Frame& frame, std::string_view number) {
-    const auto& p = frame.points;
+template <class Arithmetic>
+auto PointReader<Arithmetic>::constructed(const Frame& frame, std::string_view text) -> Point {
+    if (frame.construction == Construction::effective_a) return effective_a();
+    double number = 0.0;
+    if (frame.construction == Construction::bisector) number = read_int(text);
+    if (frame.construction == Construction::extension) number = read_double(text.substr(0, longest_distance));
     check_constructed(frame, number);
-    switch (frame.shape) {
-        case Shape::middle: return midpoint(p[0], p[1]);
-        case Shape::foot: return foot_of_perpendicular(p[0], {p[1], p[2]});
-        case Shape::crossing: return intersection_or_empty({p[0], p[1]}, {p[2], p[3]});
-        case Shape::bisector: {
-            // Kept: the arms are cut at 100 pixels, whatever the scale, and n counts pixels.
-            const double pixel = landmarks_.steps(), arm_length = 100.0 * pixel;
-            const Vec2 arm = translated_along(p[0], p[1], p[0], arm_length, 0.0, 1.0);
-            const Vec2 other_arm = translated_along(p[0], p[2], p[0], arm_length, 0.0, 1.0);
-            return translated_along(p[0], midpoint(arm, other_arm), p[0], read_int(number) * pixel, 0.0, 1.0);
-        }
-        case Shape::extension:
-            return translated_along(p[0], p[1], p[1], read_double(number.substr(0, longest_distance)), 0.0,
-                                    landmarks_.scale());
-        case Shape::effective_a: return effective_a();
-        default: return {};
-    }
+    return arithmetic_.constructed(frame.construction, frame.points, number);
 }
 
-// U1C moved at right angles to N-A by 0.4 mm for each degree that the upper incisor leans away from 12 degrees to N-A.
-Vec2 PointReader::effective_a() {
-    if (!is_lateral(landmarks_.kind())) return {};
-    const Vec2 n = landmarks_.fixed("N"), a = landmarks_.fixed("A");
-    const Vec2 root = landmarks_.fixed("U1R"), edge = landmarks_.fixed("U1");
+template <class Arithmetic>
+auto PointReader<Arithmetic>::effective_a() -> Point {
+    if (!is_lateral(arithmetic_.kind())) return {};
+    const auto fixed = [&](std::string_view name) { return arithmetic_.position(arithmetic_.find(name)); };
+    const Point n = fixed("N"), a = fixed("A"), root = fixed("U1R"), edge = fixed("U1");
     expect_apart(n, a, "N", "A");
     expect_apart(root, edge, "U1R", "U1");
-    const double lean = signed_angle({n, a}, {root, edge});
-    return translated_along(n, a, landmarks_.fixed("U1C"), (lean - 12.0) * -1.0 * 0.4, -90.0, landmarks_.scale());
+    return arithmetic_.effective_a(n, a, {root, edge}, fixed("U1C"));
 }
+
+template class PointReader<Landmarks>;
+template class PointReader<ProgramWriter>;
 
 }  // namespace tool

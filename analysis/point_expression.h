@@ -22,6 +22,7 @@
 #include <utility>
 #include <vector>
 
+#include "analysis/arithmetic.h"
 #include "analysis/landmarks.h"
 
 namespace tool {
@@ -33,35 +34,39 @@ struct Degeneracy {
     std::string first, second;  // as the formula has them: "U1", "mid(UMo,LMo)"; lines as "PNS-ANS"
 };
 
-// Reads point expressions over one set of landmarks. Nesting of any depth takes heap, not stack.
+std::vector<std::string_view> construction_names();  // in the order in which they are tried
+
+// Reads point expressions over one set of landmarks, in an arithmetic (arithmetic.h). Nesting of any depth takes heap,
+// not stack.
+template <class Arithmetic>
 class PointReader {
  public:
-    explicit PointReader(Landmarks& landmarks) : landmarks_(landmarks) {}
+    using Point = typename Arithmetic::Point;
 
-    static std::vector<std::string_view> construction_names();  // in the order in which they are tried
+    explicit PointReader(Arithmetic& arithmetic) : arithmetic_(arithmetic) {}
 
-    struct Point {
-        Vec2 position;
+    struct First {
+        Point point;
         std::size_t end;  // bytes of the text that were read
     };
     // The first point expression in the text.
-    std::optional<Point> first(std::string_view text);
+    std::optional<First> first(std::string_view text);
 
     struct Arguments {
         bool complete;  // all of them were there
-        std::array<Vec2, 4> points;
+        std::array<Point, 4> points;
         std::array<std::string_view, 4> texts;  // as written, landmarks in their brackets
         std::size_t end;                        // bytes read, the own ")" included
     };
     // The `count` (at most 4) arguments of a function; its "(" comes first, behind blanks if any.
     Arguments arguments(std::string_view text, int count);
 
-    Vec2 landmark(std::string_view name);
+    Point landmark(std::string_view name);
     // A virtual landmark by index, or a construction that is in no list; nothing when it fails.
-    std::optional<Vec2> virtual_landmark(int index);
-    std::optional<Vec2> construction(std::string_view text);
+    std::optional<Point> virtual_landmark(int index);
+    std::optional<Point> construction(std::string_view text);
 
-    Landmarks& landmarks() { return landmarks_; }
+    Arithmetic& arithmetic() { return arithmetic_; }
 
     // The first that was met since it was last exchanged, those of virtual landmarks included wherever they were
     // resolved.
@@ -73,31 +78,19 @@ class PointReader {
         if (!degeneracy_) degeneracy_ = met;
     }
     // Notes one when the two points, as written in `a` and `b`, lie at one place.
-    void expect_apart(Vec2 p, Vec2 q, std::string_view a, std::string_view b);
+    void expect_apart(Point p, Point q, std::string_view a, std::string_view b);
 
  private:
-    enum class Shape {
-        first,  // the first expression of a text
-        arguments,
-        middle,
-        foot,
-        crossing,
-        bisector,
-        extension,
-        effective_a
-    };
-    struct Prefix;
-    static const Prefix prefixes[];
-
-    // A construction whose arguments are being read.
+    // A construction whose arguments are being read, or a text's whole.
     struct Frame {
-        Shape shape;
+        enum class Shape { first, arguments, construction } shape;
         int needed;
+        Construction construction{};
         int read = 0;
         int open_brackets = 0;  // "(" met between arguments
         bool complete = true;
         const char* begin = nullptr;  // of the construction's text
-        std::array<Vec2, 4> points{};
+        std::array<Point, 4> points{};
         std::array<std::string_view, 4> texts{};
     };
     // A text being read: the caller's or a virtual landmark's construction. Its frames begin at first_frame.
@@ -110,19 +103,19 @@ class PointReader {
         std::optional<Degeneracy> outer = {};  // met before, further out
     };
 
-    Frame run(std::string_view text, int landmark, Shape shape, int needed, std::size_t* end);
+    Frame run(std::string_view text, int landmark, Frame outermost, std::size_t* end);
     void find_argument();
     void read_name();
     std::string_view number_and_close();
-    Vec2 constructed(const Frame& frame, std::string_view number);
-    Vec2 effective_a();
-    void check_constructed(const Frame& frame, std::string_view number);
+    Point constructed(const Frame& frame, std::string_view number);
+    Point effective_a();
+    void check_constructed(const Frame& frame, double number);
     void expect_crossing(const Frame& frame);
-    void deliver(Vec2 point, std::string_view text);
+    void deliver(Point point, std::string_view text);
     void finish_landmark(Source& source, const Frame& finished);
     void note_landmark(int index);
 
-    Landmarks& landmarks_;
+    Arithmetic& arithmetic_;
     std::vector<Frame> frames_;
     std::vector<Source> sources_;
     std::optional<Degeneracy> degeneracy_;

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "SheetMeasurer.h"
 #include "analysis/face.h"
 #include "analysis/result_text.h"
 
@@ -23,12 +24,12 @@ bool holds(const CStringArray& names, const CString& name) {
 }
 
 // Norms that are formulas over missing landmarks would come out as numbers all the same: they are left out.
-void set_norm(ResultRow& row, const SheetRow& found, SheetMeasurement& subject, int item) {
+void set_norm(ResultRow& row, const SheetRow& found, SheetMeasurer& measurer, int item, int sex, int band) {
     if (found.norm_needs_band) return;  // a mean without its SD says little, and an SD alone nothing
-    row.normMissing = subject.Missing(item, SheetPart::mean);
+    row.normMissing = measurer.Missing(0, item, SheetPart::mean, sex, band);
     row.hasMean = found.has_mean && row.normMissing.IsEmpty() && std::isfinite(found.mean);
     if (row.hasMean) row.mean = found.mean;
-    const CStringArray for_sd = subject.Missing(item, SheetPart::sd);
+    const CStringArray for_sd = measurer.Missing(0, item, SheetPart::sd, sex, band);
     row.hasSd = found.has_sd && for_sd.IsEmpty() && std::isfinite(found.sd);
     if (row.hasSd) row.sd = found.sd;
     for (INT_PTR i = 0; i < for_sd.GetSize(); ++i)
@@ -36,7 +37,7 @@ void set_norm(ResultRow& row, const SheetRow& found, SheetMeasurement& subject, 
 }
 
 // The row but for its texts; a text item's text goes to valueText.
-ResultRow measured(const SheetItem& definition, int item, SheetMeasurement& subject) {
+ResultRow measured(const SheetItem& definition, SheetMeasurer& measurer, int item, int sex, int band) {
     ResultRow row;
     row.title = definition.name;
     row.unit = definition.unit;
@@ -46,9 +47,9 @@ ResultRow measured(const SheetItem& definition, int item, SheetMeasurement& subj
     row.sign = definition.sign;
     if (definition.heading) row.state = ResultState::heading;
     if (definition.expression.IsEmpty()) return row;
-    const SheetRow found = subject.Evaluate(item);
-    set_norm(row, found, subject, item);
-    row.missing = subject.Missing(item, SheetPart::value);
+    const SheetRow found = measurer.Evaluate(0, item, sex, band);
+    set_norm(row, found, measurer, item, sex, band);
+    row.missing = measurer.Missing(0, item, SheetPart::value, sex, band);
     if (!row.missing.IsEmpty()) {
         row.state = ResultState::missing;
     } else if (found.at_one_place || found.parallel) {
@@ -121,14 +122,15 @@ ResultList::ResultList(const AnalysisSheet& sheet, const SheetSubject& subject, 
 
 void ResultList::fill(const AnalysisSheet& sheet, const SheetSubject& subject, bool sexKnown) {
     title_ = sheet.Title();
-    SheetSubject as_male = subject, as_female = subject;
-    as_male.sex = male, as_female.sex = female;
-    SheetMeasurement his_or_known(sheet, sexKnown ? subject : as_male), hers(sheet, as_female);
+    const SheetSet alone(sheet);
+    SheetMeasurer his_or_known(alone), hers(alone);
+    his_or_known.Measure(subject);
+    if (!sexKnown) hers.Measure(subject);
     for (int item = 0; item < sheet.GetCount(); ++item) {
         const SheetItem definition = sheet.GetItem(item);
-        ResultRow row = measured(definition, item, his_or_known);
+        ResultRow row = measured(definition, his_or_known, item, sexKnown ? subject.sex : male, subject.band);
         if (!sexKnown) {
-            const ResultRow her_row = measured(definition, item, hers);
+            const ResultRow her_row = measured(definition, hers, item, female, subject.band);
             norms_differ_ = norms_differ_ || !same_norms(row, her_row);
             row = common(std::move(row), her_row);
         }

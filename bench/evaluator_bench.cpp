@@ -17,6 +17,7 @@
 #include "CephCalc.h"
 #include "Framework.h"
 #include "LandmarkTable.h"
+#include "SheetMeasurer.h"
 #ifdef BENCH_MUPARSER
 #include <muParser.h>
 #endif
@@ -119,6 +120,82 @@ void SixtyItems_Sheet(benchmark::State& state) {
         for (int i = 0; i < 60; ++i) benchmark::DoNotOptimize(sheet.Evaluate(i, subject));
 }
 BENCHMARK(SixtyItems_Sheet);
+
+// The lateral analyses that ship, held in memory, on a film whose landmarks lie as on the average face.
+class Shipped {
+ public:
+    Shipped() {
+        const fs::path folder = fs::path(TOOL_SOURCE_DIR) / "anaitem/CalcForm";
+        std::ifstream list(folder / "list.txt");
+        for (std::string file; list >> file;) sheets_.emplace_back(0, (folder / file).c_str());
+        subject.record = &record;
+    }
+    SheetSet set() const {
+        std::vector<const AnalysisSheet*> all;
+        for (const AnalysisSheet& sheet : sheets_) all.push_back(&sheet);
+        return SheetSet(all);
+    }
+    // Calls visit(sheet, number of the sheet, item) for each item that has a formula.
+    template <class Visit>
+    int each_item(const Visit& visit) const {
+        int count = 0;
+        for (int sheet = 0; sheet < static_cast<int>(sheets_.size()); ++sheet)
+            for (int item = 0; item < sheets_[sheet].GetCount(); ++item)
+                if (!sheets_[sheet].GetItem(item).expression.IsEmpty()) visit(sheets_[sheet], sheet, item), ++count;
+        return count;
+    }
+
+    tagPOINTLAT record = face();
+    SheetSubject subject;
+
+ private:
+    std::vector<AnalysisSheet> sheets_;
+};
+
+void ShippedLateral_Text(benchmark::State& state) {
+    Shipped shipped;
+    std::vector<std::pair<const AnalysisSheet*, CString>> items;
+    shipped.each_item(
+        [&](const AnalysisSheet& sheet, int, int item) { items.emplace_back(&sheet, sheet.GetItem(item).name); });
+    for (auto _ : state)
+        for (const auto& [sheet, name] : items)
+            benchmark::DoNotOptimize(sheet->Calc_1(0, name, shipped.subject, 1.0, nullptr, nullptr));
+    state.SetItemsProcessed(state.iterations() * static_cast<std::int64_t>(items.size()));
+}
+BENCHMARK(ShippedLateral_Text);
+
+// All values, after one landmark has moved by a pixel.
+void ShippedLateral_Set(benchmark::State& state) {
+    Shipped shipped;
+    const SheetSet set = shipped.set();
+    SheetMeasurer measurer(set);
+    const int items = shipped.each_item([](const AnalysisSheet&, int, int) {});
+    for (auto _ : state) {
+        shipped.record.Point[0].x ^= 1;
+        measurer.Measure(shipped.subject);
+        benchmark::DoNotOptimize(measurer);
+    }
+    state.SetItemsProcessed(state.iterations() * items);
+}
+BENCHMARK(ShippedLateral_Set);
+
+// The same with the rows: norms, deviations and what is missing.
+void ShippedLateral_SetRows(benchmark::State& state) {
+    Shipped shipped;
+    const SheetSet set = shipped.set();
+    SheetMeasurer measurer(set);
+    std::vector<std::pair<int, int>> items;
+    shipped.each_item([&](const AnalysisSheet&, int sheet, int item) { items.emplace_back(sheet, item); });
+    for (auto _ : state) {
+        shipped.record.Point[0].x ^= 1;
+        measurer.Measure(shipped.subject);
+        for (const auto& [sheet, item] : items)
+            if (!measurer.Lacks(sheet, item, SheetPart::value, 1, 0))
+                benchmark::DoNotOptimize(measurer.Evaluate(sheet, item, 1, 0));
+    }
+    state.SetItemsProcessed(state.iterations() * static_cast<std::int64_t>(items.size()));
+}
+BENCHMARK(ShippedLateral_SetRows);
 
 #ifdef BENCH_MUPARSER
 // Landmarks are variables that hold their slots; norms are numbers at hand, so this does a part of the work only.

@@ -1,10 +1,36 @@
-// Any formula: only its extent is overwritten, at most 99 values are made, and it gives the same bits twice.
+// Any formula: only its extent is overwritten, at most 99 values are made, and it gives the same bits twice, and as a
+// program.
 #include <cstdint>
 #include <cstring>
 #include <vector>
 
+#include "AnalysisSheet.h"
 #include "CephCalc.h"
 #include "fuzz/subject.h"
+
+namespace {
+
+// Whatever the formula, an item's and a norm's, and what refers to it: a program gives what the text gives.
+void require_program_gives_as_much(int kind, const std::string& formula, tool_fuzz::Subject& subject) {
+    const std::string text = "Calc:\nA=" + formula + "\nB=case(\"A\")+sdu(\"A\")\nC=1+1\nMean:\nA=7\nC=" + formula +
+                             ":1\nSD:\nA=2\nB=" + formula + "\n";
+    const AnalysisSheet sheet(kind, text.data(), text.size());
+    const SheetSubject who{
+        subject.record(kind), &subject.virtual_count, subject.virtuals, &subject.user_count, subject.users, 1, 0};
+    for (int item = 0; item < sheet.GetCount(); ++item) {
+        const SheetRow row = sheet.Evaluate(item, who);
+        const CString name = sheet.GetItem(item).name;
+        const double by_text[] = {sheet.Calc_1(0, name, who, 1, nullptr, nullptr),
+                                  sheet.Calc_1(2, name, who, 1, nullptr, nullptr),
+                                  sheet.Calc_1(3, name, who, 1, nullptr, nullptr)};
+        const double by_program[] = {row.value, row.mean, row.sd};
+        for (int i = 0; i < 3; ++i)
+            tool_fuzz::require(std::memcmp(&by_text[i], &by_program[i], sizeof(double)) == 0 ||
+                               (by_text[i] != by_text[i] && by_program[i] != by_program[i]));
+    }
+}
+
+}  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     using tool_fuzz::require;
@@ -34,5 +60,6 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         require(formula.compare(limit, std::string::npos, buffer.data() + limit) == 0);
     }
     require(std::memcmp(&results[0], &results[1], sizeof results[0]) == 0);
+    require_program_gives_as_much(kind, formula, subject);
     return 0;
 }

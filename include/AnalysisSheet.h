@@ -10,6 +10,10 @@
 #include "framework/export.h"
 #include "framework/text.h"
 
+namespace tool {
+struct SheetBody;
+}
+
 // Whose landmarks are measured, as in the calls of CCephCalc. Nothing is kept or changed of what the pointers lead to.
 struct SheetSubject {
     void* record = nullptr;            // of the sheet's kind: tagPOINTLAT, tagPOINTPA or tagPOINTMO
@@ -111,31 +115,7 @@ class TOOL_API AnalysisSheet {
     CStringArray Missing(int index, SheetPart part, const SheetSubject& subject) const;
 
  private:
-    friend class SheetMeasurement;
-    struct Body;
+    friend class SheetSet;
     int kind_;
-    std::unique_ptr<const Body> body_;  // null: not loaded
-};
-
-// One subject measured with one sheet, item after item. Gives what the sheet's own calls give for each item, and works
-// out only once what items share. The sheet and what the subject leads to outlive it unchanged; for one thread.
-class TOOL_API SheetMeasurement {
- public:
-    SheetMeasurement(const AnalysisSheet& sheet, const SheetSubject& subject);
-    ~SheetMeasurement();
-    SheetMeasurement(const SheetMeasurement&) = delete;
-    SheetMeasurement& operator=(const SheetMeasurement&) = delete;
-
-    SheetRow Evaluate(int index);
-    CStringArray Missing(int index, SheetPart part);
-
- private:
-    friend class AnalysisSheet;
-    struct Body;
-    template <class Work>
-    bool done(Work&& work);
-
-    const AnalysisSheet& sheet_;
-    SheetSubject subject_;
-    std::unique_ptr<Body> body_;
+    std::shared_ptr<const tool::SheetBody> body_;  // null: not loaded
 };

@@ -22,25 +22,6 @@ std::string unique(const std::string& name, std::set<std::string>& taken) {
     return candidate;
 }
 
-std::set<std::string_view> bracketed(std::string_view text) {
-    std::set<std::string_view> names;
-    for (std::size_t open; (open = text.find('[')) != std::string_view::npos;) {
-        text.remove_prefix(open);
-        const std::size_t end = std::min(text.find(']'), text.size());
-        names.insert(text.substr(0, end));
-        text.remove_prefix(end);
-    }
-    return names;
-}
-
-// Whether its alternatives, if any, name no landmark beside those of the formula that chooses. Texts name none.
-bool needs_one_set(const std::string& formula) {
-    const std::size_t semicolon = std::min(formula.find(';'), formula.size());
-    const std::string_view whole(formula), alternatives = whole.substr(semicolon);
-    return std::ranges::includes(bracketed(whole.substr(0, semicolon)), bracketed(alternatives)) &&
-           alternatives.find("EffectiveA") == std::string_view::npos;
-}
-
 }  // namespace
 
 const AnalysisSheet* BatchAnalysis::sheet(Kind kind) const {
@@ -49,7 +30,7 @@ const AnalysisSheet* BatchAnalysis::sheet(Kind kind) const {
 }
 
 BatchColumns batch_columns(std::span<const Analysis* const> analyses, BatchParts parts) {
-    BatchColumns columns{.analyses = {}, .names = {}, .parts = parts};
+    BatchColumns columns{.analyses = {}, .sets = {}, .names = {}, .parts = parts};
     std::set<std::string> taken;
     for (std::size_t i = 0; i < analyses.size(); ++i) {
         const Analysis& analysis = *analyses[i];
@@ -66,12 +47,16 @@ BatchColumns batch_columns(std::span<const Analysis* const> analyses, BatchParts
             const SheetItem definition = analysis.sheet.GetItem(item);
             if (definition.heading) continue;
             made.items.push_back({item, !definition.expression.IsEmpty()});
-            made.plain = made.plain && needs_one_set(static_cast<LPCSTR>(definition.expression));
             const std::string name = unique(made.name + ":" + printable(Utf8FromCodePage932(definition.name)), taken);
             columns.names.push_back(name);
             if (parts.norms) columns.names.insert(columns.names.end(), {name + ":mean", name + ":sd"});
             if (parts.deviations) columns.names.push_back(name + ":deviation");
         }
+    }
+    for (const Kind kind : all_kinds) {
+        std::vector<const AnalysisSheet*> sheets;
+        for (const BatchAnalysis& made : columns.analyses) sheets.push_back(made.sheet(kind));
+        columns.sets.emplace_back(sheets);
     }
     return columns;
 }

@@ -1,6 +1,8 @@
 // What a batch measures, as the columns of its table.
 #pragma once
 
+#include <SheetMeasurer.h>
+
 #include <span>
 #include <string>
 #include <vector>
@@ -24,15 +26,13 @@ struct BatchAnalysis {
         bool has_formula;
     };
     std::vector<Item> items;  // those with a column: all but headings
-    // What a case lacks depends on which landmarks it has and on nothing else: no alternative needs one more than the
-    // formula that chooses it.
-    bool plain = true;
 
     const AnalysisSheet* sheet(Kind kind) const;
 };
 
 struct BatchColumns {
     std::vector<BatchAnalysis> analyses;
+    std::vector<SheetSet> sets;      // of each kind of case the sheets for it, in the order of the analyses
     std::vector<std::string> names;  // "Steiner:SNA" and, as `parts` has it, "…:mean", "…:sd", "…:deviation"
     BatchParts parts;
 };

@@ -45,40 +45,22 @@ const CaseMeasurer::Norms& CaseMeasurer::norms_of(const Analysis& analysis, cons
     return found->second;
 }
 
-const std::vector<CaseMeasurer::Lacks>& CaseMeasurer::lacks_of(std::size_t index, Kind kind,
-                                                               const SheetSubject& subject,
-                                                               SheetMeasurement& measurement) {
-    const BatchAnalysis& analysis = columns_.analyses[index];
-    std::vector<Lacks>* lacks = &lacks_;
-    if (analysis.plain && !landmarks_.empty()) {
-        if (known_lacks_.size() > most_kept) known_lacks_.clear();
-        const auto [found, is_new] = known_lacks_.try_emplace({index, kind, subject.sex, subject.band, landmarks_});
-        lacks = &found->second;
-        if (!is_new) return *lacks;
-    }
-    lacks->clear();
-    const bool norms = with_norms();
-    for (const BatchAnalysis::Item& item : analysis.items) {
-        const auto any = [&](SheetPart part) {
-            return !item.has_formula || !measurement.Missing(item.index, part).IsEmpty();
-        };
-        lacks->push_back({any(SheetPart::value), norms && any(SheetPart::mean), norms && any(SheetPart::sd)});
-    }
-    return *lacks;
-}
-
-void CaseMeasurer::measure_as(std::size_t index, Kind kind, const SheetSubject& subject, std::span<BatchItem> items) {
-    const BatchAnalysis& analysis = columns_.analyses[index];
-    SheetMeasurement measurement(*analysis.sheet(kind), subject);
-    const std::vector<Lacks>& lacks = lacks_of(index, kind, subject, measurement);
+void CaseMeasurer::measure_as(std::size_t index, SheetMeasurer& sheets, Sex sex, int band, std::span<BatchItem> items) {
+    const int sheet = static_cast<int>(index), engine_sex = static_cast<int>(sex);
+    const std::vector<BatchAnalysis::Item>& wanted = columns_.analyses[index].items;
     const bool norms = with_norms();
     for (std::size_t i = 0; i < items.size(); ++i) {
-        if (lacks[i].value && !norms) continue;
-        const SheetRow row = measurement.Evaluate(analysis.items[i].index);
+        const auto lacks = [&](SheetPart part) { return sheets.Lacks(sheet, wanted[i].index, part, engine_sex, band); };
+        const bool lacks_value = !wanted[i].has_formula || lacks(SheetPart::value);
+        if (lacks_value && !norms) continue;
+        const SheetRow row = sheets.Evaluate(sheet, wanted[i].index, engine_sex, band);
         BatchItem& item = items[i];
-        item.mean = finite(row.has_mean && !lacks[i].mean && !row.norm_needs_band, row.mean);
-        item.sd = finite(row.has_sd && !lacks[i].sd && !row.norm_needs_band, row.sd);
-        if (lacks[i].value || row.needs_band || row.at_one_place || row.parallel) continue;
+        const auto has_norm = [&](bool has, SheetPart part) {
+            return has && !row.norm_needs_band && !(norms && lacks(part));
+        };
+        item.mean = finite(has_norm(row.has_mean, SheetPart::mean), row.mean);
+        item.sd = finite(has_norm(row.has_sd, SheetPart::sd), row.sd);
+        if (lacks_value || row.needs_band || row.at_one_place || row.parallel) continue;
         if (row.is_text) {
             item.text = printable(Utf8FromCodePage932(row.text));
             continue;
@@ -91,12 +73,9 @@ void CaseMeasurer::measure_as(std::size_t index, Kind kind, const SheetSubject& 
 
 const MeasuredCase& CaseMeasurer::measure(const Case& record) {
     CaseRecord fields(record);
-    landmarks_.clear();
-    // A virtual landmark lacks what its construction lacks, so that names would not be enough.
-    if (record.virtuals.empty()) {
-        for (const auto* landmarks : {&record.landmarks, &record.user})
-            for (const Landmark& landmark : *landmarks) landmarks_.append(landmark.name).push_back('\n');
-    }
+    std::optional<SheetMeasurer>& sheets = sheets_[static_cast<std::size_t>(record.kind)];
+    if (!sheets) sheets.emplace(columns_.sets[static_cast<std::size_t>(record.kind)]);
+    sheets->Measure(fields.subject(0, 0));
     std::vector<BatchItem>& all = measured_.items;
     std::vector<std::string>& remarks = measured_.remarks;
     all.clear();
@@ -114,10 +93,10 @@ const MeasuredCase& CaseMeasurer::measure(const Case& record) {
         }
         const std::span<BatchItem> items(all.data() + first, analysis.items.size());
         const Sex sex = record.sex.value_or(Sex::male);
-        measure_as(index, record.kind, fields.subject(static_cast<int>(sex), norms.band), items);
+        measure_as(index, *sheets, sex, norms.band, items);
         if (record.sex) continue;
         hers_.assign(items.size(), {});
-        measure_as(index, record.kind, fields.subject(static_cast<int>(Sex::female), norms.band), hers_);
+        measure_as(index, *sheets, Sex::female, norms.band, hers_);
         for (std::size_t i = 0; i < items.size(); ++i) same_norms = keep_common(items[i], hers_[i]) && same_norms;
     }
     if (!same_norms) remarks.push_back(norms_by_sex().code);

@@ -31,11 +31,6 @@ class CaseMeasurer {
     const MeasuredCase& measure(const Case& record);
 
  private:
-    // Which parts of an item a case lacks landmarks for.
-    struct Lacks {
-        bool value = false, mean = false, sd = false;
-    };
-
     // The engine reads an analysis' stages from its file at every question: the answers are kept.
     struct Norms {
         int band = 0;
@@ -44,21 +39,16 @@ class CaseMeasurer {
 
     bool with_norms() const { return columns_.parts.norms || columns_.parts.deviations; }
     const Norms& norms_of(const Analysis& analysis, const Case& record);
-    const std::vector<Lacks>& lacks_of(std::size_t analysis, Kind kind, const SheetSubject& subject,
-                                       SheetMeasurement& measurement);
-    void measure_as(std::size_t analysis, Kind kind, const SheetSubject& subject, std::span<BatchItem> items);
+    void measure_as(std::size_t analysis, SheetMeasurer& sheets, Sex sex, int band, std::span<BatchItem> items);
 
     const BatchColumns& columns_;
     std::optional<int> band_;
     MeasuredCase measured_;
     std::vector<BatchItem> hers_;
-    std::vector<Lacks> lacks_;
+    std::optional<SheetMeasurer> sheets_[std::size(all_kinds)];
 
     using Grown = std::tuple<const Analysis*, std::optional<Sex>, int, std::string>;  // … months, dental stage
     std::map<Grown, Norms> known_norms_;
-    // Most cases of a batch have the same landmarks, and so lack the same.
-    std::string landmarks_;  // of the case, by name
-    std::map<std::tuple<std::size_t, Kind, int, int, std::string>, std::vector<Lacks>> known_lacks_;
 };
 
 }  // namespace cephtool

@@ -6,6 +6,7 @@
 #include <thread>
 
 #include "ResultList.h"
+#include "SheetMeasurer.h"
 #include "tests/analysis/subject.h"
 
 namespace tool_test {
@@ -279,7 +280,7 @@ std::string seen(const SheetRow& row, const CStringArray& value, const CStringAr
     return static_cast<LPCSTR>(text) + listed(value) + "|" + listed(mean) + "|" + listed(sd);
 }
 
-TEST(SheetMeasurement, GivesWhatEachItemGivesAloneInWhateverOrder) {
+TEST(SheetMeasurer, GivesWhatEachItemGivesAloneInWhateverOrder) {
     const unsigned seed = std::random_device()();
     std::mt19937 random(seed);
     Lateral face = small_face();
@@ -309,11 +310,15 @@ TEST(SheetMeasurement, GivesWhatEachItemGivesAloneInWhateverOrder) {
         text += means + sds;
         const AnalysisSheet sheet(0, text.data(), text.size());
         const SheetSubject who = face.on_sheet();
-        SheetMeasurement measurement(sheet, who);
+        const SheetSet alone(sheet);
+        SheetMeasurer measurer(alone);
+        measurer.Measure(who);
         for (int look = 0; look < 20; ++look) {
             const int i = static_cast<int>(random() % 8);
-            ASSERT_EQ(seen(measurement.Evaluate(i), measurement.Missing(i, SheetPart::value),
-                           measurement.Missing(i, SheetPart::mean), measurement.Missing(i, SheetPart::sd)),
+            ASSERT_EQ(seen(measurer.Evaluate(0, i, who.sex, who.band),
+                           measurer.Missing(0, i, SheetPart::value, who.sex, who.band),
+                           measurer.Missing(0, i, SheetPart::mean, who.sex, who.band),
+                           measurer.Missing(0, i, SheetPart::sd, who.sex, who.band)),
                       seen(sheet.Evaluate(i, who), sheet.Missing(i, SheetPart::value, who),
                            sheet.Missing(i, SheetPart::mean, who), sheet.Missing(i, SheetPart::sd, who)))
                 << i << "\n"
@@ -322,7 +327,7 @@ TEST(SheetMeasurement, GivesWhatEachItemGivesAloneInWhateverOrder) {
     }
 }
 
-TEST(SheetMeasurement, TakesTimeInProportionToAChainOfItemsAndItsLimit) {
+TEST(SheetMeasurer, TakesTimeInProportionToAChainOfItemsAndItsLimit) {
     const auto chain = [](int items, const std::string& last) {
         std::string text = "Calc:\n";
         for (int i = 0; i + 1 < items; ++i)
@@ -339,9 +344,11 @@ TEST(SheetMeasurement, TakesTimeInProportionToAChainOfItemsAndItsLimit) {
     }
     const std::string text = chain(12000, "len([S],[N])");
     const AnalysisSheet sheet(0, text.data(), text.size());
-    SheetMeasurement measurement(sheet, face.on_sheet());
+    const SheetSet alone(sheet);
+    SheetMeasurer measurer(alone);
+    measurer.Measure(face.on_sheet());
     for (const int i : {11000, 0, 3000, 1, 9999})
-        EXPECT_EQ(measurement.Evaluate(i).value, sheet.Evaluate(i, face.on_sheet()).value) << i;
+        EXPECT_EQ(measurer.Evaluate(0, i, 1, 0).value, sheet.Evaluate(i, face.on_sheet()).value) << i;
     EXPECT_LT(std::chrono::steady_clock::now() - begin, std::chrono::seconds(20))
         << "minutes, when each item walks alone";
 }

@@ -25,7 +25,7 @@ TEST(FormulaLanguage, ThePageHasEveryFunctionWithItsPictureAndNoOther) {
         shown.insert(line.substr(picture + 9, line.find('"', picture) - picture - 9));
         for (const std::string& name : section) without_picture.erase(name);
     }
-    for (const auto& names : {tool::Formula::function_names(), tool::PointReader::construction_names()})
+    for (const auto& names : {tool::function_names(), tool::construction_names()})
         known.insert(names.begin(), names.end());
     EXPECT_EQ(described, known);
     EXPECT_THAT(without_picture, testing::IsEmpty());

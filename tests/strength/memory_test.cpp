@@ -4,6 +4,7 @@
 #include <Framework.h>
 #include <JapEra.h>
 #include <ResultList.h>
+#include <SheetMeasurer.h>
 #include <Tools.h>
 #include <gtest/gtest.h>
 
@@ -47,6 +48,16 @@ TEST(Memory, WithoutItACallGivesTheFailureStatedAndNothingElse) {
         {"Title", [&] { return sheet.Title().GetLength(); }, 0},
         {"GetItem", [&] { return sheet.GetItem(0).name.GetLength(); }, 0},
         {"Evaluate", [&] { return sheet.Evaluate(0, who).value; }, nan},
+        {"Evaluate, a new sheet",
+         [&] { return AnalysisSheet(0, analysis.data(), analysis.size()).Evaluate(0, who).value; }, nan, 0},
+        {"SheetMeasurer",
+         [&] {
+             const SheetSet set({&sheet, &sheet});
+             SheetMeasurer measurer(set);
+             measurer.Measure(who);
+             return measurer.Lacks(1, 0, SheetPart::mean, 1, 0) ? nan : measurer.Evaluate(1, 0, 1, 0).value;
+         },
+         nan},
         {"Missing", [&] { return sheet.Missing(0, SheetPart::mean, who).GetSize(); }, 1},
         {"Calc_1", [&] { return sheet.Calc_1(1, "An item with a long name", who, 1, nullptr, nullptr); }, 0},
         {"Get_MeanSD", [&] { return sheet.Get_MeanSD("An item with a long name", 0, who, 1, 1).GetLength(); }, 0},

@@ -1,0 +1,46 @@
+#include "analysis/sheet_body.h"
+
+#include "analysis/formula_unit.h"
+#include "analysis/item_text.h"
+#include "analysis/landmark_names.h"
+#include "analysis/measures.h"
+#include "analysis/program_writer.h"
+
+namespace tool {
+
+SheetBody::SheetBody(int its_kind, std::string text)
+    : kind(its_kind), file(std::move(text)), lines(file.items()), sample(sample_of(file.text())) {
+    file.build_index();
+    if (is_cast(kind)) cast_decimals = tool::cast_decimals();
+}
+
+const Program& SheetBody::program() const {
+    std::call_once(program_made_, [this] {
+        ProgramWriter writer(kind);
+        writer.add(file);
+        program_ = writer.finished();
+    });
+    return program_;
+}
+
+const std::vector<SheetItem>& SheetBody::items() const {
+    std::call_once(items_made_, [this] {
+        std::vector<SheetItem> items;
+        for (const NamedLine& line : lines) {
+            const TypedExpression typed = split_type(line.rest);
+            const auto sign = sample.signs.find(line.name);
+            items.push_back({.name = CString(line.name),
+                             .expression = CString(typed.expression),
+                             .unit = CString(unit_of_item(file, line.name)),
+                             .column = typed.type.column,
+                             .mode = typed.type.mode,
+                             .second = line.second_set(),
+                             .heading = !line.rest.data(),
+                             .sign = CString(sign == sample.signs.end() ? std::string_view() : sign->second)});
+        }
+        items_ = std::move(items);
+    });
+    return items_;
+}
+
+}  // namespace tool
