@@ -6,9 +6,9 @@
 #include <iostream>
 #include <string>
 
-#include "host/case/case_format.h"
-#include "host/case/case_record.h"
-#include "host/growth/vertebrae.h"
+#include "cases/case_format.h"
+#include "cases/case_record.h"
+#include "cases/vertebrae.h"
 
 namespace {
 

@@ -9,9 +9,9 @@
 #include <random>
 #include <string>
 
-#include "host/date_reader.h"
-#include "host/era_calendar.h"
-#include "host/error.h"
+#include "base/date_reader.h"
+#include "base/era_calendar.h"
+#include "base/error.h"
 
 namespace {
 

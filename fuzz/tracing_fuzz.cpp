@@ -5,7 +5,7 @@
 #include <iostream>
 #include <string>
 
-#include "host/tracing/tracing_file.h"
+#include "report/tracing_file.h"
 
 namespace {
 

@@ -6,13 +6,13 @@
 #include <ostream>
 #include <sstream>
 
-#include "host/case/case_builder.h"
-#include "host/case/case_record.h"
-#include "host/csv.h"
-#include "host/numbers.h"
+#include "base/csv.h"
+#include "base/numbers.h"
+#include "base/suggestion.h"
+#include "base/text_width.h"
+#include "cases/case_builder.h"
+#include "cases/case_record.h"
 #include "host/output.h"
-#include "host/suggestion.h"
-#include "host/text_width.h"
 
 namespace cephtool {
 namespace {

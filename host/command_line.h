@@ -9,7 +9,7 @@
 #include <string>
 #include <vector>
 
-#include "host/case/case.h"
+#include "cases/case.h"
 #include "host/command.h"
 
 namespace CLI {

@@ -6,11 +6,11 @@
 #include <regex>
 #include <set>
 
-#include "host/case/case_format.h"
-#include "host/catalogue.h"
+#include "cases/case_format.h"
 #include "host/command_line.h"
-#include "host/display_mode.h"
 #include "host/profile.h"
+#include "results/catalogue.h"
+#include "tracing/display_mode.h"
 
 namespace cephtool {
 namespace {

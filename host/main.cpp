@@ -1,9 +1,9 @@
 #include <iostream>
 
+#include "base/path.h"
+#include "base/system.h"
 #include "host/command.h"
-#include "host/path.h"
 #include "host/standard_input.h"
-#include "host/system.h"
 #include "host/terminal.h"
 
 #ifdef _WIN32

@@ -6,12 +6,12 @@
 #include <filesystem>
 #include <fstream>
 
-#include "host/error.h"
+#include "base/error.h"
+#include "base/library_name.h"
+#include "base/path.h"
+#include "base/system.h"
+#include "base/text_width.h"
 #include "host/interruption.h"
-#include "host/library_name.h"
-#include "host/path.h"
-#include "host/system.h"
-#include "host/text_width.h"
 
 namespace cephtool {
 namespace {

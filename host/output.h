@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "host/error.h"
+#include "base/error.h"
 
 namespace cephtool {
 

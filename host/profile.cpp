@@ -3,11 +3,11 @@
 #include <filesystem>
 #include <string_view>
 
-#include "host/error.h"
-#include "host/library_name.h"
-#include "host/path.h"
-#include "host/program_folder.h"
-#include "host/text_width.h"
+#include "base/error.h"
+#include "base/library_name.h"
+#include "base/path.h"
+#include "base/program_folder.h"
+#include "base/text_width.h"
 
 namespace cephtool {
 namespace {

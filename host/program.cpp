@@ -3,11 +3,11 @@
 #include <iostream>
 #include <new>
 
+#include "base/suggestion.h"
+#include "base/text_width.h"
 #include "host/command.h"
 #include "host/completion.h"
 #include "host/output.h"
-#include "host/suggestion.h"
-#include "host/text_width.h"
 
 namespace cephtool {
 namespace {

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <ostream>
 
-#include "host/text_width.h"
+#include "base/text_width.h"
 
 namespace cephtool {
 

@@ -6,8 +6,8 @@
 #include <string>
 #include <vector>
 
-#include "host/catalogue.h"
 #include "host/command.h"
+#include "results/catalogue.h"
 
 namespace cephtool {
 

@@ -2,8 +2,8 @@
 
 #include <ios>
 
+#include "base/system.h"
 #include "host/interruption.h"
-#include "host/system.h"
 
 namespace cephtool {
 

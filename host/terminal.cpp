@@ -3,7 +3,7 @@
 #include <cstdlib>
 #include <string_view>
 
-#include "host/system.h"
+#include "base/system.h"
 
 namespace cephtool {
 namespace {

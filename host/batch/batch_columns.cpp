@@ -5,7 +5,7 @@
 #include <algorithm>
 #include <set>
 
-#include "host/text_width.h"
+#include "base/text_width.h"
 
 namespace cephtool {
 namespace {

@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "host/catalogue.h"
+#include "results/catalogue.h"
 
 namespace cephtool {
 

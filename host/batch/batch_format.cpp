@@ -2,9 +2,9 @@
 
 #include <nlohmann/json.hpp>
 
-#include "host/csv.h"
-#include "host/numbers.h"
-#include "host/text_width.h"
+#include "base/csv.h"
+#include "base/numbers.h"
+#include "base/text_width.h"
 
 namespace cephtool {
 namespace {

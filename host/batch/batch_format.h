@@ -4,9 +4,9 @@
 #include <span>
 #include <string>
 
+#include "cases/case.h"
 #include "host/batch/batch_columns.h"
 #include "host/batch/case_measurer.h"
-#include "host/case/case.h"
 
 namespace cephtool {
 

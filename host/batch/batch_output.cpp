@@ -6,11 +6,11 @@
 #include <fstream>
 #include <string_view>
 
+#include "base/error.h"
+#include "base/path.h"
+#include "base/text_width.h"
 #include "host/batch/batch_format.h"
-#include "host/error.h"
 #include "host/output.h"
-#include "host/path.h"
-#include "host/text_width.h"
 
 namespace cephtool {
 namespace {

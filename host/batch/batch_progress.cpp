@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "host/numbers.h"
+#include "base/numbers.h"
 
 namespace cephtool {
 namespace {

@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <memory>
 
+#include "base/text_width.h"
 #include "host/batch/ordered_pool.h"
-#include "host/text_width.h"
 
 namespace cephtool {
 namespace {

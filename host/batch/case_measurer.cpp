@@ -4,8 +4,8 @@
 
 #include <cmath>
 
-#include "host/results/measurement.h"
-#include "host/text_width.h"
+#include "base/text_width.h"
+#include "results/measurement.h"
 
 namespace cephtool {
 namespace {

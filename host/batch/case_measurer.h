@@ -7,8 +7,8 @@
 #include <tuple>
 #include <vector>
 
+#include "cases/case_record.h"
 #include "host/batch/batch_columns.h"
-#include "host/case/case_record.h"
 
 namespace cephtool {
 

@@ -2,9 +2,9 @@
 
 #include <algorithm>
 
-#include "host/case/case_format.h"
-#include "host/path.h"
-#include "host/text_width.h"
+#include "base/path.h"
+#include "base/text_width.h"
+#include "cases/case_format.h"
 
 namespace cephtool {
 namespace {

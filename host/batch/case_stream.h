@@ -7,9 +7,9 @@
 #include <memory>
 #include <vector>
 
+#include "cases/case.h"
 #include "host/batch/flat_table.h"
 #include "host/batch/line_reader.h"
-#include "host/case/case.h"
 
 namespace cephtool {
 

@@ -2,11 +2,11 @@
 
 #include <algorithm>
 
-#include "host/case/case_names.h"
-#include "host/case/case_settings.h"
-#include "host/numbers.h"
-#include "host/suggestion.h"
-#include "host/text_width.h"
+#include "base/numbers.h"
+#include "base/suggestion.h"
+#include "base/text_width.h"
+#include "cases/case_names.h"
+#include "cases/case_settings.h"
 
 namespace cephtool {
 namespace {

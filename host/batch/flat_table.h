@@ -7,8 +7,8 @@
 #include <utility>
 #include <vector>
 
-#include "host/case/case.h"
-#include "host/csv.h"
+#include "base/csv.h"
+#include "cases/case.h"
 
 namespace cephtool {
 

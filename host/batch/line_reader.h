@@ -4,7 +4,7 @@
 #include <istream>
 #include <string>
 
-#include "host/source.h"
+#include "base/source.h"
 
 namespace cephtool {
 

@@ -5,11 +5,11 @@
 #include <string>
 #include <string_view>
 
-#include "host/error.h"
+#include "base/error.h"
+#include "base/path.h"
+#include "base/system.h"
+#include "base/text_width.h"
 #include "host/output.h"
-#include "host/path.h"
-#include "host/system.h"
-#include "host/text_width.h"
 
 namespace cephtool {
 namespace {

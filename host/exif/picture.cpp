@@ -8,12 +8,12 @@
 #include <filesystem>
 #include <memory>
 
+#include "base/numbers.h"
+#include "base/path.h"
+#include "base/source.h"
+#include "base/system.h"
+#include "base/text_width.h"
 #include "host/exif/exif_names.h"
-#include "host/numbers.h"
-#include "host/path.h"
-#include "host/source.h"
-#include "host/system.h"
-#include "host/text_width.h"
 
 namespace cephtool {
 namespace {

@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "host/error.h"
+#include "base/error.h"
 
 namespace cephtool {
 

@@ -3,9 +3,9 @@
 #include <algorithm>
 #include <filesystem>
 
-#include "host/path.h"
-#include "host/source.h"
-#include "host/text_width.h"
+#include "base/path.h"
+#include "base/source.h"
+#include "base/text_width.h"
 
 namespace cephtool {
 namespace {
@@ -26,7 +26,8 @@ std::vector<std::string> pictures_below(const std::string& folder) {
     fs::recursive_directory_iterator at(path_from_utf8(folder), failure);
     for (; !failure && at != fs::recursive_directory_iterator(); at.increment(failure)) {
         std::error_code passed_over;  // a link that leads nowhere
-        if (is_named_as_picture(at->path()) && at->is_regular_file(passed_over)) files.push_back(utf8_from_path(at->path()));
+        if (is_named_as_picture(at->path()) && at->is_regular_file(passed_over))
+            files.push_back(utf8_from_path(at->path()));
     }
     if (failure) throw source.error("the folder can't be read", "Check that you may read it and the folders in it.");
     if (files.empty())

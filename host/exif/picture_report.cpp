@@ -3,10 +3,10 @@
 #include <cmath>
 #include <nlohmann/json.hpp>
 
-#include "host/csv.h"
-#include "host/numbers.h"
-#include "host/paint.h"
-#include "host/text_width.h"
+#include "base/csv.h"
+#include "base/numbers.h"
+#include "base/paint.h"
+#include "base/text_width.h"
 
 namespace cephtool {
 namespace {

@@ -4,7 +4,7 @@
 #include <algorithm>
 #include <sstream>
 
-#include "host/text_width.h"
+#include "base/text_width.h"
 
 namespace cephtool {
 namespace {

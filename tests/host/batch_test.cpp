@@ -2,14 +2,14 @@
 
 #include <map>
 
+#include "base/csv.h"
+#include "base/system.h"
+#include "cases/case_format.h"
 #include "host/batch/batch_progress.h"
 #include "host/batch/flat_table.h"
 #include "host/batch/line_reader.h"
 #include "host/batch/run_lock.h"
-#include "host/case/case_format.h"
-#include "host/csv.h"
 #include "host/host_test.h"
-#include "host/system.h"
 
 namespace cephtool {
 namespace {

@@ -4,9 +4,9 @@
 
 #include <nlohmann/json.hpp>
 
+#include "base/text_width.h"
 #include "host/host_test.h"
 #include "host/progress.h"
-#include "host/text_width.h"
 
 namespace cephtool {
 namespace {

@@ -8,7 +8,7 @@
 #include <sstream>
 #include <string>
 
-#include "host/case/case.h"
+#include "cases/case.h"
 #include "host/command.h"
 
 namespace host_test {

@@ -1,7 +1,7 @@
 #include <gmock/gmock.h>
 
+#include "base/path.h"
 #include "host/host_test.h"
-#include "host/path.h"
 
 namespace cephtool {
 namespace {

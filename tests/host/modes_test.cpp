@@ -2,8 +2,8 @@
 
 #include <nlohmann/json.hpp>
 
+#include "base/text_width.h"
 #include "host/host_test.h"
-#include "host/text_width.h"
 
 namespace cephtool {
 namespace {

@@ -3,8 +3,8 @@
 
 #include <regex>
 
+#include "base/path.h"
 #include "host/host_test.h"
-#include "host/path.h"
 
 namespace cephtool {
 namespace {

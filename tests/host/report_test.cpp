@@ -5,10 +5,10 @@
 #include <nlohmann/json.hpp>
 
 #include "host/host_test.h"
-#include "host/report/chart.h"
-#include "host/report/result_table.h"
-#include "host/report/style.h"
-#include "host/report/superimposition.h"
+#include "report/deviation_chart.h"
+#include "report/result_table.h"
+#include "report/style.h"
+#include "report/superimposition.h"
 #include "surface/recording_surface.h"
 
 namespace cephtool {

@@ -4,7 +4,7 @@
 #include <nlohmann/json.hpp>
 
 #include "host/host_test.h"
-#include "host/tracing/tracing.h"
+#include "tracing/tracing.h"
 #ifdef TOOL_SURFACE_PICTURES
 #include "film/window.h"
 #include "surface/picture_surface.h"

@@ -1,0 +1,72 @@
+// cephtool analyze: measures cases.
+#include <ostream>
+
+#include "base/text_width.h"
+#include "host/case_files.h"
+#include "host/command_line.h"
+#include "host/output.h"
+#include "host/profile.h"
+#include "host/selection.h"
+#include "results/results.h"
+
+namespace cephtool {
+namespace {
+
+std::string report(std::span<const CaseResult> results, const std::string& format, bool colour) {
+    if (format == "json") return results_json(results);
+    if (format == "csv") return results_csv(results);
+    std::string text;
+    for (const CaseResult& result : results) text += (text.empty() ? "" : "\n") + results_table(result, colour);
+    return text;
+}
+
+}  // namespace
+
+ExitCode run_analyze(const Command& command, const Arguments& arguments, Streams& streams) {
+    std::vector<std::string> paths, names;
+    std::string folder, output, format;
+    std::optional<int> band;
+    CommandLine line(command, "cephtool analyze lateral-average.json",
+                     "cephtool analyze --format csv --sex f lateral-average.csv lateral-class2.json");
+    line.add_argument("CASE", paths, "files with landmarks; - is standard input").required();
+    line.add_analyses(names);
+    line.add_analysis_folder(folder);
+    line.add_band(band);
+    const CaseOptionFlags case_options(line);
+    line.add_format(format, output, {"table", "json", "csv"});
+    line.add_output(output);
+    if (!line.parse(arguments, streams)) return ExitCode::done;
+    check_inputs(paths);
+    check_output(output, paths);
+    check_output(output, {case_options.file()});
+    check_output(output, names);
+    const ProgramProfile profile(folder);
+    const Selection selection(names, streams);
+    if (selection.chosen().empty()) {
+        throw Error(ExitCode::bad_command_line, "no analyses in " + printable(profile.analysis_folder()),
+                    "A folder of analyses holds \"CalcForm\" with a \"list.txt\". Name one with --anaitem FOLDER.");
+    }
+
+    std::vector<CaseResult> results;
+    const auto measure = [&](const Source& source, Case record) {
+        CaseResult result = measured(std::move(record), selection.chosen(), band, names.empty());
+        if (!names.empty() && result.analyses.empty()) {
+            throw source.error(std::string("this is a ") + name_of(result.record.kind) +
+                                   " case, and none of the analyses named is for its kind",
+                               "\"cephtool analyses\" lists the analyses by kind.");
+        }
+        if (format != "table" || !output.empty()) say_remarks(result.record, streams);
+        if (format == "csv") {
+            for (const LeftOut& left : result.left_out)
+                streams.err << printable(result.record.file) << ": " << left.in_words(Texts(Language::english)) << "\n";
+        }
+        results.push_back(std::move(result));
+    };
+    const ExitCode code = for_each_case(paths, case_options.options(), streams, measure);
+    for (const auto& result : results) check_output(output, {image_file(result.record)});
+    const bool to_terminal = output.empty() && streams.colour;
+    if (!results.empty()) write_result(report(results, format, to_terminal), output, streams.out);
+    return code;
+}
+
+}  // namespace cephtool

@@ -1,0 +1,48 @@
+// cephtool report: a report to print.
+#include <ostream>
+
+#include "base/text_width.h"
+#include "host/commands/report_options.h"
+#include "host/output.h"
+#include "host/profile.h"
+#include "report/report_document.h"
+
+namespace cephtool {
+ExitCode run_report(const Command& command, const Arguments& arguments, Streams& streams) {
+    ReportOptions given;
+    std::string mode_name;
+    bool no_image = false;
+    CommandLine line(command, "cephtool report lateral-class2.json -o report.pdf",
+                     "cephtool report --language ja lateral-openbite.json -o report.pdf");
+    add_report_options(line, given);
+    line.add_text("-o,--output", "FILE", given.output, "FILE.pdf").required();
+    line.add_text("--mode", "MODE", mode_name, "display mode of the tracing, see\n\"cephtool modes\"");
+    line.add_flag("--no-image", no_image, "not over the X-rays that the cases name");
+    const CaseOptionFlags case_options(line);
+    if (!line.parse(arguments, streams)) return ExitCode::done;
+    check_output(given.output, {case_options.file()});
+    if (file_format(given.output) != FileFormat::pdf) {
+        throw Error(ExitCode::bad_command_line, in_quotes(given.output) + " does not end in .pdf",
+                    "A report is a PDF document; \"cephtool chart\" and \"cephtool trace\" write pictures.");
+    }
+#ifndef TOOL_SURFACE_PICTURES
+    throw Error(ExitCode::bad_command_line, "this program was built without Cairo and Pango, and writes no PDF",
+                "\"cephtool chart\" and \"cephtool trace\" write SVG.");
+#endif
+    const ProgramProfile profile(given.folder);
+    const Selection selection(given.analyses, streams);
+    std::vector<FilmResults> films = measured_films(given, case_options.options(), selection, streams);
+    const Kind kind = films.front().record().kind;
+    const DisplayMode mode = chosen_mode(kind, mode_name);
+    const OutlineTemplate face = shipped_template(kind);
+    for (FilmResults& film : films) {
+        if (!no_image) film.film = named_film(film.record());
+        film.tracing = tracing_of(film.record(), mode, selection.listed(), face, OutlineSource::own_or_fitted);
+        for (const std::string& note : film.tracing.notes)
+            streams.err << printable(film.record().file) << ": " << note << "\n";
+    }
+    write_result(report_pdf(films, given.texts()), given.output, streams.out);
+    return ExitCode::done;
+}
+
+}  // namespace cephtool

@@ -1,0 +1,27 @@
+// What the commands "report" and "chart" are told, and the films that they read for it.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "host/command_line.h"
+#include "host/selection.h"
+#include "report/film_results.h"
+#include "results/texts.h"
+
+namespace cephtool {
+
+struct ReportOptions {
+    std::string input, output, folder, language = "en";
+    std::vector<std::string> others, analyses;
+
+    Texts texts() const { return Texts(language == "ja" ? Language::japanese : Language::english); }
+};
+
+void add_report_options(CommandLine& line, ReportOptions& options);
+
+// The case and those that it is compared with, measured, oldest first where all have a date. Notes go to `err`.
+std::vector<FilmResults> measured_films(const ReportOptions& options, const CaseOptions& case_options,
+                                        const Selection& selection, Streams& streams);
+
+}  // namespace cephtool

@@ -1,0 +1,69 @@
+// cephtool stage: how far patients have grown.
+#include <ostream>
+
+#include "host/case_files.h"
+#include "host/command_line.h"
+#include "host/output.h"
+#include "host/profile.h"
+#include "results/growth.h"
+#include "results/growth_findings.h"
+#include "results/growth_report.h"
+
+namespace cephtool {
+namespace {
+
+GrowthResult growth_of(Case record, std::span<const Analysis> analyses) {
+    GrowthResult result{{}, growth_findings(record), {}};
+    for (const Analysis& analysis : analyses) {
+        if (case_kind(analysis) != record.kind) continue;
+        for (const StageSet set : {StageSet::first, StageSet::second}) {
+            Finding finding = stage_finding(analysis, set, record);
+            const bool says_something = finding.stage || !finding.missing.empty();
+            if (says_something) result.stages.push_back(std::move(finding));
+        }
+    }
+    result.record = std::move(record);
+    return result;
+}
+
+std::string report(std::span<const GrowthResult> results, const std::string& format, bool colour) {
+    if (format == "json") return growth_json(results);
+    if (format == "csv") return growth_csv(results);
+    std::string text;
+    for (const GrowthResult& result : results) text += (text.empty() ? "" : "\n") + growth_table(result, colour);
+    return text;
+}
+
+}  // namespace
+
+ExitCode run_stage(const Command& command, const Arguments& arguments, Streams& streams) {
+    std::vector<std::string> paths;
+    std::string folder, output, format;
+    CommandLine line(command, "cephtool stage lateral-class2.json",
+                     "cephtool stage --format csv lateral-average.json lateral-class2.json");
+    line.add_argument("CASE", paths, "files with landmarks; - is standard input").required();
+    line.add_analysis_folder(folder);
+    const CaseOptionFlags case_options(line);
+    line.add_format(format, output, {"table", "json", "csv"});
+    line.add_output(output);
+    if (!line.parse(arguments, streams)) return ExitCode::done;
+    check_inputs(paths);
+    check_output(output, paths);
+    check_output(output, {case_options.file()});
+    const ProgramProfile profile(folder);
+    std::vector<std::string> notes;
+    const std::vector<Analysis> analyses = listed_analyses(notes);
+    for (const std::string& note : notes) streams.err << "note: " << note << "\n";
+
+    std::vector<GrowthResult> results;
+    const ExitCode code = for_each_case(paths, case_options.options(), streams, [&](const Source&, Case record) {
+        if (format != "table" || !output.empty()) say_remarks(record, streams);
+        results.push_back(growth_of(std::move(record), analyses));
+    });
+    for (const auto& result : results) check_output(output, {image_file(result.record)});
+    const bool to_terminal = output.empty() && streams.colour;
+    if (!results.empty()) write_result(report(results, format, to_terminal), output, streams.out);
+    return code;
+}
+
+}  // namespace cephtool

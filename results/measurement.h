@@ -1,0 +1,79 @@
+// What the analyses say about a case: every item's value, norm and deviation, or the reason why there is none.
+#pragma once
+
+#include <ResultList.h>
+
+#include <optional>
+#include <span>
+#include <string>
+#include <vector>
+
+#include "cases/case.h"
+#include "results/catalogue.h"
+#include "results/growth.h"
+#include "results/texts.h"
+
+namespace cephtool {
+
+// A row of the library's result list in UTF-8. Numbers that there are none of are empty, their texts "".
+struct Measurement {
+    bool heading = false;  // of the rows below it; then only the name counts
+    std::string name;
+    std::string unit;  // "deg", "mm", "%", "SD" or ""
+    int column = 0;    // 0..2, the value column that the item's author wants
+    bool marked = false;
+    std::string sign = {};  // what a positive value means, in English and in brackets in Japanese; "" when not told
+    std::optional<double> value;
+    std::string text;  // the verdict of an item that has one in place of a value
+    std::optional<double> mean, sd;
+    std::optional<double> deviation;                                    // of the value from the mean, in SD
+    std::string value_text, mean_text, sd_text, deviation_text, stars;  // as ResultRow has them
+    std::vector<std::string> missing;       // landmarks that the value needs and the case lacks
+    std::vector<std::string> norm_missing;  // the same for the norm
+    Remark reason = {};                     // why there is no value, when no landmark is missing; without a text: none
+    std::vector<Remark> remarks = {};
+
+    bool has_result() const { return value || !text.empty(); }
+};
+
+struct AnalysisResult {
+    const Analysis* analysis;
+    NormBand band;
+    std::vector<Measurement> items;  // in the definition's order
+
+    std::span<const Remark> remarks() const { return band.remarks; }
+};
+
+// An analysis of which no item can be computed.
+struct LeftOut {
+    const Analysis* analysis = nullptr;
+    std::size_t items = 0;                  // headings not counted
+    std::vector<std::string> missing = {};  // landmarks, in the order in which the items ask for them
+
+    // "Steiner: none of its 16 items can be measured, missing S, N, A and 7 more", in at most 80 columns
+    std::string in_words(const Texts& texts) const;
+};
+
+struct CaseResult {
+    Case record;  // measuring adds to what is remarked on it
+    std::vector<AnalysisResult> analyses;
+    std::vector<LeftOut> left_out;
+};
+
+// Measures the case by those of the analyses that are for its kind. `band` is the engine's norm column code; without it
+// the patient's stages choose the column. With `only_fruitful`, analyses of which no item can be computed go to
+// `left_out`. The analyses must outlive the result.
+CaseResult measured(Case record, std::span<const Analysis* const> analyses, std::optional<int> band,
+                    bool only_fruitful);
+
+// What positive values mean, in the texts' language, each with the items that it holds for:
+// "+ in front of the line: U1 to NA distance, Pog to NB". Of items with a value.
+std::vector<std::string> signs_in_words(std::span<const Measurement> items, const Texts& texts);
+
+// The results are those of one analysis, one a film, none of them with a result.
+LeftOut left_out(std::span<const AnalysisResult* const> films);
+
+// That norms which differ between men and women are left out.
+Remark norms_by_sex();
+
+}  // namespace cephtool

@@ -1,0 +1,45 @@
+#include "base/csv.h"
+#include "base/numbers.h"
+#include "base/text_width.h"
+#include "results/results.h"
+
+namespace cephtool {
+namespace {
+
+std::string field(const std::optional<double>& value) {
+    return value ? shortest(*value) : std::string();
+}
+
+std::string age_months(const Case& record) {
+    return record.birth && record.film ? std::to_string(months_at(*record.film, *record.birth)) : std::string();
+}
+
+// Of everything that the item is a part of.
+std::string remarks_on(const CaseResult& result, const AnalysisResult& analysis, const Measurement& item) {
+    std::vector<Remark> all = result.record.remarks;
+    all.insert(all.end(), analysis.remarks().begin(), analysis.remarks().end());
+    all.insert(all.end(), item.remarks.begin(), item.remarks.end());
+    if (!item.reason.code.empty()) all.push_back(item.reason);
+    return codes_of(all);
+}
+
+std::string row(const CaseResult& result, const AnalysisResult& analysis, const Measurement& item) {
+    const std::string value = item.text.empty() ? field(item.value) : csv_field(item.text);
+    return csv_field(printable(result.record.file)) + "," + csv_field(analysis.analysis->title) + "," +
+           csv_field(item.name) + "," + value + "," + item.unit + "," + field(item.mean) + "," + field(item.sd) + "," +
+           field(item.deviation) + "," + csv_field(joined(item.missing, " ")) + "," + age_months(result.record) + "," +
+           remarks_on(result, analysis, item) + "\r\n";
+}
+
+}  // namespace
+
+std::string results_csv(std::span<const CaseResult> results) {
+    std::string text = "case,analysis,item,value,unit,mean,sd,deviation,missing,age_months,remarks\r\n";
+    for (const CaseResult& result : results)
+        for (const AnalysisResult& analysis : result.analyses)
+            for (const Measurement& item : analysis.items)
+                if (!item.heading) text += row(result, analysis, item);
+    return text;
+}
+
+}  // namespace cephtool

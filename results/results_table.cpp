@@ -1,0 +1,124 @@
+#include <algorithm>
+#include <cmath>
+
+#include "base/paint.h"
+#include "base/text_width.h"
+#include "cases/case_facts.h"
+#include "results/results.h"
+
+namespace cephtool {
+namespace {
+
+constexpr int value_width = 9, unit_width = 4, mean_width = 9, sd_width = 7, deviation_width = 7, stars_width = 6;
+constexpr int columns_behind_name =
+    1 + value_width + 1 + unit_width + 1 + mean_width + 1 + sd_width + 1 + deviation_width + 1 + stars_width;
+constexpr int widest_name = page_width - columns_behind_name;
+
+constexpr const char* none = "–";
+
+const char* paint_of(double deviation) {
+    const double size = std::abs(deviation);
+    return size <= 1 ? green : size <= 2 ? amber : red;
+}
+
+std::string or_dash(const std::string& text) {
+    return text.empty() ? none : text;
+}
+
+class AnalysisTable {
+ public:
+    AnalysisTable(const AnalysisResult& result, int name_width, bool colour)
+        : result_(result), name_width_(name_width), colour_(colour) {}
+
+    std::string text() const {
+        std::string lines = painted(fitted(result_.analysis->title, page_width), bold, colour_) + "\n";
+        if (!result_.analysis->comment.empty()) lines += "  " + indented(result_.analysis->comment);
+        if (!result_.band.words.empty()) lines += wrapped(result_.band.words, page_width, "  ") + "\n";
+        for (const Remark& remark : result_.remarks()) lines += remark_line(remark, colour_);
+        lines += row("Item", "Value", "Unit", "Mean", "SD") + right_aligned("in SD", deviation_width) + "\n";
+        for (const Measurement& item : result_.items) lines += line(item);
+        for (const std::string& sign : signs_in_words(result_.items, Texts(Language::english)))
+            lines += "  " + indented(sign);
+        return lines;
+    }
+
+ private:
+    static std::string indented(const std::string& text) { return wrapped(text, page_width - 2, "  ") + "\n"; }
+
+    std::string row(const std::string& name, const std::string& value, const std::string& unit, const std::string& mean,
+                    const std::string& sd) const {
+        return name_cell(name) + " " + right_aligned(value, value_width) + " " + left_aligned(unit, unit_width) + " " +
+               right_aligned(mean, mean_width) + " " + right_aligned(sd, sd_width) + " ";
+    }
+
+    std::string name_cell(const std::string& name) const {
+        return left_aligned(fitted(name, name_width_), name_width_);
+    }
+
+    std::string line(const Measurement& item) const {
+        if (item.heading) return painted(fitted(item.name, page_width), bold, colour_) + "\n";
+        if (!item.missing.empty()) return no_value(item, "missing: " + joined(item.missing, ", "));
+        if (!item.text.empty()) return words(item) + remarks_below(item);
+        if (!item.value) return no_value(item, in_english(item.reason)) + remarks_below(item);
+        std::string text = row(item.name, item.value_text, item.unit, or_dash(item.mean_text), or_dash(item.sd_text)) +
+                           deviation_cell(item) + "\n";
+        if (!item.norm_missing.empty()) text += below("norm missing: " + joined(item.norm_missing, ", "));
+        return text + remarks_below(item);
+    }
+
+    std::string remarks_below(const Measurement& item) const {
+        std::string lines;
+        for (const Remark& remark : item.remarks) lines += below(in_english(remark));
+        return lines;
+    }
+
+    std::string deviation_cell(const Measurement& item) const {
+        if (item.deviation_text.empty()) return right_aligned(none, deviation_width);
+        return painted(
+            right_aligned(item.deviation_text, deviation_width) + (item.stars.empty() ? "" : " " + item.stars),
+            paint_of(*item.deviation), colour_);
+    }
+
+    // A dash in place of the value, and behind it why.
+    std::string no_value(const Measurement& item, const std::string& why) const {
+        return behind(name_cell(item.name) + " " + right_aligned(none, value_width) + " ", why);
+    }
+
+    std::string below(const std::string& why) const {
+        return behind(left_aligned("", name_width_ + 1 + value_width + 1), why);
+    }
+
+    std::string words(const Measurement& item) const { return behind(name_cell(item.name) + "  ", item.text); }
+
+    // `text` behind `start`, its further lines below its first.
+    static std::string behind(const std::string& start, const std::string& text) {
+        const int indent = display_width(start);
+        return start + wrapped(text, page_width - indent, left_aligned("", indent)) + "\n";
+    }
+
+    const AnalysisResult& result_;
+    int name_width_;
+    bool colour_;
+};
+
+// The same for all analyses of a case, so that their columns stand below each other.
+int name_width(const CaseResult& result) {
+    int width = display_width("Item");
+    for (const AnalysisResult& analysis : result.analyses)
+        for (const Measurement& item : analysis.items) width = std::max(width, display_width(item.name));
+    return std::min(width, widest_name);
+}
+
+}  // namespace
+
+std::string results_table(const CaseResult& result, bool colour) {
+    const int width = name_width(result);
+    std::string text = case_heading(result.record, colour);
+    for (const AnalysisResult& analysis : result.analyses) text += "\n" + AnalysisTable(analysis, width, colour).text();
+    if (result.analyses.empty()) text += "\nThe case has the landmarks of no item of any analysis.\n";
+    if (!result.left_out.empty()) text += "\n";
+    for (const LeftOut& analysis : result.left_out) text += analysis.in_words(Texts(Language::english)) + "\n";
+    return text;
+}
+
+}  // namespace cephtool

@@ -1,0 +1,231 @@
+#include "results/texts.h"
+
+#include <algorithm>
+#include <array>
+
+#include "base/era_calendar.h"
+
+namespace cephtool {
+namespace {
+
+constexpr TextRow text_table[] = {
+    {"Cephalometric report", "セファロ分析報告書"},
+    {"Comparison of cephalograms", "セファロ比較報告書"},
+    {"Sex", "性別"},
+    {"male", "男性"},
+    {"female", "女性"},
+    {"not given", "未入力"},
+    {"Born", "生年月日"},
+    {"Film", "撮影日"},
+    {"Film %1", "撮影%1"},
+    {"Age at the film", "撮影時年齢"},
+    {"%1 y %2 m", "%1歳%2か月"},
+    {"%1 years", "%1歳"},
+    {"Kind", "種類"},
+    {"Lateral film", "側面セファロ"},
+    {"Frontal film", "正面セファロ"},
+    {"Dental cast", "歯列模型"},
+    {"File", "ファイル"},
+    {"Growth", "成長段階"},
+    {"Age", "年齢"},
+    {"Hellman stage", "Hellmanの歯齢"},
+    {"Ricketts stage", "Rickettsの段階"},
+    {"Bone age", "骨年齢"},
+    {"Bone age less age", "骨年齢と年齢の差"},
+    {"Scale %1 % of true size", "縮尺 実物の%1 %"},
+    {"True size (scale 1:1)", "実物大（縮尺 1:1）"},
+    {"Outlines: an average face, fitted to the landmarks", "輪郭：平均顔を計測点に合わせたもの"},
+    {"100 mm: check with a ruler", "100 mm：定規で確認のこと"},
+    {"100 mm of the patient", "実寸 100 mm"},
+    {"Superimposition on S-N at S", "S-N平面、S点での重ね合わせ"},
+    {"Superimposition on ANS-PNS at ANS", "口蓋平面（ANS-PNS）、ANS点での重ね合わせ"},
+    {"Superimposition on the mandibular plane at Me", "下顎下縁平面、Me点での重ね合わせ"},
+    {"Not possible: %1 missing", "作成不可：%1 がない"},
+    {"Item", "計測項目"},
+    {"Value", "計測値"},
+    {"Mean", "平均値"},
+    {"SD", "標準偏差"},
+    {"in SD", "偏差"},
+    {"Change", "変化量"},
+    {"missing: %1", "計測点なし：%1"},
+    {"norm missing: %1", "標準値の計測点なし：%1"},
+    {"no formula", "計算式なし"},
+    {"not a finite number", "計算不能"},
+    {"depends on the sex", "性別が必要"},
+    {"depends on growth", "年齢または歯齢が必要"},
+    {"%1 and %2 lie at one place", "%1 と %2 が同じ位置にある"},
+    {"%1 and %2 are parallel", "%1 と %2 が平行"},
+    {"Norms: %1", "標準値：%1"},
+    {"age %1", "年齢 %1歳"},
+    {"dental stage %1", "歯齢 %1"},
+    {"sex", "性別"},
+    {"birth", "生年月日"},
+    {"film", "撮影日"},
+    {"dental_stage", "歯齢"},
+    {"+ %1: %2", "正の値は%1：%2"},
+    // What is remarked.
+    {"Norms that differ between men and women are left out, since the sex is not given; --sex m or --sex f gives it.",
+     "性別が未入力のため、男女で異なる標準値は省いた。性別は --sex m または --sex f で指定できる。"},
+    {"Norms that change with growth are left out, since the case lacks %1.",
+     "情報不足（%1）のため、成長とともに変わる標準値は省いた。"},
+    {"Norms that change with age are left out: they end at %1 years, and the patient is %2.",
+     "年齢で変わる標準値は省いた。標準値は%1歳までだが、患者は%2歳。"},
+    {"Norms that change with age are left out: they begin at %1 years, and the patient is %2.",
+     "年齢で変わる標準値は省いた。標準値は%1歳からだが、患者は%2歳。"},
+    {"Norms that change with growth are left out: the patient is in none of their stages.",
+     "成長とともに変わる標準値は省いた。該当する区分がない。"},
+    {"The norms end at %1 years, and the patient is %2; they stand in parentheses.",
+     "標準値は%1歳まで、患者は%2歳のため、括弧に入れて示す。"},
+    {"The norms begin at %1 years, and the patient is %2; they stand in parentheses.",
+     "標準値は%1歳から、患者は%2歳のため、括弧に入れて示す。"},
+    {"The norms are those of band %1, as --band says.", "標準値は --band で指定された区分 %1 のもの。"},
+    {"The film is mirrored, the face looks left: signs of angles and lengths are reversed. --mirror turns it round.",
+     "フィルムが左右反転している（顔が左向き）ため、角度や距離の符号が逆になっている。--mirror で反転して計測できる。"},
+    {"The film is mirrored, or its right and left landmarks are exchanged: signs of angles and lengths are reversed. "
+     "--mirror turns it round.",
+     "フィルムが左右反転しているか、左右の計測点が入れ替わっているため、角度や距離の符号が逆になっている。--mirror "
+     "で反転して計測できる。"},
+    {"The face stands on its head, as when y points up where the format has it down: signs of angles and lengths are "
+     "reversed. --flip-y turns it round.",
+     "顔が上下逆である（y の向きが形式と逆の場合など）ため、角度や距離の符号が逆になっている。--flip-y "
+     "で上下を反転して計測できる。"},
+    {"The film is mirrored, or its y points up where the format has it down: signs of angles and lengths are reversed. "
+     "--mirror or --flip-y turns it round.",
+     "フィルムが左右反転しているか、y の向きが形式と逆のため、角度や距離の符号が逆になっている。--mirror または --flip-y "
+     "で反転して計測できる。"},
+    {"The sex is that of --sex, not that of the file.", "性別はファイルの値ではなく --sex の指定による。"},
+    {"The scale is that of --scale, %1 mm a pixel, not the %2 of the file.",
+     "縮尺は --scale の指定による1画素 %1 mm（ファイルでは %2 mm）。"},
+    {"The scale is taken as 0.1 mm a pixel, that of the films of challenges.",
+     "縮尺はチャレンジ用フィルムの1画素 0.1 mm とみなした。"},
+    {"Positions are taken as millimetres.", "座標の単位はミリメートルとみなした。"},
+    {"Landmark %1 at (0, 0) counts as not placed.", "計測点 %1 は座標が (0, 0) のため、未入力とみなした。"},
+    {"Another patient? The name is %1, in %2 it is %3.", "別の患者の可能性：氏名は %1（%2 では %3）。"},
+    {"Another patient? The sex is not that of %1.", "別の患者の可能性：性別が %1 と異なる。"},
+    {"Another patient? Born on %1, in %2 on %3.", "別の患者の可能性：生年月日は %1（%2 では %3）。"},
+    {"Measured with y turned round, as --flip-y says.", "--flip-y の指定により、上下を反転して計測した。"},
+    {"Measured mirrored, as --mirror says.", "--mirror の指定により、左右を反転して計測した。"},
+    {"%1: none of its %2 items can be measured", "%1：%2項目のいずれも計測できない"},
+    {"%1: its one item can't be measured", "%1：計測できない"},
+    {"%1, missing %2", "%1。計測点なし：%2"},
+    {"%1 and %2 more", "%1 ほか%2点"},
+    {"None of the analyses can be made from the landmarks of this case.", "この症例の計測点でできる分析はない。"},
+    {"A star stands for each whole SD from the mean. In the chart the bands end at 1, 2 and 3 SD; a triangle points to a "
+     "value beyond.",
+     "＊は平均値からの標準偏差1つ分を表す。図の帯は標準偏差の1、2、3倍まで。三角はその外の値を示す。"},
+    {"Change: the last film minus the first one. Norms are those of the last film.",
+     "変化量は最後の値から最初の値を引いたもの。標準値は最後の撮影時のもの。"},
+    {"Made by cephtool %1 from the analyses %2.", "cephtool %1 で作成。使用した分析ファイル：%2。"},
+    {"Calculated from landmarks, not a diagnosis.", "計測点からの計算結果であり、診断ではない。"},
+    {"Page %1 of %2", "%1 / %2 ページ"},
+};
+
+constexpr const char* none = "-";
+
+// "%1" is the first of the values; what they hold is not looked at again.
+std::string filled(std::string_view text, std::span<const std::string> values) {
+    std::string whole;
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        const std::size_t value = i + 1 < text.size() ? static_cast<std::size_t>(text[i + 1] - '1') : values.size();
+        if (text[i] != '%' || value >= values.size()) {
+            whole += text[i];
+        } else {
+            whole += values[value];
+            ++i;
+        }
+    }
+    return whole;
+}
+
+std::string number(unsigned value) {
+    return std::to_string(value);
+}
+
+}  // namespace
+
+std::span<const TextRow> all_texts() {
+    return text_table;
+}
+
+std::string Texts::operator()(std::string_view english) const {
+    if (language_ == Language::english) return std::string(english);
+    const auto row = std::ranges::find(text_table, english, &TextRow::english);
+    return std::string(row == std::end(text_table) ? english : row->japanese);
+}
+
+std::string Texts::operator()(const Remark& remark) const {
+    return filled((*this)(remark.text), remark.values);
+}
+
+std::string Texts::operator()(std::string_view english, const std::string& first, const std::string& second) const {
+    return filled((*this)(english), std::array{first, second});
+}
+
+std::string Texts::part(const std::string& both) const {
+    const std::size_t bracket = both.rfind(" (");
+    if (bracket == std::string::npos || !both.ends_with(')')) return both;
+    return language_ == Language::english ? both.substr(0, bracket)
+                                          : both.substr(bracket + 2, both.size() - bracket - 3);
+}
+
+std::string Texts::sex(const std::optional<Sex>& sex) const {
+    return (*this)(sex ? name_of(*sex) : "not given");
+}
+
+std::string Texts::date(const std::optional<Date>& date) const {
+    if (!date) return none;
+    const std::optional<EraCalendar> calendar = EraCalendar::find();
+    if (language_ == Language::english) {
+        const std::string era = era_text(calendar, *date, code_text);
+        return text_of(*date) + (era.empty() ? "" : " (" + era + ")");
+    }
+    const std::string era = era_text(calendar, *date, japanese_text);
+    return number(static_cast<unsigned>(static_cast<int>(date->year()))) + "年" +
+           number(static_cast<unsigned>(date->month())) + "月" + number(static_cast<unsigned>(date->day())) + "日" +
+           (era.empty() ? "" : "（" + era + "）");
+}
+
+std::string Texts::age(const Case& record) const {
+    if (!record.birth || !record.film) return none;
+    const Age age = age_at(*record.film, *record.birth);
+    return (*this)("%1 y %2 m", std::to_string(age.years), std::to_string(age.months));
+}
+
+std::string Texts::film(std::size_t index) const {
+    return (*this)("Film %1", std::to_string(index + 1));
+}
+
+std::string Texts::kind(Kind kind) const {
+    return (*this)(kind == Kind::lateral ? "Lateral film" : kind == Kind::frontal ? "Frontal film" : "Dental cast");
+}
+
+std::vector<std::string> Texts::remarks(const std::vector<std::span<const Remark>>& films) const {
+    std::vector<std::string> all;
+    const auto has = [](std::span<const Remark> film, const Remark& remark) {
+        return std::ranges::find(film, remark) != film.end();
+    };
+    for (std::size_t i = 0; i < films.size(); ++i)
+        for (const Remark& remark : films[i]) {
+            if (std::any_of(films.begin(), films.begin() + static_cast<std::ptrdiff_t>(i),
+                            [&](const auto& film) { return has(film, remark); }))
+                continue;
+            std::string names;
+            for (std::size_t film = 0; film < films.size(); ++film)
+                if (has(films[film], remark)) names += (names.empty() ? "" : ", ") + this->film(film);
+            const bool of_all = std::ranges::all_of(films, [&](const auto& film) { return has(film, remark); });
+            all.push_back((of_all ? "" : names + ": ") + (*this)(remark));
+        }
+    return all;
+}
+
+std::string in_english(const Remark& remark) {
+    return Texts(Language::english)(remark);
+}
+
+std::string codes_of(std::span<const Remark> remarks) {
+    std::string codes;
+    for (const Remark& remark : remarks) codes += (codes.empty() ? "" : "; ") + remark.code;
+    return codes;
+}
+
+}  // namespace cephtool

@@ -1,0 +1,134 @@
+#include "results/results.h"
+
+#include <gmock/gmock.h>
+
+#include <cstring>
+#include <nlohmann/json.hpp>
+
+#include "base/text_width.h"
+#include "host/host_test.h"
+
+namespace cephtool {
+namespace {
+
+using host_test::read;
+using testing::HasSubstr;
+
+constexpr const char* definition =
+    "title:\r\nOwn \x83\x5A\x83\x89\r\nCalc:\r\n"
+    "S-N=len([S],[N])\r\n"
+    "\x83\x5A\x83\x89\x8A\x70=angle1([S],[N],[A])\r\n"
+    "A name so long that the page can't hold it=len([N],[A])\r\n"
+    "Ratio=len([S],[N])/len([N],[A])\r\n"
+    "Orbit\r\n"
+    "To Or=len([S],[Or])\r\n"
+    "Norm made of Or=len([S],[A])\r\n"
+    "Verdict=len([S],[N])>5;\"short\";\"long, by far\"\r\n"
+    "Broken=len([S],[N])/len([S],[S])\r\n"
+    "Mean:\r\nS-N=7\r\nA name so long that the page can't hold it=9.5\r\nTo Or=5\r\n"
+    "Norm made of Or=len([S],[Or]):1\r\n"
+    "Mean_M:\r\nRatio=1.00\r\nMean_F:\r\nRatio=0.95\r\n"
+    "SD:\r\nS-N=1.4\r\nA name so long that the page can't hold it=1\r\nRatio=0.02\r\nTo Or=1\r\n";
+
+const Analysis& own_analysis() {
+    static const Analysis analysis{0, "Own.txt", "Own セラ", "", AnalysisSheet(0, definition, std::strlen(definition))};
+    return analysis;
+}
+
+CaseResult result_of(const std::string& settings) {
+    const Analysis* const analyses[] = {&own_analysis()};
+    return measured(
+        read("film.csv", "# scale_mm_per_px=0.1\n# name=Hanako, S\n" + settings + "S,100,100\nN,200,100\nA,200,200\n"),
+        analyses, 0, false);
+}
+
+TEST(ResultsTable, ShowsEveryItemInTheDefinitionsOrder) {
+    const CaseResult result = result_of("# sex=f\n# birth=2001-05-14\n# film=2013-08-20\n");
+    EXPECT_EQ(results_table(result, false),
+              "film.csv: Hanako, S, female, 12 years 3 months, lateral, 0.1 mm a pixel\n"
+              "  born 2001-05-14, film 2013-08-20\n"
+              "\n"
+              "Own セラ\n"
+              "Item                                 Value Unit      Mean      SD   in SD\n"
+              "S-N                                   10.0 mm         7.0     1.4   +2.14 **\n"
+              "セラ角                                90.0 deg          –       –       –\n"
+              "A name so long that the page ca…      10.0 mm         9.5     1.0   +0.50\n"
+              "Ratio                                 1.00           0.95    0.02   +2.50 **\n"
+              "Orbit\n"
+              "To Or                                    – missing: Or\n"
+              "Norm made of Or                       14.1 mm           –       –       –\n"
+              "                                           norm missing: Or\n"
+              "Verdict                           long, by far\n"
+              "Broken                                   – not a finite number\n");
+}
+
+TEST(ResultsTable, FitsThePage) {
+    std::istringstream lines(results_table(result_of("# sex=f\n"), false));
+    for (std::string line; std::getline(lines, line);) EXPECT_LE(display_width(line), 80) << line;
+}
+
+TEST(ResultsTable, LeavesOutNormsThatRestOnAnUnknownSex) {
+    const CaseResult result = result_of("");
+    const std::string table = results_table(result, false);
+    EXPECT_THAT(table, HasSubstr("sex not given, lateral"));
+    EXPECT_THAT(table, HasSubstr("Ratio                                 1.00              –       –       –\n"));
+    EXPECT_THAT(table, HasSubstr("7.0     1.4   +2.14 **\n"));
+    EXPECT_THAT(table, HasSubstr("  given; --sex m or --sex f gives it.\n"));
+    EXPECT_THAT(results_table(result_of("# sex=m\n"), false), HasSubstr("1.00    0.02    0.00\n"));
+}
+
+TEST(ResultsTable, NamesWhatIsLeftOutInOneLineEach) {
+    const Analysis* const analyses[] = {&own_analysis()};
+    const auto left_out = [&](const std::string& landmarks) {
+        const Case record = read("a.csv", "# scale_mm_per_px=0.1\n# kind=lateral\n" + landmarks);
+        const CaseResult result = measured(record, analyses, 0, true);
+        return result.left_out.empty() ? "" : result.left_out[0].in_words(Texts(Language::english));
+    };
+    EXPECT_EQ(left_out("Me,1,1\n"), "Own: none of its 8 items can be measured, missing S, N, A, Or");
+    EXPECT_EQ(left_out("S,1,1\n"), "Own: none of its 8 items can be measured, missing N, A, Or");
+    EXPECT_EQ(left_out("S,1,1\nN,2,2\n"), "");
+    LeftOut left{&own_analysis(), 1, {}};
+    EXPECT_EQ(left.in_words(Texts(Language::english)), "Own: its one item can't be measured");
+    for (int i = 0; i < 30; ++i) left.missing.push_back("N" + std::to_string(i));
+    EXPECT_EQ(left.in_words(Texts(Language::english)),
+              "Own: its one item can't be measured, missing N0, N1, N2, N3, N4, N5 and 24 more");
+    EXPECT_THAT(left.in_words(Texts(Language::japanese)), testing::StartsWith("Own：計測できない。計測点なし：N0"));
+}
+
+TEST(ResultsTable, ColoursDeviationsByTheirSize) {
+    const std::string table = results_table(result_of("# sex=f\n"), true);
+    EXPECT_THAT(table, HasSubstr("\x1b[31m  +2.14 **\x1b[0m"));
+    EXPECT_THAT(table, HasSubstr("\x1b[32m  +0.50\x1b[0m"));
+}
+
+TEST(ResultsJson, HoldsEveryDigitAndNullForWhatThereIsNoneOf) {
+    const CaseResult results[] = {result_of("# sex=f\n"), result_of("")};
+    const nlohmann::json document = nlohmann::json::parse(results_json(results));
+    ASSERT_EQ(document["cases"].size(), 2u);
+    const nlohmann::json& items = document["cases"][0]["analyses"][0]["items"];
+    EXPECT_EQ(items[5]["value"].get<double>(), results[0].analyses[0].items[6].value);
+    EXPECT_EQ(items[1]["name"], "セラ角");
+    EXPECT_FALSE(items[3].contains("group"));
+    EXPECT_EQ(items[4]["group"], "Orbit");
+    EXPECT_TRUE(items[4]["value"].is_null());
+    EXPECT_EQ(items[4]["missing"], nlohmann::json({"Or"}));
+    EXPECT_EQ(items[4]["mean"], 5.0);
+    EXPECT_EQ(items[6]["text"], "long, by far");
+    EXPECT_TRUE(items[7]["value"].is_null());
+    EXPECT_TRUE(document["cases"][1]["analyses"][0]["items"][3]["mean"].is_null());
+}
+
+TEST(ResultsCsv, HasOneQuotedRowAnItem) {
+    const CaseResult results[] = {result_of("# sex=f\n# birth=2001-05-14\n# film=2013-08-20\n")};
+    const std::string text = results_csv(results);
+    EXPECT_THAT(text,
+                testing::StartsWith("case,analysis,item,value,unit,mean,sd,deviation,missing,age_months,remarks\r\n"
+                                    "film.csv,Own セラ,S-N,10,mm,7,1.4,"));
+    EXPECT_THAT(text, HasSubstr("film.csv,Own セラ,To Or,,mm,5,1,,Or,147,\r\n"));
+    EXPECT_THAT(text, HasSubstr("film.csv,Own セラ,Verdict,\"long, by far\",,,,,,147,\r\n"));
+    EXPECT_THAT(text, HasSubstr("film.csv,Own セラ,Broken,,,,,,,147,not_finite\r\n"));
+    EXPECT_EQ(std::ranges::count(text, '\n'), 9);
+}
+
+}  // namespace
+}  // namespace cephtool

@@ -1,0 +1,27 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "cases/case_record.h"
+
+namespace cephtool {
+
+// Where the landmarks of a case stand, those of the person's own and virtual ones included. The case must have a scale
+// and outlive the finder.
+class LandmarkFinder {
+ public:
+    explicit LandmarkFinder(const Case& record) : case_(record), record_(record) {}
+
+    // Nothing when the name is unknown or its landmark not placed.
+    std::optional<Position> operator()(const std::string& name);
+    // All that are placed, in the case's order, virtual ones last.
+    std::vector<Landmark> all();
+
+ private:
+    const Case& case_;
+    CaseRecord record_;
+};
+
+}  // namespace cephtool

@@ -1,0 +1,126 @@
+#include "tracing/tracing.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "base/numbers.h"
+#include "base/text_width.h"
+#include "results/measurement.h"
+#include "tracing/landmark_finder.h"
+
+namespace cephtool {
+namespace {
+
+constexpr std::size_t most_outline_points = 32767;  // that the library draws as one curve
+
+std::vector<Landmark> shown_landmarks(const DisplayMode& mode, LandmarkFinder& find) {
+    std::vector<Landmark> shown = find.all();
+    if (mode.every_landmark) return shown;
+    std::erase_if(shown, [&](const Landmark& landmark) {
+        return std::ranges::find(mode.landmarks, landmark.name) == mode.landmarks.end();
+    });
+    return shown;
+}
+
+std::vector<TracingLine> shown_lines(const DisplayMode& mode, LandmarkFinder& find) {
+    std::vector<TracingLine> lines;
+    for (const ModeLine& line : mode.lines) {
+        const auto from = find(line.from), to = find(line.to);
+        if (from && to) lines.push_back({line.from + "-" + line.to, *from, *to, line.colour, line.bold});
+    }
+    return lines;
+}
+
+// A value with the decimals of a display mode: "0", "1", "2", or "0.5" for half steps.
+std::string rounded_text(double value, const std::string& decimals) {
+    if (decimals == "0.5") return with_decimals(std::round(value * 2) / 2, 1);
+    return with_decimals(value, decimals == "0" ? 0 : decimals == "1" ? 1 : 2);
+}
+
+std::string item_text(const Measurement& item, const std::string& decimals) {
+    return item.name + " " + (item.value ? rounded_text(*item.value, decimals) : item.text);
+}
+
+// "LANDMARK,dx,dy" in mm from the landmark; nothing when that is not what it says.
+std::optional<Position> corner_at(const std::string& text, double mm_per_pixel, LandmarkFinder& find) {
+    const std::size_t first = text.find(','), second = text.find(',', first + 1);
+    if (first == std::string::npos || second == std::string::npos) return {};
+    const auto landmark = find(std::string(trimmed(std::string_view(text).substr(0, first))));
+    const auto dx = number_from(std::string_view(text).substr(first + 1, second - first - 1));
+    const auto dy = number_from(std::string_view(text).substr(second + 1));
+    constexpr double farthest_mm = 1000;  // or it would be on no page
+    if (!landmark || !dx || !dy || std::abs(*dx) > farthest_mm || std::abs(*dy) > farthest_mm) return {};
+    return Position{landmark->x + *dx / mm_per_pixel, landmark->y + *dy / mm_per_pixel};
+}
+
+std::vector<TracingValue> shown_values(const Case& record, const DisplayMode& mode,
+                                       const std::vector<Analysis>& analyses, LandmarkFinder& find) {
+    if (mode.values.empty()) return {};
+    std::vector<const Analysis*> all;
+    for (const Analysis& analysis : analyses) all.push_back(&analysis);
+    const CaseResult result = measured(record, all, {}, true);
+    const auto item_named = [&](const std::string& name) -> const Measurement* {
+        for (const AnalysisResult& analysis : result.analyses)
+            for (const Measurement& item : analysis.items)
+                if (item.name == name) return &item;
+        return nullptr;
+    };
+    std::vector<TracingValue> values;
+    for (const ModeValue& value : mode.values) {
+        const Measurement* item = item_named(value.text);
+        const auto corner = corner_at(value.position, *record.mm_per_pixel, find);
+        const double size = number_from(value.size).value_or(0);
+        if (!item || !item->has_result() || !corner || !(size > 0)) continue;
+        values.push_back({item_text(*item, value.decimals), *corner, value.colour, size});
+    }
+    return values;
+}
+
+std::string facts_of(const Case& record) {
+    std::vector<std::string> parts{std::string(name_of(record.kind)) +
+                                   (record.kind == Kind::model ? " cast" : " film")};
+    if (record.sex) parts.emplace_back(name_of(*record.sex));
+    if (record.birth && record.film) {
+        const Age age = age_at(*record.film, *record.birth);
+        parts.push_back(std::to_string(age.years) + " y " + std::to_string(age.months) + " m");
+    }
+    if (record.film) parts.push_back(text_of(*record.film));
+    std::string text;
+    for (const std::string& part : parts) text += (text.empty() ? "" : ", ") + part;
+    return text;
+}
+
+}  // namespace
+
+Tracing tracing_of(const Case& record, const DisplayMode& mode, const std::vector<Analysis>& analyses,
+                   const OutlineTemplate& face, OutlineSource outlines) {
+    LandmarkFinder find(record);
+    Tracing tracing;
+    tracing.patient = record.name.empty() ? printable(record.file) : record.name;
+    tracing.facts = facts_of(record);
+    tracing.mode = mode.title;
+    for (const Remark& remark : record.remarks) tracing.remarks.push_back(in_english(remark));
+    tracing.mm_per_pixel = record.mm_per_pixel.value();
+    tracing.lines = shown_lines(mode, find);
+    tracing.landmarks = shown_landmarks(mode, find);
+    tracing.values = shown_values(record, mode, analyses, find);
+    if (outlines == OutlineSource::none) return tracing;
+    if (outlines == OutlineSource::own_or_fitted && !record.outlines.empty()) {
+        for (const Outline& outline : record.outlines) {
+            if (outline.points.size() <= most_outline_points) {
+                tracing.outlines.push_back({outline, face.style_of(outline.name)});
+            } else {
+                tracing.notes.push_back("outline " + in_quotes(outline.name) + " is not drawn: it has more than " +
+                                        std::to_string(most_outline_points) + " points");
+            }
+        }
+        return tracing;
+    }
+    OutlineFit fit = fitted_outlines(face, record.landmarks);
+    tracing.outlines = std::move(fit.curves);
+    tracing.notes = std::move(fit.notes);
+    if (!tracing.outlines.empty()) tracing.origin = "Outlines: an average face, fitted to the landmarks";
+    return tracing;
+}
+
+}  // namespace cephtool
