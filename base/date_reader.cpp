@@ -5,7 +5,8 @@
 
 #include "base/era_calendar.h"
 #include "base/error.h"
-#include "base/text_width.h"
+#include "base/utf8.h"
+#include "base/wording.h"
 
 namespace cephtool {
 namespace {

@@ -7,7 +7,7 @@
 #include "base/error.h"
 #include "base/path.h"
 #include "base/program_folder.h"
-#include "base/text_width.h"
+#include "base/wording.h"
 
 namespace cephtool {
 namespace {

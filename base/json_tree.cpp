@@ -4,7 +4,8 @@
 #include <iterator>
 #include <nlohmann/json.hpp>
 
-#include "base/text_width.h"
+#include "base/columns.h"
+#include "base/wording.h"
 
 namespace cephtool {
 namespace {

@@ -3,7 +3,7 @@
 #include <charconv>
 #include <cmath>
 
-#include "base/text_width.h"
+#include "base/wording.h"
 
 namespace cephtool {
 namespace {

@@ -4,8 +4,10 @@
 #include <filesystem>
 #include <fstream>
 
+#include "base/columns.h"
 #include "base/path.h"
-#include "base/text_width.h"
+#include "base/utf8.h"
+#include "base/wording.h"
 
 namespace cephtool {
 namespace {

@@ -9,7 +9,7 @@
 #include "base/library_name.h"
 #include "base/numbers.h"
 #include "base/suggestion.h"
-#include "base/text_width.h"
+#include "base/wording.h"
 #include "cases/case_record.h"
 #include "cases/vertebrae.h"
 

@@ -4,7 +4,7 @@
 
 #include "base/csv.h"
 #include "base/numbers.h"
-#include "base/text_width.h"
+#include "base/wording.h"
 #include "cases/case_builder.h"
 #include "cases/case_format.h"
 

@@ -1,7 +1,7 @@
 // Landmarks as comma-separated values: docs/case_format.md, "CSV".
 #include "base/csv.h"
 #include "base/numbers.h"
-#include "base/text_width.h"
+#include "base/wording.h"
 #include "cases/case_format.h"
 #include "cases/case_names.h"
 #include "cases/case_settings.h"

@@ -2,10 +2,11 @@
 
 #include <nlohmann/json.hpp>
 
+#include "base/columns.h"
 #include "base/era_calendar.h"
 #include "base/numbers.h"
 #include "base/paint.h"
-#include "base/text_width.h"
+#include "base/wording.h"
 
 namespace cephtool {
 namespace {

@@ -4,7 +4,7 @@
 
 #include "base/json_tree.h"
 #include "base/suggestion.h"
-#include "base/text_width.h"
+#include "base/wording.h"
 #include "cases/case_builder.h"
 
 namespace cephtool {

@@ -3,7 +3,7 @@
 #include <algorithm>
 
 #include "base/suggestion.h"
-#include "base/text_width.h"
+#include "base/wording.h"
 #include "cases/vertebrae.h"
 
 namespace cephtool {

@@ -2,7 +2,7 @@
 
 #include "base/numbers.h"
 #include "base/suggestion.h"
-#include "base/text_width.h"
+#include "base/wording.h"
 
 namespace cephtool {
 namespace {

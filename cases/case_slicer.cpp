@@ -2,7 +2,7 @@
 #include <nlohmann/json.hpp>
 
 #include "base/json_tree.h"
-#include "base/text_width.h"
+#include "base/wording.h"
 #include "cases/case_format.h"
 #include "cases/case_names.h"
 #include "cases/case_settings.h"

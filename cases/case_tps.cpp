@@ -7,7 +7,7 @@
 
 #include "base/csv.h"
 #include "base/numbers.h"
-#include "base/text_width.h"
+#include "base/wording.h"
 #include "cases/case_format.h"
 #include "cases/case_names.h"
 #include "cases/case_settings.h"

@@ -1,7 +1,7 @@
 #include "cases/slicer_space.h"
 
 #include "base/numbers.h"
-#include "base/text_width.h"
+#include "base/wording.h"
 #include "cases/case_format.h"
 
 namespace cephtool {

@@ -2,7 +2,7 @@
 
 #include <ostream>
 
-#include "base/text_width.h"
+#include "base/wording.h"
 
 namespace cephtool {
 

@@ -6,10 +6,11 @@
 #include <ostream>
 #include <sstream>
 
+#include "base/columns.h"
 #include "base/csv.h"
 #include "base/numbers.h"
 #include "base/suggestion.h"
-#include "base/text_width.h"
+#include "base/wording.h"
 #include "cases/case_builder.h"
 #include "cases/case_record.h"
 #include "host/output.h"

@@ -13,7 +13,7 @@
 #include "base/library_name.h"
 #include "base/path.h"
 #include "base/suggestion.h"
-#include "base/text_width.h"
+#include "base/wording.h"
 #include "host/output.h"
 #ifdef TOOL_SURFACE_PICTURES
 #include <film/window.h>

@@ -10,7 +10,7 @@
 #include "base/library_name.h"
 #include "base/path.h"
 #include "base/system.h"
-#include "base/text_width.h"
+#include "base/wording.h"
 #include "host/interruption.h"
 
 namespace cephtool {

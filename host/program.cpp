@@ -3,8 +3,9 @@
 #include <iostream>
 #include <new>
 
+#include "base/columns.h"
 #include "base/suggestion.h"
-#include "base/text_width.h"
+#include "base/wording.h"
 #include "host/command.h"
 #include "host/completion.h"
 #include "host/output.h"

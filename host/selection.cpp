@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <ostream>
 
-#include "base/text_width.h"
+#include "base/wording.h"
 
 namespace cephtool {
 

@@ -12,7 +12,7 @@
 
 #include "base/error.h"
 #include "base/system.h"
-#include "base/text_width.h"
+#include "base/wording.h"
 #include "report/film.h"
 
 namespace cephtool {

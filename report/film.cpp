@@ -10,7 +10,7 @@
 #include <sstream>
 
 #include "base/source.h"
-#include "base/text_width.h"
+#include "base/wording.h"
 
 namespace cephtool {
 

@@ -5,7 +5,7 @@
 
 #include "base/numbers.h"
 #include "base/path.h"
-#include "base/text_width.h"
+#include "base/wording.h"
 #include "report/deviation_chart.h"
 #include "report/style.h"
 #include "tracing/font.h"

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "base/text_width.h"
+#include "base/wording.h"
 #include "report/pages.h"
 #include "report/patient_section.h"
 #include "report/style.h"

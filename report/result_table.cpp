@@ -3,7 +3,7 @@
 #include <algorithm>
 
 #include "base/numbers.h"
-#include "base/text_width.h"
+#include "base/wording.h"
 
 namespace cephtool {
 namespace {

@@ -1,6 +1,6 @@
 #include "report/tracing_file.h"
 
-#include "base/text_width.h"
+#include "base/wording.h"
 #include "tracing/tracing_drawing.h"
 
 namespace cephtool {

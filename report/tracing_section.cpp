@@ -5,7 +5,7 @@
 #include <memory>
 #include <utility>
 
-#include "base/text_width.h"
+#include "base/wording.h"
 #include "report/patient_section.h"
 #include "report/style.h"
 #include "report/superimposition.h"

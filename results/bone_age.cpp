@@ -7,7 +7,7 @@
 #include <cmath>
 
 #include "base/numbers.h"
-#include "base/text_width.h"
+#include "base/wording.h"
 #include "cases/vertebrae.h"
 
 namespace cephtool {

@@ -9,7 +9,8 @@
 #include "base/library_name.h"
 #include "base/path.h"
 #include "base/suggestion.h"
-#include "base/text_width.h"
+#include "base/utf8.h"
+#include "base/wording.h"
 
 namespace cephtool {
 namespace {

@@ -3,10 +3,11 @@
 #include <algorithm>
 #include <nlohmann/json.hpp>
 
+#include "base/columns.h"
 #include "base/csv.h"
 #include "base/numbers.h"
 #include "base/paint.h"
-#include "base/text_width.h"
+#include "base/wording.h"
 #include "cases/case_facts.h"
 #include "cases/vertebrae.h"
 

@@ -5,7 +5,8 @@
 #include <algorithm>
 #include <array>
 
-#include "base/text_width.h"
+#include "base/columns.h"
+#include "base/wording.h"
 #include "cases/case_record.h"
 
 namespace cephtool {

@@ -1,6 +1,6 @@
 #include "base/csv.h"
 #include "base/numbers.h"
-#include "base/text_width.h"
+#include "base/wording.h"
 #include "results/results.h"
 
 namespace cephtool {

@@ -1,8 +1,9 @@
 #include <algorithm>
 #include <cmath>
 
+#include "base/columns.h"
 #include "base/paint.h"
-#include "base/text_width.h"
+#include "base/wording.h"
 #include "cases/case_facts.h"
 #include "results/results.h"
 

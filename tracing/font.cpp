@@ -5,7 +5,9 @@
 
 #include <algorithm>
 
-#include "base/text_width.h"
+#include "base/columns.h"
+#include "base/utf8.h"
+#include "base/wording.h"
 
 namespace cephtool {
 namespace {

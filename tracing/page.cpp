@@ -5,7 +5,7 @@
 #include <limits>
 #include <sstream>
 
-#include "base/text_width.h"
+#include "base/columns.h"
 #include "tracing/canvas.h"
 
 namespace cephtool {

@@ -1,5 +1,7 @@
 #include "tracing/thin_plate_spline.h"
 
+#define EIGEN_DONT_VECTORIZE  // the order of sums, and so the last bit, is the same everywhere
+#include <Eigen/LU>
 #include <algorithm>
 #include <cmath>
 
@@ -18,54 +20,6 @@ double squared_distance(Position a, Position b) {
     return (a.x - b.x) * (a.x - b.x) + (a.y - b.y) * (a.y - b.y);
 }
 
-// A square system with two right sides, solved by elimination with partial pivoting.
-class LinearSystem {
- public:
-    explicit LinearSystem(std::size_t size) : size_(size), rows_(size, std::vector<double>(size)), right_(size) {}
-
-    double& operator()(std::size_t row, std::size_t column) { return rows_[row][column]; }
-    Position& right(std::size_t row) { return right_[row]; }
-
-    // Nothing for a singular system.
-    std::optional<std::vector<Position>> solution() {
-        for (std::size_t step = 0; step < size_; ++step)
-            if (!eliminate(step)) return {};
-        for (std::size_t row = size_; row-- > 0;) {
-            for (std::size_t column = row + 1; column < size_; ++column) subtract(row, column, rows_[row][column]);
-            right_[row] = {right_[row].x / rows_[row][row], right_[row].y / rows_[row][row]};
-        }
-        return right_;
-    }
-
- private:
-    bool eliminate(std::size_t step) {
-        constexpr double nothing = 1e-11;
-        std::size_t pivot = step;
-        for (std::size_t row = step + 1; row < size_; ++row)
-            if (std::abs(rows_[row][step]) > std::abs(rows_[pivot][step])) pivot = row;
-        if (!(std::abs(rows_[pivot][step]) > nothing)) return false;
-        std::swap(rows_[step], rows_[pivot]);
-        std::swap(right_[step], right_[pivot]);
-        for (std::size_t row = step + 1; row < size_; ++row) {
-            const double factor = rows_[row][step] / rows_[step][step];
-            if (factor == 0) continue;
-            for (std::size_t column = step; column < size_; ++column)
-                rows_[row][column] -= factor * rows_[step][column];
-            subtract(row, step, factor);
-        }
-        return true;
-    }
-
-    void subtract(std::size_t row, std::size_t other, double factor) {
-        right_[row].x -= factor * right_[other].x;
-        right_[row].y -= factor * right_[other].y;
-    }
-
-    std::size_t size_;
-    std::vector<std::vector<double>> rows_;
-    std::vector<Position> right_;
-};
-
 }  // namespace
 
 std::optional<ThinPlateSpline> ThinPlateSpline::through(std::span<const Position> sources,
@@ -78,22 +32,28 @@ std::optional<ThinPlateSpline> ThinPlateSpline::through(std::span<const Position
         spline.middle_.y += source.y / static_cast<double>(count);
     }
     for (const Position& source : sources.first(count)) spline.weights_.push_back({spline.in_units(source), {}});
-    LinearSystem system(count + 3);
-    for (std::size_t i = 0; i < count; ++i) {
-        const Position p = spline.weights_[i].at;
-        for (std::size_t j = 0; j < count; ++j) {
-            system(i, j) = bending(squared_distance(p, spline.weights_[j].at)) + (i == j ? smoothing : 0);
+    const auto points = static_cast<Eigen::Index>(count), size = points + 3;
+    Eigen::MatrixXd system = Eigen::MatrixXd::Zero(size, size), right = Eigen::MatrixXd::Zero(size, 2);
+    for (Eigen::Index i = 0; i < points; ++i) {
+        const Position p = spline.weights_[static_cast<std::size_t>(i)].at;
+        for (Eigen::Index j = 0; j < points; ++j) {
+            const Position q = spline.weights_[static_cast<std::size_t>(j)].at;
+            system(i, j) = bending(squared_distance(p, q)) + (i == j ? smoothing : 0);
         }
         const double terms[] = {1, p.x, p.y};
-        for (std::size_t k = 0; k < 3; ++k) system(i, count + k) = system(count + k, i) = terms[k];
-        system.right(i) = targets[i];
+        for (Eigen::Index k = 0; k < 3; ++k) system(i, points + k) = system(points + k, i) = terms[k];
+        const Position target = targets[static_cast<std::size_t>(i)];
+        right.row(i) << target.x, target.y;
     }
-    const auto solution = system.solution();
-    if (!solution) return {};
-    for (std::size_t i = 0; i < count; ++i) spline.weights_[i].bend = (*solution)[i];
-    spline.constant_ = (*solution)[count];
-    spline.along_x_ = (*solution)[count + 1];
-    spline.along_y_ = (*solution)[count + 2];
+    const Eigen::PartialPivLU<Eigen::MatrixXd> elimination(system);
+    constexpr double nothing = 1e-11;
+    if (!(elimination.matrixLU().diagonal().cwiseAbs().minCoeff() > nothing)) return {};
+    const Eigen::MatrixXd solution = elimination.solve(right);
+    const auto row = [&](Eigen::Index i) { return Position{solution(i, 0), solution(i, 1)}; };
+    for (std::size_t i = 0; i < count; ++i) spline.weights_[i].bend = row(static_cast<Eigen::Index>(i));
+    spline.constant_ = row(points);
+    spline.along_x_ = row(points + 1);
+    spline.along_y_ = row(points + 2);
     return spline;
 }
 

@@ -4,7 +4,7 @@
 #include <cmath>
 
 #include "base/numbers.h"
-#include "base/text_width.h"
+#include "base/wording.h"
 #include "results/measurement.h"
 #include "tracing/landmark_finder.h"
 

@@ -5,7 +5,7 @@
 #include <algorithm>
 #include <set>
 
-#include "base/text_width.h"
+#include "base/wording.h"
 
 namespace cephtool {
 namespace {

@@ -8,7 +8,7 @@
 
 #include "base/error.h"
 #include "base/path.h"
-#include "base/text_width.h"
+#include "base/wording.h"
 #include "host/batch/batch_format.h"
 #include "host/output.h"
 

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <memory>
 
-#include "base/text_width.h"
+#include "base/wording.h"
 #include "host/batch/ordered_pool.h"
 
 namespace cephtool {

@@ -4,7 +4,7 @@
 
 #include <cmath>
 
-#include "base/text_width.h"
+#include "base/wording.h"
 #include "results/measurement.h"
 
 namespace cephtool {

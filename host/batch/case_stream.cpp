@@ -3,7 +3,7 @@
 #include <algorithm>
 
 #include "base/path.h"
-#include "base/text_width.h"
+#include "base/wording.h"
 #include "cases/case_format.h"
 
 namespace cephtool {

@@ -4,7 +4,7 @@
 
 #include "base/numbers.h"
 #include "base/suggestion.h"
-#include "base/text_width.h"
+#include "base/wording.h"
 #include "cases/case_names.h"
 #include "cases/case_settings.h"
 

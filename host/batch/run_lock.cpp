@@ -8,7 +8,7 @@
 #include "base/error.h"
 #include "base/path.h"
 #include "base/system.h"
-#include "base/text_width.h"
+#include "base/wording.h"
 #include "host/output.h"
 
 namespace cephtool {

@@ -4,7 +4,8 @@
 #include <nlohmann/json.hpp>
 #include <ostream>
 
-#include "base/text_width.h"
+#include "base/columns.h"
+#include "base/wording.h"
 #include "cases/case_record.h"
 #include "host/command_line.h"
 #include "host/output.h"

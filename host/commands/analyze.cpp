@@ -1,7 +1,7 @@
 // cephtool analyze: measures cases.
 #include <ostream>
 
-#include "base/text_width.h"
+#include "base/wording.h"
 #include "host/case_files.h"
 #include "host/command_line.h"
 #include "host/output.h"

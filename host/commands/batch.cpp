@@ -3,7 +3,7 @@
 #include <ostream>
 #include <thread>
 
-#include "base/text_width.h"
+#include "base/wording.h"
 #include "host/batch/batch_progress.h"
 #include "host/batch/batch_work.h"
 #include "host/command_line.h"

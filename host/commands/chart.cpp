@@ -1,5 +1,5 @@
 // cephtool chart: the deviations from the norms as a picture.
-#include "base/text_width.h"
+#include "base/wording.h"
 #include "host/commands/report_options.h"
 #include "host/output.h"
 #include "host/profile.h"

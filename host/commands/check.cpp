@@ -9,7 +9,7 @@
 
 #include "base/library_name.h"
 #include "base/paint.h"
-#include "base/text_width.h"
+#include "base/wording.h"
 #include "host/command_line.h"
 #include "host/output.h"
 #include "host/profile.h"

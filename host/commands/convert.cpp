@@ -2,7 +2,7 @@
 #include <ostream>
 
 #include "base/path.h"
-#include "base/text_width.h"
+#include "base/wording.h"
 #include "cases/case_format.h"
 #include "cases/case_names.h"
 #include "host/case_files.h"

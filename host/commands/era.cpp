@@ -2,10 +2,11 @@
 #include <nlohmann/json.hpp>
 #include <ostream>
 
+#include "base/columns.h"
 #include "base/csv.h"
 #include "base/date_reader.h"
 #include "base/era_calendar.h"
-#include "base/text_width.h"
+#include "base/wording.h"
 #include "host/command_line.h"
 #include "host/output.h"
 

@@ -3,7 +3,7 @@
 #include <ostream>
 
 #include "base/path.h"
-#include "base/text_width.h"
+
 #include "host/command_line.h"
 #include "host/exif/picture_files.h"
 #include "host/exif/picture_report.h"

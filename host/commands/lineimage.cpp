@@ -3,7 +3,7 @@
 
 #include <optional>
 
-#include "base/text_width.h"
+#include "base/wording.h"
 #include "host/command_line.h"
 #include "host/line_picture.h"
 #include "host/output.h"

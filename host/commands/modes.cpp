@@ -3,8 +3,9 @@
 #include <nlohmann/json.hpp>
 #include <ostream>
 
+#include "base/columns.h"
 #include "base/suggestion.h"
-#include "base/text_width.h"
+#include "base/wording.h"
 #include "host/command_line.h"
 #include "host/output.h"
 #include "host/profile.h"

@@ -1,7 +1,7 @@
 // cephtool report: a report to print.
 #include <ostream>
 
-#include "base/text_width.h"
+#include "base/wording.h"
 #include "host/commands/report_options.h"
 #include "host/output.h"
 #include "host/profile.h"

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <ostream>
 
-#include "base/text_width.h"
+#include "base/wording.h"
 #include "host/case_files.h"
 #include "host/output.h"
 #include "report/style.h"

@@ -5,7 +5,7 @@
 
 #include "base/numbers.h"
 #include "base/suggestion.h"
-#include "base/text_width.h"
+#include "base/wording.h"
 #include "host/case_files.h"
 #include "host/command_line.h"
 #include "host/output.h"

@@ -12,7 +12,8 @@
 #include "base/path.h"
 #include "base/source.h"
 #include "base/system.h"
-#include "base/text_width.h"
+#include "base/utf8.h"
+#include "base/wording.h"
 #include "host/exif/exif_names.h"
 
 namespace cephtool {

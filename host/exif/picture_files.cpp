@@ -5,7 +5,7 @@
 
 #include "base/path.h"
 #include "base/source.h"
-#include "base/text_width.h"
+#include "base/wording.h"
 
 namespace cephtool {
 namespace {

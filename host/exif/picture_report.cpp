@@ -3,10 +3,12 @@
 #include <cmath>
 #include <nlohmann/json.hpp>
 
+#include "base/columns.h"
 #include "base/csv.h"
 #include "base/numbers.h"
 #include "base/paint.h"
-#include "base/text_width.h"
+#include "base/utf8.h"
+#include "base/wording.h"
 
 namespace cephtool {
 namespace {

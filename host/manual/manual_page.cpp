@@ -4,7 +4,7 @@
 #include <algorithm>
 #include <sstream>
 
-#include "base/text_width.h"
+#include "base/wording.h"
 
 namespace cephtool {
 namespace {

@@ -6,7 +6,7 @@
 #include "base/date_reader.h"
 #include "base/era_calendar.h"
 #include "base/program_folder.h"
-#include "base/text_width.h"
+
 #include "host/host_test.h"
 
 namespace cephtool {

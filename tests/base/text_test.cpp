@@ -1,8 +1,10 @@
 #include <gtest/gtest.h>
 
+#include "base/columns.h"
 #include "base/numbers.h"
 #include "base/suggestion.h"
-#include "base/text_width.h"
+#include "base/utf8.h"
+#include "base/wording.h"
 
 namespace cephtool {
 namespace {

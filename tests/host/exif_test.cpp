@@ -4,7 +4,8 @@
 
 #include <nlohmann/json.hpp>
 
-#include "base/text_width.h"
+#include "base/columns.h"
+#include "base/wording.h"
 #include "host/host_test.h"
 #include "host/progress.h"
 

@@ -2,7 +2,7 @@
 
 #include <nlohmann/json.hpp>
 
-#include "base/text_width.h"
+#include "base/columns.h"
 #include "host/host_test.h"
 
 namespace cephtool {

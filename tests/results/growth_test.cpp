@@ -6,8 +6,8 @@
 #include <cmath>
 #include <nlohmann/json.hpp>
 
+#include "base/columns.h"
 #include "base/date_reader.h"
-#include "base/text_width.h"
 #include "cases/vertebrae.h"
 #include "host/host_test.h"
 

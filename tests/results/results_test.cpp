@@ -5,7 +5,7 @@
 #include <cstring>
 #include <nlohmann/json.hpp>
 
-#include "base/text_width.h"
+#include "base/columns.h"
 #include "host/host_test.h"
 
 namespace cephtool {
