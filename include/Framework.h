@@ -1,5 +1,4 @@
-// Everything of the host framework that the exported classes mention, for a host that does not stand on it itself. One
-// that does defines TOOL_USE_MFC: then nothing of it is declared here (framework/scalars.h).
+// Everything of the host framework that the exported classes mention, for hosts that do not stand on it themselves.
 #pragma once
 
 #include "framework/application.h"

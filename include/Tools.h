@@ -12,6 +12,10 @@
 #include "framework/text.h"
 #include "framework/window.h"
 
+#ifdef GetFileTitle
+#undef GetFileTitle  // a macro of commdlg.h, under which CTools::GetFileTitle would have another name on Windows
+#endif
+
 class CFile;
 
 class TOOL_API CTools {

@@ -1,7 +1,6 @@
 #include "platform/text.h"
 
 #include <cstdint>
-#include <vector>
 
 namespace tool {
 namespace {
@@ -55,45 +54,8 @@ std::string mapped(std::string_view text, Code (*map)(Code)) {
     return result;
 }
 
-// Place of a character among the others, whatever its case. Blanks and marks come before digits, these before letters.
-unsigned weight(Code code) {
-    constexpr std::string_view marks = " !\"#$%&()*,./:;?@[\\]^_`{|}~+<=>";
-    const Code letter = small(code);
-    if (letter > 0x7E || is_digit(static_cast<char>(letter)) || (letter >= 'a' && letter <= 'z'))
-        return 0x100u + letter;
-    const std::size_t mark = marks.find(static_cast<char>(letter));
-    return mark == std::string_view::npos ? letter : 0x40u + static_cast<unsigned>(mark);
-}
-
-bool joins_words(Code code) {
-    return code == '\'' || code == '-';
-}
-
 int sign(auto a, auto b) {
     return (a > b) - (a < b);
-}
-
-// What decides the order of two texts, most important first.
-struct SortKey {
-    std::vector<unsigned> weights;
-    std::vector<bool> capitals;
-    std::vector<unsigned> joints;  // place and character of every hyphen and apostrophe
-};
-
-SortKey sort_key(std::string_view text) {
-    SortKey key;
-    while (!text.empty()) {
-        const std::size_t length = char_length(text);
-        const Code code = code_of(text.substr(0, length));
-        text.remove_prefix(length);
-        if (joins_words(code)) {
-            key.joints.push_back(static_cast<unsigned>(key.weights.size()) << 8 | code);
-        } else {
-            key.weights.push_back(weight(code));
-            key.capitals.push_back(small(code) != code);
-        }
-    }
-    return key;
 }
 
 }  // namespace
@@ -126,19 +88,6 @@ bool equal_ignoring_case(std::string_view a, std::string_view b) {
         trail = !trail && is_lead_byte(static_cast<unsigned char>(a[i]));
     }
     return true;
-}
-
-int compare_text(const char* a, const char* b) {
-    const SortKey key_a = sort_key(a), key_b = sort_key(b);
-    if (const int order = sign(key_a.weights, key_b.weights)) return order;
-    if (const int order = sign(key_a.capitals, key_b.capitals)) return order;
-    return sign(key_a.joints, key_b.joints);
-}
-
-int compare_ignoring_case(const char* a, const char* b) {
-    const SortKey key_a = sort_key(a), key_b = sort_key(b);
-    if (const int order = sign(key_a.weights, key_b.weights)) return order;
-    return sign(key_a.joints, key_b.joints);
 }
 
 int compare_codes(std::string_view a, std::string_view b) {

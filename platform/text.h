@@ -50,12 +50,6 @@ std::size_t find_text(std::string_view text, std::string_view wanted);
 // Letters A to Z are equal to a to z, every other byte only to itself. For keys and keywords.
 bool equal_ignoring_case(std::string_view a, std::string_view b);
 
-// The order of the host's lists: below 0, 0 or above 0. Words are compared by their letters first, so that a hyphen or
-// an apostrophe counts only between otherwise equal texts; then a smaller letter comes before its capital.
-int compare_text(const char* a, const char* b);
-// The same with capitals equal to small letters.
-int compare_ignoring_case(const char* a, const char* b);
-
 // The order of the character codes, a double-byte character counting as its two bytes together.
 int compare_codes(std::string_view a, std::string_view b);
 

@@ -54,8 +54,8 @@ void show_values(HWND window) {
         const SheetItem item = sheet.GetItem(i);
         if (item.heading || item.name.IsEmpty()) continue;
         const SheetRow row = sheet.Evaluate(i, subject);
-        text.AppendFormat("%-25s %7.1f %-4s", LPCSTR(item.name), row.value, LPCSTR(item.unit));
-        if (row.has_mean && row.has_sd) text.AppendFormat("%7.1f +- %.1f", row.mean, row.sd);
+        text.AppendFormat("%s\t%.1f\t%s", LPCSTR(item.name), row.value, LPCSTR(item.unit));
+        if (row.has_mean && row.has_sd) text.AppendFormat("\t%.1f +- %.1f", row.mean, row.sd);
         text += "\r\n";
     }
     dialog.SetDlgItemText(value_list, text);
@@ -226,13 +226,15 @@ int main(int count, char** arguments) {
     make_child(window, "COMBOBOX", CBS_DROPDOWNLIST | WS_VSCROLL, analysis_box);
     const HWND list = make_child(window, "EDIT", ES_MULTILINE | ES_READONLY | WS_VSCROLL, value_list);
     make_child(window, "tracing", WS_HSCROLL | WS_VSCROLL, 0);
+    // Whichever typeface with Japanese the system has: columns stand at tabs, not at blanks of one width.
     CFont font;
-    LOGFONTA monospaced{};
-    monospaced.lfHeight = -13;
-    monospaced.lfCharSet = SHIFTJIS_CHARSET;
-    monospaced.lfPitchAndFamily = FIXED_PITCH;
-    font.CreateFontIndirectA(&monospaced);
+    LOGFONTA japanese{};
+    japanese.lfHeight = -13;
+    japanese.lfCharSet = SHIFTJIS_CHARSET;
+    font.CreateFontIndirectA(&japanese);
     SendMessageA(list, WM_SETFONT, reinterpret_cast<WPARAM>(font.GetSafeHandle()), TRUE);
+    const UINT columns[] = {120, 150, 175};  // quarters of a character's mean width
+    SendMessageA(list, EM_SETTABSTOPS, 3, reinterpret_cast<LPARAM>(columns));
 
     fill_box(window);
     show_values(window);

@@ -5,8 +5,6 @@
 #include "framework/scalars.h"
 #include "framework/text.h"
 
-#if !defined(TOOL_USE_MFC)
-
 #if !defined(_WIN32)
 enum : UINT {
     MB_OK = 0x00,
@@ -89,7 +87,5 @@ TOOL_API CMessageQueue* SetMessageQueue(CMessageQueue* queue);
 TOOL_API BOOL PeekMessageA(MSG* message, HWND wnd, UINT first, UINT last, UINT remove);
 TOOL_API BOOL TranslateMessage(const MSG* message);
 TOOL_API LPARAM DispatchMessageA(const MSG* message);
-
-#endif
 
 #endif

@@ -12,8 +12,6 @@
 #include "framework/plane.h"
 #include "framework/scalars.h"
 
-#if !defined(TOOL_USE_MFC)
-
 #if !defined(_WIN32)
 // Pens: one style, in geometric ones with the bits of kind and end cap.
 enum {
@@ -389,5 +387,3 @@ class TOOL_API CDC {
     bool attached_ = false;
 #endif
 };
-
-#endif

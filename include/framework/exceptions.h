@@ -6,8 +6,6 @@
 #include "framework/scalars.h"
 #include "framework/text.h"
 
-#if !defined(TOOL_USE_MFC)
-
 class TOOL_API CException {
  public:
     CException() = default;
@@ -62,5 +60,3 @@ class TOOL_API CFileException : public CException {
 
 [[noreturn]] TOOL_API void AfxThrowInvalidArgException();
 [[noreturn]] TOOL_API void AfxThrowFileException(int cause, LONG osError = -1, LPCSTR fileName = nullptr);
-
-#endif

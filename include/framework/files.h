@@ -9,8 +9,6 @@
 #include "framework/scalars.h"
 #include "framework/text.h"
 
-#if !defined(TOOL_USE_MFC)
-
 namespace tool {
 class OpenFile;
 }
@@ -75,5 +73,3 @@ class TOOL_API CFile {
     std::unique_ptr<tool::OpenFile> handle_;  // null while closed
     CString path_;
 };
-
-#endif

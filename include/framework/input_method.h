@@ -6,8 +6,6 @@
 #include "framework/text.h"
 #include "framework/window.h"
 
-#if !defined(TOOL_USE_MFC)
-
 #if !defined(_WIN32)
 // Bits of the conversion mode.
 enum : DWORD {
@@ -49,5 +47,3 @@ enum : DWORD {
 // Addition: what LCMapString gives for a Japanese text and the LCMAP_ bits above; other characters stay.
 // LCMAP_KATAKANA | LCMAP_HALFWIDTH turns full-width hiragana into half-width katakana, voiced marks apart.
 TOOL_API CString MapKana(LPCSTR text, DWORD flags);
-
-#endif

@@ -3,8 +3,6 @@
 
 #include "framework/scalars.h"
 
-#if !defined(TOOL_USE_MFC)
-
 #if !defined(_WIN32)
 struct tagPOINT {
     LONG x, y;
@@ -66,5 +64,3 @@ class CRect : public tagRECT {
     }
     constexpr void SetRect(int l, int t, int r, int b) { left = l, top = t, right = r, bottom = b; }
 };
-
-#endif

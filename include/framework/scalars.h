@@ -3,17 +3,7 @@
 
 #include <cstdint>
 
-#if defined(TOOL_USE_MFC)
-
-// The real classes of the host framework, and none of those declared here. NOT TESTED: no MFC was at hand. A host and
-// its Tool.dll must agree: a library built without the switch has classes of its own behind these names, and one built
-// with it needs what the headers here mark as additions.
-#include <afxwin.h>
-// Behind afxwin.h.
-#include <afxcoll.h>
-#include <imm.h>
-
-#elif defined(_WIN32)
+#if defined(_WIN32)
 
 // The system's own types, so that a host can include its headers too, in any order. As in the host framework their
 // macros rename members (TextOut is TextOutA); commdlg.h is here so that they do so in every file.

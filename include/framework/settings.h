@@ -7,8 +7,6 @@
 #include "framework/export.h"
 #include "framework/scalars.h"
 
-#if !defined(TOOL_USE_MFC)
-
 #if !defined(_WIN32)
 
 // The value, or `defaultValue`, cut to size - 1 bytes and a NUL; returns the bytes copied without the NUL. A null key
@@ -24,7 +22,5 @@ TOOL_API UINT GetPrivateProfileIntA(LPCSTR section, LPCSTR key, int defaultValue
 // A null value removes the key, a null key the section. Everything else in the file stays as it is, and a failure
 // (result 0) leaves the file untouched.
 TOOL_API BOOL WritePrivateProfileStringA(LPCSTR section, LPCSTR key, LPCSTR value, LPCSTR file);
-
-#endif
 
 #endif

@@ -6,8 +6,6 @@
 #include "framework/scalars.h"
 #include "framework/text.h"
 
-#if !defined(TOOL_USE_MFC)
-
 // Addition, for interpreters and tests: the path to take for that of the running program; null goes back to its own.
 TOOL_API void SetModuleFileNameA(const char* path);
 // Addition: that path, or the running program's own, in code page 932, cut to size - 1 bytes and a NUL; returns the
@@ -57,5 +55,3 @@ TOOL_API void GetLocalTime(SYSTEMTIME* now);
 // Addition: the clock that every date of today comes from, in any thread; null goes back to the system's.
 using LocalClock = SYSTEMTIME (*)();
 TOOL_API void SetLocalClock(LocalClock clock);
-
-#endif

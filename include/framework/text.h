@@ -11,8 +11,6 @@
 #include "framework/export.h"
 #include "framework/scalars.h"
 
-#if !defined(TOOL_USE_MFC)
-
 class TOOL_API CString {
  public:
     CString() = default;
@@ -125,5 +123,3 @@ class TOOL_API CStringArray {
  private:
     std::vector<CString> items_;
 };
-
-#endif

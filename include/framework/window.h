@@ -11,8 +11,6 @@
 #include "framework/scalars.h"
 #include "framework/text.h"
 
-#if !defined(TOOL_USE_MFC)
-
 #if !defined(_WIN32)
 enum {
     SW_HIDE = 0,
@@ -135,5 +133,3 @@ class TOOL_API CComboBox : public CWnd {
     friend class CWnd;
     explicit CComboBox(std::unique_ptr<tool::WindowBody> body);
 };
-
-#endif

@@ -1,9 +1,9 @@
-# Fails when LIBRARY offers a host what belongs to namespace `tool`.
+# Fails when LIBRARY offers a host what belongs to namespace `tool`, or instances of the standard library's templates.
 execute_process(COMMAND ${NM} -DC --defined-only ${LIBRARY} OUTPUT_VARIABLE symbols COMMAND_ERROR_IS_FATAL ANY)
 if(NOT symbols MATCHES "CCalcTool::Angle_Cal")
     message(FATAL_ERROR "${LIBRARY} does not offer CCalcTool::Angle_Cal")
 endif()
-string(REGEX MATCHALL "[0-9a-f]+ [A-Za-z] (vtable for |typeinfo for |typeinfo name for )?tool::[^\n]*" inner "${symbols}")
+string(REGEX MATCHALL "[0-9a-f]+ [A-Za-z] (vtable for |typeinfo for |typeinfo name for )?(tool|std)::[^\n]*" inner "${symbols}")
 if(inner)
     list(JOIN inner "\n" inner)
     message(FATAL_ERROR "inner symbols that should be hidden:\n${inner}")
