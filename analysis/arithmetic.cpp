@@ -54,19 +54,6 @@ bool parallel(const std::array<Vec2, 4>& p) {
     return !(std::abs(ab.x * cd.y - ab.y * cd.x) > parallel_sine * (length(ab) * length(cd)));
 }
 
-int points_needed(Measure measure) {
-    switch (measure) {
-        case Measure::length:
-        case Measure::length_right:
-        case Measure::length_down: return 2;
-        case Measure::angle1:
-        case Measure::angle3: return 3;
-        case Measure::angle2:
-        case Measure::angle4: return 4;
-        default: return 0;
-    }
-}
-
 double measured(Measure measure, const std::array<Vec2, 4>& p, double scale) {
     const auto length = [&] { return distance(p[0], p[1]) * scale; };
     switch (measure) {

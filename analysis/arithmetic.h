@@ -48,8 +48,6 @@ enum class Measure : unsigned {
     angle4 = 110
 };
 
-int points_needed(Measure measure);
-
 // Lengths are mm by the scale, angles degrees; 0 for an angle between sides without length.
 double measured(Measure measure, const std::array<Vec2, 4>& points, double scale);
 

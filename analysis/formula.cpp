@@ -1,6 +1,7 @@
 #include "analysis/formula.h"
 
 #include <algorithm>
+#include <span>
 
 #include "analysis/program_writer.h"
 #include "platform/number_text.h"
@@ -10,29 +11,9 @@ namespace tool {
 
 namespace {
 
-struct Keyword {
-    std::string_view text;
-    Measure measure;
-    std::optional<Ask> ask;  // a reference, not a measure
-};
-
-// Kept: in this order, since "lenR" and "lenD" begin with "len".
-constexpr Keyword keywords[] = {
-    {"Model", Measure::model, {}},
-    {"lenR", Measure::length_right, {}},
-    {"lenD", Measure::length_down, {}},
-    {"len", Measure::length, {}},
-    {"angle1", Measure::angle1, {}},
-    {"angle3", Measure::angle3, {}},
-    {"angle2", Measure::angle2, {}},
-    {"angle4", Measure::angle4, {}},
-    {"case", {}, Ask::value},
-    {"sdu", {}, Ask::deviation},
-    {"mean", {}, Ask::mean},
-    {"sdv", {}, Ask::sd},
-};
-
-constexpr std::string_view switch_keyword = "switch";
+// The last one, "switch", has its turn behind the arithmetic.
+constexpr std::span keywords(value_functions, std::size(value_functions) - 1);
+constexpr std::string_view switch_keyword = std::end(value_functions)[-1].name;
 constexpr std::size_t token_length = 3;
 constexpr std::size_t longest_name = 99;
 // Groups that open right behind an operator inside each other; deeper ones count as 0.
@@ -114,13 +95,6 @@ std::optional<QuotedName> quoted_name(std::string_view text) {
                       bracket == std::string_view::npos ? text.size() : bracket + 1};
 }
 
-std::vector<std::string_view> function_names() {
-    std::vector<std::string_view> names;
-    for (const Keyword& keyword : keywords) names.push_back(keyword.text);
-    names.push_back(switch_keyword);
-    return names;
-}
-
 template <class Arithmetic>
 Formula<Arithmetic>::Formula(std::string_view text, bool top_level, ValueList<Number> values,
                              PointReader<Arithmetic>& points, Resolve resolve)
@@ -149,7 +123,7 @@ auto Formula<Arithmetic>::keywords_in(std::size_t begin, std::size_t end) const 
         const char c = text[at];
         if (name.holds(c) || c < 'M' || c > 's') continue;
         for (std::size_t k = 0; k < std::size(keywords); ++k)
-            if (c == keywords[k].text[0] && text.substr(at).starts_with(keywords[k].text)) hits.push_back({k, at});
+            if (c == keywords[k].name[0] && text.substr(at).starts_with(keywords[k].name)) hits.push_back({k, at});
     }
     std::ranges::stable_sort(hits, {}, &Hit::keyword);
     return hits;
@@ -174,11 +148,11 @@ void Formula<Arithmetic>::supply(Number value) {
 // Replaces a function, or gives the reference whose value belongs there.
 template <class Arithmetic>
 std::optional<Reference> Formula<Arithmetic>::replace(const Hit& hit) {
-    const Keyword& keyword = keywords[hit.keyword];
+    const ValueFunction& keyword = keywords[hit.keyword];
     const std::string_view rest = std::string_view(text_).substr(hit.at);
-    if (values_.full() || !rest.starts_with(keyword.text)) return std::nullopt;
-    const std::string_view behind = rest.substr(keyword.text.size());
-    const std::size_t behind_at = hit.at + keyword.text.size();
+    if (values_.full() || !rest.starts_with(keyword.name)) return std::nullopt;
+    const std::string_view behind = rest.substr(keyword.name.size());
+    const std::size_t behind_at = hit.at + keyword.name.size();
     if (!keyword.ask) {
         const Measured<Number> result = read_measure(keyword.measure, behind, points_);
         replace_hit(hit, result.value, behind_at + result.end);

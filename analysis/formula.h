@@ -23,6 +23,7 @@
 #include <string_view>
 #include <vector>
 
+#include "analysis/functions.h"
 #include "analysis/measures.h"
 #include "analysis/point_expression.h"
 
@@ -53,9 +54,6 @@ class ValueList {
     int* count_;
 };
 
-// What a reference asks of another item.
-enum class Ask { value = 0, deviation = 1, mean = 2, sd = 3 };
-
 struct Reference {
     Ask ask;
     std::string_view name;  // into the formula's text; good until supply()
@@ -68,8 +66,6 @@ struct QuotedName {
 
 // The first text in double quotes; nothing without two of them.
 std::optional<QuotedName> quoted_name(std::string_view text);
-
-std::vector<std::string_view> function_names();  // in the order in which they are replaced
 
 // One formula on its way, in an arithmetic (arithmetic.h). It stops at each reference to another item until that item's
 // value is supplied, so that items that refer to items take no stack.

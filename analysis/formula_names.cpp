@@ -8,11 +8,6 @@
 namespace tool {
 namespace {
 
-constexpr struct {
-    std::string_view keyword;
-    Ask ask;
-} references[] = {{"case", Ask::value}, {"sdu", Ask::deviation}, {"mean", Ask::mean}, {"sdv", Ask::sd}};
-
 constexpr std::string_view effective_a_prefix = "EffectiveA(";
 
 std::size_t find_closing(std::string_view text, std::size_t from) {
@@ -45,12 +40,12 @@ void visit_names(std::string_view formula, FormulaNames& names) {
             at = close + 1;
         } else if (rest[0] == '"') {
             at = std::min(formula.find('"', at + 1), formula.size() - 1) + 1;
-        } else if (const auto found =
-                       std::ranges::find_if(references, [rest](const auto& r) { return rest.starts_with(r.keyword); });
-                   found != std::end(references)) {
-            at += found->keyword.size();
+        } else if (const auto found = std::ranges::find_if(
+                       value_functions, [rest](const auto& f) { return f.ask && rest.starts_with(f.name); });
+                   found != std::end(value_functions)) {
+            at += found->name.size();
             if (const auto name = quoted_name(formula.substr(at))) {
-                names.reference(found->ask, name->name);
+                names.reference(*found->ask, name->name);
                 at += name->end;
             }
         } else {

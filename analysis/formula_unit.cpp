@@ -12,8 +12,6 @@
 namespace tool {
 namespace {
 
-enum class Unit { number, ratio, millimetres, degrees, percent, deviations, unknown };
-
 constexpr int deepest = 40;  // brackets and references; deeper ones have no unit
 
 std::string_view name_of(Unit unit) {
@@ -122,14 +120,15 @@ class UnitReader {
             return Unit::number;
         }
         const std::string_view rest = text_.substr(at_);
-        for (const auto& [keyword, unit] : functions) {
-            if (!rest.starts_with(keyword)) continue;
-            at_ += keyword.size();
+        for (const ValueFunction& function : value_functions) {
+            if (!rest.starts_with(function.name)) continue;
+            if (function.unit == Unit::of_item) return reference();
+            at_ += function.name.size();
             pass_over_arguments();
             const std::size_t token = cast_measure_at(rest);
-            return token ? unit_of_cast_measure(rest.substr(token)) : unit;
+            return token ? unit_of_cast_measure(rest.substr(token)) : function.unit;
         }
-        return reference();
+        return give_up();
     }
 
     static Unit unit_of_cast_measure(std::string_view token) {
@@ -137,15 +136,12 @@ class UnitReader {
         return token.starts_with("[PLT") ? Unit::number : Unit::millimetres;
     }
 
+    // The function at hand gives what belongs to an item, in its unit.
     Unit reference() {
-        for (const std::string_view keyword : {"case", "mean", "sdv"}) {
-            if (!text_.substr(at_).starts_with(keyword)) continue;
-            const auto name = quoted_name(text_.substr(at_));
-            if (!name) break;
-            at_ += name->end;
-            return unit_of(file_, known_, name->name, depth_ + 1);
-        }
-        return give_up();
+        const auto name = quoted_name(text_.substr(at_));
+        if (!name) return give_up();
+        at_ += name->end;
+        return unit_of(file_, known_, name->name, depth_ + 1);
     }
 
     Unit give_up() {
@@ -174,16 +170,6 @@ class UnitReader {
         return at_ < text_.size() ? text_[at_] : '\0';
     }
     bool peek(char c) { return next() == c; }
-
-    struct Function {
-        std::string_view keyword;
-        Unit unit;
-    };
-    static constexpr Function functions[] = {{"Model", Unit::millimetres}, {"lenR", Unit::millimetres},
-                                             {"lenD", Unit::millimetres},  {"len", Unit::millimetres},
-                                             {"angle1", Unit::degrees},    {"angle2", Unit::degrees},
-                                             {"angle3", Unit::degrees},    {"angle4", Unit::degrees},
-                                             {"sdu", Unit::deviations},    {"switch", Unit::number}};
 
     const DefinitionFile& file_;
     KnownUnits& known_;

@@ -3,6 +3,7 @@
 #include <cmath>
 
 #include "analysis/cast_measures.h"
+#include "analysis/functions.h"
 #include "analysis/landmark_names.h"
 #include "analysis/program_writer.h"
 #include "framework/application.h"

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "analysis/functions.h"
 #include "analysis/landmark_names.h"
 #include "analysis/landmarks.h"
 #include "analysis/program_writer.h"
@@ -11,16 +12,6 @@
 
 namespace tool {
 namespace {
-
-constexpr struct {
-    std::string_view text;
-    Construction construction;
-    int points;
-} prefixes[] = {
-    {"mid(", Construction::middle, 2},          {"vertical(", Construction::foot, 3},
-    {"cross(", Construction::crossing, 4},      {"AngleBisector(", Construction::bisector, 3},
-    {"extension(", Construction::extension, 2}, {"EffectiveA(", Construction::effective_a, 0},
-};
 
 constexpr std::size_t longest_name = 99;
 constexpr std::size_t longest_distance = 20;
@@ -42,12 +33,6 @@ std::size_t closing_bracket(std::string_view text, std::size_t open) {
 }
 
 }  // namespace
-
-std::vector<std::string_view> construction_names() {
-    std::vector<std::string_view> names;
-    for (const auto& prefix : prefixes) names.push_back(prefix.text.substr(0, prefix.text.size() - 1));
-    return names;
-}
 
 template <class Arithmetic>
 auto PointReader<Arithmetic>::first(std::string_view text) -> std::optional<First> {
@@ -164,12 +149,13 @@ void PointReader<Arithmetic>::find_argument() {
             frame.open_brackets = open_brackets;
             return read_name();
         }
-        for (const auto& prefix : prefixes) {
-            if (rest[0] != prefix.text[0] || !rest.starts_with(prefix.text)) continue;
-            source.at = at + prefix.text.size();
+        for (const PointFunction& function : point_functions) {
+            if (rest[0] != function.name[0] || !rest.starts_with(function.name)) continue;
+            if (!rest.substr(function.name.size()).starts_with('(')) continue;
+            source.at = at + function.name.size() + 1;
             frame.open_brackets = open_brackets;
             frames_.push_back(
-                {Frame::Shape::construction, prefix.points, prefix.construction, 0, 0, true, rest.data()});
+                {Frame::Shape::construction, function.points, function.construction, 0, 0, true, rest.data()});
             return;
         }
         if (frame.shape == Frame::Shape::first) continue;

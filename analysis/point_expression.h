@@ -34,8 +34,6 @@ struct Degeneracy {
     std::string first, second;  // as the formula has them: "U1", "mid(UMo,LMo)"; lines as "PNS-ANS"
 };
 
-std::vector<std::string_view> construction_names();  // in the order in which they are tried
-
 // Reads point expressions over one set of landmarks, in an arithmetic (arithmetic.h). Nesting of any depth takes heap,
 // not stack.
 template <class Arithmetic>

@@ -4,9 +4,11 @@
 #include <array>
 #include <cmath>
 #include <optional>
+#include <type_traits>
 
 #include "analysis/cast_measures.h"
 #include "analysis/formula.h"
+#include "analysis/functions.h"
 #include "analysis/landmark_names.h"
 #include "platform/number_text.h"
 #include "platform/text.h"
@@ -18,39 +20,16 @@ using Values = std::array<double, FormulaTrials::count>;
 
 constexpr int deepest = 60;  // groups and constructions inside each other
 
-enum class Takes { points, cast_token, item, values };
-struct Function {
-    std::string_view name;
-    Takes takes;
-    int points = 0;
-    bool number = false;    // behind the points
-    bool is_point = false;  // gives a point, not a value
-};
-constexpr Function functions[] = {
-    {"len", Takes::points, 2},
-    {"lenR", Takes::points, 2},
-    {"lenD", Takes::points, 2},
-    {"angle1", Takes::points, 3},
-    {"angle3", Takes::points, 3},
-    {"angle2", Takes::points, 4},
-    {"angle4", Takes::points, 4},
-    {"Model", Takes::cast_token},
-    {"case", Takes::item},
-    {"sdu", Takes::item},
-    {"mean", Takes::item},
-    {"sdv", Takes::item},
-    {"switch", Takes::values},
-    {"mid", Takes::points, 2, false, true},
-    {"vertical", Takes::points, 3, false, true},
-    {"cross", Takes::points, 4, false, true},
-    {"AngleBisector", Takes::points, 3, true, true},
-    {"extension", Takes::points, 2, true, true},
-    {"EffectiveA", Takes::points, 0, false, true},
-};
-
-const Function* function_named(std::string_view name) {
-    const auto found = std::ranges::find(functions, name, &Function::name);
+template <class Functions>
+auto function_named(const Functions& functions, std::string_view name) {
+    const auto* const found = std::ranges::find(functions, name, &std::remove_cvref_t<decltype(*functions)>::name);
     return found == std::end(functions) ? nullptr : found;
+}
+
+std::vector<std::string_view> names_of(const auto& functions) {
+    std::vector<std::string_view> names;
+    for (const auto& function : functions) names.push_back(function.name);
+    return names;
 }
 
 // "a, b and c"
@@ -61,8 +40,8 @@ std::string enumerated(const std::vector<std::string_view>& names) {
 }
 
 std::string no_function(std::string_view name) {
-    std::vector<std::string_view> names = function_names();
-    const std::vector<std::string_view> points = construction_names();
+    std::vector<std::string_view> names = names_of(value_functions);
+    const std::vector<std::string_view> points = names_of(point_functions);
     const std::string known = "; values come from " + enumerated(names) + ", points from " + enumerated(points);
     names.insert(names.end(), points.begin(), points.end());
     const std::string meant = suggestion(meant_name(name, names));
@@ -222,9 +201,10 @@ class FormulaReader {
 
     Term function() {
         const std::string_view name = word();
-        const Function* function = function_named(name);
-        if (!function) return stop(name, no_function(name));
-        if (function->is_point) {
+        const ValueFunction* function = function_named(value_functions, name);
+        const bool is_point = function_named(point_functions, name);
+        if (!function && !is_point) return stop(name, no_function(name));
+        if (is_point) {
             return stop(name, quoted(name) + " gives a point, not a value; measure it, as in len(" + std::string(name) +
                                   "(...),[A])");
         }
@@ -238,7 +218,7 @@ class FormulaReader {
         bool read = false;
         switch (function->takes) {
             case Takes::points:
-                read = points(*function, name, open), twin += FormulaTrials::points(calls_, function->points);
+                read = points({name, function->points}, open), twin += FormulaTrials::points(calls_, function->points);
                 break;
             case Takes::cast_token: read = cast_token(name, twin); break;
             default: read = item(name), twin += FormulaTrials::item(calls_);
@@ -254,8 +234,14 @@ class FormulaReader {
     }
 
     // The points of a function up to its ")".
-    bool points(const Function& function, std::string_view name, std::string_view open) {
+    struct PointsWanted {
+        std::string_view of;
+        int points;
+        bool number = false;  // behind them
+    };
+    bool points(const PointsWanted& function, std::string_view open) {
         if (!enter(open)) return false;
+        const std::string_view name = function.of;
         int count = 0;
         bool number = false, comma = false;
         for (; sound_ && next() != ')' && at_ < text_.size(); comma |= text_[at_ - 1] == ',') {
@@ -288,7 +274,7 @@ class FormulaReader {
                            (count < function.points ? "; it gives 0" : "; the last ones are not read"));
         else if (function.number && !number)
             slip(name, needs + " and a number behind them; the number is missing");
-        if (function.name == "EffectiveA" && kind_ >= 0 && !is_lateral(kind_))
+        if (name == "EffectiveA" && kind_ >= 0 && !is_lateral(kind_))
             slip(name, "\"EffectiveA\" is found on lateral films only; it gives (0, 0) here");
         return true;
     }
@@ -296,9 +282,9 @@ class FormulaReader {
     // A construction among points; 1 when it is one.
     int construction() {
         const std::string_view name = word();
-        const Function* function = function_named(name);
-        if (!function || !function->is_point) {
-            fail(name, function
+        const PointFunction* function = function_named(point_functions, name);
+        if (!function) {
+            fail(name, function_named(value_functions, name)
                            ? quoted(name) + " gives a value, and a point belongs here; write a landmark in brackets"
                            : no_function(name));
             return 0;
@@ -310,7 +296,7 @@ class FormulaReader {
         }
         const std::string_view open = here();
         ++at_;
-        points(*function, name, open);
+        points({name, function->points, function->number}, open);
         return 1;
     }
 

@@ -5,7 +5,7 @@
 #include <fstream>
 #include <set>
 
-#include "analysis/formula.h"
+#include "analysis/functions.h"
 
 namespace {
 
@@ -25,8 +25,8 @@ TEST(FormulaLanguage, ThePageHasEveryFunctionWithItsPictureAndNoOther) {
         shown.insert(line.substr(picture + 9, line.find('"', picture) - picture - 9));
         for (const std::string& name : section) without_picture.erase(name);
     }
-    for (const auto& names : {tool::function_names(), tool::construction_names()})
-        known.insert(names.begin(), names.end());
+    for (const auto& function : tool::value_functions) known.emplace(function.name);
+    for (const auto& function : tool::point_functions) known.emplace(function.name);
     EXPECT_EQ(described, known);
     EXPECT_THAT(without_picture, testing::IsEmpty());
     for (const auto& entry : std::filesystem::directory_iterator(docs / "pictures"))
