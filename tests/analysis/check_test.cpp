@@ -6,6 +6,7 @@
 #include <sstream>
 
 #include "DefinitionCheck.h"
+#include "analysis/check/findings.h"
 #include "analysis/definition_file.h"
 #include "analysis/formula_names.h"
 #include "analysis/growth_stage.h"
@@ -172,6 +173,24 @@ TEST(CheckFormula, WhatPassesIsComputedAsMathematicsDoes) {
     EXPECT_GT(stopped, 400);
 }
 
+// As the number of slips is defined: the least of what each way to make the ends alike costs.
+std::size_t slips(std::string_view a, std::string_view b) {
+    if (a.empty() || b.empty()) return a.size() + b.size();
+    const std::string_view a_rest = a.substr(1), b_rest = b.substr(1);
+    return std::min({slips(a_rest, b_rest) + (a[0] != b[0]), slips(a_rest, b) + 1, slips(a, b_rest) + 1});
+}
+
+TEST(MeantName, IsOneSlipAwayAmongNamesOfFourLettersOrMore) {
+    std::vector<std::string> names = {""};
+    for (std::size_t i = 0; names[i].size() < 5; ++i)
+        for (const char c : {'a', 'b'}) names.push_back(names[i] + c);
+    for (const std::string& name : names)
+        for (const std::string_view other : names)
+            EXPECT_EQ(tool::meant_name(name, {&other, 1}).data() == other.data(),
+                      slips(name, other) == 1 && std::max(name.size(), other.size()) >= 4)
+                << name << ' ' << other;
+}
+
 TEST(CheckDefinition, FindsWhatIsNeverReadOrMisread) {
     const std::string fifty(50, 'n'), items = "title:\nT\nCalc:\nA=len([S],[N])\nB=len([S],[A])\n";
     std::string hundred_values, hundred_stages;
@@ -222,6 +241,7 @@ TEST(CheckDefinition, FindsWhatIsNeverReadOrMisread) {
              "Param:\nAges=18\nAges=12-17\nages=1-2\nOther=1\nSign A=in front\nSign a=x\nSign B=\nSign A=again\nLine\n",
          {"7:5 no range of ages", "8:1 already says this", "9:1 write \"Ages\"", "12:1 no item \"a\"",
           "13:1 say behind", "14:1 already says this"}},
+        {"ages of one year", items + "Param:\nAges=9-9\n", {}},
         {"circles",
          "title:\nT\nCalc:\nA=sdu(\"B\")*1\nB=len([S],[N])+case(\"C\")\nC=case(\"B\")*2\nD=case(\"A\")\nMean:\n"
          "B=len([S],[N])-mean(\"B\"):1\nSD:\nB=1\n",
@@ -232,9 +252,10 @@ TEST(CheckDefinition, FindsWhatIsNeverReadOrMisread) {
          "title:\nT\nCalc:\nA=len([Foo],[Foo])+len([toolong],[UCWR])\n",
          {"4:8 note landmark of the user's own", "4:25 note virtual landmark", "4:35 note landmark of the user's own"}},
         {"stages",
-         "title:\nT\nStage:\na=0-6.5\nb=6-7\nc=9-8\nd=8-8\ne\nf=x-9\ng=0-\nh=20\ni=7-8\n" + fifty + "n=8-9\n",
+         "title:\nT\nStage:\na=0-6.5\nb=6-7\nc=9-8\nd=8-8\ne\nf=x-9\ng=0-\nh=20\ni=7-8\n" + fifty +
+             "n=8-9\nj=6.5-7.5\n",
          {"5:3 overlaps that of \"a\"", "6:3 ends where it starts", "7:3 ends where it starts", "8:1 without a range",
-          "9:3 \"x\" is no number", "10:3 needs its end", "13:50 cut to 49 bytes"}},
+          "9:3 \"x\" is no number", "10:3 needs its end", "13:50 cut to 49 bytes", "14:3 overlaps that of \"i\""}},
         {"dental stages",
          "title:\nT\nStage_Type:\nHellman\nStage:\nb=IIIA-\na=I-IIIA\nc=IIB-IIC\nd=3-4\n",
          {"8:3 \"IIB\" is no dental stage", "9:3 \"3\" is no dental stage"}},

@@ -3,6 +3,7 @@
 #include "analysis/definition_file.h"
 #include "analysis/item_text.h"
 #include "framework/system.h"
+#include "platform/text.h"
 #include "tests/analysis/subject.h"
 
 namespace tool_test {
@@ -12,48 +13,22 @@ using tool::DefinitionFile;
 using Look = DefinitionFile::Look;
 
 TEST(KeyLine, CodesAreThoseOfTheSections) {
-    struct {
-        const char* line;
-        int code;
-    } const cases[] = {{"title:", 1},
-                       {"TITLE:", 1},
-                       {"Calc:", 2},
-                       {"Calc1:", 2},
-                       {"stage1:", 3},
-                       {"Stage_M:", 4},
-                       {"Stage_F1:", 5},
-                       {"Mean:", 6},
-                       {"mean_m1:", 7},
-                       {"Mean_F:", 8},
-                       {"SD:", 9},
-                       {"SD_M1:", 10},
-                       {"SD_F:", 11},
-                       {"Stage_Type1:", 12},
-                       {"Comment:", 13},
-                       {"Diag:", 14},
-                       {"Param:", 15},
-                       {"Calc2:", 102},
-                       {"Stage2:", 103},
-                       {"Stage_M2:", 104},
-                       {"Stage_F2:", 105},
-                       {"Mean2:", 106},
-                       {"Mean_M2:", 107},
-                       {"Mean_F2:", 108},
-                       {"SD2:", 109},
-                       {"SD_M2:", 110},
-                       {"SD_F2:", 111},
-                       {"Stage_Type2:", 112},
-                       {"", 0},
-                       {"title: x", 0},
-                       {" title:", 0},
-                       {"title: ", 0},
-                       {"title", 0},
-                       {"Calc3:", 0},
-                       {"Comment1:", 0},
-                       {"Diag2:", 0},
-                       {":", 0},
-                       {"S-N:", 0}};
-    for (const auto& c : cases) EXPECT_EQ(CCephCalc::Str_Check(c.line), c.code) << c.line;
+    constexpr std::string_view names[] = {"title", "Calc", "Stage", "Stage_M",    "Stage_F", "Mean", "Mean_M", "Mean_F",
+                                          "SD",    "SD_M", "SD_F",  "Stage_Type", "Comment", "Diag", "Param"};
+    const auto expect = [](const std::string& line, int code) {
+        EXPECT_EQ(CCephCalc::Str_Check(line.c_str()), code) << line;
+    };
+    for (int code = 1; code <= 15; ++code) {
+        const std::string name(names[code - 1]);
+        const bool has_sets = code > 1 && code < 13;
+        expect(name + ":", code);
+        expect(tool::upper(name) + ":", code);
+        expect(name + "1:", has_sets ? code : 0);
+        expect(name + "2:", has_sets ? 100 + code : 0);
+        for (const std::string& line : {name, " " + name + ":", name + ": ", name + ": x", name + "3:"})
+            expect(line, 0);
+    }
+    for (const char* const line : {"", ":", "S-N:"}) expect(line, 0);
     EXPECT_EQ(CCephCalc::Str_Check(nullptr), 0);
 }
 
@@ -107,6 +82,12 @@ TEST(DefinitionFile, TheTableFindsWhatTheWalkFinds) {
     EXPECT_FALSE(walked.find("A", Look::norms, 1).item.has_value());
     EXPECT_FALSE(walked.find("A", Look::item, 1).sd.has_value());
     EXPECT_EQ(walked.find_item(fifty)->rest, "cut");
+    for (const std::string section : {"Mean_M", "Mean_F", "SD_M", "SD_F"})
+        for (const int sex : {1, 2}) {
+            const auto found = DefinitionFile(section + ":\nA=1\n").find("A", Look::norms, sex);
+            const bool own = section.ends_with(sex == 1 ? 'M' : 'F'), mean = section.starts_with("Mean");
+            EXPECT_TRUE(found.mean.has_value() == (own && mean) && found.sd.has_value() == (own && !mean)) << section;
+        }
     EXPECT_EQ(walked.find_item("B")->rest, "");
 }
 
@@ -153,6 +134,7 @@ TEST(NumberField, TheLastOneServesEveryFurtherBand) {
                        {"f(1,2):1,5", 1, "2):1", "5"},
                        {"f(1,[a,b]):1,5", 1, "[a", "5"},
                        {"f(1,2:1,5", 1, "2:1", "f(1,2:1,5"},
+                       {"f)(1,2):1,5", 1, "2):1", "5"},
                        {std::string(120, '7') + ",1", 0, std::string(100, '7'), std::string(100, '7')}};
     for (const auto& c : cases) {
         std::string text = c.text;

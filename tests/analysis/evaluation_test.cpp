@@ -86,7 +86,7 @@ TEST(Norm, IsChosenBySexBandAndSet) {
     folder.write_analysis(
         "Calc:\nX=1+1\nC=case(\"X\")+1\nLoop=1+1\nMean:\nX=80.0,82.0\nTrim=82.00,3.50,100,12.,80.0 \nBlank=\nWords=abc\n"
         "Wordy=x 1\n"
-        "F=angle1([S],[N],[A]):1,len([S],[N])*2.0:0,-0.2*1:0,1/0:0,len([S],[N]),0/0:1,0*1:9,0-1/8:7\n"
+        "F=angle1([S],[N],[A]):1,len([S],[N])*2.0:0,-0.2*1:0,1/0:0,len([S],[N]),0/0:1,0*1:9,0-1/8:7,1*341\n"
         "C=case(\"C\")*2:1\nLoop=mean(\"Loop\")+1:0\n"
         "Mean_M2:\nS=1,2,3\nMean_F:\nX=70\n");
     struct {
@@ -103,7 +103,7 @@ TEST(Norm, IsChosenBySexBandAndSet) {
                        {"F", 1, 0, 1, "90.0"},    {"F", 1, 1, 1, "300"},      {"F", 1, 2, 1, "0"},
                        {"F", 1, 4, 1, ""},        {"F", 1, 5, 1, "nan"},      {"F", 1, 0, 0, "90"},
                        {"F", 1, 6, 0, "0"},       {"F", 1, 7, 0, "-0.125"},   {"F", 1, 7, 1, "-0.1250000"},
-                       {"C", 1, 0, 1, "6.0"},     {"Loop", 1, 0, 1, "1"}};
+                       {"F", 1, 8, 1, "3.0"},     {"C", 1, 0, 1, "6.0"},      {"Loop", 1, 0, 1, "1"}};
     for (const auto& c : cases)
         EXPECT_EQ(small_face().norm(c.name, 0, c.sex, c.band, c.keep), c.text) << c.name << ' ' << c.band;
     const char* const columns = "Calc:\nX=1+1\nY=1+1\nZ=1+1\nMean:\nX=80,82\nY=70\nMean2:\nZ=1,2\n";
@@ -231,14 +231,14 @@ TEST(AnalysisSheet, MissesWhatAnAlternativeOrAVirtualLandmarkFurtherInNeeds) {
     const char* const text =
         "Calc:\nOuter=case(\"Inner\")*0;case(\"Inner\")*2\nInner=1+len([S],[N])*0;len([S],[N]);len([S],[Ba])\n"
         "Beyond=len([S],[Q])+case(\"Inner\")+len([Z],[S])\nRound=len([Mid],[S])\nNowhere=len([Par],[S])\n"
-        "Quiet=len([S],[N])>1;\"low\";\"\"\n";
+        "Quiet=len([S],[N])>1;\"low\";\"\"\nUnchosen=len([S],[Q])*0;len([S],[Ba])\n";
     const AnalysisSheet sheet(0, text, std::strlen(text));
     Lateral face = small_face();
     face.add_virtual("Mid", "mid([V],[S])");
     face.add_virtual("V", "[W]");
     face.add_virtual("W", "[V]");
     face.add_virtual("Par", "cross([S],[N],[S],[N])");
-    const char* const missing[] = {"Ba", "Ba", "Q Z Ba", "V", "Par", ""};
+    const char* const missing[] = {"Ba", "Ba", "Q Z Ba", "V", "Par", "", "Q"};
     for (int i = 0; i < sheet.GetCount(); ++i)
         EXPECT_EQ(listed(sheet.Missing(i, SheetPart::value, face.on_sheet())), missing[i]) << i;
     EXPECT_TRUE(sheet.Evaluate(5, face.on_sheet()).is_text) << "an empty text is no number";
@@ -274,9 +274,9 @@ TEST(AnalysisSheet, TellsUnitsAndWhatIsMissing) {
 
 std::string seen(const SheetRow& row, const CStringArray& value, const CStringArray& mean, const CStringArray& sd) {
     CString text;
-    text.Format("%a %d %a %d %a %a %s %d%d %s %s|", row.value, row.has_mean, row.mean, row.has_sd, row.sd,
-                row.deviation, static_cast<LPCSTR>(row.text), row.at_one_place, row.parallel,
-                static_cast<LPCSTR>(row.degenerate[0]), static_cast<LPCSTR>(row.degenerate[1]));
+    text.Format("%a %d %a %d %a %a %s %d%d%d%d %s %s|", row.value, row.has_mean, row.mean, row.has_sd, row.sd,
+                row.deviation, static_cast<LPCSTR>(row.text), row.at_one_place, row.parallel, row.needs_band,
+                row.norm_needs_band, static_cast<LPCSTR>(row.degenerate[0]), static_cast<LPCSTR>(row.degenerate[1]));
     return static_cast<LPCSTR>(text) + listed(value) + "|" + listed(mean) + "|" + listed(sd);
 }
 
@@ -304,17 +304,17 @@ TEST(SheetMeasurer, GivesWhatEachItemGivesAloneInWhateverOrder) {
         for (char name = 'a'; name < 'i'; ++name) {
             const std::string begin = std::string(1, name) + "=";
             text += begin + formula() + (random() % 4 ? "" : "<9;" + formula() + ";len([N],[PNS])") + "\n";
-            means += begin + (random() % 2 ? "3" : formula() + ":2") + "\n";
+            means += begin + (random() % 4 ? "3" : random() % 2 ? "3,4" : formula() + ":2") + "\n";
             sds += begin + (random() % 2 ? "2" : formula() + ":2") + "\n";
         }
         text += means + sds;
         const AnalysisSheet sheet(0, text.data(), text.size());
-        const SheetSubject who = face.on_sheet();
         const SheetSet alone(sheet);
         SheetMeasurer measurer(alone);
-        measurer.Measure(who);
+        measurer.Measure(face.on_sheet());
         for (int look = 0; look < 20; ++look) {
-            const int i = static_cast<int>(random() % 8);
+            const int i = static_cast<int>(random() % 8), band = static_cast<int>(random() % 3) - 1;  // -1: not known
+            const SheetSubject who = face.on_sheet(1, band);
             ASSERT_EQ(seen(measurer.Evaluate(0, i, who.sex, who.band),
                            measurer.Missing(0, i, SheetPart::value, who.sex, who.band),
                            measurer.Missing(0, i, SheetPart::mean, who.sex, who.band),

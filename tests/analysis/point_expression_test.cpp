@@ -32,6 +32,7 @@ TEST(PointExpression, ConstructsPoints) {
         {"extension([S],[N])", 400, 100},
         {"extension([N],10)", -19.4028500029, -4.8507125007},
         {"extension([S],[N],(25))", 400, 100},
+        {"mid(extension([S],[N],(25)),[A])", 400, 200},
         {"AngleBisector([N],[S],[A],50)", 400 - 35.3553390593, 100 + 35.3553390593},
         {"AngleBisector([N],[S],[A],50.9)", 400 - 35.3553390593, 100 + 35.3553390593},  // whole pixels
         {"AngleBisector([N],[S],[A],0)", 400, 100},

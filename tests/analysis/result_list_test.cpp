@@ -128,6 +128,8 @@ TEST(ResultList, AnAngleOverOnePointOrACrossingOfParallelsIsNone) {
         {"len(cross([N],[A],[Pog],[Or]),[N])", parallel, "N-A, Pog-Or"},
         {"len(cross([S],[N],[Po],[Or]),[N])", parallel, "S-N, Po-Or"},
         {"len(cross([S],[N],[Me],[Go]),[N])", apart, ", "},
+        {"len(cross([Me],[Go],vertical([S],[Me],[Go]),vertical([A],[Me],[Go])),[N])", parallel,
+         "Me-Go, vertical(S,Me,Go)-vertical(A,Me,Go)"},
         {"len([A],vertical([A],[N],[A]))", apart, ", "},
         {"case(\"0\")*2", at_one, "U1R, U1"},
     };

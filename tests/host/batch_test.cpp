@@ -173,10 +173,11 @@ TEST(Batch, FailedCasesAreATableOfTheirOwn) {
     folder.add("c.tps", "LM=1\n1 2\nCOMMENT=landmarks=S\nSCALE=1\nLM=1\n1\nLM=1\n1 2\nCOMMENT=landmarks=S\nSCALE=1\n");
     folder.add("d.csv", "S,1,2\n");
     folder.add("e.csv", "S_x,S_y,sxe\n1,2,f\n");
+    folder.add("f.tps", "ID=7\nLM=1\n1 2\nCOMMENT=landmarks=S\nSCALE=1\n");
     const Outcome outcome =
-        batch({"a.csv", "b.jsonl", "c.tps", "d.csv", "e.csv", "--analysis", "Steiner", "-o", "out.csv"});
+        batch({"a.csv", "b.jsonl", "c.tps", "d.csv", "e.csv", "f.tps", "--analysis", "Steiner", "-o", "out.csv"});
     EXPECT_EQ(outcome.code, ExitCode::bad_input);
-    EXPECT_THAT(outcome.err, HasSubstr("10 cases failed: see out.csv.errors.csv"));
+    EXPECT_THAT(outcome.err, HasSubstr("11 cases failed: see out.csv.errors.csv"));
     std::string good;
     for (const Row& row : rows_of(bytes_of("out.csv"))) good += row.at("case") + " ";
     EXPECT_EQ(good, "1 6 8 9 11 13 14 16 ");
@@ -193,7 +194,8 @@ TEST(Batch, FailedCasesAreATableOfTheirOwn) {
               "12 b.jsonl:8:1 a byte that is not UTF-8\n"
               "15 c.tps:6:1 point 1 of 1 is not two \n"
               "17 d.csv the case has no scale, s\n"
-              "18 e.csv:1:9 the column \"sxe\" is not \n");
+              "18 e.csv:1:9 the column \"sxe\" is not \n"
+              "19 f.tps:1:1 a TPS file begins with a\n");
     ASSERT_EQ(batch({"a.csv", "--sex", "f", "--analysis", "Bolton", "-o", "out.csv"}).code, ExitCode::bad_input);
     ASSERT_EQ(batch({SAMPLES "/lateral-average.json", "-o", "out.csv"}).code, ExitCode::done);
     EXPECT_FALSE(std::filesystem::exists("out.csv.errors.csv")) << "of an earlier run";

@@ -54,6 +54,7 @@ TEST(DrawText, PlacesLinesInTheRectangle) {  // 8 units a byte, 16 a line
          "text 0 0 \"\xE5\x88\xB7\"; text 0 16 \"\xE8\xA7\x92"
          "a\"; "},
         {"a\nb", {0, 0, 99, 50}, DT_SINGLELINE | DT_BOTTOM | DT_CENTER, 16, "text 37 34 \"a\\x0Ab\"; "},
+        {"abc", {0, 0, 17, 9}, DT_SINGLELINE | DT_VCENTER | DT_CENTER, 16, "text -3 -3 \"abc\"; "},
         {"a\nb", {0, 0, 99, -50}, DT_RIGHT, 32, "text 91 0 \"a\"; text 91 -16 \"b\"; "},
         {"", {0, 0, 99, 50}, 0, 0, ""},
     };

@@ -88,6 +88,25 @@ TEST(PictureSurface, ExclusiveOrOverBlackIsCopying) {
     }
 }
 
+// Whether it is drawn by the rule for lines along an axis, as round or square, or as any other polyline.
+TEST(PictureSurface, AWideLineLiesAsManyPixelsAboveItsMiddleAsHalfItsWidth) {
+    for (const int ends : {PS_ENDCAP_ROUND, PS_ENDCAP_SQUARE, PS_ENDCAP_FLAT})
+        for (const bool upright : {false, true})
+            for (const int count : {2, 3})
+                for (int width = 2; width < 9; ++width) {
+                    const auto surface = PictureSurface::create(60, 60, Look::crisp);
+                    const LOGBRUSH black = {BS_SOLID, 0, 0};
+                    CPen pen(PS_GEOMETRIC | ends, width, &black);
+                    surface->SelectObject(&pen);
+                    const POINT level[] = {{10, 30}, {50, 30}, {20, 30}}, down[] = {{30, 10}, {30, 50}, {30, 20}};
+                    surface->Polyline(upright ? down : level, count);
+                    for (int i = 0; i < 60; ++i)
+                        ASSERT_EQ(surface->pixel(upright ? i : 35, upright ? 35 : i) == 0,
+                                  i >= 30 - width / 2 && i < 30 - width / 2 + width)
+                            << ends << upright << count << ' ' << width << ' ' << i;
+                }
+}
+
 // What lies outside neither costs time nor changes what lies inside.
 TEST(PictureSurface, ClippingChangesNoPixel) {
     std::mt19937 random(7);

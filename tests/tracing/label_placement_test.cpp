@@ -24,6 +24,10 @@ TEST(LabelPlacement, NoLabelCoversAnotherALandmarkAnObstacleOrTheEdge) {
         for (std::size_t i = 0; i < placed.size(); ++i) {
             if (!placed[i]) continue;
             const Box& box = placed[i]->box;
+            const Position dot = labels[i].landmark;
+            const double dx = dot.x - std::clamp(dot.x, box.left, box.right),
+                         dy = dot.y - std::clamp(dot.y, box.top, box.bottom);
+            EXPECT_EQ(placed[i]->leader.has_value(), dx * dx + dy * dy > 1.5 * 1.5);
             EXPECT_TRUE(std::min(box.left, box.top) >= 0 && std::max(box.right, box.bottom) <= 120) << seed;
             for (const Label& label : labels) EXPECT_FALSE(inside(box, label.landmark)) << seed << " " << i;
             for (const Box& obstacle : around.obstacles) EXPECT_FALSE(overlap(box, obstacle)) << seed << " " << i;
