@@ -49,6 +49,12 @@ AnalysisSheet::AnalysisSheet(int kind, const char* text, std::size_t size)
           return std::make_shared<const tool::SheetBody>(kind, std::string(text ? text : "", text ? size : 0));
       })) {}
 
+AnalysisSheet::AnalysisSheet(int kind, const char* text, std::size_t size, int cast_decimals)
+    : kind_(kind), body_(made_or_null([&] {
+          return std::make_shared<const tool::SheetBody>(kind, std::string(text ? text : "", text ? size : 0),
+                                                         cast_decimals);
+      })) {}
+
 AnalysisSheet::AnalysisSheet(AnalysisSheet&&) noexcept = default;
 AnalysisSheet& AnalysisSheet::operator=(AnalysisSheet&&) noexcept = default;
 AnalysisSheet::~AnalysisSheet() = default;

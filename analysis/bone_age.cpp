@@ -1,11 +1,10 @@
 #include "analysis/bone_age.h"
 
-#include <cstdio>
-
 #include "analysis/catalogue.h"
 #include "framework/settings.h"
 #include "geometry/line.h"
 #include "platform/number_text.h"
+#include "platform/settings_file.h"
 #include "util/delimiter.h"
 
 namespace tool {
@@ -19,18 +18,37 @@ double height(const tagCVBA& v, int base_from, int base_to, int top) {
     return distance(point, foot_of_perpendicular(point, {v.Point[base_from], v.Point[base_to]}));
 }
 
-}  // namespace
+constexpr const char* section = "CVB_AGE";
 
-BoneAgeCoefficients bone_age_coefficients(int sex) {
-    const std::string file = with_delimiter(configured_analysis_root()) + "cvba.dat";
+// `value` gives a key's value, or the other text when there is no such key.
+BoneAgeCoefficients coefficients(int sex, auto&& value) {
     const auto coefficient = [&](int index) {
-        char key[16], value[1000];
-        std::snprintf(key, sizeof key, sex == 1 ? "PARAM_M%d" : "PARAM_F%d", index);
-        GetPrivateProfileStringA("CVB_AGE", key, (sex == 1 ? built_in_male : built_in_female)[index], value,
-                                 sizeof value, file.c_str());
-        return read_double(value);
+        const std::string key = (sex == 1 ? "PARAM_M" : "PARAM_F") + print_int(index);
+        return read_double(value(key, (sex == 1 ? built_in_male : built_in_female)[index]));
     };
     return {coefficient(0), coefficient(1), coefficient(2), coefficient(3)};
+}
+
+}  // namespace
+
+BoneAgeCoefficients bone_age_coefficients(std::string_view cvba_dat, int sex) {
+    int from_file = 0;
+    BoneAgeCoefficients found = coefficients(sex, [&](const std::string& key, const char* built_in) {
+        const auto value = setting(cvba_dat, section, key);
+        from_file += value && !value->empty();
+        return value.value_or(built_in);
+    });
+    found.from_file = from_file;
+    return found;
+}
+
+BoneAgeCoefficients configured_bone_age_coefficients(int sex) {
+    const std::string file = with_delimiter(configured_analysis_root()) + "cvba.dat";
+    return coefficients(sex, [&](const std::string& key, const char* built_in) {
+        char value[1000];
+        GetPrivateProfileStringA(section, key.c_str(), built_in, value, sizeof value, file.c_str());
+        return std::string(value);
+    });
 }
 
 double bone_age(const tagCVBA& vertebrae, const BoneAgeCoefficients& c) {

@@ -1,21 +1,17 @@
-// Skeletal age from the shape of the third and fourth cervical vertebra on the lateral film.
+// Where the coefficients of the bone age come from.
 #pragma once
 
-#include "Records.h"
+#include <string_view>
+
+#include "BoneAge.h"
 
 namespace tool {
 
-// Coefficients of age = constant + c3_height * (AH/AP of C3) + c4_height * (AH/AP of C4) + c4_ratio * (AH/PH of C4),
-// in years. Mito, Sato and Mitani, Am J Orthod Dentofacial Orthop 2002;122:380-385 (girls): -0.20, 6.20, 5.90, 4.74.
-struct BoneAgeCoefficients {
-    double constant, c3_height, c4_height, c4_ratio;
-};
+// Of a clinic's cvba.dat, each missing one the built-in for the sex (1 male).
+BoneAgeCoefficients bone_age_coefficients(std::string_view cvba_dat, int sex);
 
-// The clinic's own from cvba.dat in its analysis folder, each missing one the built-in for the sex (1 male).
+// The same of the file in the clinic's analysis folder.
 // Kept: without a folder in the settings the file is looked for in the root folder, not beside the program.
-BoneAgeCoefficients bone_age_coefficients(int sex);
-
-// Infinite or NaN when a depth or height that divides is 0. The scale cancels out.
-double bone_age(const tagCVBA& vertebrae, const BoneAgeCoefficients& coefficients);
+BoneAgeCoefficients configured_bone_age_coefficients(int sex);
 
 }  // namespace tool

@@ -11,16 +11,6 @@
 namespace tool {
 namespace {
 
-std::string_view folder_of_kind(int kind) {
-    switch (kind) {
-        case 0: return "CalcForm";
-        case 1: return "CalcForm_PA";
-        case 2: return "CalcForm_Model";
-        case 10: return "CalcForm_Diag";
-        default: return {};
-    }
-}
-
 std::string with_backslash(std::string path) {
     bool ends_in_backslash = false;
     for (std::string_view rest = path; !rest.empty(); rest.remove_prefix(char_length(rest)))
@@ -42,14 +32,33 @@ std::string_view entry(std::string_view catalogue, int index) {
 
 std::string folder_of(int kind) {
     std::string folder = analysis_root();
-    return with_backslash(folder.append(folder_of_kind(kind)));
+    return with_backslash(folder.append(form_folder_name(kind)));
 }
 
 std::string surgical_sheet() {
-    return analysis_root() + "CalcForm_Surg\\Surgery.txt";
+    return analysis_root().append(surgery_file);
 }
 
 }  // namespace
+
+std::string_view form_folder_name(int kind) {
+    switch (kind) {
+        case 0: return "CalcForm";
+        case 1: return "CalcForm_PA";
+        case 2: return "CalcForm_Model";
+        case 10: return "CalcForm_Diag";
+        default: return {};
+    }
+}
+
+std::vector<std::string> catalogue_entries(std::string_view catalogue) {
+    std::vector<std::string> entries;
+    for_each_line(catalogue, [&](std::string_view line, int) {
+        if (!line.empty()) entries.emplace_back(line);
+        return false;
+    });
+    return entries;
+}
 
 std::string configured_analysis_root() {
     return std::string(AfxGetApp()->GetProfileString("DB_DIR", "ANAITEMPATH", "").View());
@@ -67,20 +76,17 @@ std::string analysis_root() {
 std::string form_file(int kind, int index) {
     if (kind == 20) return surgical_sheet();
     std::string folder = folder_of(kind);
-    if (kind == 0 && index == -1) return folder + "Ricketts.txt";
-    const std::string catalogue = file_text(folder + "list.txt");
+    if (kind == 0 && index == -1) return folder.append(ricketts_file);
+    const std::string catalogue = file_text(folder + std::string(list_file));
     const std::string_view file = entry(catalogue, index);
     return file.empty() ? std::string() : folder.append(file);
 }
 
 std::vector<std::string> form_files(int kind) {
     if (kind == 20) return {surgical_sheet()};
-    const std::string folder = folder_of(kind), catalogue = file_text(folder + "list.txt");
-    std::vector<std::string> files;
-    for_each_line(catalogue, [&](std::string_view line, int) {
-        if (!line.empty()) files.push_back(folder + std::string(line));
-        return false;
-    });
+    const std::string folder = folder_of(kind);
+    std::vector<std::string> files = catalogue_entries(file_text(folder + std::string(list_file)));
+    for (std::string& file : files) file.insert(0, folder);
     return files;
 }
 

@@ -18,6 +18,14 @@ std::string analysis_root();
 std::string form_file(int kind, int index);
 std::vector<std::string> form_files(int kind);  // all of them
 
+// Names in an analysis folder.
+std::string_view form_folder_name(int kind);  // "" for kinds without a catalogue of their own
+inline constexpr std::string_view list_file = "list.txt", ricketts_file = "Ricketts.txt",
+                                  surgery_file = "CalcForm_Surg\\Surgery.txt";
+
+// What a catalogue lists, by their names in its folder. Empty lines are no entries.
+std::vector<std::string> catalogue_entries(std::string_view catalogue);
+
 // The text of an engine file; "" when it can't be read, which every reader treats as an empty file.
 std::string file_text(std::string_view path);
 

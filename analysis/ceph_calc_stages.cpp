@@ -86,7 +86,7 @@ double CCephCalc::Get_RickettsParam(tagPOINTLAT* points, int item, int sex, int 
 
 double CCephCalc::Calc_CVBA(tagCVBA* points, int sex) {
     if (!points) return 0.0;
-    return or_failed(0.0, [&] { return tool::bone_age(*points, tool::bone_age_coefficients(sex)); });
+    return or_failed(0.0, [&] { return tool::bone_age(*points, tool::configured_bone_age_coefficients(sex)); });
 }
 
 void CCephCalc::Check_LatPoint(tagPOINTLAT* record) {

@@ -1,12 +1,15 @@
 #include "analysis/display_mode.h"
 
-#include <algorithm>
-#include <cstring>
+#include <charconv>
+#include <cmath>
 #include <optional>
 
 #include "analysis/catalogue.h"
 #include "analysis/definition_file.h"
+#include "platform/code_page.h"
+#include "platform/folder_file.h"
 #include "platform/number_text.h"
+#include "platform/system.h"
 #include "platform/text.h"
 #include "util/delimiter.h"
 
@@ -17,11 +20,6 @@ constexpr int normal_weight = 101, bold_weight = 102;
 constexpr std::size_t most_lines = 30;
 constexpr std::size_t longest_point_name = sizeof tagSUPPLINE::from - 1;
 
-std::string three_digits(int number) {
-    std::string digits = print_int(number);
-    return std::string(3 - std::min<std::size_t>(digits.size(), 3), '0') + digits;
-}
-
 // "r,g,b"; nothing when a comma is missing. Numbers beyond a byte keep their low one.
 std::optional<COLORREF> colour_of(std::string_view text) {
     const std::size_t first = text.find(','),
@@ -31,10 +29,10 @@ std::optional<COLORREF> colour_of(std::string_view text) {
                read_int(text.substr(second + 1)));
 }
 
-int decimals_code(std::string_view text) {
-    if (text == "0") return 0;
-    if (text == "1") return 1;
-    return text == "0.5" ? 9 : 2;
+ModeDecimals decimals_of(std::string_view text) {
+    if (text == "0") return ModeDecimals::none;
+    if (text == "1") return ModeDecimals::one;
+    return text == "0.5" ? ModeDecimals::halves : ModeDecimals::two;
 }
 
 // The name in the first brackets at or behind `at`, which moves behind them; "" when there are none.
@@ -51,7 +49,8 @@ std::string_view bracketed_name(std::string_view line, std::size_t& at) {
 // What the attribute lines have set so far.
 struct Attributes {
     COLORREF colour = 0;
-    int weight = bold_weight, decimals = 0, size = 15;
+    int weight = bold_weight, size = 15;
+    ModeDecimals decimals = ModeDecimals::none;
     std::string_view position;
 
     // Whether the line was one of them. Kept: "size=" in small letters is not.
@@ -65,7 +64,7 @@ struct Attributes {
         else if (const auto line_text = behind("Line=", "line="))
             weight = upper(*line_text) == "BOLD" ? bold_weight : normal_weight;
         else if (const auto decimal = behind("Decimal=", "decimal="))
-            decimals = decimals_code(*decimal);
+            decimals = decimals_of(*decimal);
         else if (const auto place = behind("Pos=", "pos="))
             position = *place;
         else if (const auto number = behind("Size=", "Size="))
@@ -75,12 +74,7 @@ struct Attributes {
         return true;
     }
 
-    std::string measurement(std::string_view calculation) const {
-        std::string entry = three_digits(GetRValue(colour)) + three_digits(GetGValue(colour)) +
-                            three_digits(GetBValue(colour)) + print_int(decimals);
-        entry.append(position).append("SIZE=").append(print_int(size)).append("CALC=").append(calculation);
-        return entry;
-    }
+    ModeFile::Value value(std::string_view item) const { return {item, position, colour, decimals, size}; }
 
     std::optional<tagSUPPLINE> line(std::string_view text) const {
         std::size_t at = 0;
@@ -95,10 +89,40 @@ struct Attributes {
     }
 };
 
+std::optional<double> number(std::string_view text) {
+    text = trimmed(text);
+    if (text.starts_with('+') && !text.starts_with("+-")) text.remove_prefix(1);
+    double value = 0;
+    const auto [end, failure] = std::from_chars(text.data(), text.data() + text.size(), value);
+    if (failure != std::errc() || end != text.data() + text.size() || !std::isfinite(value)) return {};
+    return value;
+}
+
+std::optional<ModePlace> place_of(std::string_view position) {
+    const std::size_t first = find_char(position, ','), second = position.find(',', first + 1);
+    if (first == std::string_view::npos || second == std::string_view::npos) return {};
+    const auto right = number(position.substr(first + 1, second - first - 1)),
+               down = number(position.substr(second + 1));
+    if (!right || !down) return {};
+    return ModePlace{utf8_from_code_page(trimmed(position.substr(0, first))), *right, *down};
+}
+
+Colour colour_of_reference(COLORREF colour) {
+    return {GetRValue(colour), GetGValue(colour), GetBValue(colour)};
+}
+
+// Empty lines name nothing.
+std::vector<std::string> filled(const std::vector<std::string_view>& lines) {
+    std::vector<std::string> texts;
+    for (const std::string_view line : lines)
+        if (!line.empty()) texts.push_back(utf8_from_code_page(line));
+    return texts;
+}
+
 }  // namespace
 
-DisplayMode read_display_mode(std::string_view text) {
-    DisplayMode mode;
+ModeFile read_display_mode(std::string_view text) {
+    ModeFile mode;
     Attributes attributes;
     enum { none, points, lines, point_settings } section = none;
     for_each_line(text, [&](std::string_view line, int) {
@@ -116,7 +140,7 @@ DisplayMode read_display_mode(std::string_view text) {
             mode.point_settings.push_back(line);
         } else if (section == lines && !attributes.read(line)) {
             if (line.starts_with('='))
-                mode.measurements.push_back(attributes.measurement(line.substr(1)));
+                mode.values.push_back(attributes.value(line.substr(1)));
             else if (const auto supplementary = attributes.line(line))
                 mode.lines.push_back(*supplementary);
         }
@@ -125,22 +149,56 @@ DisplayMode read_display_mode(std::string_view text) {
     return mode;
 }
 
-std::string mode_folder(int kind) {
-    constexpr std::string_view folders[] = {"CalcMode", "CalcMode_PA", "CalcMode_Model"};
-    std::string folder = analysis_root();
-    if (kind >= 0 && kind < static_cast<int>(std::size(folders))) folder += folders[kind];
-    return with_delimiter(std::move(folder));
+DisplayMode display_mode(std::string_view text) {
+    const ModeFile file = read_display_mode(text);
+    DisplayMode mode;
+    mode.title = utf8_from_code_page(DefinitionFile(std::string(text)).title());
+    mode.every_landmark = file.points.empty();  // an empty line names none, so that a mode can show no landmark
+    mode.landmarks = filled(file.points);
+    mode.landmark_settings = filled(file.point_settings);
+    for (const tagSUPPLINE& line : file.lines) {
+        mode.lines.push_back({utf8_from_code_page(line.from), utf8_from_code_page(line.to),
+                              colour_of_reference(line.color), line.style == bold_weight});
+    }
+    for (const ModeFile::Value& value : file.values) {
+        mode.values.push_back({utf8_from_code_page(value.item), colour_of_reference(value.colour), value.decimals,
+                               utf8_from_code_page(value.position), place_of(value.position), value.size});
+    }
+    return mode;
 }
 
-std::vector<ModeEntry> listed_modes(int kind) {
+Result<DisplayMode> DisplayMode::read(const std::filesystem::path& file) {
+    const auto text = read_file_at(file, largest_text_file);
+    if (!text) return Failure{utf8_from_code_page(error_text(last_error()))};
+    DisplayMode mode = display_mode(engine_text(*text));
+    mode.file = file;
+    return mode;
+}
+
+std::string_view mode_folder_name(int kind) {
+    constexpr std::string_view folders[] = {"CalcMode", "CalcMode_PA", "CalcMode_Model"};
+    return kind >= 0 && kind < static_cast<int>(std::size(folders)) ? folders[kind] : std::string_view();
+}
+
+std::string mode_folder(int kind) {
+    return with_delimiter(analysis_root().append(mode_folder_name(kind)));
+}
+
+std::vector<ModeEntry> mode_entries(std::string_view list) {
     std::vector<ModeEntry> entries;
-    const std::string folder = mode_folder(kind), list = file_text(folder + "list.txt");
     for_each_line(list, [&](std::string_view line, int) {
         const std::size_t comma = line.find(',');
         if (comma != std::string_view::npos)
-            entries.push_back({read_int(line.substr(0, comma)), folder + std::string(line.substr(comma + 1))});
+            entries.push_back({read_int(line.substr(0, comma)), std::string(line.substr(comma + 1))});
         return false;
     });
+    return entries;
+}
+
+std::vector<ModeEntry> listed_modes(int kind) {
+    const std::string folder = mode_folder(kind);
+    std::vector<ModeEntry> entries = mode_entries(file_text(folder + "list.txt"));
+    for (ModeEntry& entry : entries) entry.path.insert(0, folder);
     return entries;
 }
 

@@ -7,32 +7,47 @@
 // 4. "=text" is a measurement to print, "[A]-[B]" a line to draw; anything else is ignored.
 #pragma once
 
-#include <functional>
 #include <string>
 #include <string_view>
 #include <vector>
 
+#include "DisplayMode.h"
 #include "Records.h"
 
 namespace tool {
 
-struct DisplayMode {
-    std::vector<std::string_view> points, point_settings;  // into the file's text
-    std::vector<std::string> measurements;                 // packed with their attributes
+// In code page 932; views into the file's text.
+struct ModeFile {
+    struct Value {
+        std::string_view item, position;
+        COLORREF colour = 0;
+        ModeDecimals decimals = ModeDecimals::none;
+        int size = 0;
+        bool operator==(const Value&) const = default;
+    };
+    std::vector<std::string_view> points, point_settings;
+    std::vector<Value> values;
     std::vector<tagSUPPLINE> lines;
 };
 
 // Kept: behind the 30th supplementary line nothing more is read, since the caller's table is full.
-DisplayMode read_display_mode(std::string_view text);
+ModeFile read_display_mode(std::string_view text);
 
-// The folder of a kind's display modes, with its delimiter.
+// All but the file and the number, for hosts.
+DisplayMode display_mode(std::string_view text);
+
+// The folder of a kind's display modes in the analysis folder, "" for none; and with all in front of it and its
+// delimiter.
+std::string_view mode_folder_name(int kind);
 std::string mode_folder(int kind);
 
 struct ModeEntry {
     int number;
     std::string path;
 };
-// The entries of the kind's list; nothing when it can't be read. Lines without a comma are none.
+// The entries of a list, by their names in its folder. Lines without a comma are none.
+std::vector<ModeEntry> mode_entries(std::string_view list);
+// Those of the kind's list, by whole paths; nothing when it can't be read.
 std::vector<ModeEntry> listed_modes(int kind);
 
 }  // namespace tool

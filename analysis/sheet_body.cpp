@@ -8,10 +8,10 @@
 
 namespace tool {
 
-SheetBody::SheetBody(int its_kind, std::string text)
+SheetBody::SheetBody(int its_kind, std::string text, std::optional<int> decimals)
     : kind(its_kind), file(std::move(text)), lines(file.items()), sample(sample_of(file.text())) {
     file.build_index();
-    if (is_cast(kind)) cast_decimals = tool::cast_decimals();
+    if (is_cast(kind)) cast_decimals = decimals ? *decimals : tool::cast_decimals();
 }
 
 const Program& SheetBody::program() const {

@@ -14,7 +14,8 @@
 namespace tool {
 
 struct SheetBody {
-    SheetBody(int its_kind, std::string text);
+    // Without `decimals` of casts' measures the host is asked for them.
+    SheetBody(int its_kind, std::string text, std::optional<int> decimals = {});
 
     const NamedLine* line(int index) const {
         return index >= 0 && index < static_cast<int>(lines.size()) ? &lines[static_cast<std::size_t>(index)] : nullptr;

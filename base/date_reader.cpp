@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <string>
 
-#include "base/era_calendar.h"
+#include "base/eras.h"
 #include "base/error.h"
 #include "base/utf8.h"
 #include "base/wording.h"
@@ -114,15 +114,17 @@ Date existing_day(std::string_view text, int y, const Written& written) {
 }
 
 Date day_of_era(std::string_view text, const Written& written) {
-    const EraCalendar calendar = required_era_calendar();
-    const std::optional<int> era = calendar.era_named(written.era);
-    if (!era) throw no_date(text, "there is no era " + in_quotes(written.era), "The eras are " + calendar.list() + ".");
-    const std::optional<int> year = calendar.western_year(*era, written.year);
-    const std::string outside = "it lies outside " + calendar.name(*era) + " (" + calendar.code(*era) + ")";
+    const EraCalendar calendar = required_eras();
+    const std::optional<std::size_t> place = calendar.era_named(written.era);
+    if (!place)
+        throw no_date(text, "there is no era " + in_quotes(written.era), "The eras are " + list_of(calendar) + ".");
+    const std::optional<int> year = calendar.western_year(*place, written.year);
+    const tool::Era era = era_at(calendar, *place);
+    const std::string outside = "it lies outside " + era.name + " (" + era.code + ")";
     if (!year) throw no_date(text, outside, "Check the year.");
     const Date date = existing_day(text, *year, written);
-    if (!calendar.holds(*era, written.year, written.month, written.day)) {
-        const std::optional<EraDate> meant = calendar.era_of(date);
+    if (!calendar.holds(*place, written.year, unsigned{date.month()}, unsigned{date.day()})) {
+        const std::optional<EraDate> meant = era_of(calendar, date);
         throw no_date(text, outside,
                       "The day " + text_of(date) + " is " +
                           (meant ? code_text(*meant) + ", " + japanese_text(*meant) : "of no era") + ".");

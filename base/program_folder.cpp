@@ -18,10 +18,6 @@ std::filesystem::path program_of_library() {
 
 }  // namespace
 
-bool library_finds_program() {
-    return !program_of_library().empty();
-}
-
 std::filesystem::path program_folder() {
     std::filesystem::path program = program_of_library();
     if (program.empty()) program = running_program();

@@ -7,9 +7,6 @@ namespace cephtool {
 // The folder of the running program, in the system's own spelling. Throws an Error when the system does not tell.
 std::filesystem::path program_folder();
 
-// Whether the library knows it, too: not when code page 932 can't write the program's path.
-bool library_finds_program();
-
 // Of the analyses, outlines and samples that ship: share/tool beside the program's folder, or beside the folder above
 // it where that is the program's own (libexec/cephtool).
 std::filesystem::path shared_folder();

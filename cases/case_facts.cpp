@@ -3,7 +3,7 @@
 #include <nlohmann/json.hpp>
 
 #include "base/columns.h"
-#include "base/era_calendar.h"
+#include "base/eras.h"
 #include "base/numbers.h"
 #include "base/paint.h"
 #include "base/wording.h"
@@ -14,7 +14,7 @@ namespace {
 // "  born 2001-05-14 (平成13年5月14日), film 2013-08-20 (平成25年8月20日)", "" without dates.
 std::string dates_line(const Case& record) {
     if (!record.birth && !record.film) return {};
-    const std::optional<EraCalendar> calendar = EraCalendar::find();
+    const std::optional<EraCalendar> calendar = program_eras();
     std::vector<std::string> parts;
     const auto add_date = [&](const char* what, const std::optional<Date>& date) {
         if (!date) return;
@@ -54,7 +54,7 @@ nlohmann::ordered_json json_of(std::span<const Remark> remarks) {
 nlohmann::ordered_json case_facts(const Case& record) {
     nlohmann::ordered_json json = {{"file", record.file}, {"name", record.name}, {"kind", name_of(record.kind)}};
     if (record.sex) json["sex"] = name_of(*record.sex);
-    const std::optional<EraCalendar> calendar = EraCalendar::find();
+    const std::optional<EraCalendar> calendar = program_eras();
     const auto add_date = [&](const std::string& key, const std::optional<Date>& date) {
         if (!date) return;
         json[key] = text_of(*date);

@@ -30,17 +30,16 @@ void read_stages(std::string_view text, int sex, bool second_set) {
 }
 
 void read_mode(std::string_view text) {
-    const tool::DisplayMode mode = tool::read_display_mode(text);
+    const tool::ModeFile mode = tool::read_display_mode(text);
     require(mode.lines.size() <= 30);
     for (const tagSUPPLINE& line : mode.lines) {
         require(line.from[0] != '\0' && line.from[5] == '\0' && line.to[0] != '\0' && line.to[5] == '\0');
         require((line.style == 101 || line.style == 102) && line.color <= 0xFFFFFF);
     }
-    for (const std::string& entry : mode.measurements) {
-        const std::size_t calculation = entry.find("CALC=");
-        require(entry.find_first_not_of("0123456789") >= 10 && entry.find("SIZE=") < calculation);
-        require(calculation != std::string::npos);
-    }
+    const tool::DisplayMode shown = tool::display_mode(text);
+    require(shown.lines.size() == mode.lines.size() && shown.values.size() == mode.values.size());
+    for (const tool::ModeValue& value : shown.values)
+        require(!value.place || value.position.find(value.place->landmark) != std::string::npos);
 }
 
 // A clinic whose folder holds one coefficient file.

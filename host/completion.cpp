@@ -8,9 +8,7 @@
 
 #include "cases/case_format.h"
 #include "host/command_line.h"
-#include "host/profile.h"
-#include "results/catalogue.h"
-#include "tracing/display_mode.h"
+#include "results/analysis_folder.h"
 
 namespace cephtool {
 namespace {
@@ -104,21 +102,17 @@ class Completion {
     }
 
     void offer_analyses() {
-        const ProgramProfile profile(folder());
-        std::vector<std::string> notes;
-        for (const Analysis& analysis : listed_analyses(notes)) offer(analysis.short_name(), analysis.title);
+        const AnalysisFolder folder = analysis_folder(folder_name(), {});
+        for (const Analysis& analysis : listed_analyses(folder)) offer(short_name(analysis), title_of(analysis));
         if (offered_.empty()) out_ << ":files .txt\n";
     }
 
     void offer_modes() {
-        const ProgramProfile profile(folder());
-        for (const Kind kind : all_kinds)
-            for (const DisplayMode& mode : listed_modes(kind)) offer(stem(mode.file), mode.title);
+        const AnalysisFolder folder = analysis_folder(folder_name(), {});
+        for (const KindOfMode& each : listed_modes(folder)) offer(short_name(*each.mode), title_of(*each.mode));
     }
 
-    static std::string stem(const std::string& file) { return file.substr(0, file.rfind('.')); }
-
-    std::string folder() const {
+    std::string folder_name() const {
         const auto option = std::ranges::find(words_, "--anaitem");
         return words_.end() - option > 2 ? option[1] : std::string();
     }

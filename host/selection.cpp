@@ -7,10 +7,11 @@
 
 namespace cephtool {
 
-Selection::Selection(const std::vector<std::string>& names, Streams& streams) {
-    std::vector<std::string> notes;
-    listed_ = listed_analyses(notes);
-    for (const std::string& note : notes) streams.err << "note: " << note << "\n";
+Selection::Selection(const std::string& folder, const std::vector<std::string>& names, Streams& streams,
+                     std::initializer_list<FolderPart> wanted)
+    : folder_(analysis_folder(folder, wanted)), listed_(listed_analyses(folder_)) {
+    for (const std::string& note : problem_notes(folder_, FolderPart::analyses))
+        streams.err << "note: " << note << "\n";
     for (const std::string& name : names) choose(name, streams);
     if (!names.empty()) return;
     for (const Analysis& analysis : listed_) chosen_.push_back(&analysis);

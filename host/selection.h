@@ -7,17 +7,20 @@
 #include <vector>
 
 #include "host/command.h"
-#include "results/catalogue.h"
+#include "results/analysis_folder.h"
 
 namespace cephtool {
 
 class Selection {
  public:
-    // Titles, file names, and definition files of the person's own; none takes all that the folder lists. What is
-    // listed but can't be read is noted. Throws an Error for a name that is nothing of that.
-    Selection(const std::vector<std::string>& names, Streams& streams);
+    // Of the folder of this name (analysis_folder): titles, file names, and definition files of the person's own; no
+    // name takes all that it lists. What is listed but can't be read is noted. Throws an Error for a name that is
+    // nothing of that, and when a file of the parts that are wanted of the folder beside its analyses can't be read.
+    Selection(const std::string& folder, const std::vector<std::string>& names, Streams& streams,
+              std::initializer_list<FolderPart> wanted = {FolderPart::analyses});
 
-    // All that the folder lists.
+    const AnalysisFolder& folder() const { return folder_; }
+    // All that it lists.
     const std::vector<Analysis>& listed() const { return listed_; }
     // Valid as long as this object.
     std::span<const Analysis* const> chosen() const { return chosen_; }
@@ -25,6 +28,7 @@ class Selection {
  private:
     void choose(const std::string& name, Streams& streams);
 
+    AnalysisFolder folder_;
     std::vector<Analysis> listed_;
     std::deque<std::vector<Analysis>> from_files_;
     std::vector<const Analysis*> chosen_;

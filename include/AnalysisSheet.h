@@ -86,6 +86,9 @@ class TOOL_API AnalysisSheet {
     AnalysisSheet(int kind, const char* path);
     // The same from `size` bytes in memory, which are copied.
     AnalysisSheet(int kind, const char* text, std::size_t size);
+    // The same, with the decimals of the measures of casts: 0, 1 or 2, and 9 for steps of 0.5. Asks the host for
+    // nothing.
+    AnalysisSheet(int kind, const char* text, std::size_t size, int cast_decimals);
     AnalysisSheet(AnalysisSheet&&) noexcept;
     AnalysisSheet& operator=(AnalysisSheet&&) noexcept;
     ~AnalysisSheet();

@@ -52,7 +52,7 @@ void add_tables(Pages& pages, const std::vector<FilmResults>& films) {
     const auto analyses = fruitful_analyses(films);
     std::vector<std::string> files;
     for (const auto& times : analyses) {
-        const std::string file = printable(times.front()->analysis->file);
+        const std::string file = file_of(*times.front()->analysis);
         if (std::ranges::find(files, file) == files.end()) files.push_back(file);
     }
     const Texts& texts = pages.texts();

@@ -36,8 +36,8 @@ class TableMaker {
 
     ResultTable table() const {
         ResultTable table;
-        table.title = times_.front()->analysis->title;
-        table.comment = times_.front()->analysis->comment;
+        table.title = title_of(*times_.front()->analysis);
+        table.comment = comment_of(*times_.front()->analysis);
         table.signs = signs_in_words(times_.back()->items, texts_);
         table.norms = norms_in_words(times_.back()->band, texts_);
         table.remarks = remarks(times_);

@@ -1,8 +1,6 @@
 #include "results/bone_age.h"
 
 #include <CalcTool.h>
-#include <CephCalc.h>
-#include <Framework.h>
 
 #include <cmath>
 
@@ -28,23 +26,16 @@ std::vector<Ground> ratios(const tagCVBA& vertebrae) {
             ratio("AH4/PH4", c4_front, height(20, 21, 16))};
 }
 
-// The engine takes each coefficient that cvba.dat lacks from the ones built in.
-std::string origin_of_coefficients(Sex sex) {
-    constexpr int coefficients = 4;
-    CString file = AfxGetApp()->GetProfileString("DB_DIR", "ANAITEMPATH");
-    file += "\\cvba.dat";
-    int in_file = 0;
-    for (int i = 0; i < coefficients; ++i) {
-        const std::string key = (sex == Sex::male ? "PARAM_M" : "PARAM_F") + std::to_string(i);
-        char value[2];  // only whether there is one
-        if (GetPrivateProfileStringA("CVB_AGE", key.c_str(), "", value, sizeof value, file) > 0) ++in_file;
-    }
-    return in_file == coefficients ? "cvba.dat" : in_file == 0 ? "built in" : "cvba.dat and built in";
+std::string origin_of(const tool::BoneAgeCoefficients& coefficients) {
+    constexpr int all = 4;
+    return coefficients.from_file == all ? "cvba.dat"
+           : coefficients.from_file == 0 ? "built in"
+                                         : "cvba.dat and built in";
 }
 
 }  // namespace
 
-Finding bone_age_finding(const Case& record) {
+Finding bone_age_finding(const Case& record, const AnalysisFolder& folder) {
     Finding finding{.what = "Bone age"};
     CervicalPoints cervical = cervical_points(record);
     finding.missing = cervical.missing;
@@ -53,8 +44,9 @@ Finding bone_age_finding(const Case& record) {
     finding.grounds = ratios(cervical.points);
     if (!cervical.made.empty()) finding.grounds.push_back({"made from the corners", joined(cervical.made, " ")});
     finding.grounds.push_back({"sex", name_of(*record.sex)});
-    finding.grounds.push_back({"coefficients", origin_of_coefficients(*record.sex)});
-    const double years = CCephCalc::Calc_CVBA(&cervical.points, static_cast<int>(*record.sex));
+    const tool::BoneAgeCoefficients& coefficients = folder.bone_age(static_cast<tool::Sex>(*record.sex));
+    finding.grounds.push_back({"coefficients", origin_of(coefficients)});
+    const double years = tool::bone_age(cervical.points, coefficients);
     if (std::isfinite(years)) {
         finding.years = years;
     } else {

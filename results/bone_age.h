@@ -3,12 +3,13 @@
 #pragma once
 
 #include "cases/case.h"
+#include "results/analysis_folder.h"
 #include "results/finding.h"
 
 namespace cephtool {
 
 // The bone age, with the three ratios that it is made from and where its coefficients are from.
-Finding bone_age_finding(const Case& record);
+Finding bone_age_finding(const Case& record, const AnalysisFolder& folder);
 
 // How far the bone age, which must be known, is ahead of the age.
 Finding bone_age_difference(const Finding& bone_age, const Finding& age);

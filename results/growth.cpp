@@ -1,8 +1,5 @@
 #include "results/growth.h"
 
-#include <CephCalc.h>
-#include <CodePage.h>
-
 #include <algorithm>
 #include <cmath>
 
@@ -13,89 +10,89 @@ namespace cephtool {
 namespace {
 
 constexpr int most_bands = 100;  // a band code has two digits a set
-constexpr int no_such_sex = 0;
-constexpr double no_such_age = -1, no_such_stage = -1;
-constexpr int ricketts_kind = 0, ricketts_index = -1;
 
-// What the engine is told of a patient, and what of that it had to be told.
+// What is known of a patient.
 struct Patient {
-    int sex = no_such_sex;
-    double age = no_such_age, dental_stage = no_such_stage;
+    std::optional<Sex> sex;
+    std::optional<double> age;
+    std::optional<int> dental_stage;
 };
 
-double age_of(const Case& record, std::vector<std::string>& missing) {
+std::optional<double> age_of(const Case& record, std::vector<std::string>& missing) {
     if (!record.birth) missing.emplace_back("birth");
     if (!record.film) missing.emplace_back("film");
-    return record.birth && record.film ? years_at(*record.film, *record.birth) : no_such_age;
+    return record.birth && record.film ? std::optional(years_at(*record.film, *record.birth)) : std::nullopt;
 }
 
-double dental_stage_of(const Case& record, std::vector<std::string>& missing) {
+std::optional<int> dental_stage_of(const Case& record, std::vector<std::string>& missing) {
     if (record.dental_stage.empty()) missing.emplace_back("dental_stage");
-    return record.dental_stage.empty() ? no_such_stage : CCephCalc::GetDentalAge(record.dental_stage.c_str());
+    return tool::dental_stage_named(record.dental_stage);
 }
 
-// The stages of a set, for men and for women.
-struct Stages {
-    std::vector<SheetStage> men, women;
+// A set of an analysis' stages. Who is of unknown sex is asked for as a woman.
+class Stages {
+ public:
+    Stages(const Analysis& analysis, StageSet set) : analysis_(analysis), set_(set) {}
 
-    Stages(const AnalysisSheet& sheet, StageSet set)
-        : men(sheet.Stages(static_cast<int>(Sex::male), set == StageSet::second)),
-          women(sheet.Stages(static_cast<int>(Sex::female), set == StageSet::second)) {}
-
-    bool any() const { return !men.empty() || !women.empty(); }
+    std::span<const tool::Stage> of(Sex sex) const {
+        return analysis_.stages(set_, sex == Sex::male ? tool::Sex::male : tool::Sex::female);
+    }
+    bool any() const { return !of(Sex::male).empty() || !of(Sex::female).empty(); }
     bool goes_by(bool age) const {
-        const auto is_so = [age](const SheetStage& stage) { return stage.byAge == age; };
-        return std::ranges::any_of(men, is_so) || std::ranges::any_of(women, is_so);
+        const auto is_so = [age](const tool::Stage& stage) { return stage.by_age == age; };
+        return std::ranges::any_of(of(Sex::male), is_so) || std::ranges::any_of(of(Sex::female), is_so);
     }
-    const std::vector<SheetStage>& of(int sex) const { return sex == static_cast<int>(Sex::male) ? men : women; }
-};
+    bool same_for_both() const { return std::ranges::equal(of(Sex::male), of(Sex::female)); }
+    std::optional<int> place(Sex sex, const Patient& known) const {
+        return analysis_.stage_of(set_, static_cast<tool::Sex>(sex), known.age, known.dental_stage);
+    }
 
-// Of stages that overlap the last one counts.
-std::optional<int> place_in(const std::vector<SheetStage>& stages, const Patient& known) {
-    std::optional<int> place;
-    for (std::size_t i = 0; i < stages.size(); ++i) {
-        const double at = stages[i].byAge ? known.age : known.dental_stage;
-        if (stages[i].from <= at && at < stages[i].to) place = static_cast<int>(i);
-    }
-    return place;
-}
+ private:
+    const Analysis& analysis_;
+    StageSet set_;
+};
 
 Patient patient(const Case& record, const Stages& stages, Finding& finding) {
     Patient known;
     if (stages.goes_by(true)) {
         known.age = age_of(record, finding.missing);
-        finding.grounds.push_back({"age", with_decimals(known.age, 2), known.age});
+        if (known.age) finding.grounds.push_back({"age", with_decimals(*known.age, 2), *known.age});
     }
     if (stages.goes_by(false)) {
         known.dental_stage = dental_stage_of(record, finding.missing);
         finding.grounds.push_back({"dental stage", record.dental_stage});
     }
-    if (record.sex) known.sex = static_cast<int>(*record.sex);
-    if (stages.men != stages.women) {
+    known.sex = record.sex;
+    if (!stages.same_for_both()) {
         if (record.sex)
             finding.grounds.push_back({"sex", name_of(*record.sex)});
-        else if (!finding.missing.empty() || place_in(stages.men, known) != place_in(stages.women, known))
+        else if (!finding.missing.empty() || stages.place(Sex::male, known) != stages.place(Sex::female, known))
             finding.missing.emplace_back("sex");
     }
     if (!finding.missing.empty()) finding.grounds.clear();
     return known;
 }
 
-void set_stage(Finding& finding, const std::vector<SheetStage>& stages, std::optional<int> place) {
-    if (!place || *place < 0 || *place >= static_cast<int>(stages.size())) return;
-    finding.stage = place;
-    finding.name = printable(Utf8FromCodePage932(stages[static_cast<std::size_t>(*place)].name));
+// Whose stages the patient's are; of unknown sex only when they are the same for both.
+Sex sex_of(const Patient& known) {
+    return known.sex.value_or(Sex::female);
+}
+
+void set_stage(Finding& finding, const Stages& stages, const Patient& known) {
+    finding.stage = stages.place(sex_of(known), known);
+    if (finding.stage)
+        finding.name = printable(stages.of(sex_of(known))[static_cast<std::size_t>(*finding.stage)].name);
 }
 
 // Why norms of stages that the patient is in none of are left out.
-Remark outside_stages(const std::vector<SheetStage>& stages, const Finding& finding) {
+Remark outside_stages(std::span<const tool::Stage> stages, const Finding& finding) {
     const std::string code = "outside_stages";
     double begin = stages.front().from, end = 0;
     bool by_age = true;
-    for (const SheetStage& stage : stages) {
+    for (const tool::Stage& stage : stages) {
         begin = std::min(begin, stage.from);
         end = std::max(end, stage.to);
-        by_age = by_age && stage.byAge;
+        by_age = by_age && stage.by_age;
     }
     const std::optional<double> age = finding.grounds.front().number;
     if (by_age && *age >= end)
@@ -110,61 +107,61 @@ Remark outside_stages(const std::vector<SheetStage>& stages, const Finding& find
 }
 
 // Whether the norms were taken from people of the patient's age.
-void compare_ages(NormBand& band, const AnalysisSheet& sheet, const Case& record) {
-    const SheetAges ages = sheet.Ages();
-    if (!ages.known || !record.birth || !record.film) return;
+void compare_ages(NormBand& band, const std::optional<tool::Ages>& ages, const Case& record) {
+    if (!ages || !record.birth || !record.film) return;
     const int age = static_cast<int>(years_at(*record.film, *record.birth));
-    const bool too_old = ages.to >= 0 && age > ages.to;
-    if (age >= ages.from && !too_old) return;
+    const bool too_old = ages->to && age > *ages->to;
+    if (age >= ages->from && !too_old) return;
     band.in_doubt = true;
     band.remarks.push_back({"outside_ages",
                             too_old ? "The norms end at %1 years, and the patient is %2; they stand in parentheses."
                                     : "The norms begin at %1 years, and the patient is %2; they stand in parentheses.",
-                            {std::to_string(too_old ? ages.to : ages.from), std::to_string(age)}});
+                            {std::to_string(too_old ? *ages->to : ages->from), std::to_string(age)}});
 }
 
 }  // namespace
 
 Finding age_finding(const Case& record) {
     Finding finding{.what = "Age"};
-    const double age = age_of(record, finding.missing);
-    if (!finding.missing.empty()) return finding;
-    finding.years = age;
+    finding.years = age_of(record, finding.missing);
+    if (!finding.years) return finding;
     finding.grounds = {{"birth", text_of(*record.birth)}, {"film", text_of(*record.film)}};
     return finding;
 }
 
 Finding dental_stage_finding(const Case& record) {
     Finding finding{.what = "Hellman stage", .name = record.dental_stage};
-    const double ordinal = dental_stage_of(record, finding.missing);
-    if (finding.missing.empty()) finding.stage = static_cast<int>(std::lround(ordinal));
+    finding.stage = dental_stage_of(record, finding.missing);
     return finding;
 }
 
-Finding ricketts_stage_finding(const Case& record) {
+Finding ricketts_stage_finding(const Case& record, const AnalysisFolder& folder) {
     Finding finding{.what = "Ricketts stage"};
-    const CString path = CCephCalc::FormFile(ricketts_kind, ricketts_index);
-    const Stages stages(AnalysisSheet(ricketts_kind, path), StageSet::first);
-    if (!stages.any()) {
+    const Analysis* const table = folder.ricketts();
+    if (!table || !Stages(*table, StageSet::first).any()) {
         finding.reason = "the folder of analyses has no stages in CalcForm/Ricketts.txt";
         return finding;
     }
+    const Stages stages(*table, StageSet::first);
     const Patient known = patient(record, stages, finding);
     if (!finding.missing.empty()) return finding;
-    set_stage(finding, stages.of(known.sex), CCephCalc::Get_RickettsStage(known.sex, known.age, known.dental_stage));
-    if (!finding.stage) finding.reason = "the table has no stages for this sex";
+    set_stage(finding, stages, known);
+    if (!finding.stage) {
+        finding.reason =
+            stages.of(sex_of(known)).empty() ? "the table has no stages for this sex" : "in none of its stages";
+    }
     return finding;
 }
 
 Finding stage_finding(const Analysis& analysis, StageSet set, const Case& record) {
-    Finding finding{.what = analysis.title + (set == StageSet::second ? ", second set" : "")};
-    const Stages stages(analysis.sheet, set);
+    Finding finding{.what = title_of(analysis) + (set == StageSet::second ? ", second set" : "")};
+    const Stages stages(analysis, set);
     if (!stages.any()) return finding;
     const Patient known = patient(record, stages, finding);
     if (!finding.missing.empty()) return finding;
-    set_stage(finding, stages.of(known.sex), place_in(stages.of(known.sex), known));
-    if (!finding.stage && !stages.of(known.sex).empty()) {
-        finding.remark = outside_stages(stages.of(known.sex), finding);
+    set_stage(finding, stages, known);
+    if (!finding.stage && !stages.of(sex_of(known)).empty()) {
+        finding.remark = outside_stages(stages.of(sex_of(known)), finding);
         finding.reason = "in none of its stages";
     }
     return finding;
@@ -172,9 +169,7 @@ Finding stage_finding(const Analysis& analysis, StageSet set, const Case& record
 
 NormBand norm_band(const Analysis& analysis, const Case& record, std::optional<int> given) {
     NormBand band{.code = given.value_or(0)};
-    const bool has_stages =
-        Stages(analysis.sheet, StageSet::first).any() || Stages(analysis.sheet, StageSet::second).any();
-    if (given && has_stages) {
+    if (given && analysis.has_stages()) {
         band.remarks.push_back(
             {"band_given", "The norms are those of band %1, as --band says.", {std::to_string(*given)}});
         return band;
@@ -205,7 +200,7 @@ NormBand norm_band(const Analysis& analysis, const Case& record, std::optional<i
     }
     if (!known) band.code = NormBand::unknown;
     if (known && !stages.empty()) band.words = "Norms of " + joined(stages, "; ");
-    compare_ages(band, analysis.sheet, record);
+    compare_ages(band, analysis.ages(), record);
     return band;
 }
 

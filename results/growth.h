@@ -4,16 +4,16 @@
 #include <optional>
 
 #include "cases/case.h"
-#include "results/catalogue.h"
+#include "results/analysis_folder.h"
 #include "results/finding.h"
 
 namespace cephtool {
 
 Finding age_finding(const Case& record);  // in years
 Finding dental_stage_finding(const Case& record);
-Finding ricketts_stage_finding(const Case& record);
+Finding ricketts_stage_finding(const Case& record, const AnalysisFolder& folder);
 
-enum class StageSet { first = 1, second = 2 };
+using tool::StageSet;
 
 // In which of the stages of a set of the analysis the patient is. Without stages for the patient's sex there is neither
 // a value nor something missing.

@@ -66,7 +66,7 @@ Measurement measurement(const ResultRow& row) {
 std::string LeftOut::in_words(const Texts& texts) const {
     const std::string what =
         texts(items == 1 ? "%1: its one item can't be measured" : "%1: none of its %2 items can be measured",
-              analysis->short_name(), std::to_string(items));
+              short_name(*analysis), std::to_string(items));
     if (missing.empty()) return what;
     for (std::size_t named = missing.size();; --named) {
         std::string names = joined(std::span(missing).first(named), ", ");
@@ -86,7 +86,7 @@ CaseResult measured(Case record, std::span<const Analysis* const> analyses, std:
         if (case_kind(*analysis) != result.record.kind) continue;
         NormBand norms = norm_band(*analysis, result.record, band);
         const SheetSubject subject = fields.subject(static_cast<int>(sex.value_or(Sex::male)), norms.code);
-        const ResultList list(analysis->sheet, subject, sex.has_value());
+        const ResultList list(analysis->sheet(), subject, sex.has_value());
         AnalysisResult found{analysis, std::move(norms), {}};
         for (const ResultRow& row : list) {
             Measurement& item = found.items.emplace_back(measurement(row));

@@ -9,7 +9,7 @@
 #include <vector>
 
 #include "cases/case.h"
-#include "results/catalogue.h"
+#include "results/analysis_folder.h"
 #include "results/growth.h"
 #include "results/texts.h"
 

@@ -25,7 +25,7 @@ std::string remarks_on(const CaseResult& result, const AnalysisResult& analysis,
 
 std::string row(const CaseResult& result, const AnalysisResult& analysis, const Measurement& item) {
     const std::string value = item.text.empty() ? field(item.value) : csv_field(item.text);
-    return csv_field(printable(result.record.file)) + "," + csv_field(analysis.analysis->title) + "," +
+    return csv_field(printable(result.record.file)) + "," + csv_field(title_of(*analysis.analysis)) + "," +
            csv_field(item.name) + "," + value + "," + item.unit + "," + field(item.mean) + "," + field(item.sd) + "," +
            field(item.deviation) + "," + csv_field(joined(item.missing, " ")) + "," + age_months(result.record) + "," +
            remarks_on(result, analysis, item) + "\r\n";

@@ -35,10 +35,10 @@ Json json_of(const AnalysisResult& result) {
         Json& json = items.emplace_back(json_of(item));
         if (!group.empty()) json["group"] = group;
     }
-    return {{"title", result.analysis->title},
-            {"file", result.analysis->file},
-            {"kind", name_of_engine_kind(result.analysis->engine_kind)},
-            {"comment", result.analysis->comment},
+    return {{"title", title_of(*result.analysis)},
+            {"file", file_of(*result.analysis)},
+            {"kind", kind_name(*result.analysis)},
+            {"comment", comment_of(*result.analysis)},
             {"band", result.band.code == NormBand::unknown ? Json(nullptr) : Json(result.band.code)},
             {"norms", result.band.words},
             {"remarks", json_of(result.remarks())},
@@ -51,8 +51,8 @@ Json json_of(const CaseResult& result) {
     for (const AnalysisResult& analysis : result.analyses) json["analyses"].push_back(json_of(analysis));
     json["left_out"] = Json::array();
     for (const LeftOut& each : result.left_out) {
-        json["left_out"].push_back({{"title", each.analysis->title},
-                                    {"file", each.analysis->file},
+        json["left_out"].push_back({{"title", title_of(*each.analysis)},
+                                    {"file", file_of(*each.analysis)},
                                     {"items", each.items},
                                     {"missing", each.missing},
                                     {"text", each.in_words(Texts(Language::english))}});

@@ -32,8 +32,9 @@ class AnalysisTable {
         : result_(result), name_width_(name_width), colour_(colour) {}
 
     std::string text() const {
-        std::string lines = painted(fitted(result_.analysis->title, page_width), bold, colour_) + "\n";
-        if (!result_.analysis->comment.empty()) lines += "  " + indented(result_.analysis->comment);
+        std::string lines = painted(fitted(title_of(*result_.analysis), page_width), bold, colour_) + "\n";
+        const std::string comment = comment_of(*result_.analysis);
+        if (!comment.empty()) lines += "  " + indented(comment);
         if (!result_.band.words.empty()) lines += wrapped(result_.band.words, page_width, "  ") + "\n";
         for (const Remark& remark : result_.remarks()) lines += remark_line(remark, colour_);
         lines += row("Item", "Value", "Unit", "Mean", "SD") + right_aligned("in SD", deviation_width) + "\n";

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <array>
 
-#include "base/era_calendar.h"
+#include "base/eras.h"
 
 namespace cephtool {
 namespace {
@@ -174,7 +174,7 @@ std::string Texts::sex(const std::optional<Sex>& sex) const {
 
 std::string Texts::date(const std::optional<Date>& date) const {
     if (!date) return none;
-    const std::optional<EraCalendar> calendar = EraCalendar::find();
+    const std::optional<EraCalendar> calendar = program_eras();
     if (language_ == Language::english) {
         const std::string era = era_text(calendar, *date, code_text);
         return text_of(*date) + (era.empty() ? "" : " (" + era + ")");

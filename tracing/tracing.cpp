@@ -24,33 +24,34 @@ std::vector<Landmark> shown_landmarks(const DisplayMode& mode, LandmarkFinder& f
 
 std::vector<TracingLine> shown_lines(const DisplayMode& mode, LandmarkFinder& find) {
     std::vector<TracingLine> lines;
-    for (const ModeLine& line : mode.lines) {
+    for (const tool::ModeLine& line : mode.lines) {
         const auto from = find(line.from), to = find(line.to);
-        if (from && to) lines.push_back({line.from + "-" + line.to, *from, *to, line.colour, line.bold});
+        if (from && to)
+            lines.push_back({printable(line.from + "-" + line.to), *from, *to, hex(line.colour), line.bold});
     }
     return lines;
 }
 
-// A value with the decimals of a display mode: "0", "1", "2", or "0.5" for half steps.
-std::string rounded_text(double value, const std::string& decimals) {
-    if (decimals == "0.5") return with_decimals(std::round(value * 2) / 2, 1);
-    return with_decimals(value, decimals == "0" ? 0 : decimals == "1" ? 1 : 2);
+std::string rounded_text(double value, tool::ModeDecimals decimals) {
+    switch (decimals) {
+        case tool::ModeDecimals::none: return with_decimals(value, 0);
+        case tool::ModeDecimals::one: return with_decimals(value, 1);
+        case tool::ModeDecimals::halves: return with_decimals(std::round(value * 2) / 2, 1);
+        default: return with_decimals(value, 2);
+    }
 }
 
-std::string item_text(const Measurement& item, const std::string& decimals) {
+std::string item_text(const Measurement& item, tool::ModeDecimals decimals) {
     return item.name + " " + (item.value ? rounded_text(*item.value, decimals) : item.text);
 }
 
-// "LANDMARK,dx,dy" in mm from the landmark; nothing when that is not what it says.
-std::optional<Position> corner_at(const std::string& text, double mm_per_pixel, LandmarkFinder& find) {
-    const std::size_t first = text.find(','), second = text.find(',', first + 1);
-    if (first == std::string::npos || second == std::string::npos) return {};
-    const auto landmark = find(std::string(trimmed(std::string_view(text).substr(0, first))));
-    const auto dx = number_from(std::string_view(text).substr(first + 1, second - first - 1));
-    const auto dy = number_from(std::string_view(text).substr(second + 1));
+std::optional<Position> corner_at(const std::optional<tool::ModePlace>& place, double mm_per_pixel,
+                                  LandmarkFinder& find) {
     constexpr double farthest_mm = 1000;  // or it would be on no page
-    if (!landmark || !dx || !dy || std::abs(*dx) > farthest_mm || std::abs(*dy) > farthest_mm) return {};
-    return Position{landmark->x + *dx / mm_per_pixel, landmark->y + *dy / mm_per_pixel};
+    if (!place || std::abs(place->right_mm) > farthest_mm || std::abs(place->down_mm) > farthest_mm) return {};
+    const auto landmark = find(place->landmark);
+    if (!landmark) return {};
+    return Position{landmark->x + place->right_mm / mm_per_pixel, landmark->y + place->down_mm / mm_per_pixel};
 }
 
 std::vector<TracingValue> shown_values(const Case& record, const DisplayMode& mode,
@@ -66,12 +67,12 @@ std::vector<TracingValue> shown_values(const Case& record, const DisplayMode& mo
         return nullptr;
     };
     std::vector<TracingValue> values;
-    for (const ModeValue& value : mode.values) {
-        const Measurement* item = item_named(value.text);
-        const auto corner = corner_at(value.position, *record.mm_per_pixel, find);
-        const double size = number_from(value.size).value_or(0);
-        if (!item || !item->has_result() || !corner || !(size > 0)) continue;
-        values.push_back({item_text(*item, value.decimals), *corner, value.colour, size});
+    for (const tool::ModeValue& value : mode.values) {
+        const Measurement* item = item_named(printable(value.item));
+        const auto corner = corner_at(value.place, *record.mm_per_pixel, find);
+        if (!item || !item->has_result() || !corner || value.size <= 0) continue;
+        values.push_back(
+            {item_text(*item, value.decimals), *corner, hex(value.colour), static_cast<double>(value.size)});
     }
     return values;
 }
@@ -98,7 +99,7 @@ Tracing tracing_of(const Case& record, const DisplayMode& mode, const std::vecto
     Tracing tracing;
     tracing.patient = record.name.empty() ? printable(record.file) : record.name;
     tracing.facts = facts_of(record);
-    tracing.mode = mode.title;
+    tracing.mode = title_of(mode);
     for (const Remark& remark : record.remarks) tracing.remarks.push_back(in_english(remark));
     tracing.mm_per_pixel = record.mm_per_pixel.value();
     tracing.lines = shown_lines(mode, find);

@@ -4,8 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "results/catalogue.h"
-#include "tracing/display_mode.h"
+#include "results/analysis_folder.h"
 #include "tracing/outline_fit.h"
 
 namespace cephtool {

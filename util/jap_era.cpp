@@ -6,24 +6,17 @@
 
 #include "framework/application.h"
 #include "framework/settings.h"
-#include "platform/number_text.h"
 #include "platform/or_failed.h"
 #include "platform/system.h"
 #include "util/era_calendar.h"
+#include "util/era_table.h"
 #include "util/program_folder.h"
 
 using tool::or_failed;
 
 namespace {
 
-constexpr int most_eras = 1000;
 constexpr int last_western_year = 2500;
-
-CString value_of(const char* section, int key, const CString& file) {
-    char value[101];
-    GetPrivateProfileStringA(section, tool::print_int(key).c_str(), "", value, sizeof value, file);
-    return value;
-}
 
 // The span with this number; a number outside the list throws. One that is no span has no days and first year 0.
 tool::EraSpan span_at(const CStringArray& ranges, INT_PTR entry) {
@@ -45,14 +38,15 @@ void CJapEra::read_table() {
         return;
     }
     found_ = 1;
-    const int eras = static_cast<int>(GetPrivateProfileIntA("MAIN", "n", 0, path_));
-    slot_count_ = std::clamp(eras, 0, most_eras) + 1;
-    for (int k = 0; k < slot_count_; ++k) {
-        ranges_.Add(value_of("ERA_RANGE", k - 1, path_));
-        if (k == slot_count_ - 1) break;
-        names_.Add(value_of("ERA_NAME", k, path_));
-        codes_.Add(value_of("ERA_CODE", k, path_));
-    }
+    const tool::EraTable table = tool::read_era_table([this](const char* section, const char* key) {
+        char value[101];
+        GetPrivateProfileStringA(section, key, "", value, sizeof value, path_);
+        return std::string(value);
+    });
+    names_.Copy(table.names);
+    codes_.Copy(table.codes);
+    ranges_.Copy(table.ranges);
+    slot_count_ = static_cast<int>(ranges_.GetSize());
 }
 
 int CJapEra::GetEraYear(int year, int month, int day, int* eraYear) const {

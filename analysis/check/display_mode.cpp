@@ -28,9 +28,9 @@ Effect effect_of(std::string_view line) {
     for (const char* setting : settings) {
         const std::string before = std::string("SuppLine:\n") + setting, behind = "\n[A]-[B]\n=probe";
         const std::string with_line = before + std::string(line) + behind, without = before + behind;
-        const DisplayMode mode = read_display_mode(with_line), plain = read_display_mode(without);
+        const ModeFile mode = read_display_mode(with_line), plain = read_display_mode(without);
         const bool same_probe = mode.lines.size() == 1 && mode.lines[0].color == plain.lines[0].color &&
-                                mode.lines[0].style == plain.lines[0].style && mode.measurements == plain.measurements;
+                                mode.lines[0].style == plain.lines[0].style && mode.values == plain.values;
         effect.any |= !same_probe;
         effect.lines.assign(mode.lines.begin(), mode.lines.end() - 1);
     }

@@ -11,9 +11,9 @@ namespace cephtool {
 namespace {
 
 std::string name_of(const Analysis& analysis) {
-    const std::string stem = analysis.short_name();
-    const std::string kind = name_of_engine_kind(analysis.engine_kind);
-    return !analysis.index || analysis.engine_kind == static_cast<int>(Kind::lateral) ? stem : kind + ":" + stem;
+    const std::string stem = short_name(analysis);
+    const std::string kind = kind_name(analysis);
+    return !analysis.place() || analysis.kind() == tool::Kind::lateral ? stem : kind + ":" + stem;
 }
 
 std::string unique(const std::string& name, std::set<std::string>& taken) {
@@ -26,7 +26,7 @@ std::string unique(const std::string& name, std::set<std::string>& taken) {
 
 const AnalysisSheet* BatchAnalysis::sheet(Kind kind) const {
     const Analysis* analysis = for_kind[static_cast<std::size_t>(kind)];
-    return analysis ? &analysis->sheet : nullptr;
+    return analysis ? &analysis->sheet() : nullptr;
 }
 
 BatchColumns batch_columns(std::span<const Analysis* const> analyses, BatchParts parts) {
@@ -38,13 +38,13 @@ BatchColumns batch_columns(std::span<const Analysis* const> analyses, BatchParts
         made.name = name_of(analysis);
         made.for_kind[static_cast<std::size_t>(case_kind(analysis))] = &analysis;
         // A file of the person's own comes once for each kind, one behind the other.
-        while (!analysis.index && i + 1 < analyses.size() && analyses[i + 1]->file == analysis.file &&
-               !analyses[i + 1]->index && case_kind(*analyses[i + 1]) > case_kind(*analyses[i])) {
+        while (!analysis.place() && i + 1 < analyses.size() && analyses[i + 1]->file() == analysis.file() &&
+               !analyses[i + 1]->place() && case_kind(*analyses[i + 1]) > case_kind(*analyses[i])) {
             ++i;
             made.for_kind[static_cast<std::size_t>(case_kind(*analyses[i]))] = analyses[i];
         }
-        for (int item = 0; item < analysis.sheet.GetCount(); ++item) {
-            const SheetItem definition = analysis.sheet.GetItem(item);
+        for (int item = 0; item < analysis.sheet().GetCount(); ++item) {
+            const SheetItem definition = analysis.sheet().GetItem(item);
             if (definition.heading) continue;
             made.items.push_back({item, !definition.expression.IsEmpty()});
             const std::string name = unique(made.name + ":" + printable(Utf8FromCodePage932(definition.name)), taken);

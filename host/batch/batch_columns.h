@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "results/catalogue.h"
+#include "results/analysis_folder.h"
 
 namespace cephtool {
 

@@ -7,7 +7,9 @@
 #include "base/columns.h"
 #include "base/csv.h"
 #include "base/date_reader.h"
-#include "base/era_calendar.h"
+#include "base/eras.h"
+#include "base/path.h"
+#include "base/wording.h"
 #include "host/command_line.h"
 #include "host/output.h"
 
@@ -89,8 +91,8 @@ ExitCode run_age(const Command& command, const Arguments& arguments, Streams& st
         throw Error(ExitCode::bad_command_line, text_of(result.day) + " lies before birth, " + text_of(result.birth),
                     "Give the day of birth first.");
     }
-    const std::optional<EraCalendar> calendar = EraCalendar::find();
-    if (!calendar) streams.err << "note: no eras, since " << why_no_eras() << "\n";
+    const std::optional<EraCalendar> calendar = program_eras();
+    if (!calendar) streams.err << "note: no eras, since " << printable(utf8_from_path(era_file())) << " is missing\n";
     const auto era_form = format == "table" ? japanese_text : code_text;
     result.birth_era = era_text(calendar, result.birth, era_form);
     result.day_era = era_text(calendar, result.day, era_form);

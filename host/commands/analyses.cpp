@@ -1,6 +1,7 @@
 // cephtool analyses: what there is to measure with.
 #include <CodePage.h>
 
+#include <algorithm>
 #include <nlohmann/json.hpp>
 #include <ostream>
 
@@ -9,8 +10,8 @@
 #include "cases/case_record.h"
 #include "host/command_line.h"
 #include "host/output.h"
-#include "host/profile.h"
-#include "results/catalogue.h"
+#include "host/selection.h"
+#include "results/analysis_folder.h"
 #include "results/texts.h"
 
 namespace cephtool {
@@ -33,11 +34,10 @@ std::string text_of(const CString& code_page_932) {
     return printable(Utf8FromCodePage932(code_page_932));
 }
 
-std::string norm_text(const AnalysisSheet& sheet, int index, const SheetItem& item, SheetPart part,
-                      const SheetSubject& nobody) {
+std::string norm_text(const AnalysisSheet& sheet, int index, SheetPart part, const SheetSubject& nobody) {
     if (!sheet.Missing(index, part, nobody).IsEmpty()) return "formula";
     constexpr double unused_scale = 1;
-    return text_of(sheet.Get_MeanSD(item.name, part == SheetPart::sd, nobody, unused_scale, 1));
+    return text_of(sheet.Get_MeanSD(sheet.GetItem(index).name, part == SheetPart::sd, nobody, unused_scale, 1));
 }
 
 std::vector<ItemSummary> items_of(const Analysis& analysis) {
@@ -46,27 +46,26 @@ std::vector<ItemSummary> items_of(const Analysis& analysis) {
     blank.mm_per_pixel = 1;
     CaseRecord fields(blank);
     std::vector<ItemSummary> items;
-    for (int index = 0; index < analysis.sheet.GetCount(); ++index) {
-        const SheetItem item = analysis.sheet.GetItem(index);
+    int index = -1;
+    for (const tool::Item& item : analysis.items()) {
+        ++index;
         if (item.heading) {
-            items.push_back({true, text_of(item.name), "", "", "", {}, {}});
+            items.push_back({true, printable(item.name), "", "", "", {}, {}});
             continue;
         }
         const auto norm = [&](Sex sex) {
             const SheetSubject nobody = fields.subject(static_cast<int>(sex), 0);
-            return Norm{norm_text(analysis.sheet, index, item, SheetPart::mean, nobody),
-                        norm_text(analysis.sheet, index, item, SheetPart::sd, nobody)};
+            return Norm{norm_text(analysis.sheet(), index, SheetPart::mean, nobody),
+                        norm_text(analysis.sheet(), index, SheetPart::sd, nobody)};
         };
-        items.push_back({false, text_of(item.name), text_of(item.expression), text_of(item.unit), text_of(item.sign),
+        items.push_back({false, printable(item.name), printable(item.formula), item.unit, printable(item.sign),
                          norm(Sex::male), norm(Sex::female)});
     }
     return items;
 }
 
 int item_count(const Analysis& analysis) {
-    int count = 0;
-    for (int index = 0; index < analysis.sheet.GetCount(); ++index) count += !analysis.sheet.GetItem(index).heading;
-    return count;
+    return static_cast<int>(std::ranges::count(analysis.items(), false, &tool::Item::heading));
 }
 
 std::string shown(const Norm& norm) {
@@ -84,18 +83,18 @@ std::string shown(const ItemSummary& item) {
            (item.sign.empty() ? "" : "    + " + wrapped(item.sign, page_width - 6, "      ") + "\n");
 }
 
-std::string shown(const SheetAges& ages) {
-    if (!ages.known) return "";
-    const std::string from = std::to_string(ages.from);
+std::string shown(const std::optional<tool::Ages>& ages) {
+    if (!ages) return "";
+    const std::string from = std::to_string(ages->from);
     return "Norms of people of " +
-           (ages.to < 0 ? from + " years and older" : from + " to " + std::to_string(ages.to) + " years") + "\n";
+           (ages->to ? from + " to " + std::to_string(*ages->to) + " years" : from + " years and older") + "\n";
 }
 
 std::string shown(const Analysis& analysis) {
-    std::string text = analysis.title + "\n";
-    if (!analysis.comment.empty()) text += wrapped(analysis.comment, page_width, "") + "\n";
-    text += shown(analysis.sheet.Ages());
-    text += std::string(name_of_engine_kind(analysis.engine_kind)) + ", " + analysis.file + "\n\n";
+    std::string text = title_of(analysis) + "\n";
+    if (!comment_of(analysis).empty()) text += wrapped(comment_of(analysis), page_width, "") + "\n";
+    text += shown(analysis.ages());
+    text += std::string(kind_name(analysis)) + ", " + file_of(analysis) + "\n\n";
     for (const ItemSummary& item : items_of(analysis)) text += shown(item);
     return text;
 }
@@ -104,12 +103,12 @@ std::string shown(std::span<const Analysis> analyses) {
     constexpr int kind_width = 10, title_width = 40;
     std::string text = left_aligned("Kind", kind_width) + left_aligned("Analysis", title_width) + " Items  File\n";
     for (const Analysis& analysis : analyses) {
-        text += left_aligned(name_of_engine_kind(analysis.engine_kind), kind_width) +
-                left_aligned(fitted(analysis.title, title_width), title_width) + " " +
-                right_aligned(std::to_string(item_count(analysis)), 5) + "  " + analysis.file + "\n";
-        if (!analysis.comment.empty()) {
+        text += left_aligned(kind_name(analysis), kind_width) +
+                left_aligned(fitted(title_of(analysis), title_width), title_width) + " " +
+                right_aligned(std::to_string(item_count(analysis)), 5) + "  " + file_of(analysis) + "\n";
+        if (!comment_of(analysis).empty()) {
             const std::string indent(kind_width + 2, ' ');
-            text += indent + wrapped(analysis.comment, page_width - kind_width - 2, indent) + "\n";
+            text += indent + wrapped(comment_of(analysis), page_width - kind_width - 2, indent) + "\n";
         }
     }
     return text;
@@ -120,14 +119,17 @@ Json json_of(const Norm& norm) {
 }
 
 Json json_of(const Analysis& analysis, bool with_items) {
-    Json json = {{"title", analysis.title},
-                 {"kind", name_of_engine_kind(analysis.engine_kind)},
-                 {"file", analysis.file},
-                 {"comment", analysis.comment},
+    Json json = {{"title", title_of(analysis)},
+                 {"kind", kind_name(analysis)},
+                 {"file", file_of(analysis)},
+                 {"comment", comment_of(analysis)},
                  {"item_count", item_count(analysis)}};
-    const SheetAges ages = analysis.sheet.Ages();
-    if (ages.known) json["ages"] = {{"from", ages.from}, {"to", ages.to < 0 ? Json(nullptr) : Json(ages.to)}};
+    if (const auto& ages = analysis.ages())
+        json["ages"] = {{"from", ages->from}, {"to", ages->to ? Json(*ages->to) : Json(nullptr)}};
     if (!with_items) return json;
+    const tool::Inputs& inputs = analysis.inputs();
+    json["inputs"] = {{"sex", inputs.sex}, {"age", inputs.age}, {"dental_stage", inputs.dental_stage}};
+    for (const std::string& name : inputs.landmarks) json["inputs"]["landmarks"].push_back(printable(name));
     json["items"] = Json::array();
     std::string group;
     for (const ItemSummary& item : items_of(analysis)) {
@@ -162,10 +164,8 @@ ExitCode run_analyses(const Command& command, const Arguments& arguments, Stream
     line.add_format(format, output, {"table", "json"});
     line.add_output(output);
     if (!line.parse(arguments, streams)) return ExitCode::done;
-    const ProgramProfile profile(folder);
-    std::vector<std::string> notes;
-    const std::vector<Analysis> analyses = listed_analyses(notes);
-    for (const std::string& note : notes) streams.err << "note: " << note << "\n";
+    const Selection selection(folder, {}, streams);
+    const std::vector<Analysis>& analyses = selection.listed();
 
     std::vector<const Analysis*> chosen;
     if (name.empty()) {

@@ -1,11 +1,11 @@
 // cephtool analyze: measures cases.
 #include <ostream>
 
+#include "base/path.h"
 #include "base/wording.h"
 #include "host/case_files.h"
 #include "host/command_line.h"
 #include "host/output.h"
-#include "host/profile.h"
 #include "host/selection.h"
 #include "results/results.h"
 
@@ -40,10 +40,10 @@ ExitCode run_analyze(const Command& command, const Arguments& arguments, Streams
     check_output(output, paths);
     check_output(output, {case_options.file()});
     check_output(output, names);
-    const ProgramProfile profile(folder);
-    const Selection selection(names, streams);
+    const Selection selection(folder, names, streams);
     if (selection.chosen().empty()) {
-        throw Error(ExitCode::bad_command_line, "no analyses in " + printable(profile.analysis_folder()),
+        throw Error(ExitCode::bad_command_line,
+                    "no analyses in " + printable(utf8_from_path(selection.folder().path())),
                     "A folder of analyses holds \"CalcForm\" with a \"list.txt\". Name one with --anaitem FOLDER.");
     }
 

@@ -8,7 +8,6 @@
 #include "host/batch/batch_work.h"
 #include "host/command_line.h"
 #include "host/interruption.h"
-#include "host/profile.h"
 #include "host/selection.h"
 
 namespace cephtool {
@@ -46,8 +45,7 @@ ExitCode run_batch(const Command& command, const Arguments& arguments, Streams& 
         throw Error(ExitCode::bad_command_line, "the table of a batch can't go to standard output",
                     "Name a file behind -o; --resume can then go on when the run is stopped.");
     }
-    const ProgramProfile profile(folder);
-    const Selection selection(names, streams);
+    const Selection selection(folder, names, streams);
 
     const auto asked = [&](const char* what) { return std::ranges::find(with, what) != with.end(); };
     const BatchColumns columns = batch_columns(selection.chosen(), {asked("norms"), asked("deviations")});

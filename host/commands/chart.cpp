@@ -2,7 +2,6 @@
 #include "base/wording.h"
 #include "host/commands/report_options.h"
 #include "host/output.h"
-#include "host/profile.h"
 #include "report/report_document.h"
 
 namespace cephtool {
@@ -21,8 +20,7 @@ ExitCode run_chart(const Command& command, const Arguments& arguments, Streams& 
         throw Error(ExitCode::bad_command_line, in_quotes(given.output) + " does not end in .png, .svg or .pdf",
                     "The end of the name says what is written.");
     }
-    const ProgramProfile profile(given.folder);
-    const Selection selection(given.analyses, streams);
+    const Selection selection(given.folder, given.analyses, streams, {FolderPart::analyses, FolderPart::bone_age});
     const std::vector<FilmResults> films = measured_films(given, case_options.options(), selection, streams);
     write_result(chart_file(*format, films, given.texts()), given.output, streams.out);
     return ExitCode::done;

@@ -12,7 +12,7 @@
 #include "base/wording.h"
 #include "host/command_line.h"
 #include "host/output.h"
-#include "host/profile.h"
+#include "results/analysis_folder.h"
 
 namespace cephtool {
 namespace {
@@ -67,7 +67,7 @@ ExitCode run_check(const Command& command, const Arguments& arguments, Streams& 
     line.add_output(output);
     if (!line.parse(arguments, streams)) return ExitCode::done;
     check_output(output, paths);
-    if (paths.empty()) paths.push_back(ProgramProfile("").analysis_folder());
+    if (paths.empty()) paths.push_back(shipped_analyses());
 
     CheckResult all;
     for (const std::string& path : paths) {

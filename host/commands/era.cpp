@@ -5,7 +5,7 @@
 #include "base/columns.h"
 #include "base/csv.h"
 #include "base/date_reader.h"
-#include "base/era_calendar.h"
+#include "base/eras.h"
 #include "base/wording.h"
 #include "host/command_line.h"
 #include "host/output.h"
@@ -65,29 +65,28 @@ struct EraYear {
 
 EraYear era_year(const EraCalendar& calendar, const std::string& name, const std::string& year_text) {
     using namespace std::chrono;
-    const std::optional<int> era = calendar.era_named(name);
-    if (!era) {
+    const std::optional<std::size_t> place = calendar.era_named(name);
+    if (!place) {
         throw Error(ExitCode::bad_command_line, "there is no era " + in_quotes(name),
-                    "The eras are " + calendar.list() + ".");
+                    "The eras are " + list_of(calendar) + ".");
     }
     const std::optional<int> counted = era_year_from(year_text);
     if (!counted) {
         throw Error(ExitCode::bad_command_line, in_quotes(year_text) + " is no year of an era",
                     "Give a whole number, or 元 for the first.");
     }
-    const std::optional<int> western = calendar.western_year(*era, *counted);
-    EraYear found{calendar.code(*era), calendar.name(*era), *counted, western.value_or(0), {}, {}};
+    const std::optional<int> western = calendar.western_year(*place, *counted);
+    const tool::Era era = era_at(calendar, *place);
+    EraYear found{era.code, era.name, *counted, western.value_or(0), {}, {}};
     const year_month_day new_year(year(found.western_year), January, day(1));
     for (sys_days each = new_year; western && each < sys_days(new_year + years(1)); each += days(1)) {
         const Date date = each;
-        if (!calendar.holds(*era, *counted, static_cast<int>(unsigned{date.month()}),
-                            static_cast<int>(unsigned{date.day()})))
-            continue;
+        if (!calendar.holds(*place, *counted, unsigned{date.month()}, unsigned{date.day()})) continue;
         if (!found.first.ok()) found.first = date;
         found.last = date;
     }
     if (!found.first.ok()) {
-        const std::optional<EraDate> meant = western ? calendar.era_of(new_year) : std::nullopt;
+        const std::optional<EraDate> meant = western ? era_of(calendar, new_year) : std::nullopt;
         throw Error(
             ExitCode::bad_command_line, found.name + " (" + found.code + ") has no year " + std::to_string(*counted),
             meant ? "The year " + std::to_string(*western) + " is " + meant->code + std::to_string(meant->year) + "."
@@ -132,7 +131,7 @@ ExitCode run_era(const Command& command, const Arguments& arguments, Streams& st
         throw Error(ExitCode::bad_command_line, dates.empty() ? "a date is missing" : "dates and --to-western at once",
                     "Give dates, or --to-western with an era and its year: cephtool era --to-western R 6");
     }
-    const EraCalendar calendar = required_era_calendar();
+    const EraCalendar calendar = required_eras();
     if (dates.empty()) {
         write_result(shown(era_year(calendar, era_and_year[0], era_and_year[1]), format), output, streams.out);
         return ExitCode::done;
@@ -140,7 +139,7 @@ ExitCode run_era(const Command& command, const Arguments& arguments, Streams& st
     std::vector<ConvertedDate> converted;
     for (const std::string& text : dates) {
         const Date date = read_date(text);
-        converted.push_back({date, calendar.era_of(date)});
+        converted.push_back({date, era_of(calendar, date)});
     }
     const auto form = format == "json" ? json : format == "csv" ? csv : table;
     write_result(form(converted), output, streams.out);

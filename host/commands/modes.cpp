@@ -8,8 +8,7 @@
 #include "base/wording.h"
 #include "host/command_line.h"
 #include "host/output.h"
-#include "host/profile.h"
-#include "tracing/display_mode.h"
+#include "results/analysis_folder.h"
 
 namespace cephtool {
 namespace {
@@ -17,6 +16,21 @@ namespace {
 using Json = nlohmann::ordered_json;
 
 constexpr int kind_width = 8, number_width = 4, title_width = 30, count_width = 6, file_width = 13;
+
+std::vector<std::string> printable_all(const std::vector<std::string>& texts) {
+    std::vector<std::string> all;
+    for (const std::string& text : texts) all.push_back(printable(text));
+    return all;
+}
+
+std::string text_of(tool::ModeDecimals decimals) {
+    switch (decimals) {
+        case tool::ModeDecimals::none: return "0";
+        case tool::ModeDecimals::one: return "1";
+        case tool::ModeDecimals::halves: return "0.5";
+        default: return "2";
+    }
+}
 
 std::string row(const std::string& kind, const std::string& number, const std::string& title,
                 const std::string& landmarks, const std::string& lines, const std::string& values,
@@ -27,12 +41,13 @@ std::string row(const std::string& kind, const std::string& number, const std::s
            fitted(file, file_width) + "\n";
 }
 
-std::string shown(const std::vector<DisplayMode>& modes) {
+std::string shown(const std::vector<KindOfMode>& modes) {
     std::string text = row("Kind", "No", "Mode", "Points", "Lines", "Values", "File");
-    for (const DisplayMode& mode : modes) {
+    for (const auto& [kind, listed] : modes) {
+        const DisplayMode& mode = *listed;
         const std::string landmarks = mode.every_landmark ? "all" : std::to_string(mode.landmarks.size());
-        text += row(name_of(mode.kind), std::to_string(mode.number), mode.title, landmarks,
-                    std::to_string(mode.lines.size()), std::to_string(mode.values.size()), mode.file);
+        text += row(name_of(kind), std::to_string(mode.number), title_of(mode), landmarks,
+                    std::to_string(mode.lines.size()), std::to_string(mode.values.size()), file_of(mode));
     }
     return text;
 }
@@ -41,38 +56,44 @@ std::string heading(std::size_t count, const char* what) {
     return std::to_string(count) + " " + what + "\n";
 }
 
-std::string shown(const DisplayMode& mode) {
+std::string shown(const KindOfMode& listed) {
+    const DisplayMode& mode = *listed.mode;
     constexpr int name_width = 38, position_width = 18;
-    std::string text = wrapped(mode.title, page_width, "") + "\n" + name_of(mode.kind) + " mode " +
-                       std::to_string(mode.number) + ", " + mode.file + "\n\n";
+    std::string text = wrapped(title_of(mode), page_width, "") + "\n" + name_of(listed.kind) + " mode " +
+                       std::to_string(mode.number) + ", " + file_of(mode) + "\n\n";
     text += mode.every_landmark ? "All landmarks\n" : heading(mode.landmarks.size(), "landmarks");
-    if (!mode.landmarks.empty()) text += "  " + wrapped(joined(mode.landmarks, " "), page_width - 2, "  ") + "\n";
+    if (!mode.landmarks.empty())
+        text += "  " + wrapped(joined(printable_all(mode.landmarks), " "), page_width - 2, "  ") + "\n";
     text += heading(mode.lines.size(), "lines");
-    for (const ModeLine& line : mode.lines) {
-        text += "  " + left_aligned(line.from + " - " + line.to, name_width) + line.colour + "  " +
+    for (const tool::ModeLine& line : mode.lines) {
+        text += "  " + left_aligned(printable(line.from + " - " + line.to), name_width) + hex(line.colour) + "  " +
                 (line.bold ? "bold" : "normal") + "\n";
     }
     text += heading(mode.values.size(), "values: colour, position, decimals, size");
-    for (const ModeValue& value : mode.values) {
-        text += "  " + left_aligned(fitted(value.text, name_width - 1), name_width) + value.colour + "  " +
-                left_aligned(fitted("at " + value.position, position_width), position_width) + " " +
-                right_aligned(value.decimals, 3) + "  " + fitted(value.size, 4) + "\n";
+    for (const tool::ModeValue& value : mode.values) {
+        text += "  " + left_aligned(fitted(printable(value.item), name_width - 1), name_width) + hex(value.colour) +
+                "  " + left_aligned(fitted("at " + printable(value.position), position_width), position_width) + " " +
+                right_aligned(text_of(value.decimals), 3) + "  " + fitted(std::to_string(value.size), 4) + "\n";
     }
-    if (!mode.settings.empty()) text += heading(mode.settings.size(), "settings of landmarks");
-    for (const std::string& setting : mode.settings) text += "  " + wrapped(setting, page_width - 2, "  ") + "\n";
+    const std::vector<std::string>& settings = mode.landmark_settings;
+    if (!settings.empty()) text += heading(settings.size(), "settings of landmarks");
+    for (const std::string& setting : settings) text += "  " + wrapped(printable(setting), page_width - 2, "  ") + "\n";
     return text;
 }
 
-Json json_of(const ModeLine& line) {
-    return {{"from", line.from}, {"to", line.to}, {"colour", line.colour}, {"weight", line.bold ? "bold" : "normal"}};
+Json json_of(const tool::ModeLine& line) {
+    return {{"from", printable(line.from)},
+            {"to", printable(line.to)},
+            {"colour", hex(line.colour)},
+            {"weight", line.bold ? "bold" : "normal"}};
 }
 
-Json json_of(const ModeValue& value) {
-    return {{"text", value.text},
-            {"colour", value.colour},
-            {"decimals", value.decimals},
-            {"position", value.position},
-            {"size", value.size}};
+Json json_of(const tool::ModeValue& value) {
+    return {{"text", printable(value.item)},
+            {"colour", hex(value.colour)},
+            {"decimals", text_of(value.decimals)},
+            {"position", printable(value.position)},
+            {"size", std::to_string(value.size)}};
 }
 
 template <class Part>
@@ -82,14 +103,16 @@ Json json_list(const std::vector<Part>& parts) {
     return list;
 }
 
-Json json_of(const DisplayMode& mode, bool with_parts) {
-    Json json = {{"kind", name_of(mode.kind)}, {"number", mode.number}, {"title", mode.title}, {"file", mode.file}};
+Json json_of(const KindOfMode& listed, bool with_parts) {
+    const DisplayMode& mode = *listed.mode;
+    Json json = {
+        {"kind", name_of(listed.kind)}, {"number", mode.number}, {"title", title_of(mode)}, {"file", file_of(mode)}};
     if (with_parts) {
         json["every_landmark"] = mode.every_landmark;
-        json["landmarks"] = mode.landmarks;
+        json["landmarks"] = printable_all(mode.landmarks);
         json["lines"] = json_list(mode.lines);
         json["values"] = json_list(mode.values);
-        json["settings"] = mode.settings;
+        json["settings"] = printable_all(mode.landmark_settings);
     } else {
         json["landmark_count"] = mode.landmarks.size();
         json["line_count"] = mode.lines.size();
@@ -98,9 +121,9 @@ Json json_of(const DisplayMode& mode, bool with_parts) {
     return json;
 }
 
-std::string as_json(const std::vector<DisplayMode>& modes, bool with_parts) {
+std::string as_json(const std::vector<KindOfMode>& modes, bool with_parts) {
     Json all = Json::array();
-    for (const DisplayMode& mode : modes) all.push_back(json_of(mode, with_parts));
+    for (const KindOfMode& mode : modes) all.push_back(json_of(mode, with_parts));
     return Json({{"modes", all}}).dump(2) + "\n";
 }
 
@@ -115,12 +138,10 @@ ExitCode run_modes(const Command& command, const Arguments& arguments, Streams& 
     line.add_format(format, output, {"table", "json"});
     line.add_output(output);
     if (!line.parse(arguments, streams)) return ExitCode::done;
-    const ProgramProfile profile(folder);
-    std::vector<DisplayMode> modes;
-    for (const Kind kind : all_kinds) {
-        if (!kind_name.empty() && kind_name != name_of(kind)) continue;
-        std::ranges::move(listed_modes(kind), std::back_inserter(modes));
-    }
+    const AnalysisFolder analyses = analysis_folder(folder, {FolderPart::modes});
+    for (const std::string& note : problem_notes(analyses, FolderPart::modes)) streams.err << "note: " << note << "\n";
+    std::vector<KindOfMode> modes = listed_modes(analyses);
+    std::erase_if(modes, [&](const KindOfMode& mode) { return !kind_name.empty() && kind_name != name_of(mode.kind); });
     if (!name.empty()) modes = modes_named(modes, name);
     std::string text;
     if (format == "json") {
@@ -128,7 +149,7 @@ ExitCode run_modes(const Command& command, const Arguments& arguments, Streams& 
     } else if (name.empty()) {
         text = shown(modes);
     } else {
-        for (const DisplayMode& mode : modes) text += (text.empty() ? "" : "\n") + shown(mode);
+        for (const KindOfMode& mode : modes) text += (text.empty() ? "" : "\n") + shown(mode);
     }
     write_result(text, output, streams.out);
     return ExitCode::done;

@@ -4,7 +4,6 @@
 #include "base/wording.h"
 #include "host/commands/report_options.h"
 #include "host/output.h"
-#include "host/profile.h"
 #include "report/report_document.h"
 
 namespace cephtool {
@@ -29,11 +28,11 @@ ExitCode run_report(const Command& command, const Arguments& arguments, Streams&
     throw Error(ExitCode::bad_command_line, "this program was built without Cairo and Pango, and writes no PDF",
                 "\"cephtool chart\" and \"cephtool trace\" write SVG.");
 #endif
-    const ProgramProfile profile(given.folder);
-    const Selection selection(given.analyses, streams);
+    const Selection selection(given.folder, given.analyses, streams,
+                              {FolderPart::analyses, FolderPart::modes, FolderPart::bone_age});
     std::vector<FilmResults> films = measured_films(given, case_options.options(), selection, streams);
     const Kind kind = films.front().record().kind;
-    const DisplayMode mode = chosen_mode(kind, mode_name);
+    const DisplayMode mode = chosen_mode(selection.folder(), kind, mode_name);
     const OutlineTemplate face = shipped_template(kind);
     for (FilmResults& film : films) {
         if (!no_image) film.film = named_film(film.record());

@@ -70,7 +70,7 @@ std::vector<FilmResults> measured_films(const ReportOptions& options, const Case
         check_output(options.output, {image_file(record)});
         FilmResults film{measured(std::move(record), selection.chosen(), {}, false), {}, {}, {}};
         say_remarks(film.record(), streams);
-        film.growth = growth_findings(film.record());
+        film.growth = growth_findings(film.record(), selection.folder());
         if (!options.analyses.empty() && film.result.analyses.empty()) {
             throw source.error(std::string("this is a ") + name_of(film.record().kind) +
                                    " case, and none of the analyses named is for its kind",

@@ -4,7 +4,7 @@
 #include "host/case_files.h"
 #include "host/command_line.h"
 #include "host/output.h"
-#include "host/profile.h"
+#include "host/selection.h"
 #include "results/growth.h"
 #include "results/growth_findings.h"
 #include "results/growth_report.h"
@@ -12,9 +12,9 @@
 namespace cephtool {
 namespace {
 
-GrowthResult growth_of(Case record, std::span<const Analysis> analyses) {
-    GrowthResult result{{}, growth_findings(record), {}};
-    for (const Analysis& analysis : analyses) {
+GrowthResult growth_of(Case record, const Selection& selection) {
+    GrowthResult result{{}, growth_findings(record, selection.folder()), {}};
+    for (const Analysis& analysis : selection.listed()) {
         if (case_kind(analysis) != record.kind) continue;
         for (const StageSet set : {StageSet::first, StageSet::second}) {
             Finding finding = stage_finding(analysis, set, record);
@@ -50,15 +50,12 @@ ExitCode run_stage(const Command& command, const Arguments& arguments, Streams& 
     check_inputs(paths);
     check_output(output, paths);
     check_output(output, {case_options.file()});
-    const ProgramProfile profile(folder);
-    std::vector<std::string> notes;
-    const std::vector<Analysis> analyses = listed_analyses(notes);
-    for (const std::string& note : notes) streams.err << "note: " << note << "\n";
+    const Selection selection(folder, {}, streams, {FolderPart::analyses, FolderPart::bone_age});
 
     std::vector<GrowthResult> results;
     const ExitCode code = for_each_case(paths, case_options.options(), streams, [&](const Source&, Case record) {
         if (format != "table" || !output.empty()) say_remarks(record, streams);
-        results.push_back(growth_of(std::move(record), analyses));
+        results.push_back(growth_of(std::move(record), selection));
     });
     for (const auto& result : results) check_output(output, {image_file(result.record)});
     const bool to_terminal = output.empty() && streams.colour;

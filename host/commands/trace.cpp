@@ -9,8 +9,8 @@
 #include "host/case_files.h"
 #include "host/command_line.h"
 #include "host/output.h"
-#include "host/profile.h"
 #include "report/tracing_file.h"
+#include "results/analysis_folder.h"
 
 namespace cephtool {
 namespace {
@@ -97,10 +97,11 @@ std::size_t landmarks_outside(const Case& record, const tool::Background& pictur
 
 void trace(const TraceOptions& options, const CaseOptions& case_options, Streams& streams) {
     const FileFormat format = format_of(options);
+    const AnalysisFolder folder = analysis_folder(options.folder, {FolderPart::modes, FolderPart::analyses});
     const Case record = read_case(checked_text(read_bytes(options.input, streams.in)), case_options);
     check_output(options.output, {image_file(record)});
     std::vector<std::string> notes = record.notes;
-    const DisplayMode mode = chosen_mode(record.kind, options.mode);
+    const DisplayMode mode = chosen_mode(folder, record.kind, options.mode);
     const std::optional<Film> film = film_of(options, record);
     std::optional<FilmSize> film_size;
     if (film) {
@@ -112,11 +113,8 @@ void trace(const TraceOptions& options, const CaseOptions& case_options, Streams
     const OutlineSource source = options.outlines == "case"     ? OutlineSource::own_or_fitted
                                  : options.outlines == "fitted" ? OutlineSource::fitted
                                                                 : OutlineSource::none;
-    std::vector<std::string> analysis_notes;  // of files that can't be read; "cephtool check" tells of them
-    const std::vector<Analysis> analyses =
-        mode.values.empty() ? std::vector<Analysis>{} : listed_analyses(analysis_notes);
     const OutlineTemplate face = source == OutlineSource::none ? OutlineTemplate{} : shipped_template(record.kind);
-    const Tracing tracing = tracing_of(record, mode, analyses, face, source);
+    const Tracing tracing = tracing_of(record, mode, listed_analyses(folder), face, source);
     notes.insert(notes.end(), tracing.notes.begin(), tracing.notes.end());
 
     std::optional<Page> sheet;
@@ -166,7 +164,6 @@ ExitCode run_trace(const Command& command, const Arguments& arguments, Streams& 
     const CaseOptionFlags case_options(line);
     if (!line.parse(arguments, streams)) return ExitCode::done;
     check_output(given.output, {given.input, given.image, case_options.file()});
-    const ProgramProfile profile(given.folder);
     trace(given, case_options.options(), streams);
     return ExitCode::done;
 }

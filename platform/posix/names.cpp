@@ -70,11 +70,10 @@ bool is_delimiter(char c) {
     return c == '/' || c == '\\';
 }
 
-std::string found(std::string_view path, bool last_as_written) {
-    std::string exact = spelled(path);
+std::string found(std::string result, std::string_view path, bool last_as_written) {
+    std::string exact = result + spelled(path);
     if (is_there(exact)) return exact;
 
-    std::string result;
     while (!path.empty()) {
         if (is_delimiter(path[0])) {
             result += '/';
@@ -112,11 +111,15 @@ std::string spelled(std::string_view path) {
 }
 
 std::string found(std::string_view path) {
-    return found(path, false);
+    return found("", path, false);
+}
+
+std::string found_in(std::string folder, std::string_view path) {
+    return found(std::move(folder), path, false);
 }
 
 std::string in_found_folder(std::string_view path) {
-    return found(path, true);
+    return found("", path, true);
 }
 
 std::optional<std::string> code_page_name(std::string_view name) {

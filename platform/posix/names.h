@@ -14,7 +14,10 @@ std::string spelled(std::string_view path);
 // one that is not there at all stay as written. Of several candidates the first in byte order.
 std::string found(std::string_view path);
 
-// As that, but the last component stays as written: for a name to give.
+// The same in a folder that is spelled for the system, with its "/".
+std::string found_in(std::string folder, std::string_view path);
+
+// As `found`, but the last component stays as written: for a name to give.
 std::string in_found_folder(std::string_view path);
 
 // A name in code page 932; nothing for one that no path in code page 932 could name.

@@ -4,6 +4,7 @@
 #include <array>
 #include <exception>
 
+#include "platform/folder_file.h"
 #include "platform/new_file.h"
 #include "platform/posix/descriptor.h"
 #include "platform/posix/names.h"
@@ -70,6 +71,17 @@ std::optional<std::string> read_file(std::string_view path, std::uint64_t limit)
     if (read_plain_file(file.get(), limit, bytes)) return bytes;
     note_unread(path);
     return std::nullopt;
+}
+
+std::optional<std::string> read_file_at(const std::filesystem::path& path, std::uint64_t limit) {
+    const Descriptor file(open_for_reading(path.native()));
+    std::string bytes;
+    if (read_plain_file(file.get(), limit, bytes)) return bytes;
+    return std::nullopt;
+}
+
+std::filesystem::path path_in(const std::filesystem::path& folder, std::string_view name) {
+    return posix::found_in((folder / "").native(), name);
 }
 
 bool write_file_atomically(std::string_view path, std::string_view bytes) {

@@ -2,6 +2,7 @@
 #include <exception>
 
 #include "framework/scalars.h"
+#include "platform/folder_file.h"
 #include "platform/new_file.h"
 #include "platform/system.h"
 #include "platform/win32/handle.h"
@@ -17,10 +18,9 @@ bool failed(DWORD error) {
     return false;
 }
 
-bool read_plain_file(std::string_view path, std::uint64_t limit, std::string& bytes) try {
-    const Handle file(CreateFileW(win32::spelled(path).c_str(), GENERIC_READ,
-                                  FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr, OPEN_EXISTING,
-                                  FILE_FLAG_SEQUENTIAL_SCAN, nullptr));
+bool read_plain_file(const wchar_t* path, std::uint64_t limit, std::string& bytes) try {
+    const Handle file(CreateFileW(path, GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
+                                  OPEN_EXISTING, FILE_FLAG_SEQUENTIAL_SCAN, nullptr));
     LARGE_INTEGER size;
     if (!file.is_open() || !GetFileSizeEx(file.get(), &size)) return false;
     if (GetFileType(file.get()) != FILE_TYPE_DISK) return failed(ERROR_INVALID_NAME);
@@ -75,9 +75,19 @@ bool may_replace(const std::wstring& target, DWORD* attributes) {
 
 std::optional<std::string> read_file(std::string_view path, std::uint64_t limit) {
     std::string bytes;
-    if (read_plain_file(path, limit, bytes)) return bytes;
+    if (read_plain_file(win32::spelled(path).c_str(), limit, bytes)) return bytes;
     note_unread(path);
     return std::nullopt;
+}
+
+std::optional<std::string> read_file_at(const std::filesystem::path& path, std::uint64_t limit) {
+    std::string bytes;
+    if (read_plain_file(path.c_str(), limit, bytes)) return bytes;
+    return std::nullopt;
+}
+
+std::filesystem::path path_in(const std::filesystem::path& folder, std::string_view name) {
+    return folder / win32::spelled(name);
 }
 
 bool write_file_atomically(std::string_view path, std::string_view bytes) {

@@ -4,7 +4,7 @@
 #include <nlohmann/json.hpp>
 
 #include "base/date_reader.h"
-#include "base/era_calendar.h"
+#include "base/eras.h"
 #include "base/program_folder.h"
 
 #include "host/host_test.h"
@@ -50,7 +50,7 @@ TEST_F(Dates, AreReadInEveryForm) {
 }
 
 TEST_F(Dates, OfEveryEraAreReadBack) {
-    const std::optional<EraCalendar> calendar = EraCalendar::find();
+    const std::optional<EraCalendar> calendar = program_eras();
     for (std::chrono::sys_days day = read_date("1868-01-25"); day < std::chrono::sys_days(read_date("2040-01-01"));
          day += std::chrono::days(29)) {
         ASSERT_EQ(read_date(era_text(calendar, day, code_text)), day);
@@ -156,7 +156,7 @@ TEST_F(Dates, NeedTheTableOnlyForEras) {
     EXPECT_THAT(run({"era", "Z1.1.1"}).out, HasSubstr("0001-01-01  –"));
     SetModuleFileNameA("");  // as when its path is outside the code page; the current folder is no way out
     EXPECT_TRUE(program_folder().is_absolute());
-    EXPECT_THAT(run({"era", "Z1.1.1"}).err, HasSubstr("no Japanese eras, since the path of the program is outside"));
+    EXPECT_THAT(run({"era", "Z1.1.1"}).err, HasSubstr((program_folder() / "Era.dat").string()));
 }
 
 }  // namespace

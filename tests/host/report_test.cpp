@@ -68,7 +68,7 @@ Measurement measurement(std::optional<double> value, const char* text, const cha
 }
 
 std::vector<std::string> compared(const Measurement& first, const Measurement& last) {
-    static const Analysis analysis{0, "Own.txt", "Own", "", AnalysisSheet(0, "", 0)};
+    static const Analysis analysis = *Analysis::from_text(tool::Kind::lateral, "Own.txt", "");
     const AnalysisResult a{&analysis, {}, {first}}, b{&analysis, {}, {last}};
     const ResultTable table = result_table({&a, &b}, TableStyle::full, Texts(Language::english));
     EXPECT_LE(table.rows[0].cells.size(), table.columns.size());

@@ -221,15 +221,17 @@ TEST(Tracing, RoundsValuesAsTheModeSaysAndFindsLandmarksInPartsOfPixels) {
         "virtual": {"M": "mid([S],[N])"}, "image": "film.jpg"})json");
     const std::string definition = "Calc:\r\nLength=len([S],[N])\r\nWide=len([S],[Q])\r\n";
     std::vector<Analysis> analyses;
-    analyses.push_back({0, "a.txt", "A", "", AnalysisSheet(0, definition.data(), definition.size())});
-    DisplayMode mode{};
-    mode.lines = {{"S", "M", "#000000", false}, {"S", "gone", "#000000", false}};
-    const std::string rows[][3] = {{"0", "M,2,-4", "10"},   {"1", "M,2,-4", "10"}, {"2", "M,2,-4", "10"},
-                                   {"0.5", "M,2,-4", "10"}, {"1", "M,2", "10"},    {"1", "gone,1,2", "10"},
-                                   {"1", "M,a,2", "10"},    {"1", "", "10"},       {"1", "M,1e9,1", "10"},
-                                   {"1", "M,1,1", "none"}};
-    for (const auto& row : rows) mode.values.push_back({"Length", "#ff0000", row[0], row[1], row[2]});
-    mode.values.push_back({"Wide", "#ff0000", "1", "M,2,-4", "10"});
+    analyses.push_back(*Analysis::from_text(tool::Kind::lateral, "a.txt", definition));
+    std::string text = "SuppLine:\n[S]-[M]\n[S]-[gone]\n";
+    const char* const rows[][3] = {{"0", "M,2,-4", "10"},   {"1", " M ,2, +-4", "10"}, {"1", "M, +2,-4", "10"},
+                                   {"2", "M,2,-4", "10"},   {"0.5", "M,2,-4", "10"},   {"1", "M,2", "10"},
+                                   {"1", "gone,1,2", "10"}, {"1", "M,a,2", "10"},      {"1", "", "10"},
+                                   {"1", "M,1e9,1", "10"},  {"1", "M,1,1", "none"}};
+    for (const auto& [decimals, position, size] : rows)
+        text += std::string("Decimal=") + decimals + "\nPos=" + position + "\nSize=" + size + "\n=Length\n";
+    const host_test::Folder folder;
+    folder.add("mode.txt", text + "Pos=M,2,-4\nSize=10\n=Wide\n");
+    const DisplayMode mode = *DisplayMode::read("mode.txt");
     const Tracing tracing = tracing_of(record, mode, analyses, {}, OutlineSource::none);
     std::vector<std::string> texts;
     for (const TracingValue& value : tracing.values) texts.push_back(value.text);

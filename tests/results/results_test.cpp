@@ -31,7 +31,7 @@ constexpr const char* definition =
     "SD:\r\nS-N=1.4\r\nA name so long that the page can't hold it=1\r\nRatio=0.02\r\nTo Or=1\r\n";
 
 const Analysis& own_analysis() {
-    static const Analysis analysis{0, "Own.txt", "Own セラ", "", AnalysisSheet(0, definition, std::strlen(definition))};
+    static const Analysis analysis = *Analysis::from_text(tool::Kind::lateral, "Own.txt", definition);
     return analysis;
 }
 

@@ -1,0 +1,191 @@
+#include "Analysis.h"
+
+#include <algorithm>
+#include <unordered_set>
+
+#include "analysis/definition_file.h"
+#include "analysis/formula_names.h"
+#include "analysis/growth_stage.h"
+#include "platform/code_page.h"
+#include "platform/folder_file.h"
+#include "platform/system.h"
+
+namespace tool {
+namespace {
+
+constexpr Sex both_sexes[] = {Sex::male, Sex::female};
+constexpr StageSet both_sets[] = {StageSet::first, StageSet::second};
+
+std::string utf8(const CString& text) {
+    return utf8_from_code_page(text.View());
+}
+
+std::string utf8_stem(const std::filesystem::path& file) {
+    const std::u8string stem = file.stem().u8string();
+    return {stem.begin(), stem.end()};
+}
+
+// In the order of the text, each once.
+class LandmarksNamed : private FormulaNames {
+ public:
+    void read(std::string_view formula) { visit_names(formula, *this); }
+    std::vector<std::string> names;
+
+ private:
+    void landmark(std::string_view name) override {
+        if (met_.emplace(name).second) names.push_back(utf8_from_code_page(name));
+    }
+    void cast_measure(std::string_view) override {}
+    void reference(Ask, std::string_view) override {}
+
+    std::unordered_set<std::string> met_;
+};
+
+bool is_of_one_sex(int section) {
+    switch (section % second_set) {
+        case mean_male_section:
+        case mean_female_section:
+        case sd_male_section:
+        case sd_female_section: return true;
+        default: return false;
+    }
+}
+
+}  // namespace
+
+std::optional<int> dental_stage_named(std::string_view name) {
+    constexpr int none = 9;
+    const int place = static_cast<int>(dental_stage_ordinal(name));
+    return place == none ? std::nullopt : std::optional(place);
+}
+
+struct Analysis::Body {
+    Kind kind;
+    std::filesystem::path file;
+    std::optional<int> place;
+    AnalysisSheet sheet;
+    std::string title, comment;
+    std::optional<Ages> ages;
+    std::vector<Item> items;
+    std::vector<Stage> stages[std::size(both_sets)][std::size(both_sexes)];
+    Inputs inputs;
+
+    static std::size_t at(StageSet set) { return set == StageSet::second; }
+    static std::size_t at(Sex sex) { return sex != Sex::male; }
+};
+
+Analysis::Analysis(std::shared_ptr<const Body> body) : body_(std::move(body)) {}
+
+Analysis Analysis::made(Kind kind, const std::filesystem::path& file, std::string_view text, std::optional<int> place,
+                        int cast_decimals) {
+    auto body =
+        std::make_shared<Body>(Body{kind,
+                                    file,
+                                    place,
+                                    AnalysisSheet(static_cast<int>(kind), text.data(), text.size(), cast_decimals),
+                                    {},
+                                    {},
+                                    {},
+                                    {},
+                                    {},
+                                    {}});
+    const AnalysisSheet& sheet = body->sheet;
+    body->title = utf8(sheet.Title());
+    if (body->title.empty()) body->title = utf8_stem(file);
+    body->comment = utf8(sheet.Comment());
+    if (const SheetAges ages = sheet.Ages(); ages.known)
+        body->ages = Ages{ages.from, ages.to < 0 ? std::nullopt : std::optional(ages.to)};
+    LandmarksNamed landmarks;
+    for (int index = 0; index < sheet.GetCount(); ++index) {
+        constexpr int shows_norm = 1, is_marked = 2;
+        const SheetItem item = sheet.GetItem(index);
+        landmarks.read(item.expression.View());
+        body->items.push_back({utf8(item.name), utf8(item.expression), utf8(item.unit), item.column,
+                               (item.mode & shows_norm) != 0, (item.mode & is_marked) != 0, item.second, item.heading,
+                               utf8(item.sign)});
+    }
+    Inputs& inputs = body->inputs;
+    inputs.landmarks = std::move(landmarks.names);
+    for_each_line(text, [&](std::string_view, int code) { return inputs.sex = is_of_one_sex(code); });
+    for (const StageSet set : both_sets) {
+        auto& of_set = body->stages[Body::at(set)];
+        for (const Sex sex : both_sexes) {
+            for (const SheetStage& stage : sheet.Stages(static_cast<int>(sex), set == StageSet::second)) {
+                of_set[Body::at(sex)].push_back({utf8(stage.name), stage.byAge, stage.from, stage.to});
+                (stage.byAge ? inputs.age : inputs.dental_stage) = true;
+            }
+        }
+        if (of_set[0] != of_set[1]) inputs.sex = true;
+    }
+    return Analysis(std::move(body));
+}
+
+Result<Analysis> Analysis::from_text(Kind kind, const std::filesystem::path& file, std::string_view text,
+                                     int cast_decimals) {
+    if (std::ranges::find(all_kinds, kind) == std::end(all_kinds))
+        return Failure{"There is no kind " + std::to_string(static_cast<int>(kind)) + " of analysis"};
+    return made(kind, file, engine_text(std::string(text)), {}, cast_decimals);
+}
+
+Result<Analysis> Analysis::read(Kind kind, const std::filesystem::path& file, int cast_decimals) {
+    const auto text = read_file_at(file, largest_text_file);
+    if (!text) return Failure{utf8_from_code_page(error_text(last_error()))};
+    return from_text(kind, file, *text, cast_decimals);
+}
+
+Kind Analysis::kind() const {
+    return body_->kind;
+}
+
+const std::filesystem::path& Analysis::file() const {
+    return body_->file;
+}
+
+std::optional<int> Analysis::place() const {
+    return body_->place;
+}
+
+const std::string& Analysis::title() const {
+    return body_->title;
+}
+
+const std::string& Analysis::comment() const {
+    return body_->comment;
+}
+
+const std::optional<Ages>& Analysis::ages() const {
+    return body_->ages;
+}
+
+std::span<const Item> Analysis::items() const {
+    return body_->items;
+}
+
+std::span<const Stage> Analysis::stages(StageSet set, Sex sex) const {
+    return body_->stages[Body::at(set)][Body::at(sex)];
+}
+
+bool Analysis::has_stages() const {
+    return body_->inputs.age || body_->inputs.dental_stage;
+}
+
+std::optional<int> Analysis::stage_of(StageSet set, Sex sex, std::optional<double> age_years,
+                                      std::optional<int> dental_stage) const {
+    std::optional<int> place;
+    const std::span<const Stage> all = stages(set, sex);
+    for (std::size_t i = 0; i < all.size(); ++i) {
+        const std::optional<double> at = all[i].by_age ? age_years : std::optional<double>(dental_stage);
+        if (at && all[i].from <= *at && *at < all[i].to) place = static_cast<int>(i);
+    }
+    return place;
+}
+
+const Inputs& Analysis::inputs() const {
+    return body_->inputs;
+}
+
+const AnalysisSheet& Analysis::sheet() const {
+    return body_->sheet;
+}
+
+}  // namespace tool
