@@ -38,6 +38,10 @@ struct Measurement {
 
 }  // namespace
 
+const tool::SheetBody* tool::body_of(const AnalysisSheet& sheet) {
+    return sheet.body_.get();
+}
+
 AnalysisSheet::AnalysisSheet(int kind, const char* path)
     : kind_(kind), body_(made_or_null([&]() -> std::shared_ptr<const tool::SheetBody> {
           auto text = path ? tool::read_file(path, tool::largest_text_file) : std::nullopt;

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstring>
 
+#include "analysis/functions.h"
 #include "analysis/landmark_names.h"
 #include "analysis/measures.h"
 #include "analysis/virtual_landmarks.h"
@@ -79,6 +80,42 @@ double Landmarks::cast_measure(std::string_view token) const {
 VirtualLandmarks<Vec2>& Landmarks::virtuals() {
     if (!resolved_) resolved_ = std::make_unique<VirtualLandmarks<Vec2>>(virtual_count_);
     return *resolved_;
+}
+
+void Landmarks::note_shape(ShapeKind kind, std::span<const Vec2> points) const {
+    MeasuredShape& shape = shapes_->emplace_back(MeasuredShape{kind, {}});
+    for (const Vec2 point : points) shape.points.push_back({point.x / steps_, point.y / steps_});
+}
+
+void Landmarks::note_shape(Construction construction, std::span<const Vec2> points, Vec2 made) const {
+    constexpr struct {
+        Construction construction;
+        ShapeKind kind;
+        std::size_t points;
+    } shapes[] = {{Construction::middle, ShapeKind::middle, 2},
+                  {Construction::foot, ShapeKind::foot, 3},
+                  {Construction::crossing, ShapeKind::crossing, 4},
+                  {Construction::bisector, ShapeKind::bisector, 3},
+                  {Construction::extension, ShapeKind::extension, 2}};
+    for (const auto& row : shapes) {
+        if (row.construction != construction) continue;
+        note_shape(row.kind, points.first(row.points));
+        shapes_->back().points.push_back({made.x / steps_, made.y / steps_});
+    }
+}
+
+void Landmarks::note_shape(Measure measure, std::span<const Vec2> points) const {
+    ShapeKind kind = ShapeKind::length;
+    switch (measure) {
+        case Measure::length_right: kind = ShapeKind::length_right; break;
+        case Measure::length_down: kind = ShapeKind::length_down; break;
+        case Measure::angle1:
+        case Measure::angle3: kind = ShapeKind::angle; break;
+        case Measure::angle2:
+        case Measure::angle4: kind = ShapeKind::line_angle; break;
+        default: break;
+    }
+    note_shape(kind, points.first(static_cast<std::size_t>(points_needed(measure))));
 }
 
 }  // namespace tool

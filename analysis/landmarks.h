@@ -5,8 +5,11 @@
 #include <algorithm>
 #include <memory>
 #include <optional>
+#include <span>
 #include <string_view>
+#include <vector>
 
+#include "MeasuredShape.h"
 #include "Records.h"
 #include "analysis/arithmetic.h"
 #include "geometry/vec2.h"
@@ -54,6 +57,8 @@ class Landmarks {
     // Decimals of cast measures, when they are known; else each measure reads the host's settings.
     void set_cast_decimals(std::optional<int> decimals) { cast_decimals_ = decimals; }
     std::optional<int> cast_decimals() const { return cast_decimals_; }
+    // From here on what is constructed and measured is told there, in pixels; null: no longer.
+    void record_shapes(std::vector<MeasuredShape>* shapes) { shapes_ = shapes; }
     tagPOINTMO* cast() const { return cast_; }
     int virtual_count() const { return virtual_count_; }
     const tagKPOINT& virtual_landmark(int index) const { return virtuals_[index]; }
@@ -64,12 +69,17 @@ class Landmarks {
     bool at_one_place(Vec2 p, Vec2 q) const { return tool::at_one_place(p, q); }
     bool parallel(const std::array<Vec2, 4>& points) const { return tool::parallel(points); }
     Vec2 constructed(Construction construction, const std::array<Vec2, 4>& points, double number) const {
-        return tool::constructed(construction, points, number, scale_, steps_);
+        const Vec2 made = tool::constructed(construction, points, number, scale_, steps_);
+        if (shapes_) note_shape(construction, points, made);
+        return made;
     }
     Vec2 effective_a(Vec2 n, Vec2 a, const std::array<Vec2, 2>& incisor, Vec2 u1c) const {
-        return tool::effective_a(n, a, u1c, incisor_lean(n, a, {incisor[0], incisor[1]}), scale_);
+        const Vec2 made = tool::effective_a(n, a, u1c, incisor_lean(n, a, {incisor[0], incisor[1]}), scale_);
+        if (shapes_) note_shape(ShapeKind::effective_a, std::array{n, a, incisor[0], incisor[1], u1c, made});
+        return made;
     }
     double measured(Measure measure, const std::array<Vec2, 4>& points) const {
+        if (shapes_) note_shape(measure, points);
         return tool::measured(measure, points, scale_);
     }
     double cast_measure(std::string_view token) const;
@@ -80,6 +90,10 @@ class Landmarks {
     double number(double number) const { return number; }
 
  private:
+    void note_shape(ShapeKind kind, std::span<const Vec2> points) const;
+    void note_shape(Construction construction, std::span<const Vec2> points, Vec2 made) const;
+    void note_shape(Measure measure, std::span<const Vec2> points) const;
+
     int kind_;
     const tagPOINT* fixed_ = nullptr;
     const char (*user_names_)[6] = nullptr;
@@ -90,6 +104,7 @@ class Landmarks {
     double scale_ = 0;
     int steps_ = 1;
     std::optional<int> cast_decimals_;
+    std::vector<MeasuredShape>* shapes_ = nullptr;
     tagPOINTMO* cast_ = nullptr;
     std::unique_ptr<VirtualLandmarks<Vec2>> resolved_;
 };

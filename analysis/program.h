@@ -128,27 +128,27 @@ void Program::each_formula(const Step& norm, const Visit& visit) const {
 
 template <class Visit>
 void Program::each_input(const Step& step, const Visit& visit) const {
-    using Kind = Step::Kind;
+    using StepKind = Step::Kind;
     const auto visit_list = [&](StepId begin, StepId count) {
         for (StepId i = 0; i < count; ++i) visit(lists[begin + i]);
     };
     int fixed = 0;
     switch (step.kind) {
-        case Kind::number:
-        case Kind::landmark:
-        case Kind::named:
-        case Kind::cast_measure:
-        case Kind::norm: break;
-        case Kind::item: return visit(items[step.in[0]].value);
-        case Kind::first_not_zero: return visit_list(step.in[0], step.in[1]);
-        case Kind::choice: visit(step.in[0]); return visit_list(step.in[1], step.in[2]);
-        case Kind::unjudged: fixed = 1; break;
-        case Kind::operation: fixed = 2; break;
-        case Kind::deviation: fixed = 3; break;
-        case Kind::construction:
-        case Kind::incisor_lean:
-        case Kind::effective_a:
-        case Kind::measure: fixed = 4; break;  // those that it does not need are the first step
+        case StepKind::number:
+        case StepKind::landmark:
+        case StepKind::named:
+        case StepKind::cast_measure:
+        case StepKind::norm: break;
+        case StepKind::item: return visit(items[step.in[0]].value);
+        case StepKind::first_not_zero: return visit_list(step.in[0], step.in[1]);
+        case StepKind::choice: visit(step.in[0]); return visit_list(step.in[1], step.in[2]);
+        case StepKind::unjudged: fixed = 1; break;
+        case StepKind::operation: fixed = 2; break;
+        case StepKind::deviation: fixed = 3; break;
+        case StepKind::construction:
+        case StepKind::incisor_lean:
+        case StepKind::effective_a:
+        case StepKind::measure: fixed = 4; break;  // those that it does not need are the first step
     }
     for (int i = 0; i < fixed; ++i) visit(step.in[static_cast<std::size_t>(i)]);
 }

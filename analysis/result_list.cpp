@@ -23,79 +23,21 @@ bool holds(const CStringArray& names, const CString& name) {
     return false;
 }
 
-// Norms that are formulas over missing landmarks would come out as numbers all the same: they are left out.
-void set_norm(ResultRow& row, const SheetRow& found, SheetMeasurer& measurer, int item, int sex, int band) {
-    if (found.norm_needs_band) return;  // a mean without its SD says little, and an SD alone nothing
-    row.normMissing = measurer.Missing(0, item, SheetPart::mean, sex, band);
-    row.hasMean = found.has_mean && row.normMissing.IsEmpty() && std::isfinite(found.mean);
-    if (row.hasMean) row.mean = found.mean;
-    const CStringArray for_sd = measurer.Missing(0, item, SheetPart::sd, sex, band);
-    row.hasSd = found.has_sd && for_sd.IsEmpty() && std::isfinite(found.sd);
-    if (row.hasSd) row.sd = found.sd;
-    for (INT_PTR i = 0; i < for_sd.GetSize(); ++i)
-        if (!holds(row.normMissing, for_sd.GetAt(i))) row.normMissing.Add(for_sd.GetAt(i));
+std::optional<double> finite(bool known, double value) {
+    return known && std::isfinite(value) ? std::optional(value) : std::nullopt;
 }
 
-// The row but for its texts; a text item's text goes to valueText.
-ResultRow measured(const SheetItem& definition, SheetMeasurer& measurer, int item, int sex, int band) {
-    ResultRow row;
-    row.title = definition.name;
-    row.unit = definition.unit;
-    row.column = definition.column;
-    row.marked = definition.mode & is_marked;
-    row.second = definition.second;
-    row.sign = definition.sign;
-    if (definition.heading) row.state = ResultState::heading;
-    if (definition.expression.IsEmpty()) return row;
-    const SheetRow found = measurer.Evaluate(0, item, sex, band);
-    set_norm(row, found, measurer, item, sex, band);
-    row.missing = measurer.Missing(0, item, SheetPart::value, sex, band);
-    if (!row.missing.IsEmpty()) {
-        row.state = ResultState::missing;
-    } else if (found.at_one_place || found.parallel) {
-        row.state = found.parallel ? ResultState::parallel : ResultState::at_one_place;
-        std::ranges::copy(found.degenerate, row.degenerate);
-    } else if (found.needs_band) {
-        row.state = ResultState::differs_by_band;
-    } else if (found.is_text) {
-        row.state = ResultState::text;
-        row.valueText = found.text;
-    } else if (!std::isfinite(found.value)) {
-        row.state = ResultState::not_finite;
-    } else {
-        row.state = ResultState::value;
-        row.value = found.value;
-        row.hasDeviation = row.hasMean && row.hasSd && row.sd != 0 && std::isfinite(found.deviation);
-        if (row.hasDeviation) row.deviation = found.deviation;
-    }
-    return row;
-}
-
-bool same_norms(const ResultRow& a, const ResultRow& b) {
-    return a.hasMean == b.hasMean && a.hasSd == b.hasSd && a.mean == b.mean && a.sd == b.sd;
-}
-
-// What of a man's row holds for a woman, too.
-ResultRow common(ResultRow row, const ResultRow& hers) {
-    if (row.missing.IsEmpty()) row.missing = hers.missing;
-    if (!row.missing.IsEmpty()) {
-        row.state = ResultState::missing;
-    } else if (row.state != hers.state || row.value != hers.value || !(row.valueText == hers.valueText)) {
-        row.state = ResultState::differs_by_sex;
-    }
-    if (!row.HasResult()) {
-        row.value = 0;
-        row.valueText.Empty();
-    }
-    if (!same_norms(row, hers)) {
-        row.hasMean = row.hasSd = false;
-        row.mean = row.sd = 0;
-    }
-    if (!row.hasMean || !row.hasSd || row.state != ResultState::value) {
-        row.hasDeviation = false;
-        row.deviation = 0;
-    }
-    return row;
+void set_numbers(ResultRow& row, const ResultNumbers& found) {
+    row.state = found.state;
+    row.value = found.value.value_or(0);
+    row.valueText = found.text;
+    row.hasMean = found.mean.has_value();
+    row.mean = found.mean.value_or(0);
+    row.hasSd = found.sd.has_value();
+    row.sd = found.sd.value_or(0);
+    row.hasDeviation = found.deviation.has_value();
+    row.deviation = found.deviation.value_or(0);
+    std::ranges::copy(found.degenerate, row.degenerate);
 }
 
 void set_texts(ResultRow& row, bool with_norm) {
@@ -111,6 +53,52 @@ void set_texts(ResultRow& row, bool with_norm) {
 }
 
 }  // namespace
+
+// Norms that are formulas over missing landmarks would come out as numbers all the same: they are left out. A mean
+// without its SD says little, and an SD alone nothing: without the band there is neither.
+ResultNumbers ResultList::Numbers(SheetMeasurer& measurer, int sheet, int index, int sex, int band, bool norms) {
+    ResultNumbers found;
+    const auto lacks = [&](SheetPart part) { return measurer.Lacks(sheet, index, part, sex, band); };
+    const bool lacks_value = lacks(SheetPart::value);
+    if (lacks_value && !norms) return found;
+    SheetRow row = measurer.Evaluate(sheet, index, sex, band);
+    found.norm_needs_band = row.norm_needs_band;
+    if (norms && !row.norm_needs_band) {
+        found.mean = finite(row.has_mean && !lacks(SheetPart::mean), row.mean);
+        found.sd = finite(row.has_sd && !lacks(SheetPart::sd), row.sd);
+    }
+    if (lacks_value) return found;
+    if (row.at_one_place || row.parallel) {
+        found.state = row.parallel ? ResultState::parallel : ResultState::at_one_place;
+        std::ranges::move(row.degenerate, found.degenerate);
+    } else if (row.needs_band) {
+        found.state = ResultState::differs_by_band;
+    } else if (row.is_text) {
+        found.state = ResultState::text;
+        found.text = std::move(row.text);
+    } else if (!std::isfinite(row.value)) {
+        found.state = ResultState::not_finite;
+    } else {
+        found.state = ResultState::value;
+        found.value = row.value;
+        found.deviation = finite(found.mean && found.sd && *found.sd != 0, row.deviation);
+    }
+    return found;
+}
+
+ResultNumbers ResultList::Common(const ResultNumbers& his, const ResultNumbers& hers) {
+    ResultNumbers both = his;
+    if (his.state == ResultState::missing || hers.state == ResultState::missing) {
+        both.state = ResultState::missing;
+    } else if (his.state != hers.state || his.value != hers.value || !(his.text == hers.text)) {
+        both.state = ResultState::differs_by_sex;
+    }
+    if (both.state != ResultState::value) both.value.reset();
+    if (both.state != ResultState::text) both.text.Empty();
+    if (!his.HasSameNorms(hers)) both.mean = both.sd = std::nullopt;
+    if (!both.mean || !both.sd || !both.value) both.deviation.reset();
+    return both;
+}
 
 ResultList::ResultList(const AnalysisSheet& sheet, const SheetSubject& subject, bool sexKnown) {
     tool::as_far_as_possible([&] {
@@ -128,14 +116,34 @@ void ResultList::fill(const AnalysisSheet& sheet, const SheetSubject& subject, b
     if (!sexKnown) hers.Measure(subject);
     for (int item = 0; item < sheet.GetCount(); ++item) {
         const SheetItem definition = sheet.GetItem(item);
-        ResultRow row = measured(definition, his_or_known, item, sexKnown ? subject.sex : male, subject.band);
-        if (!sexKnown) {
-            const ResultRow her_row = measured(definition, hers, item, female, subject.band);
-            norms_differ_ = norms_differ_ || !same_norms(row, her_row);
-            row = common(std::move(row), her_row);
+        ResultRow& row = rows_.emplace_back();
+        row.title = definition.name;
+        row.unit = definition.unit;
+        row.column = definition.column;
+        row.marked = definition.mode & is_marked;
+        row.second = definition.second;
+        row.sign = definition.sign;
+        if (definition.heading) row.state = ResultState::heading;
+        if (definition.expression.IsEmpty()) continue;
+        const int sex = sexKnown ? subject.sex : male;
+        const auto missing = [&](SheetPart part) { return his_or_known.Missing(0, item, part, sex, subject.band); };
+        ResultNumbers found = Numbers(his_or_known, 0, item, sex, subject.band);
+        if (found.state == ResultState::missing) row.missing = missing(SheetPart::value);
+        if (!found.norm_needs_band) {
+            row.normMissing = missing(SheetPart::mean);
+            const CStringArray for_sd = missing(SheetPart::sd);
+            for (INT_PTR i = 0; i < for_sd.GetSize(); ++i)
+                if (!holds(row.normMissing, for_sd.GetAt(i))) row.normMissing.Add(for_sd.GetAt(i));
         }
+        if (!sexKnown) {
+            const ResultNumbers her = Numbers(hers, 0, item, female, subject.band);
+            if (row.missing.IsEmpty() && her.state == ResultState::missing)
+                row.missing = hers.Missing(0, item, SheetPart::value, female, subject.band);
+            norms_differ_ = norms_differ_ || !found.HasSameNorms(her);
+            found = Common(found, her);
+        }
+        set_numbers(row, found);
         set_texts(row, definition.mode & shows_norm);
-        rows_.push_back(std::move(row));
     }
 }
 

@@ -10,9 +10,12 @@
 #include "framework/export.h"
 #include "framework/text.h"
 
+class AnalysisSheet;
+
 namespace tool {
 struct SheetBody;
-}
+const SheetBody* body_of(const AnalysisSheet& sheet);
+}  // namespace tool
 
 // Whose landmarks are measured, as in the calls of CCephCalc. Nothing is kept or changed of what the pointers lead to.
 struct SheetSubject {
@@ -119,6 +122,7 @@ class TOOL_API AnalysisSheet {
 
  private:
     friend class SheetSet;
+    friend const tool::SheetBody* tool::body_of(const AnalysisSheet& sheet);
     int kind_;
     std::shared_ptr<const tool::SheetBody> body_;  // null: not loaded
 };

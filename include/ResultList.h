@@ -2,9 +2,11 @@
 // AnalysisSheet. CCephCalc::User_Calc, User_Diag and User_CalcSurg fill one from the files of the analysis folder.
 #pragma once
 
+#include <optional>
 #include <vector>
 
 #include "AnalysisSheet.h"
+#include "SheetMeasurer.h"
 #include "framework/export.h"
 #include "framework/text.h"
 
@@ -48,8 +50,25 @@ struct ResultRow {
     bool HasResult() const { return state == ResultState::value || state == ResultState::text; }
 };
 
+// What a row shows, in numbers.
+struct ResultNumbers {
+    ResultState state = ResultState::missing;
+    std::optional<double> value, mean, sd, deviation;
+    CString text;  // of a text item
+    CString degenerate[2];
+    bool norm_needs_band = false;  // the norm rests on the band, which is not known
+
+    bool HasSameNorms(const ResultNumbers& other) const { return mean == other.mean && sd == other.sd; }
+};
+
 class TOOL_API ResultList {
  public:
+    // An item of a sheet of the measurer's subject, which must have a formula. Norms are left out when they are not
+    // wanted.
+    static ResultNumbers Numbers(SheetMeasurer& measurer, int sheet, int index, int sex, int band, bool norms = true);
+    // What of a man's numbers holds for a woman, too.
+    static ResultNumbers Common(const ResultNumbers& his, const ResultNumbers& hers);
+
     ResultList() = default;
     // The rows in the order of the file. With `sexKnown` false the subject's sex is not used, and what is not the same
     // for men and women is left out. Without the memory that it takes the list is empty.

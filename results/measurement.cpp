@@ -1,7 +1,5 @@
 #include "results/measurement.h"
 
-#include <CodePage.h>
-
 #include <algorithm>
 #include <array>
 
@@ -12,19 +10,15 @@
 namespace cephtool {
 namespace {
 
-std::string utf8(const CString& text) {
-    return printable(Utf8FromCodePage932(text));
-}
-
-std::vector<std::string> texts(const CStringArray& list) {
+std::vector<std::string> printable_all(const std::vector<std::string>& texts) {
     std::vector<std::string> all;
-    for (INT_PTR i = 0; i < list.GetSize(); ++i) all.push_back(utf8(list.GetAt(i)));
+    for (const std::string& text : texts) all.push_back(printable(text));
     return all;
 }
 
-Remark reason_of(const ResultRow& row) {
+Remark reason_of(const tool::MeasuredItem& row) {
     const auto of_both = [&](const char* code, const char* text) {
-        return Remark{code, text, {utf8(row.degenerate[0]), utf8(row.degenerate[1])}};
+        return Remark{code, text, {printable(row.degenerate[0]), printable(row.degenerate[1])}};
     };
     switch (row.state) {
         case ResultState::no_formula: return {"no_formula", "no formula"};
@@ -37,27 +31,26 @@ Remark reason_of(const ResultRow& row) {
     }
 }
 
-Measurement measurement(const ResultRow& row) {
-    const auto number = [](bool has, double value) { return has ? std::optional(value) : std::nullopt; };
-    const bool is_text = row.state == ResultState::text;
-    return {.heading = row.state == ResultState::heading,
-            .name = utf8(row.title),
-            .unit = utf8(row.unit),
-            .column = row.column,
-            .marked = row.marked,
-            .sign = utf8(row.sign),
-            .value = number(row.state == ResultState::value, row.value),
-            .text = is_text ? utf8(row.valueText) : "",
-            .mean = number(row.hasMean, row.mean),
-            .sd = number(row.hasSd, row.sd),
-            .deviation = number(row.hasDeviation, row.deviation),
-            .value_text = utf8(row.valueText),
-            .mean_text = utf8(row.meanText),
-            .sd_text = utf8(row.sdText),
-            .deviation_text = utf8(row.deviationText),
-            .stars = utf8(row.stars),
-            .missing = texts(row.missing),
-            .norm_missing = texts(row.normMissing),
+Measurement measurement(const tool::MeasuredItem& row) {
+    const tool::Item& item = *row.item;
+    return {.heading = item.heading,
+            .name = printable(item.name),
+            .unit = item.unit,
+            .column = item.column,
+            .marked = item.marked,
+            .sign = printable(item.sign),
+            .value = row.value,
+            .text = row.state == ResultState::text ? printable(row.value_text) : "",
+            .mean = row.mean,
+            .sd = row.sd,
+            .deviation = row.deviation,
+            .value_text = printable(row.value_text),
+            .mean_text = row.mean_text,
+            .sd_text = row.sd_text,
+            .deviation_text = row.deviation_text,
+            .stars = row.stars,
+            .missing = printable_all(row.missing),
+            .norm_missing = printable_all(row.norm_missing),
             .reason = reason_of(row)};
 }
 
@@ -79,26 +72,25 @@ std::string LeftOut::in_words(const Texts& texts) const {
 CaseResult measured(Case record, std::span<const Analysis* const> analyses, std::optional<int> band,
                     bool only_fruitful) {
     CaseResult result{std::move(record), {}, {}};
-    CaseRecord fields(result.record);
-    const std::optional<Sex> sex = result.record.sex;
+    tool::Subject subject = subject_of(result.record);
     bool norms_differ = false;
     for (const Analysis* analysis : analyses) {
         if (case_kind(*analysis) != result.record.kind) continue;
         NormBand norms = norm_band(*analysis, result.record, band);
-        const SheetSubject subject = fields.subject(static_cast<int>(sex.value_or(Sex::male)), norms.code);
-        const ResultList list(analysis->sheet(), subject, sex.has_value());
+        subject.band = norms.code;
+        const tool::MeasuredAnalysis all = *tool::measure_all(*analysis, subject, tool::Shapes::left_out);
         AnalysisResult found{analysis, std::move(norms), {}};
-        for (const ResultRow& row : list) {
+        for (const tool::MeasuredItem& row : all.items) {
             Measurement& item = found.items.emplace_back(measurement(row));
             if (!found.band.in_doubt) continue;
             for (std::string* norm : {&item.mean_text, &item.sd_text})
                 if (!norm->empty()) *norm = "(" + *norm + ")";
         }
-        if (only_fruitful && !list.HasResults()) {
+        if (only_fruitful && std::ranges::none_of(all.items, &tool::MeasuredItem::has_result)) {
             result.left_out.push_back(left_out(std::array<const AnalysisResult*, 1>{&found}));
             continue;
         }
-        norms_differ = norms_differ || list.NormsDiffer();
+        norms_differ = norms_differ || all.norms_differ;
         result.analyses.push_back(std::move(found));
     }
     if (norms_differ) result.record.remarks.push_back(norms_by_sex());

@@ -1,8 +1,6 @@
 // What the analyses say about a case: every item's value, norm and deviation, or the reason why there is none.
 #pragma once
 
-#include <ResultList.h>
-
 #include <optional>
 #include <span>
 #include <string>

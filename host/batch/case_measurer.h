@@ -1,6 +1,8 @@
 // Measures case after case, for one thread. Gives the numbers that `measured` gives, without its words.
 #pragma once
 
+#include <ResultList.h>
+
 #include <map>
 #include <optional>
 #include <string>
@@ -39,12 +41,11 @@ class CaseMeasurer {
 
     bool with_norms() const { return columns_.parts.norms || columns_.parts.deviations; }
     const Norms& norms_of(const Analysis& analysis, const Case& record);
-    void measure_as(std::size_t analysis, SheetMeasurer& sheets, Sex sex, int band, std::span<BatchItem> items);
+    ResultNumbers numbers(const BatchAnalysis::Item& item, int sheet, SheetMeasurer& sheets, Sex sex, int band);
 
     const BatchColumns& columns_;
     std::optional<int> band_;
     MeasuredCase measured_;
-    std::vector<BatchItem> hers_;
     std::optional<SheetMeasurer> sheets_[std::size(all_kinds)];
 
     using Grown = std::tuple<const Analysis*, std::optional<Sex>, int, std::string>;  // … months, dental stage

@@ -1,0 +1,90 @@
+#include "MeasuredAnalysis.h"
+
+#include "analysis/evaluation.h"
+#include "analysis/sheet_body.h"
+#include "platform/code_page.h"
+
+namespace tool {
+namespace {
+
+std::string utf8(const CString& text) {
+    return utf8_from_code_page(text.View());
+}
+
+std::vector<std::string> utf8(const CStringArray& list) {
+    std::vector<std::string> texts;
+    for (INT_PTR i = 0; i < list.GetSize(); ++i) texts.push_back(utf8(list.GetAt(i)));
+    return texts;
+}
+
+std::optional<double> number(bool has, double value) {
+    return has ? std::optional(value) : std::nullopt;
+}
+
+MeasuredItem measured(const Item& item, const ResultRow& row) {
+    return {.item = &item,
+            .state = row.state,
+            .value = number(row.state == ResultState::value, row.value),
+            .mean = number(row.hasMean, row.mean),
+            .sd = number(row.hasSd, row.sd),
+            .deviation = number(row.hasDeviation, row.deviation),
+            .value_text = utf8(row.valueText),
+            .mean_text = utf8(row.meanText),
+            .sd_text = utf8(row.sdText),
+            .deviation_text = utf8(row.deviationText),
+            .stars = utf8(row.stars),
+            .missing = utf8(row.missing),
+            .norm_missing = utf8(row.normMissing),
+            .degenerate = {utf8(row.degenerate[0]), utf8(row.degenerate[1])},
+            .shapes = {}};
+}
+
+// What the value of an item is made from.
+std::vector<MeasuredShape> shapes_of(const SheetBody& sheet, const NamedLine& line, const SheetSubject& subject) {
+    std::vector<MeasuredShape> shapes;
+    Landmarks landmarks(sheet.kind, subject.record, subject.kCount, subject.kPoints, subject.uCount);
+    landmarks.set_steps(subject.steps);
+    landmarks.set_cast_decimals(sheet.cast_decimals);
+    landmarks.record_shapes(&shapes);
+    Evaluation([&] { return &sheet.file; }, landmarks, subject.sex, subject.band).item(line.name, Ask::value);
+    return shapes;
+}
+
+}  // namespace
+
+int norm_band(const Analysis& analysis, const Subject& subject) {
+    constexpr int unknown = -1, most_columns = 100;
+    int band = 0, weight = 1;
+    for (const StageSet set : {StageSet::first, StageSet::second}) {
+        const auto place = [&](Sex sex) {
+            return analysis.stage_of(set, sex, subject.age_years, subject.dental_stage);
+        };
+        const auto has_stages = [&](Sex sex) { return !analysis.stages(set, sex).empty(); };
+        const Sex sex = subject.sex.value_or(Sex::female);
+        const bool same = subject.sex || place(Sex::male) == place(Sex::female);
+        const bool wanted = has_stages(sex) || (!subject.sex && has_stages(Sex::male));
+        if (wanted && (!same || !place(sex))) return unknown;
+        if (wanted) band += weight * std::min(*place(sex), most_columns - 1);
+        weight *= most_columns;
+    }
+    return band;
+}
+
+Result<MeasuredAnalysis> measure_all(const Analysis& analysis, const Subject& subject, Shapes shapes) {
+    Result<SubjectRecord> record = SubjectRecord::of(analysis.kind(), subject);
+    if (!record) return Failure{record.reason()};
+    MeasuredAnalysis all;
+    all.band = subject.band ? *subject.band : norm_band(analysis, subject);
+    const SheetSubject fields = record->subject(subject.sex.value_or(Sex::male), all.band);
+    const ResultList list(analysis.sheet(), fields, subject.sex.has_value());
+    all.norms_differ = list.NormsDiffer();
+    const SheetBody* const sheet = body_of(analysis.sheet());
+    for (int index = 0; index < list.GetCount(); ++index) {
+        const ResultRow& row = list.GetRow(index);
+        MeasuredItem& item = all.items.emplace_back(measured(analysis.items()[static_cast<std::size_t>(index)], row));
+        if (shapes == Shapes::wanted && item.has_result()) item.shapes = shapes_of(*sheet, *sheet->line(index), fields);
+    }
+    return all;
+}
+
+}  // namespace tool

@@ -1,0 +1,108 @@
+#include <cmath>
+#include <cstring>
+#include <variant>
+
+#include "LandmarkTable.h"
+#include "MeasuredAnalysis.h"
+#include "platform/code_page.h"
+
+namespace tool {
+namespace {
+
+constexpr int whole_steps = 1, fine_steps = 64;
+constexpr double farthest_px = 1e6;  // 64 million steps
+
+bool is_whole(FilmPoint p) {
+    return p.x == std::floor(p.x) && p.y == std::floor(p.y);
+}
+
+CPoint point_of(FilmPoint p, int steps) {
+    return {static_cast<int>(std::lround(p.x * steps)), static_cast<int>(std::lround(p.y * steps))};
+}
+
+// False when the text does not fit or has no place in the code page.
+template <std::size_t size>
+bool copy_text(const std::string& utf8, char (&field)[size]) {
+    const auto bytes = code_page_from_utf8(utf8);
+    if (!bytes || bytes->size() >= size || bytes->find('\0') != std::string::npos) return false;
+    std::memcpy(field, bytes->data(), bytes->size());
+    return true;
+}
+
+}  // namespace
+
+struct SubjectRecord::Fields {
+    std::variant<tagPOINTLAT, tagPOINTPA, tagPOINTMO> record;
+    std::vector<tagKPOINT> virtuals;
+    std::vector<tagUPOINT> user;
+    unsigned short virtual_count = 0, user_count = 0;
+    int steps = whole_steps;
+
+    void* address() {
+        return std::visit([](auto& kind) -> void* { return &kind; }, record);
+    }
+
+    // "" or what is wrong with the landmark.
+    std::string place(int kind, const PlacedLandmark& landmark) {
+        if (!(std::abs(landmark.at.x) <= farthest_px && std::abs(landmark.at.y) <= farthest_px))
+            return "Landmark \"" + landmark.name + "\" lies too far off";
+        const int slot = LandmarkTable::Find(kind, landmark.name.c_str());
+        if (CPoint* const point = LandmarkTable::Point(kind, address(), slot)) {
+            *point = point_of(landmark.at, steps);
+            return {};
+        }
+        if (user.size() >= USER_POINT_MAX) return "There are more than 100 landmarks that the table does not have";
+        tagUPOINT own{};
+        if (!copy_text(landmark.name, own.Name)) return "\"" + landmark.name + "\" is no name for a landmark";
+        std::visit(
+            [&](auto& fields) {
+                std::memcpy(fields.UserName[user.size()], own.Name, sizeof own.Name);
+                fields.UserPoint[user.size()] = point_of(landmark.at, steps);
+            },
+            record);
+        user.push_back(own);
+        return {};
+    }
+};
+
+SubjectRecord::SubjectRecord(std::unique_ptr<Fields> fields) : fields_(std::move(fields)) {}
+SubjectRecord::SubjectRecord(SubjectRecord&&) noexcept = default;
+SubjectRecord& SubjectRecord::operator=(SubjectRecord&&) noexcept = default;
+SubjectRecord::~SubjectRecord() = default;
+
+Result<SubjectRecord> SubjectRecord::of(Kind kind, const Subject& subject) {
+    if (!(subject.mm_per_pixel > 0) || !std::isfinite(subject.mm_per_pixel)) return Failure{"The scale is not above 0"};
+    auto fields = std::make_unique<Fields>();
+    const Kind record_kind = measured_on(kind);
+    if (record_kind == Kind::frontal) fields->record = tagPOINTPA{};
+    if (record_kind == Kind::cast) fields->record.emplace<tagPOINTMO>().Palate = subject.palate.value_or(-1);
+    for (const PlacedLandmark& landmark : subject.landmarks)
+        if (!is_whole(landmark.at)) fields->steps = fine_steps;
+    std::visit([&](auto& record) { record.Scale = subject.mm_per_pixel / fields->steps; }, fields->record);
+    for (const PlacedLandmark& landmark : subject.landmarks) {
+        const std::string fault = fields->place(static_cast<int>(record_kind), landmark);
+        if (!fault.empty()) return Failure{fault};
+    }
+    for (const VirtualLandmark& made : subject.virtuals) {
+        tagKPOINT& point = fields->virtuals.emplace_back();
+        if (!copy_text(made.name, point.Name) || !copy_text(made.construction, point.Construction))
+            return Failure{"\"" + made.name + "\" is no virtual landmark: its name or construction is too long"};
+    }
+    if (fields->virtuals.size() > UINT16_MAX) return Failure{"There are too many virtual landmarks"};
+    fields->virtual_count = static_cast<unsigned short>(fields->virtuals.size());
+    fields->user_count = static_cast<unsigned short>(fields->user.size());
+    return SubjectRecord(std::move(fields));
+}
+
+SheetSubject SubjectRecord::subject(Sex sex, int band) {
+    return {fields_->address(),
+            &fields_->virtual_count,
+            fields_->virtuals.data(),
+            &fields_->user_count,
+            fields_->user.data(),
+            static_cast<int>(sex),
+            band,
+            fields_->steps};
+}
+
+}  // namespace tool
