@@ -24,7 +24,8 @@ install(FILES ${surface_headers} DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/tool/su
 install(TARGETS tool_film EXPORT ToolFilmTargets ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR})
 get_target_property(film_modules tool_film TOOL_FILM_MODULES)
 get_target_property(film_libraries tool_film TOOL_FILM_LIBRARIES)
-install(FILES ${PROJECT_SOURCE_DIR}/film/film.h ${PROJECT_SOURCE_DIR}/film/film_header.h ${PROJECT_SOURCE_DIR}/film/window.h
+install(FILES ${PROJECT_SOURCE_DIR}/film/film.h ${PROJECT_SOURCE_DIR}/film/film_header.h ${PROJECT_SOURCE_DIR}/film/film_scale.h
+    ${PROJECT_SOURCE_DIR}/film/window.h
     DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/tool/film)
 # The documents, each where the links of the others lead.
 set(documents ${CMAKE_INSTALL_DATADIR}/doc/cephtool)

@@ -24,7 +24,9 @@ inline std::uint32_t multiplied_by_alpha(std::uint32_t red, std::uint32_t green,
 Film decode_jpeg(std::string_view bytes, std::size_t pixel_limit);
 Film decode_png(std::string_view bytes, std::size_t pixel_limit);
 Film decode_tiff(std::string_view bytes, std::size_t pixel_limit);
-Film decode_dicom(std::string_view bytes, std::size_t pixel_limit);
+
+enum class DicomPart { film, header };  // a header comes without pixels and size
+Film decode_dicom(std::string_view bytes, std::size_t pixel_limit, DicomPart part = DicomPart::film);
 
 // Whether the bytes begin as a DICOM file does, with or without the 128 bytes in front.
 bool begins_as_dicom(std::string_view bytes);

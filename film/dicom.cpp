@@ -170,14 +170,16 @@ std::string make_colour(const DicomPicture& picture, const std::vector<std::uint
     return {};
 }
 
-Film film_of(const DicomDataSet& data, const TransferSyntax& syntax, std::size_t pixel_limit) {
+Film film_of(const DicomDataSet& data, const TransferSyntax& syntax, std::size_t pixel_limit, DicomPart part) {
     if (!data.error().empty()) return damaged(data.error());
+    Film film;
+    read_header(data, film.header);
+    if (part == DicomPart::header) return film;
     DicomPicture picture;
     if (const std::string error = describe(data, picture); !error.empty()) return unreadable(error);
     const auto columns = static_cast<std::uint64_t>(picture.columns), rows = static_cast<std::uint64_t>(picture.rows);
     if (!film_size_allowed(columns, rows, pixel_limit)) return without_film(film_size_error(columns, rows));
 
-    Film film;
     film.header.compression = syntax.compression;
     film.header.frames = picture.frames;
     const DicomElement& pixels = *data.find(dicom_tag::pixel_data);
@@ -202,7 +204,6 @@ Film film_of(const DicomDataSet& data, const TransferSyntax& syntax, std::size_t
     if (!error.empty()) return damaged(error);
     film.width = picture.columns, film.height = picture.rows;
     if (picture.samples == 1) read_grey_rule(data, film);
-    read_header(data, film.header);
     return film;
 }
 
@@ -215,7 +216,7 @@ bool begins_as_dicom(std::string_view bytes) {
     return (is_capital(bytes[4]) && is_capital(bytes[5])) || (bytes[6] == 0 && bytes[7] == 0);
 }
 
-Film decode_dicom(std::string_view bytes, std::size_t pixel_limit) {
+Film decode_dicom(std::string_view bytes, std::size_t pixel_limit, DicomPart part) {
     const bool has_preamble = bytes.size() > preamble && bytes.substr(preamble, magic.size()) == magic;
     const std::size_t meta = has_preamble ? preamble + magic.size() : 0, begin = behind_meta(bytes, meta);
     const std::string uid =
@@ -231,12 +232,12 @@ Film decode_dicom(std::string_view bytes, std::size_t pixel_limit) {
 #ifdef TOOL_FILM_ZLIB
         const std::string content = inflated(bytes.substr(begin), 16 * pixel_limit + 1'000'000);
         if (content.empty()) return damaged("its data set can't be inflated, from byte " + std::to_string(begin));
-        film = film_of(DicomDataSet(content, 0, syntax->coding, dicom_tag::is_read), *syntax, pixel_limit);
+        film = film_of(DicomDataSet(content, 0, syntax->coding, dicom_tag::is_read), *syntax, pixel_limit, part);
 #else
         return unreadable("this build does without zlib");
 #endif
     } else {
-        film = film_of(DicomDataSet(bytes, begin, syntax->coding, dicom_tag::is_read), *syntax, pixel_limit);
+        film = film_of(DicomDataSet(bytes, begin, syntax->coding, dicom_tag::is_read), *syntax, pixel_limit, part);
     }
     film.header.format = "DICOM";
     return film;

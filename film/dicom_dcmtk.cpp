@@ -1,4 +1,4 @@
-// What DCMTK does for us: JPEG and JPEG-LS, and character sets. The structure of files is not read by it: it
+// What DCMTK does for us: JPEG and JPEG-LS. The structure of files is not read by it: it
 // descends into sequences by recursion, and a file of some megabytes that nests deep enough ends the program.
 #include <dcmtk/config/osconfig.h>
 #include <dcmtk/dcmdata/dcdatset.h>
@@ -6,7 +6,6 @@
 #include <dcmtk/dcmdata/dcpixel.h>
 #include <dcmtk/dcmdata/dcpixseq.h>
 #include <dcmtk/dcmdata/dcpxitem.h>
-#include <dcmtk/dcmdata/dcspchrs.h>
 #include <dcmtk/dcmjpeg/djdecode.h>
 #include <dcmtk/dcmjpls/djdecode.h>
 #include <dcmtk/oflog/oflog.h>
@@ -90,20 +89,6 @@ std::string unpack_by_dcmtk(const TransferSyntax& syntax, const std::vector<std:
     constexpr std::string_view by_jpeg = "JPEG ";
     if (std::string_view(syntax.compression).starts_with(by_jpeg)) picture.planes = false;
     return {};
-}
-
-std::string utf8_of_dicom(const std::string& text, const std::string& character_sets) {
-    prepare_dcmtk();
-    DcmSpecificCharacterSet converter;
-    OFString converted;
-    OFCondition done =
-        converter.selectCharacterSet(OFString(character_sets.data(), character_sets.size()), "ISO_IR 192");
-    if (done.good()) done = converter.convertString(OFString(text.data(), text.size()), converted, "^=");
-    if (done.good()) return {converted.data(), converted.size()};
-    std::string ascii = text;
-    for (char& byte : ascii)
-        if (static_cast<unsigned char>(byte) < ' ' || static_cast<unsigned char>(byte) > '~') byte = '?';
-    return ascii;
 }
 
 }  // namespace tool

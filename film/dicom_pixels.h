@@ -46,7 +46,7 @@ std::string unpack_by_dcmtk(const TransferSyntax& syntax, const std::vector<std:
 std::string unpack_jpeg2000(const std::vector<std::string_view>& fragments, DicomPicture& picture, std::uint8_t* to);
 
 // A text of a DICOM header, whose character sets it names ("\\ISO 2022 IR 87"), in UTF-8. What has no place there, or
-// all that is not ASCII in a build without DCMTK, becomes "?".
+// all that is neither ASCII nor katakana in a build without iconv, becomes "?".
 std::string utf8_of_dicom(const std::string& text, const std::string& character_sets);
 
 }  // namespace tool

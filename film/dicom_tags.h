@@ -15,11 +15,12 @@ inline constexpr DicomTag transfer_syntax_uid = 0x00020010, specific_character_s
                           planar_configuration = 0x00280006, number_of_frames = 0x00280008, rows = 0x00280010,
                           columns = 0x00280011, pixel_spacing = 0x00280030, pixel_aspect_ratio = 0x00280034,
                           bits_allocated = 0x00280100, bits_stored = 0x00280101, high_bit = 0x00280102,
-                          pixel_representation = 0x00280103, calibration_type = 0x00280A02,
-                          calibration_description = 0x00280A04, window_center = 0x00281050, window_width = 0x00281051,
-                          rescale_intercept = 0x00281052, rescale_slope = 0x00281053, window_function = 0x00281056,
-                          modality_lut = 0x00283000, lut_descriptor = 0x00283002, lut_data = 0x00283006,
-                          voi_lut = 0x00283010, pixel_data = 0x7FE00010;
+                          pixel_representation = 0x00280103, burned_in_annotation = 0x00280301,
+                          calibration_type = 0x00280A02, calibration_description = 0x00280A04,
+                          window_center = 0x00281050, window_width = 0x00281051, rescale_intercept = 0x00281052,
+                          rescale_slope = 0x00281053, window_function = 0x00281056, modality_lut = 0x00283000,
+                          lut_descriptor = 0x00283002, lut_data = 0x00283006, voi_lut = 0x00283010,
+                          pixel_data = 0x7FE00010;
 
 inline bool is_read(DicomTag tag) {
     constexpr DicomTag all[] = {transfer_syntax_uid,
@@ -51,6 +52,7 @@ inline bool is_read(DicomTag tag) {
                                 bits_stored,
                                 high_bit,
                                 pixel_representation,
+                                burned_in_annotation,
                                 calibration_type,
                                 calibration_description,
                                 window_center,

@@ -44,6 +44,22 @@ Film decoded(std::string_view bytes, [[maybe_unused]] std::size_t pixel_limit) {
     return without_film("This is none of: " + film_formats() + ".");
 }
 
+struct FileBytes {
+    std::string bytes, error;
+};
+
+FileBytes file_bytes(const std::string& path) {
+    const fs::path file(std::u8string(path.begin(), path.end()));
+    std::error_code failure;
+    const auto size = fs::file_size(file, failure);
+    if (failure) return {{}, path + " can't be read."};
+    if (size > film_file_limit) return {{}, path + " is too large."};
+    std::string bytes(size, '\0');
+    std::ifstream in(file, std::ios::binary);
+    if (!in.read(bytes.data(), static_cast<std::streamsize>(size))) return {{}, path + " can't be read."};
+    return {std::move(bytes), {}};
+}
+
 }  // namespace
 
 double GreyTable::operator()(double value) const {
@@ -58,17 +74,28 @@ Film decode_film(std::string_view bytes, std::size_t pixel_limit) try {
 }
 
 Film read_film(const std::string& path) try {
-    const fs::path file(std::u8string(path.begin(), path.end()));
-    std::error_code failure;
-    const auto size = fs::file_size(file, failure);
-    if (failure) return without_film(path + " can't be read.");
-    if (size > film_file_limit) return without_film(path + " is too large.");
-    std::string bytes(size, '\0');
-    std::ifstream in(file, std::ios::binary);
-    if (!in.read(bytes.data(), static_cast<std::streamsize>(size))) return without_film(path + " can't be read.");
-    return decode_film(bytes);
+    const FileBytes file = file_bytes(path);
+    return file.error.empty() ? decode_film(file.bytes) : without_film(file.error);
 } catch (const std::bad_alloc&) {
     return without_film("There is not enough memory for " + path + ".");
+}
+
+ReadHeader read_film_header(const std::string& path) try {
+    const FileBytes file = file_bytes(path);
+    if (!file.error.empty()) return {{}, file.error};
+    Film film = begins_as_dicom(file.bytes) ? decode_dicom(file.bytes, film_pixel_limit, DicomPart::header)
+                                            : decode_film(file.bytes);
+    return {std::move(film.header), std::move(film.error)};
+} catch (const std::bad_alloc&) {
+    return {{}, "There is not enough memory for " + path + "."};
+}
+
+bool is_dicom(const std::string& path) {
+    std::string begin(512, '\0');
+    std::ifstream in(fs::path(std::u8string(path.begin(), path.end())), std::ios::binary);
+    in.read(begin.data(), static_cast<std::streamsize>(begin.size()));
+    begin.resize(static_cast<std::size_t>(in.gcount()));
+    return begins_as_dicom(begin);
 }
 
 std::string film_formats() {

@@ -5,6 +5,7 @@
 #include <cstdlib>
 #include <string_view>
 
+#include "film/film_scale.h"
 #include "film/window.h"
 
 namespace tool_fuzz {
@@ -22,6 +23,9 @@ inline void check_film(const std::uint8_t* data, std::size_t size) {
     require(film.bits >= 1 && film.bits <= 16);
     for (const std::uint16_t sample : film.grey) require(sample >> film.bits == 0);
     for (const std::uint32_t pixel : film.colour) require((pixel & 0xFF) <= pixel >> 24);  // multiplied by alpha
+    for (const tool::FilmScale& scale : {scale_of_header(film.header), scale_of_resolution(film.header)}) {
+        require(!scale.mm_per_pixel || (*scale.mm_per_pixel >= 0 && scale.error.empty() && !scale.source.empty()));
+    }
     if (film) require(shown_pixels(film, {.inverted = true}).size() == pixels);
 }
 
