@@ -29,6 +29,10 @@ std::string shortest(double value) {
     return formatted(value);
 }
 
+std::string readable(double value) {
+    return formatted(value, std::chars_format::general, 6);
+}
+
 std::string with_decimals(double value, int decimals) {
     if (!(std::abs(value) < 1e7)) return formatted(value, std::chars_format::scientific, 3);
     const std::string text = formatted(value, std::chars_format::fixed, decimals);

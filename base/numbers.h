@@ -13,6 +13,9 @@ std::optional<double> number_from(std::string_view text);
 // As few digits as give the same double when read again.
 std::string shortest(double value);
 
+// With six digits at most, for people.
+std::string readable(double value);
+
 // With `decimals` digits behind the point, never "-0.0". Values from 10^7 on are written as "1.235e+08".
 std::string with_decimals(double value, int decimals);
 

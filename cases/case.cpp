@@ -2,8 +2,8 @@
 
 #include <algorithm>
 
-#include "base/numbers.h"
 #include "base/path.h"
+#include "cases/case_film.h"
 #include "cases/case_format.h"
 #include "cases/mirror.h"
 
@@ -21,26 +21,22 @@ const char* name_of(Sex sex) {
     return sex == Sex::male ? "male" : "female";
 }
 
+const char* name_of(Side side) {
+    return side == Side::left ? "left" : "right";
+}
+
 Case with_options(Case record, const Source& source, const CaseOptions& options) {
     record.file = source.name;
+    if (!options.image.empty()) record.image = image_seen_from(record.file, options.image);
+    const std::optional<FilmFacts> film = facts_of_film(record, options);
     if (options.sex) {
         if (record.sex.value_or(*options.sex) != *options.sex) {
             record.remarks.push_back({"sex_replaced", "The sex is that of --sex, not that of the file."});
         }
         record.sex = options.sex;
     }
-    if (options.mm_per_pixel) {
-        if (record.mm_per_pixel.value_or(*options.mm_per_pixel) != *options.mm_per_pixel) {
-            record.remarks.push_back({"scale_replaced",
-                                      "The scale is that of --scale, %1 mm a pixel, not the %2 of the file.",
-                                      {shortest(*options.mm_per_pixel), shortest(*record.mm_per_pixel)}});
-        }
-        record.mm_per_pixel = options.mm_per_pixel;
-    }
-    if (!record.mm_per_pixel) {
-        throw source.error("the case has no scale, so no length can be measured",
-                           "Say how many millimetres a pixel is: --scale 0.1, or in the file itself.");
-    }
+    if (film) complete_patient(record, source, *film);
+    settle_scale(record, source, options, film);
     return turned_right(std::move(record), options);
 }
 

@@ -2,6 +2,7 @@
 // image, x to the right, y down, whole or fractional; a lateral face looks right.
 #pragma once
 
+#include <functional>
 #include <istream>
 #include <optional>
 #include <string>
@@ -16,11 +17,13 @@ namespace cephtool {
 // The values are the engine's codes.
 enum class Kind { lateral = 0, frontal = 1, model = 2 };
 enum class Sex { male = 1, female = 2 };
+enum class Side { left, right };  // of the head that lay at the film
 
 inline constexpr Kind all_kinds[] = {Kind::lateral, Kind::frontal, Kind::model};
 
 const char* name_of(Kind kind);
 const char* name_of(Sex sex);
+const char* name_of(Side side);
 
 // Hellman's dental stages, each at the place of the engine's ordinal.
 inline constexpr const char* dental_stages[] = {"I", "IIA", "IIC", "IIIA", "IIIB", "IIIC", "IVA", "IVC", "VA"};
@@ -57,6 +60,7 @@ struct Case {
     Kind kind = Kind::lateral;
     std::optional<Sex> sex;
     std::optional<Date> birth, film;
+    std::optional<Side> side;
     std::string dental_stage;  // one of `dental_stages`, "" when not given
     std::optional<double> mm_per_pixel;
     std::vector<Landmark> landmarks;  // of the kind's table, placed ones only
@@ -73,10 +77,25 @@ struct Case {
     std::vector<std::string> notes;        // what the reader took for granted or left out, for the person who runs it
 };
 
+struct FilmFacts;
+
+// When the scale of the X-ray is taken.
+enum class FilmScaleUse {
+    where_missing,  // when the case has none
+    header,         // in place of the case's
+    resolution      // the same, and as pixels an inch
+};
+
 // What the command line says about a case; it goes before what the case says about itself.
 struct CaseOptions {
     std::optional<Sex> sex = {};
     std::optional<double> mm_per_pixel = {};
+    std::optional<Remark> scale_remark = {};   // how that was told, where it is more than a number
+    std::optional<double> magnification = {};  // of the X-ray whose scale is taken
+    FilmScaleUse film_scale = FilmScaleUse::where_missing;
+    std::string image = {};  // the X-ray, in place of the one that the case names
+    // Reads what an X-ray's file says; where it is not set, or gives nothing, nothing is taken from the X-ray.
+    std::function<std::optional<FilmFacts>(const std::string& file)> film_facts = {};
     bool mirror = false;                      // x is turned round, unless signs are seen to hold
     bool flip_y = false;                      // the same for y
     std::vector<std::string> landmarks = {};  // names of the points of a TPS file in their order; "-" passes one over

@@ -86,6 +86,12 @@ void CaseBuilder::sex(std::string_view text, std::size_t at) {
     }
 }
 
+void CaseBuilder::side(std::string_view text, std::size_t at) {
+    for (const Side candidate : {Side::left, Side::right})
+        if (text == name_of(candidate)) record_.side = candidate;
+    if (!record_.side) throw source_.error_at(at, in_quotes(text) + " is no side", "Use \"left\" or \"right\".");
+}
+
 Date CaseBuilder::date(std::string_view text, std::size_t at) const {
     try {
         return read_date(text);

@@ -34,6 +34,7 @@ class CaseBuilder {
         kind_is_known_ = true;
     }
     void sex(std::string_view text, std::size_t at);
+    void side(std::string_view text, std::size_t at);
     void birth(std::string_view text, std::size_t at);
     void film(std::string_view text, std::size_t at);
     void dental_stage(std::string_view text, std::size_t at);

@@ -35,7 +35,9 @@ std::string case_heading(const Case& record, bool colour) {
     if (record.birth && record.film) {
         text += ", " + text_of(age_at(*record.film, *record.birth));
     }
-    text += std::string(", ") + name_of(record.kind) + ", " + shortest(record.mm_per_pixel.value()) + " mm a pixel";
+    text += std::string(", ") + name_of(record.kind);
+    if (record.side) text += std::string(", ") + name_of(*record.side) + " side";
+    text += ", " + readable(record.mm_per_pixel.value()) + " mm a pixel";
     text = wrapped(text, page_width, "  ") + "\n" + dates_line(record);
     for (const Remark& remark : record.remarks) text += remark_line(remark, colour);
     return text;
@@ -68,6 +70,7 @@ nlohmann::ordered_json case_facts(const Case& record) {
         json["age"] = {
             {"years", age.years}, {"months", age.months}, {"total_months", months_at(*record.film, *record.birth)}};
     }
+    if (record.side) json["side"] = name_of(*record.side);
     if (!record.dental_stage.empty()) json["dental_stage"] = record.dental_stage;
     json["mm_per_pixel"] = record.mm_per_pixel.value();
     json["remarks"] = json_of(record.remarks);

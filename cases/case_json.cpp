@@ -128,6 +128,7 @@ class JsonCaseReader {
     void read_sex(const JsonValue& value) { builder_.sex(as<std::string>(value, "\"sex\""), value.at); }
     void read_birth(const JsonValue& value) { builder_.birth(as<std::string>(value, "\"birth\""), value.at); }
     void read_film(const JsonValue& value) { builder_.film(as<std::string>(value, "\"film\""), value.at); }
+    void read_side(const JsonValue& value) { builder_.side(as<std::string>(value, "\"side\""), value.at); }
     void read_dental_stage(const JsonValue& value) {
         builder_.dental_stage(as<std::string>(value, "\"dental_stage\""), value.at);
     }
@@ -208,6 +209,7 @@ std::span<const JsonCaseReader::Key> JsonCaseReader::keys() {
         {"sex", &JsonCaseReader::read_sex},
         {"birth", &JsonCaseReader::read_birth},
         {"film", &JsonCaseReader::read_film},
+        {"side", &JsonCaseReader::read_side},
         {"dental_stage", &JsonCaseReader::read_dental_stage},
         {"mm_per_pixel", &JsonCaseReader::read_scale},
         {"image", &JsonCaseReader::read_image},
@@ -268,6 +270,7 @@ std::string to_json(const Case& record) {
     if (record.sex) json["sex"] = name_of(*record.sex);
     if (record.birth) json["birth"] = text_of(*record.birth);
     if (record.film) json["film"] = text_of(*record.film);
+    if (record.side) json["side"] = name_of(*record.side);
     if (!record.dental_stage.empty()) json["dental_stage"] = record.dental_stage;
     if (!record.image.empty()) json["image"] = record.image;
     if (record.mm_per_pixel) json["mm_per_pixel"] = *record.mm_per_pixel;

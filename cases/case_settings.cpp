@@ -24,13 +24,10 @@ struct Setting {
 };
 
 constexpr Setting settings[] = {
-    {"scale_mm_per_px", read_scale},
-    {"kind", read_text<&CaseBuilder::kind>},
-    {"name", read_text<&CaseBuilder::name>},
-    {"sex", read_text<&CaseBuilder::sex>},
-    {"birth", read_text<&CaseBuilder::birth>},
-    {"film", read_text<&CaseBuilder::film>},
-    {"dental_stage", read_text<&CaseBuilder::dental_stage>},
+    {"scale_mm_per_px", read_scale},           {"kind", read_text<&CaseBuilder::kind>},
+    {"name", read_text<&CaseBuilder::name>},   {"sex", read_text<&CaseBuilder::sex>},
+    {"birth", read_text<&CaseBuilder::birth>}, {"film", read_text<&CaseBuilder::film>},
+    {"side", read_text<&CaseBuilder::side>},   {"dental_stage", read_text<&CaseBuilder::dental_stage>},
 };
 
 }  // namespace
@@ -79,6 +76,7 @@ std::vector<std::pair<std::string, std::string>> settings_of(const Case& record)
     if (record.sex) known.emplace_back("sex", name_of(*record.sex));
     if (record.birth) known.emplace_back("birth", text_of(*record.birth));
     if (record.film) known.emplace_back("film", text_of(*record.film));
+    if (record.side) known.emplace_back("side", name_of(*record.side));
     if (!record.dental_stage.empty()) known.emplace_back("dental_stage", record.dental_stage);
     return known;
 }

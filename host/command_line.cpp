@@ -13,6 +13,7 @@
 #include "base/wording.h"
 #include "cases/case_builder.h"
 #include "cases/case_record.h"
+#include "host/film_reading.h"
 #include "host/output.h"
 
 namespace cephtool {
@@ -31,6 +32,31 @@ std::vector<std::string> names_in(const std::string& list) {
         for (const CsvField& field : row.fields) names.push_back(field.text);
     }
     return names;
+}
+
+constexpr double most_magnification = 3;
+
+struct Ruler {
+    double length_px, mm;
+};
+
+// "310,82,310,494=40mm", or without "mm".
+std::optional<Ruler> ruler_from(const std::string& text) {
+    const std::size_t equals = text.find('=');
+    if (equals == std::string::npos) return {};
+    std::string length = text.substr(equals + 1);
+    if (length.ends_with("mm")) length.resize(length.size() - 2);
+    std::vector<double> ends;
+    std::istringstream parts(text.substr(0, equals));
+    for (std::string part; std::getline(parts, part, ',');) {
+        const std::optional<double> number = number_from(part);
+        if (!number || std::abs(*number) > largest_coordinate) return {};
+        ends.push_back(*number);
+    }
+    const std::optional<double> mm = number_from(length);
+    if (ends.size() != 4 || !mm || !(*mm > 0)) return {};
+    const Ruler ruler{std::hypot(ends[2] - ends[0], ends[3] - ends[1]), *mm};
+    return ruler.length_px > 0 && is_scale(ruler.mm / ruler.length_px) ? std::optional(ruler) : std::nullopt;
 }
 
 }  // namespace
@@ -219,10 +245,26 @@ void describe(const Command& command, const std::function<void(const CommandLine
 
 CaseOptionFlags::CaseOptionFlags(CommandLine& line) {
     line.add_choice("--sex", sex_, {"m", "f"}, "m or f: the patient's sex");
-    line.add_text("--scale", "MM", scale_, "width of a pixel in millimetres", [](const std::string& given) {
-        const std::optional<double> number = number_from(given);
-        return number && is_scale(*number) ? "" : in_quotes(given) + " is no width of a pixel in millimetres";
-    });
+    const Option scale = line.add_text(
+        "--scale", "MM", scale_,
+        "width of a pixel in millimetres; film: that\nof the X-ray's header; dpi: its resolution",
+        [](const std::string& given) {
+            const std::optional<double> number = number_from(given);
+            const bool known = given == "film" || given == "dpi" || (number && is_scale(*number));
+            return known ? "" : in_quotes(given) + " is no width of a pixel in millimetres, nor \"film\" or \"dpi\"";
+        });
+    line.add_text("--ruler", "LINE", ruler_, "X1,Y1,X2,Y2=40mm: ends and length of a ruler\nin the X-ray",
+                  [](const std::string& given) {
+                      return ruler_from(given) ? "" : in_quotes(given) + " is no ruler such as 310,82,310,494=40mm";
+                  })
+        .excludes(scale);
+    line.add_text("--magnification", "X", magnification_, "the scale told is enlarged so much at the\ndetector, 1.1",
+                  [](const std::string& given) {
+                      const std::optional<double> number = number_from(given);
+                      return number && *number >= 1 && *number <= most_magnification
+                                 ? ""
+                                 : in_quotes(given) + " is no magnification from 1 to 3, such as 1.1";
+                  });
     line.add_flag("--mirror", mirror_, "turn films round that are mirrored");
     line.add_flag("--flip-y", flip_y_, "turn y round where a file counts it the other\nway");
     line.add_text("--landmarks", "LIST", landmarks_,
@@ -236,10 +278,42 @@ CaseOptionFlags::CaseOptionFlags(CommandLine& line) {
                   });
 }
 
+// What is said of the scale itself, by number or ruler.
+void CaseOptionFlags::tell_scale(CaseOptions& options) const {
+    const std::optional<Ruler> ruler = ruler_from(ruler_);
+    std::optional<double>& scale = options.mm_per_pixel;
+    scale = ruler ? ruler->mm / ruler->length_px : number_from(scale_);
+    if (!scale) return;
+    const std::string told = readable(*scale);
+    const std::string enlarged = options.magnification ? readable(*options.magnification) : "";
+    if (options.magnification) scale = *scale / *options.magnification;
+    const std::string used = readable(*scale);
+    if (ruler) {
+        const std::string mm = readable(ruler->mm), px = readable(ruler->length_px);
+        options.scale_remark =
+            enlarged.empty()
+                ? Remark{"scale_given",
+                         "The scale is that of --ruler, %1 mm a pixel: %2 mm on %3 pixels.",
+                         {used, mm, px}}
+                : Remark{"scale_given",
+                         "The scale is that of --ruler, %1 mm a pixel: %2 mm on %3 pixels, at a magnification of %4.",
+                         {used, mm, px, enlarged}};
+    } else if (!enlarged.empty()) {
+        options.scale_remark = {"scale_given",
+                                "The scale is that of --scale, %1 mm a pixel: %2 mm at a magnification of %3.",
+                                {used, told, enlarged}};
+    }
+    options.magnification.reset();  // it is out
+}
+
 CaseOptions CaseOptionFlags::options() const {
     CaseOptions options;
     if (!sex_.empty()) options.sex = sex_ == "m" ? Sex::male : Sex::female;
-    options.mm_per_pixel = number_from(scale_);
+    options.magnification = number_from(magnification_);
+    if (scale_ == "film") options.film_scale = FilmScaleUse::header;
+    if (scale_ == "dpi") options.film_scale = FilmScaleUse::resolution;
+    tell_scale(options);
+    options.film_facts = film_reader(options.film_scale, options.magnification);
     options.mirror = mirror_;
     options.flip_y = flip_y_;
     options.landmarks = names_in(landmarks_);

@@ -108,7 +108,9 @@ class CaseOptionFlags {
     std::string file() const;
 
  private:
-    std::string sex_, scale_, landmarks_, image_height_;
+    void tell_scale(CaseOptions& options) const;
+
+    std::string sex_, scale_, ruler_, magnification_, landmarks_, image_height_;
     bool mirror_ = false, flip_y_ = false;
 };
 

@@ -55,6 +55,10 @@ constexpr Command command_table[] = {
      "Names what an analysis would pass over in silence: misspelt keys, missing items, brackets never closed, norms that "
      "don't match. The exit code is 1 when there is a fault.",
      run_check},
+    {"film", "tell what the files of X-rays are; write one as PNG",
+     "Shows format, size, depth, the width of a pixel and where that comes from, the patient, dates, and what is doubtful. "
+     "The PNG holds the picture alone, through the window of the file or one of your own.",
+     run_film},
     {"exif", "tell what the headers of photographs say",
      "Shows camera, date, exposure, lens, place and size as the camera has written them into a JPEG file.", run_exif},
     {"lineimage", "make traced lines a line image; widen, narrow, thin them",

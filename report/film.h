@@ -1,10 +1,11 @@
 // The X-ray under a tracing.
 #pragma once
 
-#include <film/film_header.h>
+#include <film/film.h>
 #include <surface/background.h>
 
 #include <optional>
+#include <span>
 #include <string>
 
 #include "cases/case.h"
@@ -14,8 +15,14 @@ namespace cephtool {
 struct Film {
     tool::Background picture;  // as it is to be seen
     std::string file;          // the same as a JPEG or PNG file
-    tool::FilmHeader header;
 };
+
+// The film as its file stores it. Throws an Error as read_film does.
+tool::Film stored_film(const std::string& path);
+
+// `pixels` of the film, as shown_pixels gives them, as a PNG file; nothing else of the film stands in it. Throws an
+// Error in a build without PNG.
+std::string film_png(std::span<const std::uint32_t> pixels, const tool::Film& film, double dpi);
 
 // Throws an Error when the file can't be read or is no X-ray.
 Film read_film(const std::string& path);

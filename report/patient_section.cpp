@@ -96,6 +96,7 @@ void add_patient(Pages& pages, const std::vector<FilmResults>& films) {
                                    {texts("Kind"), texts.kind(record.kind)},
                                    {texts("Age at the film"), texts.age(record)},
                                    {texts("File"), file_name(record)}});
+        if (record.side) facts.push_back({texts("Side"), texts(name_of(*record.side))});
         add_facts(pages, facts, 2, 28);
     }
 }

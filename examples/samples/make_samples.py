@@ -1,11 +1,12 @@
 #!/usr/bin/env python3
-"""Makes sample cases from lateral-average.json: two faces out of the norm, a CSV and a challenge text; and a cast.
+"""Makes sample cases from lateral-average.json: two faces out of the norm, a CSV and a challenge text; a cast; an X-ray.
 
 Coordinates are pixels, x to the right, y down; the face looks right. Run it after a change to the average face; the
 files it writes are kept beside it.
 """
 import json
 import math
+import struct
 from pathlib import Path
 
 FOLDER = Path(__file__).parent
@@ -211,6 +212,75 @@ def write_case(path, case):
     Path(path).write_text("{\n" + ",\n".join(parts) + "\n}\n", encoding="utf-8", newline="\n")
 
 
+# The X-ray of a face: its outlines, bright on dark.
+def film_rows(outlines):
+    width, height = 2000, FILM_ROWS
+    rows = [bytearray([24] * width) for _ in range(height)]
+    for outline in outlines:
+        points = outline["points"] + (outline["points"][:1] if outline.get("closed") else [])
+        for (x1, y1), (x2, y2) in zip(points, points[1:]):
+            steps = max(abs(x2 - x1), abs(y2 - y1), 1)
+            for i in range(steps + 1):
+                x, y = x1 + (x2 - x1) * i // steps, y1 + (y2 - y1) * i // steps
+                for row in rows[y - 2:y + 3]:
+                    row[x - 2:x + 3] = bytes([205] * 5)
+    for x in range(1890, 1911):  # a ruler of 100 mm in the median plane
+        for y in range(400, 1401):
+            if (y - 400) % 100 < 3 or x < 1893:
+                rows[y][x] = 235
+    return rows
+
+
+# PackBits, as DICOM's RLE has it (PS3.5 annex G): each row by itself.
+def packed(row):
+    out, at = bytearray(), 0
+    while at < len(row):
+        run = 1
+        while run < 128 and at + run < len(row) and row[at + run] == row[at]:
+            run += 1
+        if run > 1:
+            out += bytes([257 - run, row[at]])
+            at += run
+            continue
+        end = at
+        while end < len(row) and end - at < 128 and not (end + 1 < len(row) and row[end] == row[end + 1]):
+            end += 1
+        out += bytes([end - at - 1]) + row[at:end]
+        at = end
+    return bytes(out)
+
+
+# As a clinic's device writes it: the width of a pixel at the detector, and the distances that enlarge the face.
+def dicom(rows):
+    def element(tag, kind, value):
+        value = value.encode("ascii") if isinstance(value, str) else value
+        value += (b"\0" if kind in ("OB", "UI") else b" ") * (len(value) % 2)
+        head = struct.pack("<HH2s", tag >> 16, tag & 0xFFFF, kind.encode())
+        return head + (struct.pack("<HI", 0, len(value)) if kind == "OB" else struct.pack("<H", len(value))) + value
+
+    def number(value):
+        return struct.pack("<H", value)
+
+    meta = element(0x00020001, "OB", b"\0\1") + element(0x00020010, "UI", "1.2.840.10008.1.2.5")
+    name = b"Mihon^Taro=" + b"^".join(part.encode("iso2022_jp") for part in ("見本", "太郎"))
+    header = b"".join(element(*row) for row in (
+        (0x00080005, "CS", "\\ISO 2022 IR 87"), (0x00080022, "DA", "20250421"), (0x00080060, "CS", "DX"),
+        (0x00080070, "LO", "Example X-ray"), (0x00100010, "PN", name), (0x00100020, "LO", "0017"),
+        (0x00100030, "DA", "20110920"), (0x00100040, "CS", "M"), (0x00181110, "DS", "1650"),
+        (0x00181111, "DS", "1500"), (0x00181164, "DS", "0.11\\0.11"), (0x00200062, "CS", "L"),
+        (0x00280002, "US", number(1)), (0x00280004, "CS", "MONOCHROME2"), (0x00280010, "US", number(len(rows))),
+        (0x00280011, "US", number(len(rows[0]))), (0x00280100, "US", number(8)), (0x00280101, "US", number(8)),
+        (0x00280102, "US", number(7)), (0x00280103, "US", number(0)), (0x00280301, "CS", "NO")))
+    segment = b"".join(packed(row) for row in rows)
+    frame = struct.pack("<16I", 1, 64, *[0] * 14) + segment + b"\0" * (len(segment) % 2)
+    pixels = struct.pack("<HH2sHI", 0x7FE0, 0x0010, b"OB", 0, 0xFFFFFFFF)
+    for item in (b"", frame):
+        pixels += struct.pack("<HHI", 0xFFFE, 0xE000, len(item)) + item
+    pixels += struct.pack("<HHI", 0xFFFE, 0xE0DD, 0)
+    meta = element(0x00020000, "UL", struct.pack("<I", len(meta))) + meta
+    return b"\0" * 128 + b"DICM" + meta + header + pixels
+
+
 def main():
     average = json.loads((FOLDER / "lateral-average.json").read_text(encoding="utf-8"))
     marks = average["landmarks"]
@@ -263,6 +333,9 @@ def main():
                "markups": [{"type": "Fiducial", "coordinateSystem": "LPS", "coordinateUnits": "mm",
                             "controlPoints": points}]}
     (FOLDER / "lateral-average.mrk.json").write_text(json.dumps(markups, indent=1) + "\n", encoding="utf-8", newline="\n")
+
+    (FOLDER / "film.dcm").write_bytes(dicom(film_rows(json.loads(
+        (FOLDER / "lateral-class2.json").read_text(encoding="utf-8"))["outlines"])))
 
     # Several faces as rows of one table.
     rows = ["# scale_mm_per_px=0.1", "name,sex,birth,film," + ",".join(f"{mark}_x,{mark}_y" for mark in marks)]

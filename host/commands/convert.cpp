@@ -3,6 +3,7 @@
 
 #include "base/path.h"
 #include "base/wording.h"
+#include "cases/case_film.h"
 #include "cases/case_format.h"
 #include "cases/case_names.h"
 #include "host/case_files.h"
@@ -29,15 +30,9 @@ std::vector<std::string> names_not_kept(const Case& record, std::string_view for
 
 // The name under which the new file finds the X-ray: relative to its own folder, as the old one's is to the old one's.
 std::string image_from(const std::string& output, const Case& record) {
-    const std::filesystem::path image = path_from_utf8(record.image), here = ".";
+    const std::filesystem::path image = path_from_utf8(record.image);
     if (image.empty() || image.has_root_path() || output.empty() || output == "-") return record.image;
-    const std::filesystem::path old_folder = here / path_from_utf8(record.file).parent_path();
-    std::error_code error;
-    std::filesystem::path way =
-        std::filesystem::relative(old_folder, here / path_from_utf8(output).parent_path(), error);
-    if (way == here) return record.image;
-    if (way.empty()) way = std::filesystem::absolute(old_folder, error);  // on another drive
-    return utf8_from_path((way / image).generic_u8string());              // "/" is understood everywhere
+    return image_seen_from(output, image_file(record));
 }
 
 std::vector<ForeignKey> foreign_keys(const Case& record) {
@@ -69,19 +64,22 @@ void note_losses(const Case& record, const CaseFormat& format, std::vector<std::
 }  // namespace
 
 ExitCode run_convert(const Command& command, const Arguments& arguments, Streams& streams) {
-    std::string path, output, name;
+    std::string path, output, name, image;
     CommandLine line(command, "cephtool convert lateral-average.csv -o new.json",
                      "cephtool convert --scale 0.12 --sex m lateral-average-19-points.txt");
     line.add_argument("CASE", path, "file with landmarks; - is standard input").required();
+    line.add_text("--image", "FILE", image,
+                  "the X-ray of the case (JPEG, PNG, TIFF,\nDICOM): named in it, and asked for what it lacks");
     const CaseOptionFlags case_options(line);
     std::vector<std::string> names;
     for (const CaseFormat& format : case_formats()) names.emplace_back(format.name);
     line.add_choice("--format", name, names, joined(names, ", ") + ";\nelse as FILE ends, or json");
     line.add_output(output);
     if (!line.parse(arguments, streams)) return ExitCode::done;
-    check_output(output, {path, case_options.file()});
+    check_output(output, {path, image, case_options.file()});
     const CaseFormat& format = format_for(name, output);
-    const CaseOptions options = case_options.options();
+    CaseOptions options = case_options.options();
+    options.image = image;
     const Source source = checked_text(read_bytes(path, streams.in));
     std::vector<Case> cases = read_cases(source, options);
     const bool holds_many = std::string_view(format.name) == "tps";

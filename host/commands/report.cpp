@@ -16,7 +16,9 @@ ExitCode run_report(const Command& command, const Arguments& arguments, Streams&
     add_report_options(line, given);
     line.add_text("-o,--output", "FILE", given.output, "FILE.pdf").required();
     line.add_text("--mode", "MODE", mode_name, "display mode of the tracing, see\n\"cephtool modes\"");
-    line.add_flag("--no-image", no_image, "not over the X-rays that the cases name");
+    const Option images = line.add_texts("--image", "FILE", given.images,
+                                         "X-ray of the case (JPEG, PNG, TIFF, DICOM);\nagain for those compared");
+    line.add_flag("--no-image", no_image, "not over the X-rays that the cases name").excludes(images);
     const CaseOptionFlags case_options(line);
     if (!line.parse(arguments, streams)) return ExitCode::done;
     check_output(given.output, {case_options.file()});

@@ -54,9 +54,14 @@ std::vector<FilmResults> measured_films(const ReportOptions& options, const Case
                     "Name at most two with --compare.");
     }
     std::vector<FilmResults> films;
+    if (options.images.size() > paths.size()) {
+        throw Error(ExitCode::bad_command_line, "more X-rays than cases", "Name one with --image for each case.");
+    }
     for (const std::string& path : paths) {
         const Source source = checked_text(read_bytes(path, streams.in));
-        Case record = read_case(source, case_options);
+        CaseOptions read_with = case_options;
+        if (films.size() < options.images.size()) read_with.image = options.images[films.size()];
+        Case record = read_case(source, read_with);
         if (!films.empty() && record.kind != films.front().record().kind) {
             throw source.error(std::string("this is a ") + name_of(record.kind) + " case, and the first one is " +
                                    name_of(films.front().record().kind),

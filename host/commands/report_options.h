@@ -13,7 +13,7 @@ namespace cephtool {
 
 struct ReportOptions {
     std::string input, output, folder, language = "en";
-    std::vector<std::string> others, analyses;
+    std::vector<std::string> others, images, analyses;
 
     Texts texts() const { return Texts(language == "ja" ? Language::japanese : Language::english); }
 };

@@ -98,7 +98,9 @@ std::size_t landmarks_outside(const Case& record, const tool::Background& pictur
 void trace(const TraceOptions& options, const CaseOptions& case_options, Streams& streams) {
     const FileFormat format = format_of(options);
     const AnalysisFolder folder = analysis_folder(options.folder, {FolderPart::modes, FolderPart::analyses});
-    const Case record = read_case(checked_text(read_bytes(options.input, streams.in)), case_options);
+    CaseOptions read_with = case_options;
+    read_with.image = options.image;
+    const Case record = read_case(checked_text(read_bytes(options.input, streams.in)), read_with);
     check_output(options.output, {image_file(record)});
     std::vector<std::string> notes = record.notes;
     const DisplayMode mode = chosen_mode(folder, record.kind, options.mode);

@@ -207,7 +207,7 @@ TEST(CaseReader, SaysWhatItTookForGranted) {
     EXPECT_EQ(given.sex, Sex::female);
     EXPECT_EQ(given.mm_per_pixel, 0.5);
     EXPECT_EQ(codes_of(given.remarks), "sex_replaced; scale_replaced");
-    EXPECT_EQ(in_english(given.remarks[1]), "The scale is that of --scale, 0.5 mm a pixel, not the 0.1 of the file.");
+    EXPECT_EQ(in_english(given.remarks[1]), "The scale is that of the command line, 0.5 mm a pixel, not the 0.1 of the file.");
 }
 
 // The fuzz target's own property, without a fuzzer: each seed whole, cut behind every byte, with every byte changed.
