@@ -37,9 +37,9 @@ int main(int count, char** arguments) {
                     item.mean_text.c_str(), item.stars.c_str());
         drawing.begin_layer(item.item->name);
         for (const tool::MeasuredShape& shape : item.shapes)
-            for (std::size_t i = 1; i < shape.points.size(); ++i)
-                CTools::Line_Make2(&drawing, pixel(shape.points[i - 1]), pixel(shape.points[i]), 1.0, CPoint(0, 0), 2,
-                                   RGB(0, 90, 160), PS_SOLID, 0);
+            for (const auto& [from, to] : tool::segments_of(shape))
+                CTools::Line_Make2(&drawing, pixel(from), pixel(to), 1.0, CPoint(0, 0), 2, RGB(0, 90, 160), PS_SOLID,
+                                   0);
         drawing.end_layer();
     }
     const std::string error = tool::write_whole_file(arguments[5], drawing.svg());

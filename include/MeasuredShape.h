@@ -3,6 +3,8 @@
 
 #include <vector>
 
+#include "framework/export.h"
+
 namespace tool {
 
 // In pixels of the film, x to the right, y down; a lateral face looks right.
@@ -31,5 +33,13 @@ struct MeasuredShape {
     ShapeKind kind = ShapeKind::length;
     std::vector<FilmPoint> points;
 };
+
+struct Segment {
+    FilmPoint from, to;
+};
+
+// The lines to draw a shape with: sides of an angle from its vertex, the perpendicular and its line up to the foot,
+// lines up to where they cross.
+TOOL_API std::vector<Segment> segments_of(const MeasuredShape& shape);
 
 }  // namespace tool

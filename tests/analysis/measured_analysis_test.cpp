@@ -50,6 +50,12 @@ TEST(MeasureAll, ShapesComeToTheValueWhereverTheyLie) {
                 if (shape.kind == ShapeKind::length_right) again = (p[1].x - p[0].x) * 0.1;
                 if (shape.kind == ShapeKind::length_down) again = (p[1].y - p[0].y) * 0.1;
                 if (shape.kind == ShapeKind::angle) again = CCalcTool::Angle_Cald(&p[0], &p[1], &p[2]);
+                for (const MeasuredShape& made : row.shapes) {
+                    const bool constructed = made.kind == ShapeKind::foot || made.kind == ShapeKind::crossing;
+                    for (const auto& [from, to] : segments_of(made))
+                        EXPECT_TRUE(!constructed || to == made.points.back()) << row.item->name;
+                    EXPECT_FALSE(segments_of(made).empty());
+                }
                 EXPECT_NEAR(again, *row.value, 1e-6) << analysis.title() << " " << row.item->name << " " << formula;
                 ++checked;
             }
