@@ -42,15 +42,10 @@ const tool::SheetBody* tool::body_of(const AnalysisSheet& sheet) {
     return sheet.body_.get();
 }
 
-AnalysisSheet::AnalysisSheet(int kind, const char* path)
+AnalysisSheet::AnalysisSheet(int kind, const char* path, int cast_decimals)
     : kind_(kind), body_(made_or_null([&]() -> std::shared_ptr<const tool::SheetBody> {
           auto text = path ? tool::read_file(path, tool::largest_text_file) : std::nullopt;
-          return text ? std::make_shared<tool::SheetBody>(kind, *std::move(text)) : nullptr;
-      })) {}
-
-AnalysisSheet::AnalysisSheet(int kind, const char* text, std::size_t size)
-    : kind_(kind), body_(made_or_null([&] {
-          return std::make_shared<const tool::SheetBody>(kind, std::string(text ? text : "", text ? size : 0));
+          return text ? std::make_shared<tool::SheetBody>(kind, *std::move(text), cast_decimals) : nullptr;
       })) {}
 
 AnalysisSheet::AnalysisSheet(int kind, const char* text, std::size_t size, int cast_decimals)

@@ -4,6 +4,8 @@
 #include "ResultList.h"
 #include "analysis/catalogue.h"
 #include "analysis/face.h"
+#include "analysis/landmark_names.h"
+#include "analysis/measures.h"
 
 namespace {
 
@@ -12,7 +14,8 @@ constexpr int diagnosis_kind = 10, surgery_kind = 20;
 int fill(ResultList* list, int kind, int index, SheetSubject subject) {
     subject.band = std::max(subject.band, 0);
     return tool::or_failed(0, [&] {
-        ResultList rows(AnalysisSheet(kind, tool::form_file(kind, index).c_str()), subject);
+        const int decimals = tool::is_cast(kind) ? tool::cast_decimals() : AnalysisSheet::usual_cast_decimals;
+        ResultList rows(AnalysisSheet(kind, tool::form_file(kind, index).c_str(), decimals), subject);
         const int count = rows.GetCount();
         if (list) *list = std::move(rows);
         return count;

@@ -8,10 +8,13 @@
 
 namespace tool {
 
-SheetBody::SheetBody(int its_kind, std::string text, std::optional<int> decimals)
-    : kind(its_kind), file(std::move(text)), lines(file.items()), sample(sample_of(file.text())) {
+SheetBody::SheetBody(int its_kind, std::string text, int its_cast_decimals)
+    : kind(its_kind),
+      file(std::move(text)),
+      lines(file.items()),
+      sample(sample_of(file.text())),
+      cast_decimals(its_cast_decimals) {
     file.build_index();
-    if (is_cast(kind)) cast_decimals = decimals ? *decimals : tool::cast_decimals();
 }
 
 const Program& SheetBody::program() const {

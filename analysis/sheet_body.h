@@ -14,8 +14,7 @@
 namespace tool {
 
 struct SheetBody {
-    // Without `decimals` of casts' measures the host is asked for them.
-    SheetBody(int its_kind, std::string text, std::optional<int> decimals = {});
+    SheetBody(int its_kind, std::string text, int its_cast_decimals);
 
     const NamedLine* line(int index) const {
         return index >= 0 && index < static_cast<int>(lines.size()) ? &lines[static_cast<std::size_t>(index)] : nullptr;
@@ -28,7 +27,7 @@ struct SheetBody {
     DefinitionFile file;
     std::vector<NamedLine> lines;  // of the items
     Sample sample;
-    std::optional<int> cast_decimals;
+    int cast_decimals;
 
  private:
     mutable std::once_flag program_made_, items_made_;

@@ -66,8 +66,8 @@ struct Inputs {
 // Never changes, and may be shared by threads; copies share what was read.
 class TOOL_API Analysis {
  public:
-    // How many decimals the measures of casts are rounded to: 0, 1 or 2, and 9 for steps of 0.5.
-    static constexpr int usual_cast_decimals = 2;
+    // As of AnalysisSheet.
+    static constexpr int usual_cast_decimals = AnalysisSheet::usual_cast_decimals;
 
     // A wrong kind is a failure, as is a file that can't be read.
     static Result<Analysis> read(Kind kind, const std::filesystem::path& file, int cast_decimals = usual_cast_decimals);

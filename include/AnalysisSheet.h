@@ -1,6 +1,7 @@
 // Addition of this project: one analysis definition file loaded once and evaluated for any number of records.
-// Gives bit for bit what CCephCalc::Calc_1 and Get_MeanSD give for the same file. After construction a sheet never
-// changes, so any number of threads may share it; files and settings are read when it is made. No exception leaves it.
+// Gives bit for bit what CCephCalc::Calc_1 and Get_MeanSD give for the same file and decimals of casts. After
+// construction a sheet never changes, so any number of threads may share it; the file is read when it is made. No
+// exception leaves it.
 #pragma once
 
 #include <memory>
@@ -84,14 +85,14 @@ enum class SheetPart { value, mean, sd };
 
 class TOOL_API AnalysisSheet {
  public:
+    // How many decimals the measures of casts are rounded to: 0, 1 or 2, and 9 for steps of 0.5.
+    static constexpr int usual_cast_decimals = 2;
+
     // Reads the definition file at `path` (code page 932). An unreadable one leaves an empty sheet, as does a lack of
-    // memory; a sheet that was moved from is empty, too.
-    AnalysisSheet(int kind, const char* path);
+    // memory; a sheet that was moved from is empty, too. The host's settings are not asked.
+    AnalysisSheet(int kind, const char* path, int cast_decimals = usual_cast_decimals);
     // The same from `size` bytes in memory, which are copied.
-    AnalysisSheet(int kind, const char* text, std::size_t size);
-    // The same, with the decimals of the measures of casts: 0, 1 or 2, and 9 for steps of 0.5. Asks the host for
-    // nothing.
-    AnalysisSheet(int kind, const char* text, std::size_t size, int cast_decimals);
+    AnalysisSheet(int kind, const char* text, std::size_t size, int cast_decimals = usual_cast_decimals);
     AnalysisSheet(AnalysisSheet&&) noexcept;
     AnalysisSheet& operator=(AnalysisSheet&&) noexcept;
     ~AnalysisSheet();

@@ -14,7 +14,7 @@
 class TOOL_API SheetSet {
  public:
     // Sheets for the same records, numbered from 0 in this order: of one kind, or of those that share a record (0, 10
-    // and 20; 1 and 11). Others, and null, are empty sheets here. The host's settings are those that the first one has.
+    // and 20; 1 and 11). Others, and null, are empty sheets here. Casts' decimals are those of the first one.
     // The sheets need not outlive the set.
     explicit SheetSet(const std::vector<const AnalysisSheet*>& sheets);
     explicit SheetSet(const AnalysisSheet& sheet);

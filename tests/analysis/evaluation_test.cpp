@@ -395,9 +395,12 @@ TEST(Cast, IsMeasuredThroughItsTokens) {
     EXPECT_EQ(cast.calc("Model([UCAW])"), 35.5);
     folder.model_decimals = 0;
     EXPECT_EQ(cast.calc("Model([UCAW])"), 36);
-    const AnalysisSheet sheet(2, "Calc:\nA=Model([UCAW])", 21);
+    folder.write("CalcForm_Model/list.txt", "a.txt\n");
+    folder.write("CalcForm_Model/a.txt", "Calc:\nA=Model([UCAW])\n");
+    ResultList rows;
+    EXPECT_EQ(CCephCalc::User_Calc(2, 0, &cast.record, nullptr, nullptr, nullptr, nullptr, 1, 0, &rows), 1);
+    EXPECT_EQ(rows.GetRow(0).value, 36);
     folder.model_decimals = 2;
-    EXPECT_EQ(sheet.Evaluate(0, cast.on_sheet()).value, 36) << "settings are read once";
     EXPECT_EQ(small_face().calc("Model([UCAW])+1"), 1);
     cast.place("13d", {0, 0});
     EXPECT_EQ(CCephCalc::Calc_Model("[UATW]", &cast.record), 0);
