@@ -1,5 +1,7 @@
 #include "MeasuredAnalysis.h"
 
+#include <algorithm>
+
 #include "analysis/evaluation.h"
 #include "analysis/sheet_body.h"
 #include "platform/code_page.h"
@@ -56,15 +58,19 @@ int norm_band(const Analysis& analysis, const Subject& subject) {
     constexpr int unknown = -1, most_columns = 100;
     int band = 0, weight = 1;
     for (const StageSet set : {StageSet::first, StageSet::second}) {
-        const auto place = [&](Sex sex) {
-            return analysis.stage_of(set, sex, subject.age_years, subject.dental_stage);
-        };
-        const auto has_stages = [&](Sex sex) { return !analysis.stages(set, sex).empty(); };
-        const Sex sex = subject.sex.value_or(Sex::female);
-        const bool same = subject.sex || place(Sex::male) == place(Sex::female);
-        const bool wanted = has_stages(sex) || (!subject.sex && has_stages(Sex::male));
-        if (wanted && (!same || !place(sex))) return unknown;
-        if (wanted) band += weight * std::min(*place(sex), most_columns - 1);
+        const bool men = !analysis.stages(set, Sex::male).empty(), women = !analysis.stages(set, Sex::female).empty();
+        if (!subject.sex && men != women) return unknown;
+        std::optional<int> place;  // of each sex that the patient may have
+        for (const Sex sex : {Sex::male, Sex::female}) {
+            const std::span<const Stage> stages = analysis.stages(set, sex);
+            if (stages.empty() || (subject.sex && *subject.sex != sex)) continue;
+            for (const Stage& stage : stages)
+                if (stage.by_age ? !subject.age_years : !subject.dental_stage) return unknown;
+            const auto found = analysis.stage_of(set, sex, subject.age_years, subject.dental_stage);
+            if (!found || (place && place != found)) return unknown;
+            place = found;
+        }
+        if (place) band += weight * std::min(*place, most_columns - 1);
         weight *= most_columns;
     }
     return band;

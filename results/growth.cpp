@@ -1,5 +1,7 @@
 #include "results/growth.h"
 
+#include <MeasuredAnalysis.h>
+
 #include <algorithm>
 #include <cmath>
 
@@ -18,10 +20,14 @@ struct Patient {
     std::optional<int> dental_stage;
 };
 
+std::optional<double> age_of(const Case& record) {
+    return record.birth && record.film ? std::optional(years_at(*record.film, *record.birth)) : std::nullopt;
+}
+
 std::optional<double> age_of(const Case& record, std::vector<std::string>& missing) {
     if (!record.birth) missing.emplace_back("birth");
     if (!record.film) missing.emplace_back("film");
-    return record.birth && record.film ? std::optional(years_at(*record.film, *record.birth)) : std::nullopt;
+    return age_of(record);
 }
 
 std::optional<int> dental_stage_of(const Case& record, std::vector<std::string>& missing) {
@@ -175,31 +181,27 @@ NormBand norm_band(const Analysis& analysis, const Case& record, std::optional<i
         return band;
     }
     std::vector<std::string> stages;
-    bool known = true;
-    int weight = 1;
     for (const StageSet set : {StageSet::first, StageSet::second}) {
         const Finding finding = stage_finding(analysis, set, record);
         if (finding.stage || !finding.missing.empty() || !finding.reason.empty()) band.stages.push_back(finding);
         if (finding.stage) {
             const int column = std::min(*finding.stage, most_bands - 1);
-            band.code += weight * column;
             std::vector<std::string> grounds;
             for (const Ground& ground : finding.grounds) grounds.push_back(ground.name + " " + ground.text);
             stages.push_back((set == StageSet::second ? "in the second set band " : "band ") + std::to_string(column) +
                              ", " + finding.name + " (" + joined(grounds, ", ") + ")");
         } else if (!finding.missing.empty()) {
-            known = false;
             band.remarks.push_back({"norms_by_stage",
                                     "Norms that change with growth are left out, since the case lacks %1.",
                                     {joined(finding.missing, ", ")}});
         } else if (finding.remark) {
-            known = false;
             band.remarks.push_back(*finding.remark);
         }
-        weight *= most_bands;
     }
-    if (!known) band.code = NormBand::unknown;
-    if (known && !stages.empty()) band.words = "Norms of " + joined(stages, "; ");
+    tool::Subject patient{.age_years = age_of(record), .dental_stage = tool::dental_stage_named(record.dental_stage)};
+    if (record.sex) patient.sex = static_cast<tool::Sex>(*record.sex);
+    if (!given) band.code = tool::norm_band(analysis, patient);
+    if (band.code != NormBand::unknown && !stages.empty()) band.words = "Norms of " + joined(stages, "; ");
     compare_ages(band, analysis.ages(), record);
     return band;
 }

@@ -92,6 +92,16 @@ TEST(MeasureAll, FollowsReferencesAlternativesAndConstructions) {
         bad.landmarks.push_back(landmark);
         EXPECT_NE(tool::measure_all(analysis, bad).reason(), "") << landmark.name;
     }
+    const auto of_men = *tool::Analysis::from_text(
+        Kind::lateral, "m.txt", "Stage_Type:\nAge\nStage_M:\na=0-9\nb=9-\nStage_Type2:\nx\nStage2:\nc=I-IIA\nd=IIA-\n");
+    for (const auto& [sex, age, dental, band] :
+         {std::tuple{std::optional(tool::Sex::male), std::optional(9.0), std::optional(1), 101},
+          {std::optional(tool::Sex::female), {}, 1, 100},
+          {{}, 9.0, 1, -1},
+          {tool::Sex::male, {}, 1, -1},
+          {tool::Sex::male, 3.0, {}, -1},
+          {tool::Sex::male, 3.0, 0, 0}})
+        EXPECT_EQ(norm_band(of_men, {.sex = sex, .age_years = age, .dental_stage = dental}), band);
     subject.mm_per_pixel = 0;
     EXPECT_NE(tool::measure_all(analysis, subject).reason(), "");
 }
