@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 
+#include <sstream>
+
 #include "base/columns.h"
 #include "base/numbers.h"
 #include "base/suggestion.h"
@@ -38,6 +40,11 @@ TEST(WrappedText, BreaksAtBlanksOnly) {
     EXPECT_EQ(wrapped("missing: Or, Po", 10, "  "), "missing:\n  Or, Po");
     EXPECT_EQ(wrapped("one extraordinarily long word", 5, ""), "one\nextraordinarily\nlong\nword");
     EXPECT_EQ(wrapped("", 5, "  "), "");
+    for (int width = 1; width < 20; ++width) {
+        std::istringstream lines(wrapped("one two three  four", width, ""));
+        for (std::string line; std::getline(lines, line);)
+            EXPECT_TRUE(display_width(line) <= width || line.find(' ') == std::string::npos) << width << line;
+    }
 }
 
 TEST(Utf8, MalformedBytesAreFoundWhereTheyStand) {
@@ -76,6 +83,7 @@ TEST(Suggestion, IsTheClosestWordWithinASlipForThreeLetters) {
         {"analysis", "analyses"},
         {"POG(r)", "Pog(R)"},
         {"pog", "Pog"},
+        {"Pgo", "Pog"},
         {"n", "N"},
         {"Q", ""},
         {"xyz", ""},

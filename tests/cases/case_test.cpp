@@ -159,16 +159,27 @@ TEST(CaseReader, NamesThePlaceAndTheWayOut) {
     }
 }
 
-TEST(CaseReader, UnderlinesTheFaultInItsTerminalColumn) {
+Error error_of(const std::string& name, const std::string& text) {
     try {
-        read("a.json", json("  \"name\": \"見本\", \"sx\": 1,"));
-        FAIL();
+        read(name, text);
     } catch (const Error& error) {
-        EXPECT_EQ(shown(error),
-                  "cephtool: a.json:2:17: the key \"sx\" is not known here\n"
-                  "      \"name\": \"見本\", \"sx\": 1,\n"
-                  "                      ^\n"
-                  "  Keys of your own begin with \"x-\".\n");
+        return error;
+    }
+    ADD_FAILURE() << text;
+    return {ExitCode::done, "", ""};
+}
+
+TEST(CaseReader, UnderlinesTheFaultInItsTerminalColumn) {
+    EXPECT_EQ(shown(error_of("a.json", json("  \"name\": \"見本\", \"sx\": 1,"))),
+              "cephtool: a.json:2:17: the key \"sx\" is not known here\n"
+              "      \"name\": \"見本\", \"sx\": 1,\n"
+              "                      ^\n"
+              "  Keys of your own begin with \"x-\".\n");
+    std::string name;
+    for (int i = 0; i < 30; ++i) name += "名";
+    for (const std::string before : {"", "a", "ab"}) {  // the excerpt of a long line begins with a whole character
+        const Error error = error_of("a.csv", csv(before + name + ",x,1\n"));
+        EXPECT_TRUE(error.excerpt.starts_with("名")) << error.excerpt;
     }
 }
 

@@ -82,8 +82,8 @@ TEST(CodePage, WritesBackEveryCharacterThatItReads) {
 }
 
 TEST(CodePage, RefusesBrokenUtf8) {
-    for (const std::string broken :
-         {"\x80", "\xE3\x81", "\xC0\xAF", "\xE0\x80\xAF", "\xED\xA0\x80", "\xF0\x9F\xA6\xB7", "\xE3\x41\x82"}) {
+    for (const std::string broken : {"\x80", "\xE3\x81", "\xC0\xAF", "\xE0\x80\xAF", "\xE0\x8E\x91", "\xED\xA0\x80",
+                                     "\xF0\x9F\xA6\xB7", "\xE3\x41\x82"}) {
         CString text = "before";
         EXPECT_FALSE(CodePage932FromUtf8(broken.c_str(), &text));
         EXPECT_TRUE(text.IsEmpty());

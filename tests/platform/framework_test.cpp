@@ -34,6 +34,7 @@ TEST(CString, CutsPositionsOutsideTheText) {
     EXPECT_STREQ(text.Mid(7), "");
     EXPECT_STREQ(text.Right(2), "bc");
     EXPECT_EQ(text.Find("c", 4), -1);
+    EXPECT_EQ(text.Find("", 3), 3);
     EXPECT_EQ(text.GetAt(3), '\0');
     EXPECT_TRUE(text < "abd" && text > "abb" && text <= "abc");
     EXPECT_THROW(

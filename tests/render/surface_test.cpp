@@ -45,6 +45,7 @@ TEST(DrawText, PlacesLinesInTheRectangle) {  // 8 units a byte, 16 a line
     } rows[] = {
         {"a b\r\nc\rd\n", {5, 7, 99, 9}, DT_LEFT, 48, "text 5 7 \"a b\"; text 5 23 \"c\"; text 5 39 \"d\"; "},
         {"ab cd  e", {0, 0, 42, 99}, DT_WORDBREAK, 32, "text 0 0 \"ab cd  \"; text 0 16 \"e\"; "},
+        {"ab cd e", {0, 0, 40, 99}, DT_WORDBREAK, 32, "text 0 0 \"ab cd \"; text 0 16 \"e\"; "},
         {"abcdef g", {0, 0, 20, 99}, DT_WORDBREAK, 32, "text 0 0 \"abcdef \"; text 0 16 \"g\"; "},
         {"\x8D\xFC\x8A\x70"
          "a",

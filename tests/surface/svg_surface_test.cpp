@@ -49,6 +49,8 @@ struct Row {
 TEST(SvgSurface, DrawsShapesAsShapes) {
     static const POINT corners[] = {{0, 0}, {10, 0}, {10, 5}};
     static CPen dotted(PS_DOT, 1, RGB(255, 0, 0)), none(PS_NULL, 1, RGB(0, 0, 0)), wide(PS_DASH, 2, RGB(255, 0, 0));
+    static const LOGBRUSH solid = {BS_SOLID, 0, 0};
+    static CPen capped(PS_GEOMETRIC | PS_DASH, 2, &solid);
     static CBrush red(RGB(255, 0, 0));
     const Row rows[] = {
         {"line", [](CDC& dc) { dc.MoveTo(1, 2), dc.LineTo(3, 4); },
@@ -58,6 +60,8 @@ TEST(SvgSurface, DrawsShapesAsShapes) {
   <line x1="0" y1="0" x2="9" y2="0" stroke="#ff0000" stroke-width="1" stroke-linecap="butt" stroke-dasharray="3 3"/>)"},
         {"wide cosmetic dashes are solid", [](CDC& dc) { dc.SelectObject(&wide), dc.LineTo(9, 0); },
          R"(stroke="#ff0000" stroke-width="2"/>)"},
+        {"ends of dashes reach into the gaps", [](CDC& dc) { dc.SelectObject(&capped), dc.LineTo(9, 0); },
+         R"(stroke-width="2" stroke-dasharray="4 4"/>)"},
         {"polyline", [](CDC& dc) { dc.Polyline(corners, 3); }, R"(<polyline points="0,0 10,0 10,5" stroke=)"},
         {"polygon by parity", [](CDC& dc) { dc.Polygon(corners, 3); }, R"(10,5" fill="#ffffff" fill-rule="evenodd")"},
         {"rectangle", [](CDC& dc) { dc.Rectangle(9, 8, 2, 3); }, R"(<rect x="2" y="3" width="6" height="4")"},
