@@ -173,11 +173,13 @@ TEST(Batch, FailedCasesAreATableOfTheirOwn) {
     folder.add("c.tps", "LM=1\n1 2\nCOMMENT=landmarks=S\nSCALE=1\nLM=1\n1\nLM=1\n1 2\nCOMMENT=landmarks=S\nSCALE=1\n");
     folder.add("d.csv", "S,1,2\n");
     folder.add("e.csv", "S_x,S_y,sxe\n1,2,f\n");
+    folder.add("g.jsonl", "\n{\"format\":\n");
+    folder.add("h.csv", "# scale_mm_per_px=0.1\nS_x,S_y\n,2\n");
     folder.add("f.tps", "ID=7\nLM=1\n1 2\nCOMMENT=landmarks=S\nSCALE=1\n");
-    const Outcome outcome =
-        batch({"a.csv", "b.jsonl", "c.tps", "d.csv", "e.csv", "f.tps", "--analysis", "Steiner", "-o", "out.csv"});
+    const Outcome outcome = batch({"a.csv", "b.jsonl", "c.tps", "d.csv", "e.csv", "f.tps", "g.jsonl", "h.csv",
+                                   "--analysis", "Steiner", "-o", "out.csv"});
     EXPECT_EQ(outcome.code, ExitCode::bad_input);
-    EXPECT_THAT(outcome.err, HasSubstr("11 cases failed: see out.csv.errors.csv"));
+    EXPECT_THAT(outcome.err, HasSubstr("13 cases failed: see out.csv.errors.csv"));
     std::string good;
     for (const Row& row : rows_of(bytes_of("out.csv"))) good += row.at("case") + " ";
     EXPECT_EQ(good, "1 6 8 9 11 13 14 16 ");
@@ -195,7 +197,9 @@ TEST(Batch, FailedCasesAreATableOfTheirOwn) {
               "15 c.tps:6:1 point 1 of 1 is not two \n"
               "17 d.csv the case has no scale, s\n"
               "18 e.csv:1:9 the column \"sxe\" is not \n"
-              "19 f.tps:1:1 a TPS file begins with a\n");
+              "19 f.tps:1:1 a TPS file begins with a\n"
+              "20 g.jsonl:2:11 this is no JSON: syntax \n"
+              "21 h.csv:3:1 \"\" is no coordinate\n");
     ASSERT_EQ(batch({"a.csv", "--sex", "f", "--analysis", "Bolton", "-o", "out.csv"}).code, ExitCode::bad_input);
     ASSERT_EQ(batch({SAMPLES "/lateral-average.json", "-o", "out.csv"}).code, ExitCode::done);
     EXPECT_FALSE(std::filesystem::exists("out.csv.errors.csv")) << "of an earlier run";
@@ -294,10 +298,12 @@ TEST(Batch, WhatIsRememberedOfOneStageIsNotTakenForAnother) {
     const Folder folder;
     folder.add("clinic/CalcForm/list.txt", "Teeth.txt\n");
     folder.add("clinic/CalcForm/Teeth.txt",
-               "Stage_Type:\nTeeth\nStage:\nM=I-IIIA\nB=IIIA-\nCalc:\nA=len([S],[N])\nMean:\nA=5,len([S],[Gn]):1\n");
+               "Stage_Type:\nTeeth\nStage:\nM=I-IIIA\nB=IIIA-\nCalc:\nA=len([S],[N])\nB=len([S],[N])\n"
+               "Mean:\nA=5,len([S],[Gn]):1\nMean_M:\nB=1\nMean_F:\nB=2\nSD:\nB=1\n");
     folder.add("a.csv", "# scale_mm_per_px=0.1\ndental_stage,S_x,S_y,N_x,N_y\nI,1,2,9,2\nVA,1,2,9,2\n");
     run({"batch", "a.csv", "--anaitem", "clinic", "--analysis", "Teeth", "--with", "norms", "-o", "out.csv"});
-    EXPECT_THAT(bytes_of("out.csv"), testing::EndsWith(",0.8,5,\r\n2,a.csv,,lateral,,,,,0.8,,\r\n"));
+    EXPECT_THAT(bytes_of("out.csv"),
+                testing::EndsWith("norms_by_sex,0.8,5,,0.8,,\r\n2,a.csv,,lateral,,,,norms_by_sex,0.8,,,0.8,,\r\n"));
 }
 
 TEST(Batch, AFileOfOnesOwnIsOneSetOfColumnsForAllKinds) {
@@ -329,6 +335,9 @@ TEST(Batch, ProgressIsForTerminalsAndLongWork) {
     EXPECT_THAT(shown.str(), testing::AllOf(HasSubstr("10 cases, "), HasSubstr(" a second, 0 s left\r\x1B[K20 cases, "),
                                             testing::EndsWith(" a second\r\x1B[K")));
     EXPECT_EQ(hidden.str() + short_work.str(), "");
+    BatchProgress doubling(shown, true, std::chrono::milliseconds(0));
+    for (double done = 1; done > 1e-18; done /= 2) doubling.add(1, done);
+    EXPECT_THAT(shown.str(), testing::AllOf(HasSubstr(" s left"), HasSubstr(" min left"), HasSubstr(".0 h left")));
 }
 
 TEST(LineReader, LinesAreTheSameHoweverTheyArrive) {

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cmath>
 #include <random>
 
 #include "tracing/plane_motion.h"
@@ -58,6 +59,16 @@ TEST(ThinPlateSpline, IsTheAffineMapThatItsTargetsFollowWhateverTheSmoothing) {
             EXPECT_NEAR(spline->area_factor(p), map.area_factor(), 1e-7);
         }
     }
+}
+
+TEST(PlaneMotion, StretchIsTheRatioOfTheLongestToTheShortestWay) {
+    for (const double factor : {0.25, 1.0, 1.35, 7.0})
+        for (const double turn : {0.0, 0.4, 2.0}) {
+            const double c = std::cos(turn), s = std::sin(turn), k = std::cos(2 - turn), l = std::sin(2 - turn);
+            const AffineMap map{c * factor * k - s * l, -c * factor * l - s * k, s * factor * k + c * l,
+                                -s * factor * l + c * k};  // a turn, a stretch along x, another turn
+            EXPECT_NEAR(stretch(map), std::max(factor, 1 / factor), 1e-6) << turn;
+        }
 }
 
 TEST(ThinPlateSpline, NeedsThreePointsThatLieApart) {

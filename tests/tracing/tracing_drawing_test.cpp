@@ -153,6 +153,20 @@ TEST(TracingPage, TakesTheSmallestSheetAndNoneBeyondA3) {
     }
 }
 
+TEST(TracingPage, WithinARoomItTakesTheLargestScaleOfItsKindThatFits) {
+    Tracing tracing;
+    tracing.mm_per_pixel = 0.1;
+    const Box room{10, 20, 110, 140};
+    for (int side = 100; side < 4000; side += 37) {
+        const Page page = page_within(room, 20, tracing, FilmSize{side, side});
+        const double true_mm = side * 0.1, next = page.enlargement < 1 ? page.enlargement + 0.05 : 2.5;
+        EXPECT_TRUE(page.drawing.left >= room.left - 1e-9 && page.drawing.right <= room.right + 1e-9) << side;
+        EXPECT_TRUE(page.drawing.bottom <= room.bottom - 20 + 1e-9) << side;
+        EXPECT_TRUE(page.enlargement > 1 || true_mm * next > 100 - 1e-9) << side;
+        EXPECT_NEAR(page.enlargement * 20, std::round(page.enlargement * 20), 1e-9) << side;
+    }
+}
+
 TEST(TracingPage, AWrongScaleGivesNeitherAStampNorAField) {
     for (const double scale : {1e-6, 0.01, 0.1, 10.0, 1e6}) {
         Tracing tracing = plain();
