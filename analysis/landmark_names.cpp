@@ -27,15 +27,35 @@ constexpr std::uint64_t packed(std::string_view name) {
     return bits;
 }
 
-template <std::size_t N>
-constexpr std::array<std::uint64_t, N> packed_table(const std::string_view (&names)[N]) {
-    std::array<std::uint64_t, N> table{};
-    for (std::size_t i = 0; i < N; ++i) table[i] = packed(names[i]);
-    return table;
-}
+// A hash table: a name stands at its place, or behind it at the first that was free.
+class SlotTable {
+ public:
+    constexpr explicit SlotTable(std::span<const std::string_view> names) {
+        for (std::size_t slot = 0; slot < names.size(); ++slot) {
+            std::size_t place = place_of(packed(names[slot]));
+            while (entries_[place].name != 0) place = (place + 1) % size;
+            entries_[place] = {packed(names[slot]), static_cast<int>(slot)};
+        }
+    }
+    constexpr std::optional<int> find(std::uint64_t name) const {
+        for (std::size_t place = place_of(name);; place = (place + 1) % size) {
+            if (entries_[place].name == name) return entries_[place].slot;
+            if (entries_[place].name == 0) return std::nullopt;
+        }
+    }
 
-constexpr auto lateral_table = packed_table(lateral_names);
-constexpr auto frontal_table = packed_table(frontal_names);
+ private:
+    static constexpr std::size_t size = 256;  // few names share a place
+    static constexpr std::size_t place_of(std::uint64_t name) { return name * 0x9E3779B97F4A7C15 >> 56; }
+
+    struct Entry {
+        std::uint64_t name = 0;
+        int slot = 0;
+    };
+    std::array<Entry, size> entries_{};
+};
+
+constexpr SlotTable lateral_slots(lateral_names), frontal_slots(frontal_names);
 
 }  // namespace
 
@@ -46,14 +66,11 @@ std::span<const std::string_view> landmark_names(int kind) {
 }
 
 std::optional<int> landmark_slot(int kind, std::string_view name) {
-    std::span<const std::uint64_t> table;
-    if (is_lateral(kind)) table = lateral_table;
-    if (is_frontal(kind)) table = frontal_table;
     if (name.empty() || name.size() > longest_name) return std::nullopt;
     const std::uint64_t wanted = packed(name);
-    for (std::size_t slot = 0; slot < table.size(); ++slot)
-        if (table[slot] == wanted) return static_cast<int>(slot);
-    return std::nullopt;
+    if (wanted == 0) return std::nullopt;
+    if (is_lateral(kind)) return lateral_slots.find(wanted);
+    return is_frontal(kind) ? frontal_slots.find(wanted) : std::nullopt;
 }
 
 }  // namespace tool

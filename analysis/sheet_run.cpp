@@ -54,7 +54,7 @@ struct SheetRun::Text {
 };
 
 SheetRun::SheetRun(Sheets sheets, const Program& program)
-    : sheets_(sheets), program_(program), run_(program), texts_(sheets.size()) {}
+    : sheets_(sheets), program_(program), run_(program), texts_(2 * sheets.size()) {}
 SheetRun::~SheetRun() = default;
 
 void SheetRun::begin(const SheetSubject& subject) {
@@ -102,7 +102,7 @@ SheetRow SheetRun::row(int sheet, int index, int sex, int band) {
 // Begins anew for another sex or band, and behind a failure, since a walk that was broken off has left its marks.
 template <class Work>
 auto SheetRun::by_text(int sheet, int sex, int band, Work&& work) {
-    std::unique_ptr<Text>& text = texts_[static_cast<std::size_t>(sheet)];
+    std::unique_ptr<Text>& text = texts_[2 * static_cast<std::size_t>(sheet) + (sex == 1 ? 1 : 0)];
     if (!text || text->sex != sex || text->band != band)
         text = std::make_unique<Text>(*this, sheets_[static_cast<std::size_t>(sheet)]->file, sex, band);
     try {

@@ -56,7 +56,7 @@ class SheetRun {
     SheetSubject subject_;
     std::optional<Landmarks> landmarks_;
     bool served_ = false;                       // the program serves the record
-    std::vector<std::unique_ptr<Text>> texts_;  // by sheet; null: not asked yet
+    std::vector<std::unique_ptr<Text>> texts_;  // by sheet, two each, for women and men; null: not asked yet
 };
 
 // What is given without the memory to do better.

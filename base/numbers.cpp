@@ -1,7 +1,9 @@
 #include "base/numbers.h"
 
+#include <algorithm>
 #include <charconv>
 #include <cmath>
+#include <iterator>
 
 #include "base/wording.h"
 
@@ -31,6 +33,27 @@ std::string shortest(double value) {
 
 std::string readable(double value) {
     return formatted(value, std::chars_format::general, 6);
+}
+
+char* write_shortest(char* to, double value) {
+    // Norms, and what is measured in whole pixels: when a whole number divided by 1, 10 or 100 is the value, its digits
+    // are the shortest, since no other number of up to 15 digits is that near. All else goes the long way.
+    constexpr double largest = 100'000;  // from here on an exponent is shorter
+    constexpr int divisors[] = {1, 10, 100};
+    for (int decimals = 0; decimals < 3 && std::abs(value) < largest; ++decimals) {
+        const double shifted = value * divisors[decimals];
+        const int whole = static_cast<int>(shifted + (shifted < 0 ? -0.5 : 0.5));
+        if (whole == 0 || static_cast<double>(whole) / divisors[decimals] != value) continue;
+        char digits[shortest_room];
+        char *const end = std::end(digits), *begin = end;
+        for (int rest = std::abs(whole), written = 0; rest > 0 || written <= decimals; rest /= 10, ++written) {
+            if (written == decimals && decimals > 0) *--begin = '.';
+            *--begin = static_cast<char>('0' + rest % 10);
+        }
+        if (whole < 0) *--begin = '-';
+        return std::copy(begin, end, to);
+    }
+    return std::to_chars(to, to + shortest_room, value).ptr;
 }
 
 std::string with_decimals(double value, int decimals) {

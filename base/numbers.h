@@ -1,6 +1,7 @@
 // Numbers as text, the same in every locale.
 #pragma once
 
+#include <cstddef>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -12,6 +13,9 @@ std::optional<double> number_from(std::string_view text);
 
 // As few digits as give the same double when read again.
 std::string shortest(double value);
+// The same into up to `shortest_room` bytes; gives their end.
+char* write_shortest(char* to, double value);
+inline constexpr std::size_t shortest_room = 32;
 
 // With six digits at most, for people.
 std::string readable(double value);

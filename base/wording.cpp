@@ -1,5 +1,7 @@
 #include "base/wording.h"
 
+#include <algorithm>
+
 #include "base/columns.h"
 #include "base/utf8.h"
 
@@ -27,6 +29,8 @@ std::string code_of(char32_t character) {
 }  // namespace
 
 std::string printable(std::string_view text) {
+    const auto is_plain = [](char c) { return c >= ' ' && c <= '~'; };
+    if (std::ranges::all_of(text, is_plain)) return std::string(text);
     std::string safe;
     while (!text.empty()) {
         const Utf8Character first = first_character(text);

@@ -10,6 +10,7 @@ constexpr int fine_steps = 64;
 }  // namespace
 
 bool counts_as_absent(Position position) {
+    if (std::abs(position.x) >= 1 || std::abs(position.y) >= 1) return false;
     const CPoint point = fine_point(position);
     return point.x == 0 && point.y == 0;
 }

@@ -1,8 +1,12 @@
 #include "cases/orientation.h"
 
+#include <LandmarkTable.h>
+
 #include <algorithm>
 #include <cmath>
 #include <complex>
+#include <optional>
+#include <span>
 #include <unordered_map>
 
 namespace cephtool {
@@ -40,32 +44,87 @@ const Face& average_face(Kind kind) {
     return kind == Kind::lateral ? lateral : kind == Kind::frontal ? frontal : none;
 }
 
-struct Point {
-    Vector here, in_average;
+// Where the average face has each landmark of the kind's table.
+std::span<const std::optional<Vector>> average_by_slot(Kind kind) {
+    const auto by_slot = [](Kind of) {
+        const int code = static_cast<int>(of);
+        std::vector<std::optional<Vector>> places(static_cast<std::size_t>(LandmarkTable::Count(code)));
+        for (const auto& [name, place] : average_face(of)) {
+            const int slot = LandmarkTable::Find(code, std::string(name).c_str());
+            if (slot >= 0) places[static_cast<std::size_t>(slot)] = place;
+        }
+        return places;
+    };
+    static const std::vector<std::optional<Vector>> lateral = by_slot(Kind::lateral), frontal = by_slot(Kind::frontal);
+    if (kind == Kind::model) return {};
+    return kind == Kind::lateral ? lateral : frontal;
+}
+
+// Landmarks of a record that the average face has, coordinate by coordinate: all pairs of them are gone through for
+// each case.
+class Points {
+ public:
+    void add(Position here, Vector in_average) {
+        if (count_ == most) return;  // more than there are names
+        x_[count_] = here.x, y_[count_] = here.y;
+        average_x_[count_] = in_average.real(), average_y_[count_] = in_average.imag();
+        ++count_;
+    }
+    std::size_t count() const { return count_; }
+
+    // Of all lines between two points: the sum of their directions as seen from those of the average face, and from
+    // those of its mirror image, each as long as the line is in the average face; and the sum of these lengths.
+    struct Sums {
+        Vector turned, mirrored;
+        double all = 0;
+    };
+    Sums sums() const {
+        // Sums for each point, since the compiler may not change the order of additions to do several at once.
+        double same_x[most]{}, same_y[most]{}, other_x[most]{}, other_y[most]{}, lengths[most]{};
+        for (std::size_t i = 1; i < count_; ++i)
+            for (std::size_t j = 0; j < i; ++j) {
+                const double x = x_[i] - x_[j], y = y_[i] - y_[j], square = x * x + y * y;
+                const double inverse = 1 / std::sqrt(square), shorter = square > 0 ? inverse : 0.0;
+                const double along = x * shorter, down = y * shorter;
+                const double average_x = average_x_[i] - average_x_[j], average_y = average_y_[i] - average_y_[j];
+                same_x[j] += along * average_x + down * average_y;
+                same_y[j] += down * average_x - along * average_y;
+                other_x[j] += along * average_x - down * average_y;
+                other_y[j] += along * average_y + down * average_x;
+                const double length = std::sqrt(average_x * average_x + average_y * average_y);
+                lengths[j] += square > 0 ? length : 0.0;
+            }
+        Sums sums;
+        for (std::size_t j = 0; j < count_; ++j) {
+            sums.turned += Vector(same_x[j], same_y[j]);
+            sums.mirrored += Vector(other_x[j], other_y[j]);
+            sums.all += lengths[j];
+        }
+        return sums;
+    }
+
+ private:
+    static constexpr std::size_t most = 64;
+    double x_[most], y_[most], average_x_[most], average_y_[most];
+    std::size_t count_ = 0;
 };
 
 }  // namespace
 
 Orientation orientation(const Case& record) {
+    Points points;
+    const auto by_slot = average_by_slot(record.kind);
+    for (const Landmark& landmark : record.landmarks) {
+        const int slot = LandmarkTable::Find(static_cast<int>(record.kind), landmark.name.c_str());
+        if (slot < 0 || by_slot.empty()) continue;
+        if (const auto& place = by_slot[static_cast<std::size_t>(slot)]) points.add(landmark.position, *place);
+    }
     const Face& average = average_face(record.kind);
-    std::vector<Point> points;
-    for (const auto* landmarks : {&record.landmarks, &record.vertebrae})
-        for (const Landmark& landmark : *landmarks) {
-            const auto found = average.find(landmark.name);
-            if (found != average.end()) points.push_back({{landmark.position.x, landmark.position.y}, found->second});
-        }
-    if (points.size() < fewest_landmarks) return Orientation::unknown;
-    Vector turned, mirrored;  // sums of directions
-    double all = 0;
-    for (std::size_t i = 0; i < points.size(); ++i)
-        for (std::size_t j = 0; j < i; ++j) {
-            const Vector line = points[i].here - points[j].here;
-            if (line == Vector()) continue;
-            const Vector direction = line / std::abs(line), same = points[i].in_average - points[j].in_average;
-            turned += direction * std::conj(same);
-            mirrored += direction * same;
-            all += std::abs(same);
-        }
+    for (const Landmark& landmark : record.vertebrae)
+        if (const auto found = average.find(landmark.name); found != average.end())
+            points.add(landmark.position, found->second);
+    if (points.count() < fewest_landmarks) return Orientation::unknown;
+    const auto [turned, mirrored, all] = points.sums();
     if (!(all > 0)) return Orientation::unknown;
     const double as_turned = std::abs(turned), as_mirrored = std::abs(mirrored);
     if (std::max(as_turned, as_mirrored) < least_agreement * all ||

@@ -13,6 +13,31 @@ std::string quoted(const std::string& text) {
     return nlohmann::json(text).dump(-1, ' ', false, nlohmann::json::error_handler_t::replace);
 }
 
+// Thousands of cells a line are put together before they are appended to it.
+class Cells {
+ public:
+    explicit Cells(std::string& line) : line_(line) {}
+    void next(const std::optional<double>& value) {
+        if (std::end(bytes_) - end_ < static_cast<std::ptrdiff_t>(1 + shortest_room)) flush();
+        *end_++ = ',';
+        if (value) end_ = write_shortest(end_, *value);
+    }
+    void add(std::string_view text) {
+        flush();
+        line_ += text;
+    }
+
+ private:
+    void flush() {
+        line_.append(bytes_, end_);
+        end_ = bytes_;
+    }
+
+    std::string& line_;
+    char bytes_[4096];
+    char* end_ = bytes_;
+};
+
 }  // namespace
 
 BatchFormat::BatchFormat(Kind kind, const BatchColumns& columns) : kind_(kind), parts_(columns.parts) {
@@ -44,17 +69,16 @@ void BatchFormat::append(std::string& lines, std::size_t number, const Case& rec
     const std::string file = printable(record.file), notes = joined(record.notes, "; "),
                       remarks = joined(measured.remarks, "; ");
     const std::string sex = record.sex ? name_of(*record.sex) : "";
-    const std::string months =
-        record.birth && record.film ? std::to_string(months_at(*record.film, *record.birth)) : std::string();
+    const std::string months = measured.months ? std::to_string(*measured.months) : std::string();
     if (kind_ == Kind::csv) {
         lines += std::to_string(number) + "," + csv_field(file) + "," + csv_field(printable(record.name)) + "," +
                  name_of(record.kind) + "," + sex + "," + months + "," + csv_field(notes) + "," + csv_field(remarks);
+        Cells cells(lines);
         for_each_number(measured.items, [&](const std::optional<double>& value, std::string_view text) {
-            lines += ',';
-            if (value) lines += shortest(*value);
-            if (!text.empty()) lines += csv_field(text);
+            cells.next(value);
+            if (!text.empty()) cells.add(csv_field(text));
         });
-        lines += "\r\n";
+        cells.add("\r\n");
         return;
     }
     lines += number_mark() + std::to_string(number) + ",\"file\":" + quoted(file) + ",\"name\":" + quoted(record.name) +

@@ -10,7 +10,7 @@ namespace cephtool {
 namespace {
 
 // What a thread works on at a time: enough to make the handing over cheap, little enough to be held many times.
-constexpr std::size_t cases_a_portion = 32;
+constexpr std::size_t cases_a_portion = 128;
 constexpr std::size_t bytes_a_portion = std::size_t{1} << 20;
 constexpr std::size_t portions_a_thread = 4;
 
@@ -28,7 +28,7 @@ std::string place_of(const Error& error) {
 
 class Worker {
  public:
-    explicit Worker(const BatchWork& work) : work_(work), measurer_(work.columns, work.band) {}
+    explicit Worker(const BatchWork& work) : work_(work), reader_(work.options), measurer_(work.columns, work.band) {}
 
     void measure(Portion& portion) {
         portion.lines.clear();
@@ -44,7 +44,7 @@ class Worker {
             ++portion.failures;
         };
         try {
-            const Case record = read_case(text, work_.options);
+            const Case& record = reader_.read(text);
             if (std::ranges::none_of(work_.columns.analyses,
                                      [&](const BatchAnalysis& analysis) { return analysis.sheet(record.kind); })) {
                 throw text.source.error(std::string("this is a ") + name_of(record.kind) +
@@ -60,6 +60,7 @@ class Worker {
     }
 
     const BatchWork& work_;
+    CaseReader reader_;
     CaseMeasurer measurer_;
 };
 

@@ -13,15 +13,21 @@ constexpr std::size_t most_kept = 4096;
 
 }  // namespace
 
-const CaseMeasurer::Norms& CaseMeasurer::norms_of(const Analysis& analysis, const Case& record) {
-    const int months = record.birth && record.film ? months_at(*record.film, *record.birth) : -1;
+// Of the analyses in their order, as far as they are for the case's kind.
+const std::vector<CaseMeasurer::Norms>& CaseMeasurer::norms_of(const Case& record, std::optional<int> months) {
     if (known_norms_.size() > most_kept) known_norms_.clear();
-    const auto [found, is_new] = known_norms_.try_emplace({&analysis, record.sex, months, record.dental_stage});
-    if (!is_new) return found->second;
-    const NormBand band = norm_band(analysis, record, band_);
-    found->second.band = band.code;
-    for (const Remark& remark : band.remarks) found->second.remarks.push_back(remark.code);
-    return found->second;
+    const Grown grown(record.kind, record.sex, months, record.dental_stage);
+    if (const auto known = known_norms_.find(grown); known != known_norms_.end()) return known->second;
+    std::vector<Norms> all;
+    for (const BatchAnalysis& each : columns_.analyses) {
+        Norms& norms = all.emplace_back();
+        const Analysis* analysis = each.for_kind[static_cast<std::size_t>(record.kind)];
+        if (!analysis) continue;
+        const NormBand band = norm_band(*analysis, record, band_);
+        norms.band = band.code;
+        for (const Remark& remark : band.remarks) norms.remarks.push_back(each.name + ":" + remark.code);
+    }
+    return known_norms_.emplace(grown, std::move(all)).first->second;
 }
 
 ResultNumbers CaseMeasurer::numbers(const BatchAnalysis::Item& item, int sheet, SheetMeasurer& sheets, Sex sex,
@@ -40,16 +46,17 @@ const MeasuredCase& CaseMeasurer::measure(const Case& record) {
     all.clear();
     remarks.clear();
     for (const Remark& remark : record.remarks) remarks.push_back(remark.code);
+    measured_.months.reset();
+    if (record.birth && record.film) measured_.months = months_at(*record.film, *record.birth);
+    const std::vector<Norms>& all_norms = norms_of(record, measured_.months);
     bool same_norms = true;
     for (std::size_t index = 0; index < columns_.analyses.size(); ++index) {
         const BatchAnalysis& analysis = columns_.analyses[index];
         const std::size_t first = all.size();
         all.resize(first + analysis.items.size());
         if (!analysis.sheet(record.kind)) continue;
-        const Norms& norms = norms_of(*analysis.for_kind[static_cast<std::size_t>(record.kind)], record);
-        if (with_norms()) {
-            for (const std::string& code : norms.remarks) remarks.push_back(analysis.name + ":" + code);
-        }
+        const Norms& norms = all_norms[index];
+        if (with_norms()) remarks.insert(remarks.end(), norms.remarks.begin(), norms.remarks.end());
         const int sheet = static_cast<int>(index);
         for (std::size_t i = 0; i < analysis.items.size(); ++i) {
             const BatchAnalysis::Item& wanted = analysis.items[i];

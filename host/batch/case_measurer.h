@@ -22,6 +22,7 @@ struct BatchItem {
 struct MeasuredCase {
     std::vector<BatchItem> items;      // one for each item that has columns, in their order
     std::vector<std::string> remarks;  // their codes: "mirrored", and of one analysis "Steiner:band_given"
+    std::optional<int> months;         // completed ones of age
 };
 
 class CaseMeasurer {
@@ -33,14 +34,14 @@ class CaseMeasurer {
     const MeasuredCase& measure(const Case& record);
 
  private:
-    // The engine reads an analysis' stages from its file at every question: the answers are kept.
+    // Which norms of an analysis are a person's is found out once for all cases alike.
     struct Norms {
         int band = 0;
-        std::vector<std::string> remarks;  // codes
+        std::vector<std::string> remarks;  // codes, behind the analysis' name
     };
 
     bool with_norms() const { return columns_.parts.norms || columns_.parts.deviations; }
-    const Norms& norms_of(const Analysis& analysis, const Case& record);
+    const std::vector<Norms>& norms_of(const Case& record, std::optional<int> months);
     ResultNumbers numbers(const BatchAnalysis::Item& item, int sheet, SheetMeasurer& sheets, Sex sex, int band);
 
     const BatchColumns& columns_;
@@ -48,8 +49,9 @@ class CaseMeasurer {
     MeasuredCase measured_;
     std::optional<SheetMeasurer> sheets_[std::size(all_kinds)];
 
-    using Grown = std::tuple<const Analysis*, std::optional<Sex>, int, std::string>;  // … months, dental stage
-    std::map<Grown, Norms> known_norms_;
+    // … months, dental stage
+    using Grown = std::tuple<Kind, std::optional<Sex>, std::optional<int>, std::string>;
+    std::map<Grown, std::vector<Norms>> known_norms_;
 };
 
 }  // namespace cephtool

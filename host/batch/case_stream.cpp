@@ -29,12 +29,14 @@ Error moved(Error error, int lines) {
 
 }  // namespace
 
-Case read_case(const CaseText& text, const CaseOptions& options) {
+const Case& CaseReader::read(const CaseText& text) {
     if (text.failure) throw Error(*text.failure);
     try {
+        if (text.table && text.table->read_plain(text.source.text, record_, fields_))
+            return record_ = with_options(std::move(record_), text.source, options_);
         const Source source = checked_text(text.source);
-        if (text.table) return with_options(text.table->read(source), source, options);
-        return read_case(source, options);
+        record_ = text.table ? with_options(text.table->read(source), source, options_) : read_case(source, options_);
+        return record_;
     } catch (const Error& error) {
         throw moved(error, text.lines_before);
     }

@@ -22,8 +22,19 @@ struct CaseText {
     std::shared_ptr<const Error> failure;    // why there is no text
 };
 
-// Reads it. Throws an Error that speaks of its place in the file.
-Case read_case(const CaseText& text, const CaseOptions& options);
+// Reads one text after the other.
+class CaseReader {
+ public:
+    explicit CaseReader(CaseOptions options) : options_(std::move(options)) {}
+
+    // Valid until the next call. Throws an Error that speaks of its place in the file.
+    const Case& read(const CaseText& text);
+
+ private:
+    CaseOptions options_;
+    Case record_;
+    std::vector<std::string_view> fields_;
+};
 
 class CaseStream {
  public:

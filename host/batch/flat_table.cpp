@@ -1,11 +1,15 @@
 #include "host/batch/flat_table.h"
 
 #include <algorithm>
+#include <charconv>
+#include <cmath>
 
 #include "base/numbers.h"
 #include "base/suggestion.h"
+#include "base/utf8.h"
 #include "base/wording.h"
 #include "cases/case_names.h"
+#include "cases/case_record.h"
 #include "cases/case_settings.h"
 
 namespace cephtool {
@@ -24,6 +28,100 @@ std::size_t column_of(const CsvRow& row, const std::string& name) {
     const auto found = std::ranges::find(row.fields, name, &CsvField::text);
     return static_cast<std::size_t>(found - row.fields.begin());
 }
+
+// --- Rows with nothing out of the common: what these functions don't take is left to the readers of all formats.
+
+bool is_control(char c) {
+    return static_cast<unsigned char>(c) < ' ' || c == 0x7F;
+}
+
+// Well-formed text of one line, which no byte order mark and no remark begins.
+bool is_plain_line(std::string_view line) {
+    if (line.empty() || line.front() == ' ' || line.front() == '#' || line.starts_with("\xEF\xBB\xBF")) return false;
+    unsigned char control = 0, every = 0;
+    for (const char c : line) {
+        control |= is_control(c);
+        every |= static_cast<unsigned char>(c);
+    }
+    return !control && (every < 0x80 || first_malformed(line) == std::string_view::npos);
+}
+
+// The line's fields, quoted ones without their quotes; false for quotes within one, and for blanks and apostrophes
+// that a reader would take off.
+bool split(std::string_view line, std::vector<std::string_view>& fields) {
+    fields.clear();
+    for (std::size_t at = 0;; ++at) {
+        const bool quoted = at < line.size() && line[at] == '"';
+        const std::size_t begin = at + (quoted ? 1 : 0);
+        std::size_t end = begin;  // fields are short: a search of the library's takes longer
+        for (const char stop = quoted ? '"' : ','; end < line.size() && line[end] != stop;) ++end;
+        const std::string_view field = line.substr(begin, end - begin);
+        if (quoted && end++ == line.size()) return false;
+        if (end < line.size() && line[end] != ',') return false;
+        if (!field.empty() && (field.front() == '\'' || (!quoted && (field.front() == ' ' || field.back() == ' '))))
+            return false;
+        fields.push_back(field);
+        if (end == line.size()) return true;
+        at = end;
+    }
+}
+
+template <class Number>
+bool read_plain_number(std::string_view text, Number& number) {
+    const auto [end, failure] = std::from_chars(text.data(), text.data() + text.size(), number);
+    return failure == std::errc() && end == text.data() + text.size();
+}
+
+bool read_plain_coordinate(std::string_view text, double& coordinate) {
+    if (int whole = 0; read_plain_number(text, whole) && whole != 0) {
+        coordinate = whole;
+        return true;
+    }
+    return read_plain_number(text, coordinate) && std::isfinite(coordinate);
+}
+
+// 2024-03-05
+bool read_plain_date(std::string_view text, std::optional<Date>& date) {
+    if (text.size() != 10 || text[4] != '-' || text[7] != '-') return false;
+    unsigned year = 0, month = 0, day = 0;
+    if (!read_plain_number(text.substr(0, 4), year) || !read_plain_number(text.substr(5, 2), month) ||
+        !read_plain_number(text.substr(8), day))
+        return false;
+    date = Date(std::chrono::year(static_cast<int>(year)), std::chrono::month(month), std::chrono::day(day));
+    return date->ok() && year >= 1 && year <= last_year;
+}
+
+struct PlainSetting {
+    std::string_view key;
+    bool (*read)(std::string_view value, Case& record);
+};
+constexpr PlainSetting plain_settings[] = {
+    {"name",
+     [](std::string_view value, Case& record) {
+         record.name = value;
+         return !has_control_character(value);
+     }},
+    {"sex",
+     [](std::string_view value, Case& record) {
+         const bool male = value == "m" || value == name_of(Sex::male);
+         record.sex = male ? Sex::male : Sex::female;
+         return male || value == "f" || value == name_of(Sex::female);
+     }},
+    {"birth", [](std::string_view value, Case& record) { return read_plain_date(value, record.birth); }},
+    {"film", [](std::string_view value, Case& record) { return read_plain_date(value, record.film); }},
+    {"dental_stage",
+     [](std::string_view value, Case& record) {
+         record.dental_stage = value;
+         return std::ranges::find(dental_stages, value) != std::end(dental_stages);
+     }},
+    {"scale_mm_per_px",
+     [](std::string_view value, Case& record) {
+         double scale = 0;
+         const bool is_number = read_plain_number(value, scale);
+         record.mm_per_pixel = scale;
+         return is_number && is_scale(scale);
+     }},
+};
 
 }  // namespace
 
@@ -55,11 +153,60 @@ FlatTable::FlatTable(const Source& head) {
         const std::size_t equals = text.find('=');
         common_.emplace_back(trimmed(text.substr(0, equals)), trimmed(text.substr(equals + 1)));
     }
-    const auto is_kind = [](const auto& setting) { return setting.first == "kind"; };
-    if (std::ranges::any_of(common_, is_kind) || std::ranges::any_of(own_, is_kind)) return;
+    const bool common_kind =
+        std::ranges::find(common_, "kind", &std::pair<std::string, std::string>::first) != common_.end();
+    const bool own_kind = std::ranges::find(own_, "kind", &Own::key) != own_.end();
+    if (!common_kind && !own_kind) {
+        std::vector<NamedPoint> names;
+        for (const Point& point : points_) names.push_back({point.name, {}, 0});
+        kind_ = kind_of(names, head);
+    }
+    if (!own_kind) find_plain_start(head);
+}
+
+// Rows can be read plainly when all their landmarks are of the kind.
+void FlatTable::find_plain_start(const Source& head) {
+    CaseBuilder builder(head);
+    for (const auto& [key, value] : common_) read_setting(builder, head, key, value, 0);
+    if (!builder.kind_is_known()) builder.kind(kind_.value_or(Kind::lateral));
+    for (Own& own : own_) {
+        const auto setting = std::ranges::find(plain_settings, own.key, &PlainSetting::key);
+        if (setting == std::end(plain_settings)) return;
+        own.read_plain = setting->read;
+    }
     std::vector<NamedPoint> names;
-    for (const Point& point : points_) names.push_back({point.name, {}, 0});
-    kind_ = kind_of(names, head);
+    for (const Point& point : points_) names.push_back({point.name, {1, 1}, 0});
+    try {
+        add_points(builder, names, head);
+        Case start = builder.finished();
+        if (start.landmarks.size() + start.vertebrae.size() != points_.size() || !start.notes.empty()) return;
+        for (Point& point : points_)
+            point.vertebra = std::ranges::find(start.vertebrae, point.name, &Landmark::name) != start.vertebrae.end();
+        start.landmarks.clear();
+        start.vertebrae.clear();
+        plain_start_ = std::move(start);
+    } catch (const Error&) {  // each row will tell
+    }
+}
+
+bool FlatTable::read_plain(std::string_view line, Case& record, std::vector<std::string_view>& fields) const {
+    if (!plain_start_ || !is_plain_line(line) || !split(line, fields) || fields.size() != columns_) return false;
+    record = *plain_start_;
+    for (const Own& own : own_) {
+        const std::string_view value = fields[own.column];
+        if (!value.empty() && !own.read_plain(value, record)) return false;
+    }
+    if (record.birth && record.film && *record.film < *record.birth) return false;
+    for (const Point& point : points_) {
+        const std::string_view x = fields[point.x], y = fields[point.y];
+        if (x.empty() && y.empty()) continue;
+        Position position;
+        if (!read_plain_coordinate(x, position.x) || !read_plain_coordinate(y, position.y)) return false;
+        if (!(std::abs(position.x) <= largest_coordinate && std::abs(position.y) <= largest_coordinate)) return false;
+        if (counts_as_absent(position)) return false;
+        (point.vertebra ? record.vertebrae : record.landmarks).push_back({point.name, position});
+    }
+    return !record.landmarks.empty() || !record.vertebrae.empty();
 }
 
 void FlatTable::read_header(const CsvRow& row, const Source& head) {
@@ -71,10 +218,10 @@ void FlatTable::read_header(const CsvRow& row, const Source& head) {
         }
         const std::string setting = setting_of(field.text);
         if (!setting.empty()) {
-            if (std::ranges::find(own_, setting, [](const auto& own) { return own.first; }) != own_.end()) {
+            if (std::ranges::find(own_, setting, &Own::key) != own_.end()) {
                 throw head.error_at(field.at, "a second column that gives " + in_quotes(setting), "Keep one of them.");
             }
-            own_.emplace_back(setting, column);
+            own_.push_back({setting, column});
         } else if (field.text.ends_with("_x") || field.text.ends_with("_y")) {
             const std::string name = field.text.substr(0, field.text.size() - 2);
             const bool is_x = field.text.back() == 'x';
@@ -103,9 +250,9 @@ Case FlatTable::read(const Source& line) const {
     }
     CaseBuilder builder(line);
     for (const auto& [key, value] : common_) read_setting(builder, line, key, value, 0);
-    for (const auto& [key, column] : own_) {
-        const CsvField& field = row.fields[column];
-        if (!field.text.empty()) read_setting(builder, line, key, field.text, field.at);
+    for (const Own& own : own_) {
+        const CsvField& field = row.fields[own.column];
+        if (!field.text.empty()) read_setting(builder, line, own.key, field.text, field.at);
     }
     if (!builder.kind_is_known()) builder.kind(kind_.value_or(Kind::lateral));
     std::vector<NamedPoint> placed;

@@ -27,20 +27,33 @@ class FlatTable {
     // The case of a row. Throws an Error.
     Case read(const Source& line) const;
 
+    // The same, sooner, for a row that holds nothing out of the common, as nearly all do; else false, and `record` may
+    // hold anything. Memory of `record` and `fields` is used again.
+    bool read_plain(std::string_view line, Case& record, std::vector<std::string_view>& fields) const;
+
  private:
     struct Point {
         std::string name;
         std::size_t x = 0, y = 0;  // columns
+        bool vertebra = false;
+    };
+    // A setting of each row.
+    struct Own {
+        std::string key;
+        std::size_t column;
+        bool (*read_plain)(std::string_view value, Case& record) = nullptr;
     };
 
     void read_header(const CsvRow& row, const Source& head);
+    void find_plain_start(const Source& head);
 
     std::vector<std::pair<std::string, std::string>> common_;  // settings of all rows
-    std::vector<std::pair<std::string, std::size_t>> own_;     // settings of each row, by column
+    std::vector<Own> own_;                                     // settings of each row
     std::vector<Point> points_;
     std::vector<std::string> unknown_;
     std::size_t columns_ = 0;
-    std::optional<Kind> kind_;  // where neither setting tells it: as the names have it
+    std::optional<Kind> kind_;         // where neither setting tells it: as the names have it
+    std::optional<Case> plain_start_;  // what all rows begin with, when they can be read plainly
 };
 
 }  // namespace cephtool

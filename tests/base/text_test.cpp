@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <cmath>
 #include <sstream>
 
 #include "base/columns.h"
@@ -108,6 +109,18 @@ TEST(Numbers, ShortestTextGivesTheSameDouble) {
     for (const double value : {0.1, 1.0 / 3, 82.0, -1e-300, 1.7976931348623157e308, 90.00000001175155})
         EXPECT_EQ(number_from(shortest(value)), value);
     EXPECT_EQ(shortest(0.1), "0.1");
+    const auto written = [](double value) {
+        char text[shortest_room];
+        return std::string(text, write_shortest(text, value));
+    };
+    for (const int divisor : {1, 10, 100, 1000})
+        for (int whole = -10'001'000; whole <= 10'001'000; whole += whole > -2000 && whole < 2000 ? 1 : 997)
+            for (double value = static_cast<double>(whole) / divisor; const int ulps : {0, 1}) {
+                if (ulps > 0) value = std::nextafter(value, 1e9);
+                ASSERT_EQ(written(value), shortest(value));
+            }
+    for (const double value : {0.0, -0.0, 1e-310, 1.7976931348623157e308, 99999.99, 1e5, -1e-300, 1.0 / 3})
+        EXPECT_EQ(written(value), shortest(value));
 }
 
 TEST(Numbers, AreWrittenForPeople) {

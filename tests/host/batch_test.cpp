@@ -1,6 +1,8 @@
 #include <gmock/gmock.h>
 
+#include <algorithm>
 #include <map>
+#include <random>
 
 #include "base/csv.h"
 #include "base/system.h"
@@ -60,6 +62,40 @@ std::string flat_table(int count) {
         }
     }
     return text + "\n";
+}
+
+// Whatever stands in a row: the quick way gives what the reader of all rows gives, or leaves it to that one.
+TEST(Batch, ReadsPlainRowsAsAnyRow) {
+    std::string text = flat_table(40);
+    const std::size_t header = text.find("\n\"");
+    const auto commas = [](std::string_view line) { return static_cast<std::size_t>(std::ranges::count(line, ',')); };
+    const std::size_t all = commas(text.substr(0, header));
+    for (const std::string row : {"z,m,,,x,0,0,1,1", "z,m,2012-02-29,2012-02-28,x,1,1", "z,m,,,x", "z,m,,,x,1,", "z,m"})
+        text += row + std::string(all - commas(row), ',') + "\n";
+    const FlatTable table({"flat.csv", text.substr(0, header)});
+    const unsigned seed = std::random_device()();
+    std::mt19937 random(seed);
+    std::istringstream lines(text.substr(header + 1));
+    Case record;
+    std::vector<std::string_view> fields;
+    int plain = 0;
+    const std::string_view damage[] = {"\"",  "\"\"",    ",", " ",  "'",  "=", "#",    "+",        "-",
+                                       ".",   "e9",      "0", "-0", "\t", "é", "\x80", "\xC2\x85", "\xEF\xBB\xBF",
+                                       "inf", "1000001", "9", "IIA"};
+    for (std::string line; std::getline(lines, line);)
+        for (int i = 0; i < 200; ++i) {
+            std::string row = line;
+            for (int changes = i % 4; changes > 0; --changes) {
+                const std::size_t at = random() % (random() % 3 ? row.size() : 60);
+                row.replace(at, random() % 4, damage[random() % std::size(damage)]);
+            }
+            if (!table.read_plain(row, record, fields)) continue;
+            const Case expected = table.read(checked_text({"flat.csv", row}));
+            ASSERT_EQ(to_json(record), to_json(expected)) << row << "\nseed " << seed;
+            ASSERT_TRUE(expected.notes.empty() && expected.remarks.empty()) << row;
+            plain += i % 4 == 0;
+        }
+    EXPECT_EQ(plain, 40 * 50);
 }
 
 // What analyze says of the same cases, one by one: every value, mean, SD and deviation to the last digit.
