@@ -91,8 +91,11 @@ ReadHeader read_film_header(const std::string& path) try {
 }
 
 bool is_dicom(const std::string& path) {
+    const fs::path file(std::u8string(path.begin(), path.end()));
+    std::error_code failure;
+    if (!fs::is_regular_file(file, failure)) return false;  // opening a pipe waits for who writes to it
     std::string begin(512, '\0');
-    std::ifstream in(fs::path(std::u8string(path.begin(), path.end())), std::ios::binary);
+    std::ifstream in(file, std::ios::binary);
     in.read(begin.data(), static_cast<std::streamsize>(begin.size()));
     begin.resize(static_cast<std::size_t>(in.gcount()));
     return begins_as_dicom(begin);
