@@ -21,7 +21,7 @@ CPointD point(const MeasuredShape& shape, std::size_t i) {
 // A face of whole and broken coordinates, its own landmark and a virtual one.
 tool::Subject face(double shift) {
     tool::Subject subject{.mm_per_pixel = 0.1, .sex = tool::Sex::female, .age_years = 12.2};
-    int seed = 1;
+    unsigned seed = 1;
     for (int slot = 0; slot < LandmarkTable::Count(0); ++slot) {
         seed = seed * 48271 % 65537;
         subject.landmarks.push_back(
