@@ -117,7 +117,8 @@ void settle_scale(Case& record, const Source& source, const CaseOptions& options
 std::string image_seen_from(const std::string& case_file, const std::string& image) {
     const std::filesystem::path path = path_from_utf8(image), here = ".";
     const std::filesystem::path folder = path_from_utf8(case_file).parent_path();
-    if (path.has_root_path() || folder.empty()) return image;
+    if (path.has_root_path()) return image;
+    if (folder.empty()) return utf8_from_path(path.generic_u8string());
     std::error_code error;
     std::filesystem::path way = std::filesystem::relative(here / path, here / folder, error);
     if (way.empty()) way = std::filesystem::absolute(path, error);  // on another drive
