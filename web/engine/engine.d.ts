@@ -1,0 +1,436 @@
+// The measuring engine: the library and its rooms cases, results, tracing and report, compiled to WebAssembly.
+//
+// Coordinates are pixels of the film as its file stores it, x to the right, y down, whole or fractional; a lateral face
+// looks right. (0, 0) means "not placed". Lengths are mm at the patient, angles degrees. Texts come in the language that
+// is asked for; messages of errors and checks are English.
+//
+// Every call that fails throws an EngineError with the library's own message. Nothing is fetched, nothing leaves.
+
+/** Loads the module, whose bytes lie in the script itself (gzip, base64), so that no fetch is needed. */
+export function loadEngine(): Promise<Engine>;
+
+export type Kind = "lateral" | "frontal" | "model";
+export type Sex = "male" | "female";
+export type Language = "en" | "ja";
+/** Of a lateral film: sheets of diagnosis and surgery are measured on the same landmarks. */
+export type Group = "lateral" | "diagnosis" | "surgery" | "frontal" | "model";
+/** Hellman's; also Engine.dentalStages. */
+export type DentalStage = "I" | "IIA" | "IIC" | "IIIA" | "IIIB" | "IIIC" | "IVA" | "IVC" | "VA";
+
+export interface Point {
+  x: number;
+  y: number;
+}
+
+export class EngineError extends Error {
+  /** "" when no file is at fault. */
+  readonly file: string;
+  /** From 1; 0: the file as a whole. */
+  readonly line: number;
+  /** From 1, in characters. */
+  readonly column: number;
+  /** The faulty line, "" without one. */
+  readonly excerpt: string;
+  /** What to do about it, "" when there is nothing to say. */
+  readonly wayOut: string;
+}
+
+/** `message` has the words, in the language asked for; `code` is short and stable (docs/formats.md#remarks). */
+export interface Remark {
+  code: string;
+  message: string;
+}
+
+/** What the checker finds: `cephtool check`. */
+export interface Problem {
+  file: string;
+  line: number;
+  column: number;
+  /** Worth knowing, but it can be meant so. */
+  note: boolean;
+  /** What was found and the way out. */
+  message: string;
+}
+
+/** `name` may be a path: "CalcForm/list.txt", or "our-clinic/CalcForm/list.txt" as a folder picker gives it. */
+export interface NamedBytes {
+  name: string;
+  bytes: Uint8Array;
+}
+
+export interface Engine {
+  readonly version: string;
+  readonly dentalStages: readonly DentalStage[];
+  readonly caseFormats: readonly CaseFormat[];
+
+  /** The analyses that ship. */
+  shippedFolder(): AnalysisFolder;
+  /**
+   * A clinic's own folder, or a single definition file (one file that is not in a folder CalcForm…): then its analysis
+   * is there once for each kind. Files are as they stand in the folder, in code page 932. Throws when there is nothing
+   * in it to measure with; slips are in `problems`.
+   */
+  openFolder(files: readonly NamedBytes[]): AnalysisFolder;
+
+  /** Of the kind's table, in its order. */
+  landmarks(kind: Kind): readonly LandmarkInfo[];
+  /** The made-up average face that guides placing; nothing for casts. */
+  averageFace(kind: Kind): AverageFace | null;
+
+  /** Any of the formats, told apart by content and extension. A TPS file holds any number of cases. */
+  readCases(name: string, bytes: Uint8Array, options?: ReadOptions): ReadCase[];
+  /**
+   * `lost` says what the format has no place for. Reading the bytes again gives the same landmarks. Throws when the
+   * format can't hold the case.
+   */
+  writeCase(record: Case, format: CaseFormatName): { bytes: Uint8Array; lost: string[] };
+
+  /** A new session; the case may be empty but for its kind. */
+  measure(record: Case): Session;
+
+  /** A date as people write it, western or of an era ("2012-03-31", "H24.3.31", "平成24年3月31日"), as YYYY-MM-DD. */
+  readDate(text: string): string;
+  /** "令和6年3月5日" of a YYYY-MM-DD in Japanese, the date itself else; the latter also for a day of no era. */
+  showDate(date: string, language: Language): string;
+  /** Completed years and months, and the years that stages go by. Throws when the film is older than the patient. */
+  age(birth: string, film: string, language: Language): { years: number; months: number; exactYears: number; text: string };
+  eras(): readonly { code: string; name: string }[];
+
+  /** Values and charts, or all of a report, as pages; of up to three films of one kind, oldest first. */
+  report(films: readonly ReportFilm[], analyses: readonly Analysis[], language: Language): SvgPage[];
+  chart(films: readonly ReportFilm[], analyses: readonly Analysis[], language: Language): SvgPage;
+  /** As `cephtool analyze --format csv` and json. */
+  resultsCsv(records: readonly Case[], analyses: readonly Analysis[]): string;
+  resultsJson(records: readonly Case[], analyses: readonly Analysis[]): string;
+}
+
+/** `svg` has its size in millimetres. */
+export interface SvgPage {
+  svg: string;
+  widthMm: number;
+  heightMm: number;
+}
+
+/** The film under a tracing: a JPEG or PNG file's bytes, in the pixels of the case. */
+export interface FilmPicture {
+  bytes: Uint8Array;
+  width: number;
+  height: number;
+}
+
+export interface ReportFilm {
+  record: Case;
+  film?: FilmPicture;
+}
+
+// ---- Landmarks -----------------------------------------------------------------------------------------------------
+
+export interface LandmarkInfo {
+  /** As in formulas: "Pog(R)". */
+  name: string;
+  title: { en: string; ja: string };
+  /** "" where the project has none (points of casts have a title at most). English. */
+  definition: string;
+  /** How it is found on the film: by eye, or how it is constructed. English. */
+  howFound: string;
+  /** On the average face, in its pixels; null where that lacks it. */
+  onAverageFace: Point | null;
+  /** Found by construction, not by eye; `howFound` says how. */
+  constructed: boolean;
+  /** Where other landmarks determine it: the formula language's expression and what it needs. See Session.construct. */
+  construction: { expression: string; from: string[] } | null;
+}
+
+export type Tissue = "hard" | "soft" | "tooth";
+
+export interface Outline {
+  name: string;
+  tissue: Tissue;
+  /** To be drawn thinner. */
+  fine: boolean;
+  closed: boolean;
+  /** A smooth curve through all of them (uniform Catmull-Rom). */
+  points: Point[];
+}
+
+export interface AverageFace {
+  mmPerPixel: number;
+  landmarks: { name: string; x: number; y: number }[];
+  outlines: Outline[];
+}
+
+// ---- Analyses ------------------------------------------------------------------------------------------------------
+
+export interface AnalysisFolder {
+  /** Of the checker: nothing of the shipped folder. */
+  readonly problems: readonly Problem[];
+  analyses(kind: Kind): readonly Analysis[];
+  modes(kind: Kind): readonly DisplayMode[];
+  /** Frees its memory; not for the shipped one. Sessions and analyses of it must not be used any more. */
+  delete(): void;
+}
+
+export interface Analysis {
+  /** Of this engine; different for each analysis of each folder. */
+  readonly id: number;
+  readonly kind: Kind;
+  readonly group: Group;
+  /** "Steiner": the file's name without extension. */
+  readonly name: string;
+  readonly title: string;
+  readonly comment: string;
+  /** How old, in completed years, the people were that the norms were taken from. */
+  readonly ages: { from: number; to: number | null } | null;
+  /** What must be known of the patient for its norms. */
+  readonly wants: { sex: boolean; age: boolean; dentalStage: boolean };
+  readonly items: readonly Item[];
+  /** All that its formulas name, in the order in which a person places them: that of the kind's table, others last. */
+  readonly landmarks: readonly string[];
+}
+
+export interface Item {
+  readonly name: string;
+  /** Of the items below it; then only the name counts. */
+  readonly heading: boolean;
+  readonly unit: "deg" | "mm" | "%" | "SD" | "";
+  readonly formula: string;
+  /** 0 to 2: the value column that its author wants. */
+  readonly column: number;
+  /** To be set off from the others. */
+  readonly marked: boolean;
+  /** What a positive value means, "" when the file does not say. */
+  readonly sign: { en: string; ja: string };
+  readonly landmarks: readonly string[];
+}
+
+/** What a tracing shows: its lines and values. */
+export interface DisplayMode {
+  readonly id: number;
+  readonly kind: Kind;
+  readonly name: string;
+  readonly title: string;
+}
+
+// ---- Cases ---------------------------------------------------------------------------------------------------------
+
+/** The program's case JSON, as docs/case_format.md has it; keys that begin with "x-" are kept. */
+export interface Case {
+  format: "cephtool-case";
+  version: 1;
+  name?: string;
+  kind: Kind;
+  sex?: Sex;
+  /** YYYY-MM-DD. */
+  birth?: string;
+  film?: string;
+  side?: "left" | "right";
+  dental_stage?: DentalStage;
+  image?: string;
+  /** At the patient. Without it no length is measured; the program wants it, or the film's header, when it reads. */
+  mm_per_pixel?: number;
+  landmarks: Record<string, [number, number]>;
+  /** C3ua … C4lp, of lateral films: for the bone age. */
+  vertebrae?: Record<string, [number, number]>;
+  /** Own landmarks: names of 1 to 5 bytes in code page 932, at most 100. */
+  user?: Record<string, [number, number]>;
+  virtual?: Record<string, string>;
+  outlines?: { name: string; closed: boolean; points: [number, number][]; anchors: string[] }[];
+  /** Of a cast: the category that was judged. */
+  palate?: number;
+  [foreign: `x-${string}`]: unknown;
+}
+
+export type CaseFormatName = "json" | "csv" | "tps" | "slicer" | "fcsv" | "challenge";
+
+export interface CaseFormat {
+  name: CaseFormatName;
+  /** ".mrk.json" */
+  extension: string;
+}
+
+export interface ReadOptions {
+  /** Names of the points of a TPS or challenge file in their order; "-" passes one over. */
+  landmarks?: string[];
+  /** In pixels, for y that points up. */
+  imageHeight?: number;
+  mmPerPixel?: number;
+  sex?: Sex;
+  /** Turns x (y) round, unless signs are seen to hold. */
+  mirror?: boolean;
+  flipY?: boolean;
+  language?: Language;
+}
+
+export interface ReadCase {
+  record: Case;
+  /** What changes how its numbers are to be read. */
+  remarks: Remark[];
+  /** What the reader took for granted or left out. English. */
+  notes: string[];
+}
+
+// ---- Measuring -----------------------------------------------------------------------------------------------------
+
+/** One film or cast that is being measured. Nothing is computed before it is asked for. */
+export interface Session {
+  /** The case as it stands, to be kept. Writing it as JSON.stringify does gives a file that cephtool reads. */
+  record(): Case;
+  /** Takes another case in its place: undo, or a patient's facts. Of the session's kind. */
+  setRecord(record: Case): void;
+  /** Places or moves a landmark: of the kind's table, a vertebra's, or else the person's own. */
+  place(name: string, x: number, y: number): void;
+  /** Nothing happens when it is not placed. */
+  remove(name: string): void;
+  /** mm a pixel at the patient, 0.000001 to 1000000; null: not known. */
+  setScale(mmPerPixel: number | null): void;
+
+  /** Whose rows `measure` gives, one after the other. Of the session's kind. */
+  choose(analyses: readonly Analysis[]): void;
+  /** One for each item of the chosen analyses, headings included, in their order. */
+  readonly rows: readonly Row[];
+  /** What the choice needs, in the order in which a person places them. */
+  readonly neededLandmarks: readonly string[];
+
+  /** All rows anew, numbers only: the call for each frame of a drag. */
+  measure(): Numbers;
+  /** The same rows in words, as of the last `measure`; `rows` picks some. */
+  texts(language: Language, rows?: readonly number[]): RowText[];
+  /** What holds for all rows: mirrored, y up, no scale, norms that end, norms by sex. */
+  remarks(language: Language): Remark[];
+  /** Of each chosen analysis: which norms count, in words, and remarks on them. */
+  norms(language: Language): { analysis: Analysis; words: string; remarks: Remark[] }[];
+  /** What a row measures, to be drawn; [] for headings, casts, and rows without result. */
+  shapes(row: number): Shape[];
+
+  /** Where the point lies that an expression of the formula language makes: "mid([U1],[L1])". Null when it needs a
+   * landmark that is missing. Throws for what is no expression. */
+  construct(expression: string): Point | null;
+  /** The case's virtual landmarks and, where LandmarkInfo has a construction, landmarks that are not placed. */
+  constructed(): { name: string; x: number; y: number; from: string[] }[];
+  /** Where the landmark is likely: the average face bent to the landmarks that are placed (thin-plate spline). Null
+   * before three are placed, and for landmarks that the average face lacks. */
+  suggest(name: string): Point | null;
+
+  /** Throws without a scale: labels and outlines are in mm. */
+  tracing(options: TracingOptions): Tracing;
+  /** As a drawing with its size in millimetres, over the film where one is given. */
+  tracingSvg(options: TracingOptions & { film?: FilmPicture; style?: "paper" | "film" }): SvgPage;
+  /** An earlier case's tracing in this case's pixels, lengths in mm kept. Throws when a landmark of the plane is missing. */
+  superimpose(earlier: Case, on: Registration, options: TracingOptions): Tracing;
+
+  /** Age, dental stage, Ricketts stage and bone age. */
+  growth(language: Language): GrowthFinding[];
+  delete(): void;
+}
+
+/** S-N at S; ANS-PNS at ANS; mandibular plane (Me-Go) at Me. */
+export type Registration = "cranial-base" | "palatal-plane" | "mandibular-plane";
+
+export interface Row {
+  readonly analysis: Analysis;
+  readonly item: Item;
+}
+
+/** Views into the engine's memory: valid until the next call of anything of the engine; copy what is to be kept. */
+export interface Numbers {
+  /** One a row; NaN where there is none. */
+  readonly value: Float64Array;
+  readonly mean: Float64Array;
+  readonly sd: Float64Array;
+  /** Of the value from the mean, in SD. */
+  readonly deviation: Float64Array;
+  /** One a row: see RowState. */
+  readonly state: Uint8Array;
+}
+
+/** What a row shows. */
+export const RowState: {
+  readonly heading: 0;
+  readonly value: 1;
+  readonly text: 2;
+  readonly missing: 3;
+  readonly noFormula: 4;
+  readonly notFinite: 5;
+  readonly differsBySex: 6;
+  readonly atOnePlace: 7;
+  readonly parallel: 8;
+  readonly differsByBand: 9;
+  /** A length, or what rests on one, without a scale. */
+  readonly noScale: 10;
+};
+
+export interface RowText {
+  row: number;
+  /** "82.3"; of a text item its verdict; "" without result. */
+  value: string;
+  /** In brackets when the norms are of people who were not of the patient's age. */
+  mean: string;
+  sd: string;
+  /** "+2.43" */
+  deviation: string;
+  /** One for every whole SD: "**", "*****+". */
+  stars: string;
+  /** Landmarks that the value needs and the case lacks. */
+  missing: string[];
+  /** The same for the norm. */
+  normMissing: string[];
+  /** Why there is no value when no landmark is missing, "" with one. */
+  reason: string;
+}
+
+/**
+ * What a formula measured or constructed. `points`, by kind: length, length_right, length_down: from, to; angle: end of
+ * a side, vertex, end of the other; line_angle: from, to of each line; middle: two points, the middle; foot: a point, the
+ * two of the line, the foot; crossing: the two of each line, where they meet; bisector: vertex, a point on each side, the
+ * point; extension: from, to, the point beyond; effective_a: N, A, U1R, U1, U1C, the point.
+ */
+export interface Shape {
+  kind:
+    | "length"
+    | "length_right"
+    | "length_down"
+    | "angle"
+    | "line_angle"
+    | "middle"
+    | "foot"
+    | "crossing"
+    | "bisector"
+    | "extension"
+    | "effective_a";
+  points: Point[];
+  /** The lines to draw it with. */
+  segments: { from: Point; to: Point }[];
+  /** The angle's arc: about `at` from direction `from` to direction `to`, radians clockwise from the right (y down), the
+   * shorter way round; null for what is no angle and for parallel lines. */
+  arc: { at: Point; from: number; to: number } | null;
+}
+
+export interface TracingOptions {
+  mode?: DisplayMode;
+  /** own: the case's outlines where it has any; fitted: those of the average face. */
+  outlines: "own" | "fitted" | "none";
+  /** For values of the display mode; the shipped folder's without it. */
+  folder?: AnalysisFolder;
+}
+
+/** In pixels of the film. */
+export interface Tracing {
+  outlines: Outline[];
+  lines: { name: string; from: Point; to: Point; colour: string; bold: boolean }[];
+  landmarks: { name: string; x: number; y: number }[];
+  /** `at` is the upper left corner; `sizePt` the height of the letters at true size. */
+  values: { text: string; at: Point; colour: string; sizePt: number }[];
+  /** What was left out, and why. English. */
+  notes: string[];
+}
+
+export interface GrowthFinding {
+  what: string;
+  /** "12 years 3 months", "IIIB", "5"; "" when it was not found out. */
+  result: string;
+  years: number | null;
+  /** What the case lacks: a key of the case format or a point of a vertebra. */
+  missing: string[];
+  reason: string;
+  grounds: { name: string; text: string }[];
+}
