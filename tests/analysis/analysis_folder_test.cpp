@@ -75,7 +75,7 @@ TEST(AnalysisFolder, TellsWhatCannotBeRead) {
     EXPECT_THAT(problems, ElementsAre("gone.txt", "folder!"));
     ASSERT_EQ(folder.analyses(Kind::lateral).size(), 1u);
     const tool::Analysis& own = folder.analyses(Kind::lateral)[0];
-    EXPECT_EQ(own.title(), "Own");
+    EXPECT_THAT(own.title(), testing::StrCaseEq("own"));  // Windows keeps the spelling of the list
     EXPECT_EQ(own.place(), 1);
     EXPECT_TRUE(own.inputs().sex);
     EXPECT_THAT(own.inputs().landmarks, ElementsAre("S", "N", "X1"));
