@@ -115,9 +115,10 @@ std::string copy_pixels(const DicomElement& pixels, const DicomPicture& picture,
     return {};
 }
 
-std::string unpack(const TransferSyntax& syntax, const DicomElement& pixels, DicomPicture& picture, std::uint8_t* to) {
+std::string unpack(const TransferSyntax& syntax, const DicomElement& pixels, DicomPicture& picture,
+                   const DicomRoom& room) {
     if (!pixels.no_length) {
-        if (syntax.packing == DicomPacking::none) return copy_pixels(pixels, picture, to);
+        if (syntax.packing == DicomPacking::none) return copy_pixels(pixels, picture, room());
         return "its pixels are to be compressed, but lie there as one value, at byte " + std::to_string(pixels.at);
     }
     std::string error;
@@ -125,12 +126,12 @@ std::string unpack(const TransferSyntax& syntax, const DicomElement& pixels, Dic
     if (!error.empty()) return error;
     if (fragments.size() < 2) return "its pixels have no fragment, at byte " + std::to_string(pixels.at);
     switch (syntax.packing) {
-        case DicomPacking::rle: error = unpack_rle(fragments, picture, to); break;
+        case DicomPacking::rle: error = unpack_rle(fragments, picture, room()); break;
 #ifdef TOOL_FILM_DCMTK
-        case DicomPacking::dcmtk: error = unpack_by_dcmtk(syntax, fragments, picture, to); break;
+        case DicomPacking::dcmtk: error = unpack_by_dcmtk(syntax, fragments, picture, room()); break;
 #endif
 #ifdef TOOL_FILM_JPEG2000
-        case DicomPacking::jpeg2000: error = unpack_jpeg2000(fragments, picture, to); break;
+        case DicomPacking::jpeg2000: error = unpack_jpeg2000(fragments, picture, room); break;
 #endif
         case DicomPacking::none: return "its pixels lie in fragments, but are to be uncompressed";
         default: return std::string("this build does without a library for ") + syntax.compression;
@@ -188,12 +189,17 @@ Film film_of(const DicomDataSet& data, const TransferSyntax& syntax, std::size_t
         return damaged(copy_pixels(pixels, picture, nullptr));
     std::string error;
     if (picture.samples == 1 && picture.allocated == 16) {
-        film.grey.resize(columns * rows);
-        error = unpack(syntax, pixels, picture, reinterpret_cast<std::uint8_t*>(film.grey.data()));
+        error = unpack(syntax, pixels, picture, [&] {
+            film.grey.resize(columns * rows);
+            return reinterpret_cast<std::uint8_t*>(film.grey.data());
+        });
         if (error.empty()) make_grey(picture, film);
     } else {
-        std::vector<std::uint8_t> samples(picture.frame_bytes());
-        error = unpack(syntax, pixels, picture, samples.data());
+        std::vector<std::uint8_t> samples;
+        error = unpack(syntax, pixels, picture, [&] {
+            samples.resize(picture.frame_bytes());
+            return samples.data();
+        });
         if (error.empty() && picture.samples == 1) {
             film.grey.assign(samples.begin(), samples.end());
             make_grey(picture, film);

@@ -1,6 +1,10 @@
 #include <openjpeg.h>
+#ifdef __linux__
+#include <sys/mman.h>
+#endif
 
 #include <algorithm>
+#include <array>
 #include <cstring>
 #include <memory>
 #include <thread>
@@ -85,18 +89,45 @@ std::string_view first_code_stream(const std::vector<std::string_view>& fragment
     return room;
 }
 
-// OpenJPEG takes a second for a film of 7 million pixels on one core.
+// OpenJPEG takes 0.6 s for a film of 7 million pixels on one core.
 void share_work(opj_codec_t* codec, const DicomPicture& picture) {
     constexpr std::size_t worth_threads = 1'000'000;  // bytes
     const unsigned threads = std::min(4u, std::thread::hardware_concurrency());
     if (threads > 1 && picture.frame_bytes() > worth_threads) opj_codec_set_threads(codec, static_cast<int>(threads));
 }
 
+// Gives the pages that lie wholly within this memory back to the system; it holds nothing from then on, and is freed as
+// before. Elsewhere than on Linux it does nothing.
+void give_back([[maybe_unused]] std::uint8_t* from, [[maybe_unused]] std::size_t size) {
+#ifdef __linux__
+    constexpr std::size_t page = 65536;  // of any processor that Linux runs on
+    const std::size_t skipped = (page - reinterpret_cast<std::uintptr_t>(from) % page) % page;
+    if (size < skipped + page) return;
+    madvise(from + skipped, (size - skipped) / page * page, MADV_DONTNEED);
+#endif
+}
+
+// OpenJPEG unpacks to 32 bits. Packs them as `Sample` at the beginning of their own memory and gives the rest of it
+// back, so that it does not lie beside the film that is made of it.
+template <class Sample>
+const std::uint8_t* packed(OPJ_INT32* samples, std::size_t count) {
+    auto* const bytes = reinterpret_cast<std::uint8_t*>(samples);
+    std::array<Sample, 4096> block;
+    for (std::size_t at = 0; at < count; at += block.size()) {
+        const std::size_t some = std::min(block.size(), count - at);
+        for (std::size_t i = 0; i < some; ++i) block[i] = static_cast<Sample>(samples[at + i]);
+        std::memcpy(bytes + at * sizeof(Sample), block.data(), some * sizeof(Sample));
+    }
+    give_back(bytes + count * sizeof(Sample), count * (sizeof(OPJ_INT32) - sizeof(Sample)));
+    return bytes;
+}
+
 }  // namespace
 
-std::string unpack_jpeg2000(const std::vector<std::string_view>& fragments, DicomPicture& picture, std::uint8_t* to) {
-    std::string room;
-    const std::string_view code_stream = first_code_stream(fragments, picture.frames, room);
+std::string unpack_jpeg2000(const std::vector<std::string_view>& fragments, DicomPicture& picture,
+                            const DicomRoom& room) {
+    std::string joined;
+    const std::string_view code_stream = first_code_stream(fragments, picture.frames, joined);
     Bytes bytes{code_stream};
     std::string message;
     const auto damaged = [&](const char* otherwise) { return message.empty() ? otherwise : message; };
@@ -115,19 +146,19 @@ std::string unpack_jpeg2000(const std::vector<std::string_view>& fragments, Dico
     if (!is_as_described(*image, picture)) return "it is of another size or kind than the header says";
     if (!opj_decode(codec.get(), stream.get(), image.get())) return damaged("it is damaged or ends early");
     if (!is_as_described(*image, picture)) return "it is of another size or kind than the header says";
+    const auto samples = static_cast<std::size_t>(picture.samples);
     const std::size_t pixels = static_cast<std::size_t>(picture.rows) * static_cast<std::size_t>(picture.columns);
-    for (int sample = 0; sample < picture.samples; ++sample) {
-        const OPJ_INT32* const from = image->comps[sample].data;
+    std::array<const std::uint8_t*, 3> parts{};
+    for (std::size_t i = 0; i < samples; ++i) {
+        OPJ_INT32* const from = image->comps[i].data;
         if (!from) return "a colour is missing";
-        const std::size_t step = static_cast<std::size_t>(picture.samples), first = static_cast<std::size_t>(sample);
-        for (std::size_t i = 0; i < pixels; ++i) {
-            if (picture.allocated == 8) {
-                to[i * step + first] = static_cast<std::uint8_t>(from[i]);
-            } else {
-                const auto value = static_cast<std::uint16_t>(from[i]);
-                std::memcpy(to + 2 * (i * step + first), &value, 2);
-            }
-        }
+        parts[i] = picture.allocated == 8 ? packed<std::uint8_t>(from, pixels) : packed<std::uint16_t>(from, pixels);
+    }
+    std::uint8_t* const to = room();
+    if (samples == 1) {
+        std::memcpy(to, parts[0], picture.frame_bytes());
+    } else {  // of colours all have 8 bits
+        for (std::size_t i = 0; i < pixels * samples; ++i) to[i] = parts[i % samples][i / samples];
     }
     if (picture.samples > 1) picture.planes = false, picture.photometric = "RGB";
     return {};

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -37,13 +38,17 @@ struct DicomPicture {
     }
 };
 
-// Writes the first picture's samples to `to`, which has room for frame_bytes(), in the machine's byte order. Gives what
-// is wrong, "" when nothing is. Each takes the fragments that stand in the file, two at least, the first of which is
-// their table.
+// Takes the memory for the samples, of frame_bytes(), when it is called.
+using DicomRoom = std::function<std::uint8_t*()>;
+
+// Writes the first picture's samples to `to`, which has room for frame_bytes(), or to `room`, in the machine's byte
+// order. Gives what is wrong, "" when nothing is. Each takes the fragments that stand in the file, two at least, the
+// first of which is their table.
 std::string unpack_rle(const std::vector<std::string_view>& fragments, DicomPicture& picture, std::uint8_t* to);
 std::string unpack_by_dcmtk(const TransferSyntax& syntax, const std::vector<std::string_view>& fragments,
                             DicomPicture& picture, std::uint8_t* to);
-std::string unpack_jpeg2000(const std::vector<std::string_view>& fragments, DicomPicture& picture, std::uint8_t* to);
+std::string unpack_jpeg2000(const std::vector<std::string_view>& fragments, DicomPicture& picture,
+                            const DicomRoom& room);
 
 // A text of a DICOM header, whose character sets it names ("\\ISO 2022 IR 87"), in UTF-8. What has no place there, or
 // all that is neither ASCII nor katakana in a build without iconv, becomes "?".
