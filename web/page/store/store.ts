@@ -29,8 +29,8 @@ export interface CaseEntry {
 }
 
 /**
- * A case as it is kept. `document` is the page's own value, which must be JSON; the store doesn't look into it. `revision`
- * grows by one with each change, so that a tab notices that another has been faster.
+ * A case as it is kept. `document` is the page's own value, which must be JSON and is never changed in place; the store
+ * doesn't look into it. `revision` grows by one with each save, so that a tab notices that another has been faster.
  */
 export interface StoredCase<Document> {
   readonly entry: CaseEntry;
@@ -58,7 +58,7 @@ export type SaveState =
   | { readonly kind: "failed"; readonly why: SaveFailure; readonly detail: string };
 
 /**
- *  full: the disk or the browser's share of it
+ *  full: the disk or the browser's share of it; tried again until there is room
  *  conflict: another tab has changed the same case since; `resolve` says whose is kept
  *  closed: the browser has closed or lost the database
  *  other: `detail` has the browser's words
@@ -75,7 +75,7 @@ export interface Store<Document> {
   openCase(id: CaseId): Promise<StoredCase<Document> | null>;
   /**
    * Saves after a change, in the order of the calls, without the caller waiting: while one write is under way the latest
-   * value of each case waits for the next. `saveState` tells how it went.
+   * value of each case waits for the next. `saveState` tells how it went. What fails is kept and tried again.
    */
   saveCase(entry: CaseEntry, document: Document): void;
   deleteCase(id: CaseId): Promise<void>;
@@ -94,11 +94,12 @@ export interface Store<Document> {
   /** Calls `listener` when another tab has changed a case or the list ("" for the list). */
   onOtherTab(listener: (id: CaseId | "") => void): () => void;
 
-  /** Everything as one file (ZIP: patients.json, cases/, films/). */
+  /** Everything as one file (`archive.ts`), however large: films are not read into memory. */
   exportAll(): Promise<Blob>;
   /**
-   * Adds what such a file holds. A case that is here too is kept in its later revision. The file is checked whole before
-   * anything is written; throws StoreError ("damaged") that names the entry.
+   * Adds what such a file holds: patients, cases and films that are not here, and cases that were changed later there. The
+   * file is checked whole before anything is written, and all is written or nothing. Throws StoreError: "damaged" with
+   * the place, "full".
    */
   importAll(file: Blob): Promise<ImportCount>;
   close(): void;
@@ -108,15 +109,16 @@ export interface ImportCount {
   readonly patients: number;
   readonly cases: number;
   readonly films: number;
-  /** Cases that are here in the same or a later revision. */
+  /** Cases that were here already and not older. */
   readonly left: number;
 }
 
+/** `message` has the browser's words, or the place of the damage. */
 export class StoreError extends Error {
-  constructor(
-    readonly why: SaveFailure | "damaged",
-    readonly detail: string,
-  ) {
-    super(detail);
+  readonly why: SaveFailure | "damaged";
+
+  constructor(why: SaveFailure | "damaged", message: string) {
+    super(message);
+    this.why = why;
   }
 }
