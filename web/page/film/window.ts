@@ -32,7 +32,11 @@ export function windowBetween(low: number, high: number): GreyWindow {
   return { centre: low + width / 2, width, shape: "linear_exact" };
 }
 
-function extremes(samples: Uint8Array | Uint16Array): [number, number] {
+const knownExtremes = new WeakMap<Uint8Array | Uint16Array, readonly [number, number]>();
+
+function extremes(samples: Uint8Array | Uint16Array): readonly [number, number] {
+  const known = knownExtremes.get(samples);
+  if (known) return known;
   let low = Infinity;
   let high = -Infinity;
   for (let i = 0; i < samples.length; ++i) {
@@ -40,6 +44,7 @@ function extremes(samples: Uint8Array | Uint16Array): [number, number] {
     if (sample < low) low = sample;
     if (sample > high) high = sample;
   }
+  knownExtremes.set(samples, [low, high]);
   return [low, high];
 }
 

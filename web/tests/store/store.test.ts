@@ -2,7 +2,7 @@
 import { IDBFactory, IDBObjectStore } from "fake-indexeddb";
 import "fake-indexeddb/auto";
 import { afterEach, beforeEach, describe, expect, test, vi } from "vitest";
-import { openStore } from "../../page/store/indexed_store.ts";
+import { openStore } from "../../page/store/open_store.ts";
 import { StoreError, type CaseEntry, type Patient, type SaveState, type Store } from "../../page/store/store.ts";
 
 interface Paper {
@@ -11,8 +11,8 @@ interface Paper {
 
 let stores: Store<Paper>[] = [];
 
-function open(): Store<Paper> {
-  const store = openStore<Paper>();
+async function open(): Promise<Store<Paper>> {
+  const store = await openStore<Paper>();
   stores.push(store);
   return store;
 }
@@ -47,19 +47,19 @@ function fillDisk(): () => void {
 
 describe("saving", () => {
   test("keeps the last value of each case, whatever was given meanwhile", async () => {
-    const store = open();
+    const store = await open();
     const states: SaveState["kind"][] = [];
     store.onSaveState((state) => states.push(state.kind));
     for (let i = 0; i < 100; ++i) store.saveCase(entry(i % 2 ? "odd" : "even"), { landmarks: [i] });
     expect(await store.settled()).toBe(true);
     expect(states.at(-1)).toBe("saved");
-    const other = open();
+    const other = await open();
     expect((await other.openCase("even"))?.document).toEqual({ landmarks: [98] });
     expect((await other.openCase("odd"))?.document).toEqual({ landmarks: [99] });
   });
 
   test("loses nothing to a full disk: it is told, tried again, and a later change goes before an earlier", async () => {
-    const store = open();
+    const store = await open();
     const makeRoom = fillDisk();
     vi.useFakeTimers({ toFake: ["setTimeout", "clearTimeout"] });
     store.saveCase(entry("a"), { landmarks: [1] });
@@ -76,7 +76,7 @@ describe("saving", () => {
   });
 
   test.each(["ours", "theirs"] as const)("notices that another tab was faster, and %s is kept", async (whose) => {
-    const [one, other] = [open(), open()];
+    const [one, other] = [await open(), await open()];
     one.saveCase(entry("a"), { landmarks: [0] });
     await one.settled();
     await other.openCase("a");
@@ -93,7 +93,7 @@ describe("saving", () => {
   });
 
   test("is told to the other tabs", async () => {
-    const [one, other] = [open(), open()];
+    const [one, other] = [await open(), await open()];
     const heard = new Promise((resolve) => other.onOtherTab(resolve));
     one.saveCase(entry("a"), { landmarks: [] });
     expect(await heard).toBe("a");
@@ -102,7 +102,7 @@ describe("saving", () => {
 
 describe("the list", () => {
   test("has patients by name and their films by date", async () => {
-    const store = open();
+    const store = await open();
     for (const name of ["Yamada", "Abe", "Sato"]) await store.putPatient(patient(name));
     for (const [id, filmDate] of [["first", "2019-05-01"], ["last", "2023-01-01"], ["second", "2021-02-03"]] as const)
       store.saveCase(entry(id, { patient: "Abe", filmDate }), { landmarks: [] });
@@ -113,7 +113,7 @@ describe("the list", () => {
   });
 
   test("loses a deleted patient's cases, and films that no one else has", async () => {
-    const store = open();
+    const store = await open();
     const [own, shared] = await Promise.all(["own", "shared"].map((text) => store.putFilm(new Blob([text]), `${text}.png`)));
     for (const id of ["p", "q"]) await store.putPatient(patient(id));
     store.saveCase(entry("a", { film: own ?? "" }), { landmarks: [] });
@@ -131,7 +131,7 @@ describe("the list", () => {
 
 describe("one file of everything", () => {
   async function filled(): Promise<Store<Paper>> {
-    const store = open();
+    const store = await open();
     await store.putPatient(patient("p", "山田 太郎"));
     const film = await store.putFilm(new Blob([new Uint8Array([1, 2, 10, 4])], { type: "image/png" }), "film.png");
     expect(await store.putFilm(new Blob([new Uint8Array([1, 2, 10, 4])]), "again.png")).toBe(film);
@@ -143,7 +143,7 @@ describe("one file of everything", () => {
   test("comes back whole on another machine, and a second time changes nothing", async () => {
     const file = await (await filled()).exportAll();
     vi.stubGlobal("indexedDB", new IDBFactory());
-    const store = open();
+    const store = await open();
     expect(await store.importAll(file)).toEqual({ patients: 1, cases: 1, films: 1, left: 0 });
     expect(await store.importAll(file)).toEqual({ patients: 0, cases: 0, films: 0, left: 1 });
     const [one] = await store.patients();
@@ -166,7 +166,7 @@ describe("one file of everything", () => {
   test("is refused wherever it is cut or changed, and nothing of it is written", async () => {
     const bytes = new Uint8Array(await (await (await filled()).exportAll()).arrayBuffer());
     vi.stubGlobal("indexedDB", new IDBFactory());
-    const store = open();
+    const store = await open();
     const damaged = [...Array(bytes.length).keys()].map((cut) => bytes.slice(0, cut));
     for (const at of [0, 3, bytes.length - 1]) damaged.push(bytes.map((byte, i) => (i === at ? byte ^ 1 : byte)));
     damaged.push(Uint8Array.from([...bytes, 0]));

@@ -206,8 +206,10 @@ class IndexedStore<Document> implements Store<Document> {
 
 type WritableTables = { [Name in keyof Tables]: Table<Name> };
 
-/** Throws StoreError where the browser keeps nothing, as in some private windows. */
-export function openStore<Document>(name = "digitiser"): Store<Document> {
+/** Rejects with StoreError where the browser keeps nothing, as in some private windows. */
+export async function openStore<Document>(name = "digitiser"): Promise<Store<Document>> {
   if (typeof indexedDB === "undefined") throw new StoreError("closed", "IndexedDB");
-  return new IndexedStore<Document>(name);
+  const store = new IndexedStore<Document>(name);
+  await store.patients();
+  return store;
 }
