@@ -4,6 +4,7 @@
 #include <cmath>
 
 #include "base/wording.h"
+#include "cases/case_names.h"
 
 namespace cephtool {
 namespace {
@@ -24,20 +25,65 @@ std::string write_json(const Case& record, const CaseOptions&) {
     return to_json(record);
 }
 
+constexpr FormatLosses landmarks_only{true, "outlines", true};
+constexpr FormatLosses of_tps{true, "names and anchors of outlines", false, "-"};
+constexpr FormatLosses of_challenge{true, "outlines", true, nullptr,
+                                    "all but nineteen landmarks, and everything beside them"};
+constexpr CaseFormat own{"json", ".json", {}, false, is_json, read_json_cases, write_json};
+
 // In the order in which they are tried.
 constexpr CaseFormat formats[] = {
-    {"slicer", ".mrk.json", is_slicer, read_slicer_cases, to_slicer},
-    {"json", ".json", is_json, read_json_cases, write_json},
-    {"fcsv", ".fcsv", is_fcsv, read_fcsv_cases, to_fcsv},
-    {"tps", ".tps", is_tps, read_tps_cases, to_tps},
-    {"challenge", ".txt", is_challenge_text, read_challenge_cases, to_challenge_text},
-    {"csv", ".csv", [](const Source&) { return true; }, read_csv_cases, to_csv},
+    {"slicer", ".mrk.json", landmarks_only, false, is_slicer, read_slicer_cases, to_slicer},
+    own,
+    {"fcsv", ".fcsv", landmarks_only, false, is_fcsv, read_fcsv_cases, to_fcsv},
+    {"tps", ".tps", of_tps, true, is_tps, read_tps_cases, to_tps},
+    {"challenge", ".txt", of_challenge, false, is_challenge_text, read_challenge_cases, to_challenge_text},
+    {"csv", ".csv", landmarks_only, false, [](const Source&) { return true; }, read_csv_cases, to_csv},
 };
+
+std::vector<ForeignKey> foreign_keys(const Case& record) {
+    std::vector<ForeignKey> keys = record.foreign;
+    for (const Outline& outline : record.outlines)
+        keys.insert(keys.end(), outline.foreign.begin(), outline.foreign.end());
+    return keys;
+}
+
+// Own landmarks under whose names the format's reader understands something else.
+std::vector<std::string> names_not_kept(const FormatLosses& losses, const Case& record) {
+    std::vector<std::string> names;
+    for (const Landmark& landmark : record.user) {
+        const bool unnamed = losses.unnamed && landmark.name == losses.unnamed;
+        if (unnamed || is_reserved(landmark.name, record.kind)) names.push_back(in_quotes(landmark.name));
+    }
+    return names;
+}
 
 }  // namespace
 
 std::span<const CaseFormat> case_formats() {
     return formats;
+}
+
+const CaseFormat& own_format() {
+    return own;
+}
+
+std::vector<std::string> lost_in(const CaseFormat& format, const Case& record) {
+    const FormatLosses& losses = format.losses;
+    std::vector<std::string> lost = record.passed_over;
+    if (losses.keys) {
+        for (const ForeignKey& key : foreign_keys(record)) lost.push_back("the key " + in_quotes(key.key));
+        if (!record.virtuals.empty()) lost.emplace_back("virtual landmarks");
+    }
+    if (*losses.outlines && !record.outlines.empty()) lost.emplace_back(losses.outlines);
+    if (losses.image && !record.image.empty()) lost.emplace_back("the name of the X-ray");
+    if (losses.keys) {
+        const std::vector<std::string> names = names_not_kept(losses, record);
+        if (!names.empty()) lost.push_back("landmarks of your own named " + joined(names, ", "));
+        if (record.palate) lost.emplace_back("the category of the palate");
+    }
+    if (*losses.always) lost.emplace_back(losses.always);
+    return lost;
 }
 
 const CaseFormat* format_by_extension(const std::string& path) {

@@ -9,9 +9,20 @@
 
 namespace cephtool {
 
+// What a format has no place for.
+struct FormatLosses {
+    bool keys = false;              // of other programs; virtual landmarks, the palate, own landmarks under known names
+    const char* outlines = "";      // what of them
+    bool image = false;             // the name of the X-ray
+    const char* unnamed = nullptr;  // the name that stands for none in it
+    const char* always = "";        // whatever the case holds
+};
+
 struct CaseFormat {
     const char* name;       // on the command line
     const char* extension;  // that a file of the format ends in
+    FormatLosses losses;
+    bool holds_many;  // cases in one file
     bool (*recognises)(const Source& source);
     // The cases in their order; each with what is known without `options`, which settle how coordinates are meant.
     std::vector<Case> (*read)(const Source& source, const CaseOptions& options);
@@ -21,6 +32,11 @@ struct CaseFormat {
 
 // The last one takes whatever the others don't recognise.
 std::span<const CaseFormat> case_formats();
+// The project's own, which loses nothing.
+const CaseFormat& own_format();
+
+// What of a case is lost in a file of the format, that which its own file had and no case holds included.
+std::vector<std::string> lost_in(const CaseFormat& format, const Case& record);
 
 // Of a file's name; null when no format has its extension.
 const CaseFormat* format_by_extension(const std::string& path);

@@ -158,29 +158,36 @@ void CommandLine::add_output(std::string& path) {
     when_parsed_.emplace_back([&path] { check_output(path, {}); });
 }
 
-void CommandLine::add_format(std::string& format, const std::string& output, const std::vector<std::string>& formats) {
-    std::string list = formats.front();
-    for (std::size_t i = 1; i < formats.size(); ++i) list += (i + 1 == formats.size() ? " or " : ", ") + formats[i];
-    add_choice("--format", format, formats, list + "; else as FILE ends");
-    when_parsed_.emplace_back([this, &format, &output, formats] {
-        if (format.empty()) format = format_of_name(output, formats);
+namespace {
+
+std::vector<std::string> names_of(const std::vector<ResultFormat>& formats) {
+    std::vector<std::string> names;
+    for (const ResultFormat format : formats) names.emplace_back(name_of(format));
+    return names;
+}
+
+}  // namespace
+
+void CommandLine::add_format(ResultFormat& format, const std::string& output, std::vector<ResultFormat> formats) {
+    const std::vector<std::string> names = names_of(formats);
+    std::string list = names.front();
+    for (std::size_t i = 1; i < names.size(); ++i) list += (i + 1 == names.size() ? " or " : ", ") + names[i];
+    const auto name = std::make_shared<std::string>();
+    add_choice("--format", *name, names, list + "; else as FILE ends");
+    when_parsed_.emplace_back([this, name, names, &format, &output, formats = std::move(formats)] {
+        format = name->empty() ? format_of_name(output, formats)
+                               : formats[static_cast<std::size_t>(std::ranges::find(names, *name) - names.begin())];
     });
 }
 
-std::string CommandLine::format_of_name(const std::string& output, const std::vector<std::string>& formats) const {
-    constexpr std::pair<const char*, const char*> known_ends[] = {
-        {".json", "json"}, {".csv", "csv"}, {".jsonl", "jsonl"}, {".ndjson", "jsonl"},
-        {".pdf", "pdf"},   {".png", "png"}, {".svg", "svg"},     {".xlsx", "xlsx"},
-    };
-    const std::string name = lower_case(output);
-    for (const auto& [end, format] : known_ends) {
-        if (!name.ends_with(end)) continue;
-        if (std::ranges::find(formats, format) != formats.end()) return format;
-        throw Error(ExitCode::bad_command_line,
-                    in_quotes(output) + " ends in " + end + ", which \"cephtool " + command_.name + "\" does not write",
-                    "It writes " + joined(formats, ", ") + ": say which with --format, or name the file otherwise.");
-    }
-    return formats.front();
+ResultFormat CommandLine::format_of_name(const std::string& output, const std::vector<ResultFormat>& formats) const {
+    const std::optional<FileEnd> end = end_of(output);
+    if (!end) return formats.front();
+    if (end->format && std::ranges::find(formats, *end->format) != formats.end()) return *end->format;
+    throw Error(
+        ExitCode::bad_command_line,
+        in_quotes(output) + " ends in " + end->end + ", which \"cephtool " + command_.name + "\" does not write",
+        "It writes " + joined(names_of(formats), ", ") + ": say which with --format, or name the file otherwise.");
 }
 
 void CommandLine::limit(CLI::Option* option, std::vector<std::string> choices) {

@@ -11,6 +11,7 @@
 
 #include "cases/case.h"
 #include "host/command.h"
+#include "host/result_format.h"
 
 namespace CLI {
 class App;
@@ -79,14 +80,14 @@ class CommandLine {
     void add_output(std::string& path);
     // "--format". Where it is not given the end of the name `output` says which of `formats` is meant, else it is the
     // first; parse() throws an Error for the end of a format that is none of them.
-    void add_format(std::string& format, const std::string& output, const std::vector<std::string>& formats);
+    void add_format(ResultFormat& format, const std::string& output, std::vector<ResultFormat> formats);
 
     // False when the options were only to be shown. Throws an Error for whatever is wrong.
     bool parse(const Arguments& arguments, Streams& streams);
 
  private:
     Error unknown_option(const std::string& word) const;
-    std::string format_of_name(const std::string& output, const std::vector<std::string>& formats) const;
+    ResultFormat format_of_name(const std::string& output, const std::vector<ResultFormat>& formats) const;
     void limit(CLI::Option* option, std::vector<std::string> choices);
 
     const Command& command_;

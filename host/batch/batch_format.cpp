@@ -40,16 +40,16 @@ class Cells {
 
 }  // namespace
 
-BatchFormat::BatchFormat(Kind kind, const BatchColumns& columns) : kind_(kind), parts_(columns.parts) {
-    if (kind == Kind::csv) head_ = std::string(csv_start) + ",remarks";
+BatchFormat::BatchFormat(ResultFormat format, const BatchColumns& columns) : format_(format), parts_(columns.parts) {
+    if (format == ResultFormat::csv) head_ = std::string(csv_start) + ",remarks";
     for (const std::string& name : columns.names) {
-        if (kind == Kind::csv) {
+        if (format == ResultFormat::csv) {
             head_ += "," + csv_field(name);
         } else {
             keys_.push_back("," + quoted(name) + ":");
         }
     }
-    if (kind == Kind::csv) head_ += "\r\n";
+    if (format == ResultFormat::csv) head_ += "\r\n";
 }
 
 template <class Append>
@@ -70,7 +70,7 @@ void BatchFormat::append(std::string& lines, std::size_t number, const Case& rec
                       remarks = joined(measured.remarks, "; ");
     const std::string sex = record.sex ? name_of(*record.sex) : "";
     const std::string months = measured.months ? std::to_string(*measured.months) : std::string();
-    if (kind_ == Kind::csv) {
+    if (format_ == ResultFormat::csv) {
         lines += std::to_string(number) + "," + csv_field(file) + "," + csv_field(printable(record.name)) + "," +
                  name_of(record.kind) + "," + sex + "," + months + "," + csv_field(notes) + "," + csv_field(remarks);
         Cells cells(lines);

@@ -7,6 +7,7 @@
 #include "cases/case.h"
 #include "host/batch/batch_columns.h"
 #include "host/batch/case_measurer.h"
+#include "host/result_format.h"
 
 namespace cephtool {
 
@@ -16,21 +17,19 @@ inline constexpr std::string_view csv_start = "case,file,name,kind,sex,age_month
 
 class BatchFormat {
  public:
-    enum class Kind { csv, json_lines };
-
-    // `columns` must outlive this object.
-    BatchFormat(Kind kind, const BatchColumns& columns);
+    // `format` is csv or json_lines. `columns` must outlive this object.
+    BatchFormat(ResultFormat format, const BatchColumns& columns);
 
     const std::string& head() const { return head_; }
     // What stands in front of the number of a line's case.
-    std::string number_mark() const { return kind_ == Kind::csv ? "" : std::string(json_lines_start); }
+    std::string number_mark() const { return format_ == ResultFormat::csv ? "" : std::string(json_lines_start); }
     void append(std::string& lines, std::size_t number, const Case& record, const MeasuredCase& measured) const;
 
  private:
     template <class Append>
     void for_each_number(std::span<const BatchItem> items, Append append) const;
 
-    Kind kind_;
+    ResultFormat format_;
     BatchParts parts_;
     std::string head_;
     std::vector<std::string> keys_;  // ",\"NAME\":"

@@ -79,11 +79,12 @@ std::string csv(const AgeResult& result) {
 }  // namespace
 
 ExitCode run_age(const Command& command, const Arguments& arguments, Streams& streams) {
-    std::string birth, day, format, output;
+    std::string birth, day, output;
+    ResultFormat format{};
     CommandLine line(command, "cephtool age 2001-05-14 2013-08-20", "cephtool age H13.5.14 --format json");
     line.add_argument("BIRTH", birth, "day of birth, such as 2001-05-14 or H13.5.14").required();
     line.add_argument("DAY", day, "day that the age is asked for; else today");
-    line.add_format(format, output, {"table", "json", "csv"});
+    line.add_format(format, output, {ResultFormat::table, ResultFormat::json, ResultFormat::csv});
     line.add_output(output);
     if (!line.parse(arguments, streams)) return ExitCode::done;
     AgeResult result = result_of(read_date(birth), day.empty() ? std::nullopt : std::optional(read_date(day)));
@@ -93,10 +94,10 @@ ExitCode run_age(const Command& command, const Arguments& arguments, Streams& st
     }
     const std::optional<EraCalendar> calendar = program_eras();
     if (!calendar) streams.err << "note: no eras, since " << printable(utf8_from_path(era_file())) << " is missing\n";
-    const auto era_form = format == "table" ? japanese_text : code_text;
+    const auto era_form = format == ResultFormat::table ? japanese_text : code_text;
     result.birth_era = era_text(calendar, result.birth, era_form);
     result.day_era = era_text(calendar, result.day, era_form);
-    const auto form = format == "json" ? json : format == "csv" ? csv : table;
+    const auto form = format == ResultFormat::json ? json : format == ResultFormat::csv ? csv : table;
     write_result(form(result), output, streams.out);
     return ExitCode::done;
 }

@@ -157,11 +157,12 @@ std::string as_json(std::span<const Analysis* const> analyses, bool with_items) 
 }  // namespace
 
 ExitCode run_analyses(const Command& command, const Arguments& arguments, Streams& streams) {
-    std::string name, folder, format, output;
+    std::string name, folder, output;
+    ResultFormat format{};
     CommandLine line(command, "cephtool analyses", "cephtool analyses --format json");
     line.add_argument("NAME", name, "title or file name of an analysis");
     line.add_analysis_folder(folder);
-    line.add_format(format, output, {"table", "json"});
+    line.add_format(format, output, {ResultFormat::table, ResultFormat::json});
     line.add_output(output);
     if (!line.parse(arguments, streams)) return ExitCode::done;
     const Selection selection(folder, {}, streams);
@@ -175,7 +176,7 @@ ExitCode run_analyses(const Command& command, const Arguments& arguments, Stream
         if (chosen.empty()) throw unknown_analysis(analyses, name);
     }
     std::string text;
-    if (format == "json") {
+    if (format == ResultFormat::json) {
         text = as_json(chosen, !name.empty());
     } else if (name.empty()) {
         text = shown(analyses);

@@ -12,19 +12,14 @@
 namespace cephtool {
 namespace {
 
-std::string report(std::span<const CaseResult> results, const std::string& format, bool colour) {
-    if (format == "json") return results_json(results);
-    if (format == "csv") return results_csv(results);
-    std::string text;
-    for (const CaseResult& result : results) text += (text.empty() ? "" : "\n") + results_table(result, colour);
-    return text;
-}
+constexpr ResultForms<CaseResult> forms{results_table, results_json, results_csv};
 
 }  // namespace
 
 ExitCode run_analyze(const Command& command, const Arguments& arguments, Streams& streams) {
     std::vector<std::string> paths, names;
-    std::string folder, output, format;
+    std::string folder, output;
+    ResultFormat format{};
     std::optional<int> band;
     CommandLine line(command, "cephtool analyze lateral-average.json",
                      "cephtool analyze --format csv --sex f lateral-average.csv lateral-class2.json");
@@ -33,7 +28,7 @@ ExitCode run_analyze(const Command& command, const Arguments& arguments, Streams
     line.add_analysis_folder(folder);
     line.add_band(band);
     const CaseOptionFlags case_options(line);
-    line.add_format(format, output, {"table", "json", "csv"});
+    line.add_format(format, output, {ResultFormat::table, ResultFormat::json, ResultFormat::csv});
     line.add_output(output);
     if (!line.parse(arguments, streams)) return ExitCode::done;
     check_inputs(paths);
@@ -55,8 +50,8 @@ ExitCode run_analyze(const Command& command, const Arguments& arguments, Streams
                                    " case, and none of the analyses named is for its kind",
                                "\"cephtool analyses\" lists the analyses by kind.");
         }
-        if (format != "table" || !output.empty()) say_remarks(result.record, streams);
-        if (format == "csv") {
+        if (format != ResultFormat::table || !output.empty()) say_remarks(result.record, streams);
+        if (format == ResultFormat::csv) {
             for (const LeftOut& left : result.left_out)
                 streams.err << printable(result.record.file) << ": " << left.in_words(Texts(Language::english)) << "\n";
         }
@@ -65,7 +60,7 @@ ExitCode run_analyze(const Command& command, const Arguments& arguments, Streams
     const ExitCode code = for_each_case(paths, case_options.options(), streams, measure);
     for (const auto& result : results) check_output(output, {image_file(result.record)});
     const bool to_terminal = output.empty() && streams.colour;
-    if (!results.empty()) write_result(report(results, format, to_terminal), output, streams.out);
+    if (!results.empty()) write_result(forms.of(results, format, to_terminal), output, streams.out);
     return code;
 }
 

@@ -23,7 +23,8 @@ std::size_t thread_count(std::optional<int> asked) {
 
 ExitCode run_batch(const Command& command, const Arguments& arguments, Streams& streams) {
     std::vector<std::string> paths, names, with;
-    std::string folder, output, format_name;
+    std::string folder, output;
+    ResultFormat result_format{};
     std::optional<int> band, threads;
     bool resume = false;
     CommandLine line(command, "cephtool batch lateral-average.json lateral-class2.json -o new.csv",
@@ -33,7 +34,7 @@ ExitCode run_batch(const Command& command, const Arguments& arguments, Streams& 
     line.add_analyses(names);
     line.add_choice("--with", with, {"norms", "deviations"},
                     "norms (mean and SD) or deviations, in\ncolumns of their own; again for both");
-    line.add_format(format_name, output, {"csv", "jsonl"});
+    line.add_format(result_format, output, {ResultFormat::csv, ResultFormat::json_lines});
     line.add_flag("--resume", resume, "go on with what a stopped run has written");
     line.add_number("--threads", threads, 1, most_threads, "as many at a time; else one a core");
     line.add_analysis_folder(folder);
@@ -49,7 +50,7 @@ ExitCode run_batch(const Command& command, const Arguments& arguments, Streams& 
 
     const auto asked = [&](const char* what) { return std::ranges::find(with, what) != with.end(); };
     const BatchColumns columns = batch_columns(selection.chosen(), {asked("norms"), asked("deviations")});
-    const BatchFormat format(format_name == "csv" ? BatchFormat::Kind::csv : BatchFormat::Kind::json_lines, columns);
+    const BatchFormat format(result_format, columns);
     BatchOutput table(output, format.head(), format.number_mark());
     table.check(paths);
     table.check(names);

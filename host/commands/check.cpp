@@ -57,13 +57,14 @@ std::string counted(std::size_t count, const std::string& thing) {
 ExitCode run_check(const Command& command, const Arguments& arguments, Streams& streams) {
     std::vector<std::string> paths;
     bool with_notes = false;
-    std::string format, output;
+    std::string output;
+    ResultFormat format{};
     CommandLine line(command, "cephtool check", "cephtool check --notes --format json");
     line.add_argument(
         "PATH", paths,
         "an analysis folder, or files and folders\nin it; without any, the folder that\nships with the program");
     line.add_flag("--notes", with_notes, "show also what can be meant so");
-    line.add_format(format, output, {"text", "json"});
+    line.add_format(format, output, {ResultFormat::text, ResultFormat::json});
     line.add_output(output);
     if (!line.parse(arguments, streams)) return ExitCode::done;
     check_output(output, paths);
@@ -79,7 +80,7 @@ ExitCode run_check(const Command& command, const Arguments& arguments, Streams& 
     const std::size_t notes = all.findings.size() - faults;
     if (!with_notes) std::erase_if(all.findings, [](const CheckFinding& finding) { return finding.note; });
     std::string text;
-    if (format == "json") {
+    if (format == ResultFormat::json) {
         Json list = Json::array();
         for (const CheckFinding& finding : all.findings) list.push_back(json_of(finding));
         text = Json({{"files", all.files}, {"findings", list}}).dump(2) + "\n";

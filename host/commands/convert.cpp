@@ -5,7 +5,6 @@
 #include "base/wording.h"
 #include "cases/case_film.h"
 #include "cases/case_format.h"
-#include "cases/case_names.h"
 #include "host/case_files.h"
 #include "host/command_line.h"
 #include "host/output.h"
@@ -13,19 +12,21 @@
 namespace cephtool {
 namespace {
 
-const CaseFormat& format_for(const std::string& name, const std::string& output) {
-    const CaseFormat* format = name.empty() ? format_by_extension(output) : format_by_name(name);
-    return format ? *format : *format_by_name("json");
+std::vector<std::string> format_names() {
+    std::vector<std::string> names;
+    for (const CaseFormat& format : case_formats()) names.emplace_back(format.name);
+    return names;
 }
 
-// Own landmarks under whose names the format's reader understands something else.
-std::vector<std::string> names_not_kept(const Case& record, std::string_view format) {
-    std::vector<std::string> names;
-    for (const Landmark& landmark : record.user) {
-        const bool passed_over = format == "tps" && landmark.name == "-";
-        if (passed_over || is_reserved(landmark.name, record.kind)) names.push_back(in_quotes(landmark.name));
-    }
-    return names;
+// The project's own where neither a name nor the end of the output's name says another.
+const CaseFormat& format_for(const std::string& name, const std::string& output) {
+    if (!name.empty()) return *format_by_name(name);
+    if (const CaseFormat* const format = format_by_extension(output)) return *format;
+    const std::filesystem::path end = path_from_utf8(output).extension();
+    if (end.empty()) return own_format();
+    throw Error(ExitCode::bad_command_line,
+                in_quotes(output) + " ends in " + printable(utf8_from_path(end)) + ", as no format of cases does",
+                "Say with --format which is meant: " + joined(format_names(), ", ") + "; or name the file otherwise.");
 }
 
 // The name under which the new file finds the X-ray: relative to its own folder, as the old one's is to the old one's.
@@ -33,32 +34,6 @@ std::string image_from(const std::string& output, const Case& record) {
     const std::filesystem::path image = path_from_utf8(record.image);
     if (image.empty() || image.has_root_path() || output.empty() || output == "-") return record.image;
     return image_seen_from(output, image_file(record));
-}
-
-std::vector<ForeignKey> foreign_keys(const Case& record) {
-    std::vector<ForeignKey> keys = record.foreign;
-    for (const Outline& outline : record.outlines)
-        keys.insert(keys.end(), outline.foreign.begin(), outline.foreign.end());
-    return keys;
-}
-
-// A format that lost something says so.
-void note_losses(const Case& record, const CaseFormat& format, std::vector<std::string>& notes) {
-    const std::string name = format.name;
-    std::vector<std::string> lost = record.passed_over;
-    const auto tell = [&] {
-        if (!lost.empty()) notes.push_back("a file of format " + name + " has no place for: " + joined(lost, ", "));
-    };
-    if (name == "json") return tell();
-    for (const ForeignKey& key : foreign_keys(record)) lost.push_back("the key " + in_quotes(key.key));
-    if (!record.virtuals.empty()) lost.emplace_back("virtual landmarks");
-    if (!record.outlines.empty()) lost.emplace_back(name == "tps" ? "names and anchors of outlines" : "outlines");
-    if (!record.image.empty() && name != "tps") lost.emplace_back("the name of the X-ray");
-    const std::vector<std::string> names = names_not_kept(record, name);
-    if (!names.empty()) lost.push_back("landmarks of your own named " + joined(names, ", "));
-    if (record.palate) lost.emplace_back("the category of the palate");
-    if (name == "challenge") lost.emplace_back("all but nineteen landmarks, and everything beside them");
-    tell();
 }
 
 }  // namespace
@@ -71,9 +46,7 @@ ExitCode run_convert(const Command& command, const Arguments& arguments, Streams
     line.add_text("--image", "FILE", image,
                   "the X-ray of the case (JPEG, PNG, TIFF,\nDICOM): named in it, and asked for what it lacks");
     const CaseOptionFlags case_options(line);
-    std::vector<std::string> names;
-    for (const CaseFormat& format : case_formats()) names.emplace_back(format.name);
-    line.add_choice("--format", name, names, joined(names, ", ") + ";\nelse as FILE ends, or json");
+    line.add_choice("--format", name, format_names(), joined(format_names(), ", ") + ";\nelse as FILE ends, or json");
     line.add_output(output);
     if (!line.parse(arguments, streams)) return ExitCode::done;
     check_output(output, {path, image, case_options.file()});
@@ -82,8 +55,7 @@ ExitCode run_convert(const Command& command, const Arguments& arguments, Streams
     options.image = image;
     const Source source = checked_text(read_bytes(path, streams.in));
     std::vector<Case> cases = read_cases(source, options);
-    const bool holds_many = std::string_view(format.name) == "tps";
-    if (cases.size() > 1 && !holds_many) {
+    if (cases.size() > 1 && !format.holds_many) {
         throw source.error("it holds " + std::to_string(cases.size()) + " specimens, where one case is needed",
                            "Only a TPS file holds several: --format tps.");
     }
@@ -92,7 +64,9 @@ ExitCode run_convert(const Command& command, const Arguments& arguments, Streams
         check_output(output, {image_file(record)});
         record.image = image_from(output, record);
         text += format.write(record, options);
-        note_losses(record, format, record.notes);
+        if (const std::vector<std::string> lost = lost_in(format, record); !lost.empty())
+            record.notes.push_back(std::string("a file of format ") + format.name +
+                                   " has no place for: " + joined(lost, ", "));
         for (const std::string& note : record.notes) streams.err << printable(path) << ": " << note << "\n";
         say_remarks(record, streams);
     }

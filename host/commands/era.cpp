@@ -95,8 +95,8 @@ EraYear era_year(const EraCalendar& calendar, const std::string& name, const std
     return found;
 }
 
-std::string shown(const EraYear& year, const std::string& format) {
-    if (format == "json") {
+std::string shown(const EraYear& year, ResultFormat format) {
+    if (format == ResultFormat::json) {
         return Json{{"code", year.code},
                     {"name", year.name},
                     {"era_year", year.era_year},
@@ -106,7 +106,7 @@ std::string shown(const EraYear& year, const std::string& format) {
                    .dump(2) +
                "\n";
     }
-    if (format == "csv") {
+    if (format == ResultFormat::csv) {
         return "code,name,era_year,western_year,first,last\r\n" + csv_field(year.code) + "," + csv_field(year.name) +
                "," + std::to_string(year.era_year) + "," + std::to_string(year.western_year) + "," +
                text_of(year.first) + "," + text_of(year.last) + "\r\n";
@@ -120,11 +120,12 @@ std::string shown(const EraYear& year, const std::string& format) {
 
 ExitCode run_era(const Command& command, const Arguments& arguments, Streams& streams) {
     std::vector<std::string> dates, era_and_year;
-    std::string format, output;
+    std::string output;
+    ResultFormat format{};
     CommandLine line(command, "cephtool era 2024-03-05 S64.1.7", "cephtool era --to-western R 6");
     line.add_argument("DATE", dates, "2024-03-05, R6.3.5 or 令和6年3月5日");
     line.add_pair("--to-western", "CODE YEAR", era_and_year, "which year a year of an era is");
-    line.add_format(format, output, {"table", "json", "csv"});
+    line.add_format(format, output, {ResultFormat::table, ResultFormat::json, ResultFormat::csv});
     line.add_output(output);
     if (!line.parse(arguments, streams)) return ExitCode::done;
     if (dates.empty() == era_and_year.empty()) {
@@ -141,7 +142,7 @@ ExitCode run_era(const Command& command, const Arguments& arguments, Streams& st
         const Date date = read_date(text);
         converted.push_back({date, era_of(calendar, date)});
     }
-    const auto form = format == "json" ? json : format == "csv" ? csv : table;
+    const auto form = format == ResultFormat::json ? json : format == ResultFormat::csv ? csv : table;
     write_result(form(converted), output, streams.out);
     return ExitCode::done;
 }

@@ -17,7 +17,8 @@ namespace fs = std::filesystem;
 
 struct ExifOptions {
     std::vector<std::string> paths;
-    std::string format, thumbnail, output;
+    std::string thumbnail, output;
+    ResultFormat format{};
     bool recursive = false;
 };
 
@@ -51,13 +52,7 @@ std::vector<std::string> files_of(const ExifOptions& options, Streams& streams, 
     return files;
 }
 
-std::string report(std::span<const Picture> pictures, const std::string& format, bool colour) {
-    if (format == "json") return picture_json(pictures);
-    if (format == "csv") return picture_csv(pictures);
-    std::string text;
-    for (const Picture& picture : pictures) text += (text.empty() ? "" : "\n") + picture_table(picture, colour);
-    return text;
-}
+constexpr ResultForms<Picture> forms{picture_table, picture_json, picture_csv};
 
 void write_thumbnail(const Picture& picture, const std::string& path, std::ostream& out) {
     if (picture.thumbnail.empty()) {
@@ -77,7 +72,7 @@ ExitCode run_exif(const Command& command, const Arguments& arguments, Streams& s
     CommandLine line(command, "cephtool exif photo.jpg", "cephtool exif --recursive --format csv .");
     line.add_argument("FILE", given.paths, "JPEG pictures; - is standard input").required();
     line.add_flag("-r,--recursive", given.recursive, "read the pictures in folders, too");
-    line.add_format(given.format, given.output, {"table", "json", "csv"});
+    line.add_format(given.format, given.output, {ResultFormat::table, ResultFormat::json, ResultFormat::csv});
     line.add_output(given.output);
     line.add_text("--thumbnail", "FILE", given.thumbnail,
                   "write the small picture inside to FILE;\n- is standard output, alone");
@@ -106,7 +101,7 @@ ExitCode run_exif(const Command& command, const Arguments& arguments, Streams& s
     progress.clear();
     const bool to_terminal = given.output.empty() && streams.colour;
     if (!pictures.empty() && given.thumbnail != "-") {
-        write_result(report(pictures, given.format, to_terminal), given.output, streams.out);
+        write_result(forms.of(pictures, given.format, to_terminal), given.output, streams.out);
     }
     return code;
 }

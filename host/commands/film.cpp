@@ -14,7 +14,8 @@ namespace {
 
 struct FilmOptions {
     std::vector<std::string> paths;
-    std::string format, output, window;
+    std::string output, window;
+    ResultFormat format{};
     bool inverted = false, anonymous = false;
 };
 
@@ -32,7 +33,7 @@ std::optional<tool::FilmView> view_of(const std::string& window) {
 }
 
 void check(const FilmOptions& options) {
-    const bool picture = options.format == "png";
+    const bool picture = options.format == ResultFormat::png;
     if (picture && options.paths.size() > 1)
         throw Error(ExitCode::bad_command_line, "a PNG file takes one film", "Give the films one after the other.");
     if (!picture && (!options.window.empty() || options.inverted))
@@ -49,13 +50,7 @@ std::string picture_of(const tool::Film& film, const FilmOptions& options) {
     return film_png(shown_pixels(film, view), film, mm ? mm_per_inch / *mm : screen_dpi);
 }
 
-std::string report(std::span<const FilmReport> films, const std::string& format, bool colour) {
-    if (format == "json") return film_json(films);
-    if (format == "csv") return film_csv(films);
-    std::string text;
-    for (const FilmReport& film : films) text += (text.empty() ? "" : "\n") + film_table(film, colour);
-    return text;
-}
+constexpr ResultForms<FilmReport> forms{film_table, film_json, film_csv};
 
 }  // namespace
 
@@ -63,7 +58,8 @@ ExitCode run_film(const Command& command, const Arguments& arguments, Streams& s
     FilmOptions given;
     CommandLine line(command, "cephtool film film.dcm", "cephtool film film.dcm --window 2048,4096 -o film.png");
     line.add_argument("FILE", given.paths, "X-rays: JPEG, PNG, TIFF, DICOM").required();
-    line.add_format(given.format, given.output, {"table", "json", "csv", "png"});
+    line.add_format(given.format, given.output,
+                    {ResultFormat::table, ResultFormat::json, ResultFormat::csv, ResultFormat::png});
     line.add_output(given.output);
     line.add_text("--window", "GREYS", given.window,
                   "PNG: MIDDLE,WIDTH of the values seen, or\nfull; else as the file says", [](const std::string& text) {
@@ -81,7 +77,7 @@ ExitCode run_film(const Command& command, const Arguments& arguments, Streams& s
         try {
             const tool::Film film = stored_film(given.paths[i]);
             FilmReport told = film_report(given.paths[i], film);
-            if (given.format == "png") {
+            if (given.format == ResultFormat::png) {
                 picture = picture_of(film, given);
                 for (const std::string& doubt : told.doubts)
                     streams.err << printable(given.paths[i]) << ": " << doubt << "\n";
@@ -94,7 +90,8 @@ ExitCode run_film(const Command& command, const Arguments& arguments, Streams& s
     }
     if (films.empty()) return code;
     const bool to_terminal = given.output.empty() && streams.colour;
-    write_result(given.format == "png" ? picture : report(films, given.format, to_terminal), given.output, streams.out);
+    write_result(given.format == ResultFormat::png ? picture : forms.of(films, given.format, to_terminal), given.output,
+                 streams.out);
     return code;
 }
 

@@ -130,12 +130,13 @@ std::string as_json(const std::vector<KindOfMode>& modes, bool with_parts) {
 }  // namespace
 
 ExitCode run_modes(const Command& command, const Arguments& arguments, Streams& streams) {
-    std::string name, kind_name, folder, format, output;
+    std::string name, kind_name, folder, output;
+    ResultFormat format{};
     CommandLine line(command, "cephtool modes --kind frontal", "cephtool modes --kind lateral ricketts");
     line.add_argument("MODE", name, "title, file name or number of a mode");
     line.add_choice("--kind", kind_name, {"lateral", "frontal", "model"}, "lateral, frontal or model: only these");
     line.add_analysis_folder(folder);
-    line.add_format(format, output, {"table", "json"});
+    line.add_format(format, output, {ResultFormat::table, ResultFormat::json});
     line.add_output(output);
     if (!line.parse(arguments, streams)) return ExitCode::done;
     const AnalysisFolder analyses = analysis_folder(folder, {FolderPart::modes});
@@ -144,12 +145,12 @@ ExitCode run_modes(const Command& command, const Arguments& arguments, Streams& 
     std::erase_if(modes, [&](const KindOfMode& mode) { return !kind_name.empty() && kind_name != name_of(mode.kind); });
     if (!name.empty()) modes = modes_named(modes, name);
     std::string text;
-    if (format == "json") {
+    if (format == ResultFormat::json) {
         text = as_json(modes, !name.empty());
     } else if (name.empty()) {
         text = shown(modes);
     } else {
-        for (const KindOfMode& mode : modes) text += (text.empty() ? "" : "\n") + shown(mode);
+        text = tables(modes, [](const KindOfMode& mode) { return shown(mode); });
     }
     write_result(text, output, streams.out);
     return ExitCode::done;

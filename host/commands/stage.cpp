@@ -26,25 +26,20 @@ GrowthResult growth_of(Case record, const Selection& selection) {
     return result;
 }
 
-std::string report(std::span<const GrowthResult> results, const std::string& format, bool colour) {
-    if (format == "json") return growth_json(results);
-    if (format == "csv") return growth_csv(results);
-    std::string text;
-    for (const GrowthResult& result : results) text += (text.empty() ? "" : "\n") + growth_table(result, colour);
-    return text;
-}
+constexpr ResultForms<GrowthResult> forms{growth_table, growth_json, growth_csv};
 
 }  // namespace
 
 ExitCode run_stage(const Command& command, const Arguments& arguments, Streams& streams) {
     std::vector<std::string> paths;
-    std::string folder, output, format;
+    std::string folder, output;
+    ResultFormat format{};
     CommandLine line(command, "cephtool stage lateral-class2.json",
                      "cephtool stage --format csv lateral-average.json lateral-class2.json");
     line.add_argument("CASE", paths, "files with landmarks; - is standard input").required();
     line.add_analysis_folder(folder);
     const CaseOptionFlags case_options(line);
-    line.add_format(format, output, {"table", "json", "csv"});
+    line.add_format(format, output, {ResultFormat::table, ResultFormat::json, ResultFormat::csv});
     line.add_output(output);
     if (!line.parse(arguments, streams)) return ExitCode::done;
     check_inputs(paths);
@@ -54,12 +49,12 @@ ExitCode run_stage(const Command& command, const Arguments& arguments, Streams& 
 
     std::vector<GrowthResult> results;
     const ExitCode code = for_each_case(paths, case_options.options(), streams, [&](const Source&, Case record) {
-        if (format != "table" || !output.empty()) say_remarks(record, streams);
+        if (format != ResultFormat::table || !output.empty()) say_remarks(record, streams);
         results.push_back(growth_of(std::move(record), selection));
     });
     for (const auto& result : results) check_output(output, {image_file(result.record)});
     const bool to_terminal = output.empty() && streams.colour;
-    if (!results.empty()) write_result(report(results, format, to_terminal), output, streams.out);
+    if (!results.empty()) write_result(forms.of(results, format, to_terminal), output, streams.out);
     return code;
 }
 

@@ -154,6 +154,7 @@ TEST(Convert, SaysWhatTheNewFileCanNotKeep) {
     EXPECT_THAT(run({"convert", SAMPLES "/frontal-average.json", "-o", "a.txt"}).err, HasSubstr("--format csv"));
     folder.add("old/a.json", R"({"format": "cephtool-case", "version": 1, "kind": "lateral", "mm_per_pixel": 1,
         "image": "x.png", "landmarks": {"S": [1, 2]}, "user": {"-": [3, 4], "aux01": [5, 6], "C3ua": [7, 8]}})");
+    EXPECT_THAT(run({"convert", "two.tps", "-o", "a.pdf"}).err, HasSubstr("ends in .pdf, as no format"));
     EXPECT_THAT(run({"convert", "old/a.json", "-o", "a.tps"}).err, HasSubstr(R"(named "-", "aux01", "C3ua")"));
     EXPECT_THAT(bytes_of("a.tps"), HasSubstr("IMAGE=old/x.png\n"));
 }

@@ -114,7 +114,7 @@ TEST(Program, NoOutputTakesThePlaceOfWhatIsRead) {
          std::vector<Arguments>{{"convert", "a.json", "-o", "./a.json"},
                                 {"convert", "a.json", "-o", "hard.json"},
                                 {"convert", "a.tps", "--landmarks", "@names", "-o", "names"},
-                                {"convert", "a.tps", "--landmarks", "S,N", "-o", "film.png"},
+                                {"convert", "a.tps", "--landmarks", "S,N", "--format", "json", "-o", "film.png"},
                                 {"stage", "a.tps", "--landmarks", "S,N", "--format", "csv", "-o", "film.png"},
                                 {"chart", "a.tps", "--landmarks", "S,N", "-o", "film.png"},
                                 {"check", "names", "-o", "names"}}) {
