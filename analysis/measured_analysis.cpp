@@ -41,6 +41,34 @@ MeasuredItem measured(const Item& item, const ResultRow& row) {
             .shapes = {}};
 }
 
+bool has_point(const MeasuredShape& shape, const FilmPoint& point) {
+    return std::ranges::find(shape.points, point) != shape.points.end();
+}
+
+// A distance with a sign is the difference of two lengths from a point far out on their line
+// (docs/formula_language.md): what a person wants to see is the distance between their other ends. Shapes that were
+// needed again are left once.
+void simplify(std::vector<MeasuredShape>& shapes) {
+    for (auto shape = shapes.begin(); shape != shapes.end();) {
+        const bool again = std::find(shapes.begin(), shape, *shape) != shape;
+        shape = again ? shapes.erase(shape) : shape + 1;
+    }
+    for (std::size_t i = 0; i < shapes.size(); ++i) {
+        if (shapes[i].kind != ShapeKind::extension) continue;
+        const FilmPoint far = shapes[i].points.back();
+        std::vector<std::size_t> users;
+        for (std::size_t other = 0; other < shapes.size(); ++other)
+            if (other != i && has_point(shapes[other], far)) users.push_back(other);
+        const auto is_length = [&](std::size_t user) { return shapes[user].kind == ShapeKind::length; };
+        if (users.size() != 2 || !std::ranges::all_of(users, is_length)) continue;
+        MeasuredShape& distance = shapes[users[0]];
+        const auto near = [&](const MeasuredShape& length) { return length.points[length.points[0] == far ? 1 : 0]; };
+        distance.points = {near(distance), near(shapes[users[1]])};
+        shapes.erase(shapes.begin() + static_cast<std::ptrdiff_t>(users[1]));
+        shapes.erase(shapes.begin() + static_cast<std::ptrdiff_t>(i--));
+    }
+}
+
 // What the value of an item is made from.
 std::vector<MeasuredShape> shapes_of(const SheetBody& sheet, const NamedLine& line, const SheetSubject& subject) {
     std::vector<MeasuredShape> shapes;
@@ -49,6 +77,7 @@ std::vector<MeasuredShape> shapes_of(const SheetBody& sheet, const NamedLine& li
     landmarks.set_cast_decimals(sheet.cast_decimals);
     landmarks.record_shapes(&shapes);
     Evaluation([&] { return &sheet.file; }, landmarks, subject.sex, subject.band).item(line.name, Ask::value);
+    simplify(shapes);
     return shapes;
 }
 

@@ -32,6 +32,7 @@ enum class ShapeKind {
 struct MeasuredShape {
     ShapeKind kind = ShapeKind::length;
     std::vector<FilmPoint> points;
+    bool operator==(const MeasuredShape&) const = default;
 };
 
 struct Segment {

@@ -34,6 +34,7 @@ struct Tracing {
     std::vector<TracingLine> lines;
     std::vector<Landmark> landmarks;
     std::vector<TracingValue> values;
+    std::size_t measures = 0;        // that were added to lines and values (measures.h)
     std::vector<std::string> notes;  // what was left out, and why
 };
 

@@ -11,6 +11,7 @@
 #include "host/output.h"
 #include "report/tracing_file.h"
 #include "results/analysis_folder.h"
+#include "tracing/measures.h"
 
 namespace cephtool {
 namespace {
@@ -25,6 +26,7 @@ struct PixelSize {
 
 struct TraceOptions {
     std::string input, output, mode, image, zoom, size, style, outlines = "case", folder;
+    std::vector<std::string> measures;
     bool no_image = false, actual_size = false;
 };
 
@@ -116,7 +118,9 @@ void trace(const TraceOptions& options, const CaseOptions& case_options, Streams
                                  : options.outlines == "fitted" ? OutlineSource::fitted
                                                                 : OutlineSource::none;
     const OutlineTemplate face = source == OutlineSource::none ? OutlineTemplate{} : shipped_template(record.kind);
-    const Tracing tracing = tracing_of(record, mode, listed_analyses(folder), face, source);
+    const std::vector<Analysis> analyses = listed_analyses(folder);
+    Tracing tracing = tracing_of(record, mode, analyses, face, source);
+    for (const std::string& name : options.measures) add_measure(tracing, record, analyses, name);
     notes.insert(notes.end(), tracing.notes.begin(), tracing.notes.end());
 
     std::optional<Page> sheet;
@@ -146,6 +150,8 @@ ExitCode run_trace(const Command& command, const Arguments& arguments, Streams& 
     line.add_argument("CASE", given.input, "file with landmarks; - is standard input").required();
     line.add_text("-o,--output", "FILE", given.output, "FILE.png, FILE.svg or FILE.pdf").required();
     line.add_text("--mode", "MODE", given.mode, "display mode by name or number, see\n\"cephtool modes\"");
+    line.add_texts("--measure", "ITEM", given.measures,
+                   "draw what an item measures: \"SNA\", or\n\"Steiner:SNA\"; again for more");
     const Option image =
         line.add_text("--image", "FILE", given.image, "draw over this X-ray (JPEG, PNG,\nTIFF, DICOM)");
     line.add_flag("--no-image", given.no_image, "not over the X-ray that the case names").excludes(image);

@@ -4,7 +4,7 @@
 #include <nlohmann/json.hpp>
 
 #include "host/host_test.h"
-#include "tracing/tracing.h"
+#include "tracing/measures.h"
 #ifdef TOOL_SURFACE_PICTURES
 #include "film/window.h"
 #include "surface/picture_surface.h"
@@ -96,6 +96,11 @@ TEST_F(Trace, ShowsWhatModeCaseAndOptionsSay) {
         {{"--outlines", "fitted", average}, {fitted}, {}, "lateral-average.json: outlines left out"},
         {{sample("lateral-average.csv")}, {fitted}, {}, ""},
         {{"--outlines", "none", average}, {">Me</text>"}, {"<polyline", fitted}, ""},
+        {{"--measure", "sna", "--measure", "Pog to NB", average},
+         {">SNA 82.0°<", ">Pog to NB ", "#c2185b", "#00796b"},
+         {},
+         ""},
+        {{"--measure", "SND", "without_d.json"}, {}, {">SND"}, "SND is not drawn: D is missing"},
         {{"cast.csv"}, {">UCWL</text>"}, {"<polyline"}, ""},
         {{"--scale", "0.1", "one.csv"}, {">S</text>"}, {"<polyline"}, "three landmarks"},
     };
@@ -119,6 +124,10 @@ TEST_F(Trace, RefusesWhatItCanNotDoWithAWayOut) {
         const char *message, *way_out;
     } const rows[] = {
         {{good, "-o", "a.bmp"}, ExitCode::bad_command_line, "\"a.bmp\" does not end in .png", "says what is written"},
+        {{good, "-o", "a.svg", "--measure", "SNAA"},
+         ExitCode::bad_command_line,
+         "no analysis for a lateral case",
+         "Did you mean \"SNA\"?"},
         {{good, "-o", "-"}, ExitCode::bad_command_line, "does not end in", "says what is written"},
         {{good}, ExitCode::bad_command_line, "--output is required", "cephtool help trace"},
         {{good, "-o", "no/a.svg"}, ExitCode::bad_input, "no/a.svg could not be written", "folder exists"},
@@ -243,6 +252,14 @@ TEST(Tracing, RoundsValuesAsTheModeSaysAndFindsLandmarksInPartsOfPixels) {
     ASSERT_EQ(tracing.landmarks.size(), 4u);
     EXPECT_EQ(tracing.landmarks[3].name, "M");
     EXPECT_THAT(to_json(record), HasSubstr("\"image\": \"film.jpg\""));
+
+    analyses.push_back(*Analysis::from_text(tool::Kind::lateral, "b.txt", "Calc:\nLength=len([S],[X])\n"));
+    Tracing measured;
+    EXPECT_THROW(add_measure(measured, record, analyses, "Length"), Error);  // which is meant?
+    measured.mm_per_pixel = *record.mm_per_pixel;
+    add_measure(measured, record, analyses, "b:length");
+    ASSERT_EQ(measured.lines.size(), 1u);
+    EXPECT_EQ(measured.lines[0].to.x, 7);
 
     record.outlines = {{"Long", false, std::vector<Position>(40000), {}}, {"Short", false, {{1, 1}, {2, 2}}, {}}};
     const Tracing own = tracing_of(record, mode, analyses, {}, OutlineSource::own_or_fitted);
