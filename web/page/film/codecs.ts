@@ -36,7 +36,10 @@ export type CodecName = keyof typeof codecs;
 
 /** The bytes of "data:application/wasm;base64,...", which the page's policy forbids to fetch. */
 function bytesOfDataUrl(url: string): Uint8Array {
-  return Uint8Array.from(atob(url.slice(url.indexOf(",") + 1)), (letter) => letter.charCodeAt(0));
+  const letters = atob(url.slice(url.indexOf(",") + 1));
+  const bytes = new Uint8Array(letters.length);
+  for (let i = 0; i < bytes.length; ++i) bytes[i] = letters.charCodeAt(i);
+  return bytes;
 }
 
 /** A codec at work, for as many pictures as one file has. */
@@ -59,7 +62,7 @@ export async function codec(name: CodecName): Promise<Unpack> {
         channels: info.componentCount,
         bits: info.bitsPerSample,
         planes: decoder.getInterleaveMode?.() === 0 && info.componentCount > 1,
-        bytes: Uint8Array.from(decoder.getDecodedBuffer()),
+        bytes: new Uint8Array(decoder.getDecodedBuffer()), // a copy
       };
     } finally {
       decoder.delete();

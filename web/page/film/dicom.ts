@@ -110,7 +110,7 @@ function greySamples({ allocated, stored, highBit, isSigned }: DicomPicture, byt
   const half = isSigned ? 1 << (stored - 1) : 0;
   if (shift !== 0 || stored !== allocated || half !== 0)
     for (let i = 0; i < wide.length; ++i) wide[i] = (((wide[i] ?? 0) >> shift) & mask) ^ half;
-  return stored <= 8 && allocated === 16 ? Uint8Array.from(wide) : wide;
+  return stored <= 8 && allocated === 16 ? new Uint8Array(wide) : wide;
 }
 
 function colours(picture: DicomPicture, { bytes, planes, photometric }: UnpackedSamples): Uint8ClampedArray {

@@ -178,7 +178,7 @@ async function unpackStream(packing: CodecName | "jpegLossless", bytes: Uint8Arr
 /** Samples of 8 bits in places of 16, where the header has such. */
 function atDepth(unpacked: UnpackedPicture, picture: DicomPicture): Uint8Array {
   if (picture.allocated === 8 || unpacked.bits > 8) return unpacked.bytes;
-  return new Uint8Array(Uint16Array.from(unpacked.bytes).buffer);
+  return new Uint8Array(new Uint16Array(unpacked.bytes).buffer);
 }
 
 function joined(parts: readonly Uint8Array[]): Uint8Array {

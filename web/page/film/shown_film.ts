@@ -55,10 +55,12 @@ function colourTable({ inverted, brightness, contrast }: GreyView): Uint8Clamped
 const opaque = 0xff000000;
 
 /** Writes the pixels of a region of a level as 0xAABBGGRR. */
-type Paint = (level: Level, left: number, top: number, width: number, height: number, to: Uint32Array) => void;
+type Paint = (level: Level, left: number, top: number, width: number, height: number, to: Int32Array) => void;
 
 function greyPaint(film: GreyFilm, view: GreyView): Paint {
-  const greys = Uint32Array.from(shades(film, view), (shade) => (opaque | (shade * 0x010101)) >>> 0);
+  const table = shades(film, view);
+  const greys = new Int32Array(table.length);
+  for (let sample = 0; sample < greys.length; ++sample) greys[sample] = opaque | ((table[sample] ?? 0) * 0x010101);
   return ({ width: stride, samples }, left, top, width, height, to) => {
     for (let y = 0, i = 0; y < height; ++y) {
       let from = (top + y) * stride + left;
@@ -73,8 +75,10 @@ function colourPaint(view: GreyView): Paint {
     for (let y = 0, i = 0; y < height; ++y) {
       let from = 4 * ((top + y) * stride + left);
       for (const end = i + width; i < end; ++i, from += 4) {
-        const [red, green, blue] = [table[samples[from] ?? 0] ?? 0, table[samples[from + 1] ?? 0] ?? 0, table[samples[from + 2] ?? 0] ?? 0];
-        to[i] = (((samples[from + 3] ?? 0) << 24) | (blue << 16) | (green << 8) | red) >>> 0;
+        const red = table[samples[from] ?? 0] ?? 0;
+        const green = table[samples[from + 1] ?? 0] ?? 0;
+        const blue = table[samples[from + 2] ?? 0] ?? 0;
+        to[i] = ((samples[from + 3] ?? 0) << 24) | (blue << 16) | (green << 8) | red;
       }
     }
   };
@@ -109,7 +113,7 @@ export class ShownFilm {
     if (this.sheet.width < width) this.sheet.width = width;
     if (this.sheet.height < height) this.sheet.height = height;
     const image = sheet.createImageData(width, height);
-    this.paint(view)(level, left, top, width, height, new Uint32Array(image.data.buffer));
+    this.paint(view)(level, left, top, width, height, new Int32Array(image.data.buffer));
     sheet.putImageData(image, 0, 0);
     context.drawImage(this.sheet, 0, 0, width, height, left * step, top * step, width * step, height * step);
   }
