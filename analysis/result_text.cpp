@@ -1,9 +1,9 @@
 #include "analysis/result_text.h"
 
 #include <algorithm>
-#include <charconv>
 #include <cmath>
 
+#include "platform/char_conversion.h"
 #include "platform/number_text.h"
 #include "platform/numbers.h"
 
@@ -14,7 +14,7 @@ constexpr int most_decimals = 2;
 
 std::string formatted(double value, auto... format) {
     char text[400];  // 309 digits of the largest double, a sign, a point and the decimals
-    return {text, std::to_chars(text, text + sizeof text, value, format...).ptr};
+    return {text, to_chars(text, text + sizeof text, value, format...).ptr};
 }
 
 // Of the shortest text that reads back as the same number.

@@ -1,11 +1,11 @@
 #include "base/numbers.h"
 
 #include <algorithm>
-#include <charconv>
 #include <cmath>
 #include <iterator>
 
 #include "base/wording.h"
+#include "platform/char_conversion.h"
 
 namespace cephtool {
 namespace {
@@ -13,7 +13,7 @@ namespace {
 template <class... Format>
 std::string formatted(double value, Format... format) {
     char text[400];  // 309 digits of the largest double, a sign, a point and the decimals
-    return {text, std::to_chars(text, text + sizeof text, value, format...).ptr};
+    return {text, tool::to_chars(text, text + sizeof text, value, format...).ptr};
 }
 
 }  // namespace
@@ -22,7 +22,7 @@ std::optional<double> number_from(std::string_view text) {
     text = trimmed(text);
     if (text.starts_with('+') && !text.starts_with("+-")) text.remove_prefix(1);
     double value = 0;
-    const auto [end, failure] = std::from_chars(text.data(), text.data() + text.size(), value);
+    const auto [end, failure] = tool::from_chars(text.data(), text.data() + text.size(), value);
     if (failure != std::errc() || end != text.data() + text.size() || !std::isfinite(value)) return {};
     return value;
 }
@@ -53,7 +53,7 @@ char* write_shortest(char* to, double value) {
         if (whole < 0) *--begin = '-';
         return std::copy(begin, end, to);
     }
-    return std::to_chars(to, to + shortest_room, value).ptr;
+    return tool::to_chars(to, to + shortest_room, value).ptr;
 }
 
 std::string with_decimals(double value, int decimals) {

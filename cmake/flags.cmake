@@ -14,12 +14,17 @@ if(MSVC)
     target_compile_options(tool_flags INTERFACE /fp:precise /utf-8)
 else()
     target_compile_options(tool_flags INTERFACE -ffp-contract=off)
-    if(CMAKE_SIZEOF_VOID_P EQUAL 4)
+    if(CMAKE_SIZEOF_VOID_P EQUAL 4 AND NOT EMSCRIPTEN)
         target_compile_definitions(tool_flags INTERFACE _FILE_OFFSET_BITS=64)  # files of 2 GB and more
         if(CMAKE_SYSTEM_PROCESSOR MATCHES "^(x86|i.86|x86_64|AMD64|amd64)$")  # the x87 rounds to 64 bits first
             target_compile_options(tool_flags INTERFACE -msse2 -mfpmath=sse)
         endif()
     endif()
+endif()
+
+if(EMSCRIPTEN)
+    add_compile_options(-fexceptions "$<$<COMPILE_LANGUAGE:CXX>:SHELL:-include ${PROJECT_SOURCE_DIR}/cmake/web/missing_algorithms.h>")
+    add_link_options(-fexceptions)
 endif()
 
 option(TOOL_WERROR "Treat warnings as errors" OFF)

@@ -1,9 +1,10 @@
 #include "film/dicom_data_set.h"
 
 #include <algorithm>
-#include <charconv>
 #include <cmath>
 #include <cstdio>
+
+#include "platform/char_conversion.h"
 
 namespace tool {
 namespace {
@@ -180,7 +181,7 @@ std::vector<double> DicomDataSet::decimals(DicomTag tag) const {
         while (one.starts_with(' ') || one.starts_with('+')) one.remove_prefix(1);
         while (one.ends_with(' ')) one.remove_suffix(1);
         double number = 0;
-        const auto [end, failure] = std::from_chars(one.data(), one.data() + one.size(), number);
+        const auto [end, failure] = from_chars(one.data(), one.data() + one.size(), number);
         if (failure != std::errc() || end != one.data() + one.size() || !std::isfinite(number)) return {};
         numbers.push_back(number);
     }

@@ -7,6 +7,7 @@
 #include <cstring>
 #include <string_view>
 
+#include "platform/char_conversion.h"
 #include "platform/text.h"
 
 namespace tool {
@@ -64,23 +65,12 @@ Conversion take_conversion(std::string_view& rest, Arguments& arguments) {
     Conversion conversion;
     for (; !rest.empty(); rest.remove_prefix(1)) {
         switch (rest[0]) {
-            case '-':
-                conversion.left = true;
-                continue;
-            case '+':
-                conversion.plus = true;
-                continue;
-            case ' ':
-                conversion.blank = true;
-                continue;
-            case '#':
-                conversion.alternate = true;
-                continue;
-            case '0':
-                conversion.zeros = true;
-                continue;
-            default:
-                break;
+            case '-': conversion.left = true; continue;
+            case '+': conversion.plus = true; continue;
+            case ' ': conversion.blank = true; continue;
+            case '#': conversion.alternate = true; continue;
+            case '0': conversion.zeros = true; continue;
+            default: break;
         }
         break;
     }
@@ -131,18 +121,10 @@ void append_integer(std::string& text, const Conversion& conversion, std::uint64
 void append_signed(std::string& text, const Conversion& conversion, Arguments& arguments) {
     std::int64_t value;
     switch (conversion.size) {
-        case Conversion::Size::wide:
-            value = va_arg(arguments.list, std::int64_t);
-            break;
-        case Conversion::Size::half:
-            value = static_cast<std::int16_t>(va_arg(arguments.list, int));
-            break;
-        case Conversion::Size::byte:
-            value = static_cast<std::int8_t>(va_arg(arguments.list, int));
-            break;
-        default:
-            value = va_arg(arguments.list, int);
-            break;
+        case Conversion::Size::wide: value = va_arg(arguments.list, std::int64_t); break;
+        case Conversion::Size::half: value = static_cast<std::int16_t>(va_arg(arguments.list, int)); break;
+        case Conversion::Size::byte: value = static_cast<std::int8_t>(va_arg(arguments.list, int)); break;
+        default: value = va_arg(arguments.list, int); break;
     }
     const auto bits = static_cast<std::uint64_t>(value);
     append_integer(text, conversion, value < 0 ? 0 - bits : bits, sign_of(conversion, value < 0), 10);
@@ -151,18 +133,10 @@ void append_signed(std::string& text, const Conversion& conversion, Arguments& a
 void append_unsigned(std::string& text, const Conversion& conversion, Arguments& arguments) {
     std::uint64_t value;
     switch (conversion.size) {
-        case Conversion::Size::wide:
-            value = va_arg(arguments.list, std::uint64_t);
-            break;
-        case Conversion::Size::half:
-            value = static_cast<std::uint16_t>(va_arg(arguments.list, unsigned));
-            break;
-        case Conversion::Size::byte:
-            value = static_cast<std::uint8_t>(va_arg(arguments.list, unsigned));
-            break;
-        default:
-            value = va_arg(arguments.list, unsigned);
-            break;
+        case Conversion::Size::wide: value = va_arg(arguments.list, std::uint64_t); break;
+        case Conversion::Size::half: value = static_cast<std::uint16_t>(va_arg(arguments.list, unsigned)); break;
+        case Conversion::Size::byte: value = static_cast<std::uint8_t>(va_arg(arguments.list, unsigned)); break;
+        default: value = va_arg(arguments.list, unsigned); break;
     }
     std::string_view prefix;
     if (conversion.alternate && value != 0)
@@ -175,7 +149,7 @@ void append_unsigned(std::string& text, const Conversion& conversion, Arguments&
 
 std::string digits_of(double magnitude, std::chars_format form, int precision) {
     std::string digits(static_cast<std::size_t>(precision) + 330, '\0');
-    const auto end = std::to_chars(digits.data(), digits.data() + digits.size(), magnitude, form, precision).ptr;
+    const auto end = to_chars(digits.data(), digits.data() + digits.size(), magnitude, form, precision).ptr;
     digits.resize(static_cast<std::size_t>(end - digits.data()));
     return digits;
 }
@@ -229,25 +203,20 @@ void append_text(std::string& text, const Conversion& conversion, const char* va
 
 void append_converted(std::string& text, const Conversion& conversion, Arguments& arguments) {
     switch (conversion.letter) {
-        case '\0':
-            return;
+        case '\0': return;
         case 'd':
-        case 'i':
-            return append_signed(text, conversion, arguments);
+        case 'i': return append_signed(text, conversion, arguments);
         case 'u':
         case 'o':
         case 'x':
-        case 'X':
-            return append_unsigned(text, conversion, arguments);
+        case 'X': return append_unsigned(text, conversion, arguments);
         case 'e':
         case 'E':
         case 'f':
         case 'F':
         case 'g':
-        case 'G':
-            return append_double(text, conversion, va_arg(arguments.list, double));
-        case 's':
-            return append_text(text, conversion, va_arg(arguments.list, const char*));
+        case 'G': return append_double(text, conversion, va_arg(arguments.list, double));
+        case 's': return append_text(text, conversion, va_arg(arguments.list, const char*));
         case 'c': {
             const char letter = static_cast<char>(va_arg(arguments.list, int));
             return append_padded(text, conversion, "", {&letter, 1}, false);
@@ -259,11 +228,8 @@ void append_converted(std::string& text, const Conversion& conversion, Arguments
             return append_integer(text, pointer, reinterpret_cast<std::uintptr_t>(va_arg(arguments.list, void*)), "",
                                   16);
         }
-        case 'n':
-            static_cast<void>(va_arg(arguments.list, void*));
-            return;
-        default:
-            text += conversion.letter;
+        case 'n': static_cast<void>(va_arg(arguments.list, void*)); return;
+        default: text += conversion.letter;
     }
 }
 

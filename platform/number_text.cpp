@@ -1,9 +1,9 @@
 #include "platform/number_text.h"
 
 #include <algorithm>
-#include <charconv>
 #include <limits>
 
+#include "platform/char_conversion.h"
 #include "platform/text.h"
 
 namespace tool {
@@ -60,7 +60,7 @@ double read_double(std::string_view text, std::size_t* used) {
     std::string_view number = mantissa;
     if (exponent != 0) number = with_exponent = std::string(mantissa) + 'e' + print_int(exponent);
     double value = 0;
-    const auto result = std::from_chars(number.data(), number.data() + number.size(), value);
+    const auto result = from_chars(number.data(), number.data() + number.size(), value);
     if (result.ec == std::errc::result_out_of_range)
         value = is_large(mantissa, exponent) ? std::numeric_limits<double>::infinity() : 0;
     return negative ? -value : value;
@@ -90,8 +90,7 @@ std::int32_t read_int(std::string_view text) {
 std::string print_fixed(double value, int decimals) {
     decimals = std::max(decimals, 0);
     std::string text(static_cast<std::size_t>(decimals) + 320, '\0');  // the largest double has 309 digits
-    const auto result =
-        std::to_chars(text.data(), text.data() + text.size(), value, std::chars_format::fixed, decimals);
+    const auto result = to_chars(text.data(), text.data() + text.size(), value, std::chars_format::fixed, decimals);
     text.resize(static_cast<std::size_t>(result.ptr - text.data()));
     return text;
 }

@@ -1,14 +1,15 @@
 #include "surface/svg_text.h"
 
 #include <algorithm>
-#include <charconv>
 #include <cstdint>
+
+#include "platform/char_conversion.h"
 
 namespace tool {
 
 std::string svg_number(double value) {
     char digits[400];  // the largest double has 309 before the point
-    const auto end = std::to_chars(digits, digits + sizeof digits, value, std::chars_format::fixed, 3).ptr;
+    const auto end = to_chars(digits, digits + sizeof digits, value, std::chars_format::fixed, 3).ptr;
     std::string text(digits, end);
     text.erase(text.find_last_not_of('0') + 1);
     if (text.ends_with('.')) text.pop_back();

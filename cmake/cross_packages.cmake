@@ -17,10 +17,10 @@ foreach(package "CLI11 CLI11 CLI" "nlohmann_json nlohmann_json nlohmann" "Eigen3
     endif()
 endforeach()
 
-if(EXISTS /usr/src/googletest/CMakeLists.txt)
+if(WIN32 AND EXISTS /usr/src/googletest/CMakeLists.txt)
     set(INSTALL_GTEST OFF)
     add_subdirectory(/usr/src/googletest ${PROJECT_BINARY_DIR}/googletest EXCLUDE_FROM_ALL SYSTEM)
     # Tests hold Japanese text in code page 932, as the hosts do.
-    target_sources(gmock_main INTERFACE ${CMAKE_CURRENT_LIST_DIR}/code_page_932.rc)
+    target_sources(gmock_main INTERFACE ${CMAKE_CURRENT_LIST_DIR}/windows/code_page_932.rc)
     file(WRITE ${CMAKE_FIND_PACKAGE_REDIRECTS_DIR}/gtest-config.cmake "# Built above.\n")
 endif()
