@@ -1,11 +1,11 @@
 #include "analysis/display_mode.h"
 
-#include <charconv>
 #include <cmath>
 #include <optional>
 
 #include "analysis/catalogue.h"
 #include "analysis/definition_file.h"
+#include "platform/char_conversion.h"
 #include "platform/code_page.h"
 #include "platform/folder_file.h"
 #include "platform/number_text.h"
@@ -93,7 +93,7 @@ std::optional<double> number(std::string_view text) {
     text = trimmed(text);
     if (text.starts_with('+') && !text.starts_with("+-")) text.remove_prefix(1);
     double value = 0;
-    const auto [end, failure] = std::from_chars(text.data(), text.data() + text.size(), value);
+    const auto [end, failure] = from_chars(text.data(), text.data() + text.size(), value);
     if (failure != std::errc() || end != text.data() + text.size() || !std::isfinite(value)) return {};
     return value;
 }

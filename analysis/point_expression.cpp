@@ -99,7 +99,8 @@ auto PointReader<Arithmetic>::run(std::string_view text, int landmark, Frame out
             const Point point = constructed(frames_.back(), number_and_close());
             const char* const begin = frames_.back().begin;
             frames_.pop_back();
-            deliver(point, {begin, sources_.back().text.data() + sources_.back().at});
+            const char* const end_here = sources_.back().text.data() + sources_.back().at;
+            deliver(point, {begin, static_cast<std::size_t>(end_here - begin)});
             continue;
         }
         if (frames_.back().shape == Frame::Shape::arguments) number_and_close();

@@ -96,6 +96,7 @@ struct CaseOptions {
     std::string image = {};  // the X-ray, in place of the one that the case names
     // Reads what an X-ray's file says; where it is not set, or gives nothing, nothing is taken from the X-ray.
     std::function<std::optional<FilmFacts>(const std::string& file)> film_facts = {};
+    bool scale_may_lack = false;              // else a case that gets none is refused
     bool mirror = false;                      // x is turned round, unless signs are seen to hold
     bool flip_y = false;                      // the same for y
     std::vector<std::string> landmarks = {};  // names of the points of a TPS file in their order; "-" passes one over

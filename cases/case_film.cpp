@@ -102,6 +102,8 @@ void settle_scale(Case& record, const Source& source, const CaseOptions& options
         }
         record.mm_per_pixel = options.mm_per_pixel;
         if (options.scale_remark) record.remarks.push_back(*options.scale_remark);
+    } else if (options.scale_may_lack && !record.mm_per_pixel && !film && !of_film) {
+        return;
     } else if (of_film || !record.mm_per_pixel) {
         take_film_scale(record, source, film, of_film);
     } else if (options.magnification) {

@@ -23,8 +23,9 @@ else()
 endif()
 
 if(EMSCRIPTEN)
-    add_compile_options(-fexceptions "$<$<COMPILE_LANGUAGE:CXX>:SHELL:-include ${PROJECT_SOURCE_DIR}/cmake/web/missing_algorithms.h>")
-    add_link_options(-fexceptions)
+    set(CMAKE_CXX_COMPILE_OPTIONS_PIC "")  # one module, never loaded by another
+    add_compile_options(-fwasm-exceptions "$<$<COMPILE_LANGUAGE:CXX>:SHELL:-include ${PROJECT_SOURCE_DIR}/cmake/web/missing_algorithms.h>")
+    add_link_options(-fwasm-exceptions)
 endif()
 
 option(TOOL_WERROR "Treat warnings as errors" OFF)

@@ -190,7 +190,7 @@ Film film_of(const DicomDataSet& data, const TransferSyntax& syntax, std::size_t
     std::string error;
     if (picture.samples == 1 && picture.allocated == 16) {
         error = unpack(syntax, pixels, picture, [&] {
-            film.grey.resize(columns * rows);
+            film.grey.resize(static_cast<std::size_t>(columns * rows));
             return reinterpret_cast<std::uint8_t*>(film.grey.data());
         });
         if (error.empty()) make_grey(picture, film);

@@ -54,7 +54,7 @@ FileBytes file_bytes(const std::string& path) {
     const auto size = fs::file_size(file, failure);
     if (failure) return {{}, path + " can't be read."};
     if (size > film_file_limit) return {{}, path + " is too large."};
-    std::string bytes(size, '\0');
+    std::string bytes(static_cast<std::size_t>(size), '\0');
     std::ifstream in(file, std::ios::binary);
     if (!in.read(bytes.data(), static_cast<std::streamsize>(size))) return {{}, path + " can't be read."};
     return {std::move(bytes), {}};

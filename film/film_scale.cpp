@@ -2,8 +2,9 @@
 
 #include <algorithm>
 #include <array>
-#include <charconv>
 #include <cmath>
+
+#include "platform/char_conversion.h"
 
 namespace tool {
 namespace {
@@ -20,7 +21,7 @@ constexpr const char* distances_name = "its distances (0018,1110) and (0018,1111
 // Six digits, more than any header means.
 std::string text_of(double number) {
     std::array<char, 32> digits;
-    const auto end = std::to_chars(digits.data(), digits.data() + digits.size(), number, std::chars_format::general, 6);
+    const auto end = to_chars(digits.data(), digits.data() + digits.size(), number, std::chars_format::general, 6);
     return {digits.data(), end.ptr};
 }
 

@@ -20,9 +20,10 @@ namespace {
 
 constexpr double mm_an_inch = 25.4;
 constexpr double svg_pixels_a_mm = 10;
-constexpr COLORREF white = RGB(255, 255, 255);
 
 #ifdef TOOL_SURFACE_PICTURES
+constexpr COLORREF white = RGB(255, 255, 255);
+
 Error no_memory() {
     return {ExitCode::bad_input, "the drawing needs more memory than there is",
             "Ask for a smaller one: --size 800x1000"};

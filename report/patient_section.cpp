@@ -60,14 +60,12 @@ void add_film_line(Pages& pages, std::size_t time, const Case& record) {
     });
 }
 
-namespace {
+namespace {}  // namespace
 
-std::string value_of(const Finding& finding, const Texts& texts) {
+std::string finding_text(const Finding& finding, const Texts& texts) {
     if (finding.years) return texts("%1 years", with_decimals(*finding.years, 1));
     return finding.stage ? finding.name : "-";
 }
-
-}  // namespace
 
 std::string patient_name(const Case& record) {
     return record.name.empty() ? file_name(record) : record.name;
@@ -110,7 +108,7 @@ void add_growth(Pages& pages, const std::vector<FilmResults>& films) {
         for (const FilmResults& film : films) {
             const auto same = std::ranges::find(film.growth, finding.what, &Finding::what);
             found = found || (same != film.growth.end() && same->has_result());
-            values.push_back(same == film.growth.end() ? "-" : value_of(*same, texts));
+            values.push_back(same == film.growth.end() ? "-" : finding_text(*same, texts));
         }
         if (found) facts.push_back({texts(finding.what), joined(values, " / ")});
     }

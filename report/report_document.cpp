@@ -65,9 +65,7 @@ void add_tables(Pages& pages, const std::vector<FilmResults>& films) {
     add_left_out(pages, films);
 }
 
-}  // namespace
-
-std::string report_pdf(const std::vector<FilmResults>& films, const Texts& texts) {
+Pages report_pages(const std::vector<FilmResults>& films, const Texts& texts) {
     Pages pages(texts, running_head(films, texts),
                 "cephtool " CEPHTOOL_VERSION "  ·  " + texts("Calculated from landmarks, not a diagnosis."));
     add_patient(pages, films);
@@ -77,7 +75,23 @@ std::string report_pdf(const std::vector<FilmResults>& films, const Texts& texts
     if (films.size() > 1) add_superimpositions(pages, films);
     pages.new_page();
     add_tables(pages, films);
-    return drawn_file(FileFormat::pdf, {a4_width_mm, a4_height_mm}, pages.finished());
+    return pages;
+}
+
+constexpr Sheet a4{a4_width_mm, a4_height_mm};
+
+}  // namespace
+
+std::string report_pdf(const std::vector<FilmResults>& films, const Texts& texts) {
+    const Pages pages = report_pages(films, texts);
+    return drawn_file(FileFormat::pdf, a4, pages.finished());
+}
+
+std::vector<std::string> report_svg(const std::vector<FilmResults>& films, const Texts& texts) {
+    const Pages pages = report_pages(films, texts);
+    std::vector<std::string> files;
+    for (const DrawPage& page : pages.finished()) files.push_back(drawn_file(FileFormat::svg, a4, std::span(&page, 1)));
+    return files;
 }
 
 std::string chart_file(FileFormat format, const std::vector<FilmResults>& films, const Texts& texts) {

@@ -13,6 +13,9 @@ namespace cephtool {
 // A PDF of A4 pages. Up to three films, which must be of one kind, oldest first.
 std::string report_pdf(const std::vector<FilmResults>& films, const Texts& texts);
 
+// The same pages as drawings, one each. Needs no Cairo; without it texts are broken by an estimate of their width.
+std::vector<std::string> report_svg(const std::vector<FilmResults>& films, const Texts& texts);
+
 // Only the values and their charts, on one sheet of A4's width.
 std::string chart_file(FileFormat format, const std::vector<FilmResults>& films, const Texts& texts);
 

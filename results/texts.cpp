@@ -127,6 +127,8 @@ constexpr TextRow text_table[] = {
     {"%1: its one item can't be measured", "%1：計測できない"},
     {"%1, missing %2", "%1。計測点なし：%2"},
     {"%1 and %2 more", "%1 ほか%2点"},
+    {"Lengths are left out, since the film has no scale.", "縮尺がないため、長さの計測値は省いた。"},
+    {"no scale", "縮尺なし"},
     {"None of the analyses can be made from the landmarks of this case.", "この症例の計測点でできる分析はない。"},
     {"A star stands for each whole SD from the mean. In the chart the bands end at 1, 2 and 3 SD; a triangle points to a "
      "value beyond.",

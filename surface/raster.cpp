@@ -102,7 +102,7 @@ void Raster::steps(POINT from, POINT to, Visit visit) {
     const std::int64_t sign = cross_backward ? -1 : 1;
     std::int64_t cross = cross_start + sign * offset;
     const std::int64_t along = backward ? start - first : start + first;
-    std::ptrdiff_t at = steep ? along * stride_ + cross : cross * stride_ + along;
+    auto at = static_cast<std::ptrdiff_t>(steep ? along * stride_ + cross : cross * stride_ + along);
     for (std::int64_t step = first; step < past; ++step) {
         if (static_cast<std::uint64_t>(cross) < static_cast<std::uint64_t>(cross_limit))
             visit(pixels_[at], static_cast<std::uint64_t>(step));

@@ -24,7 +24,7 @@ std::string read_whole_file(const std::string& path, std::size_t limit, std::str
     if (failure) return path + " can't be read.";
     if (size > limit) return path + " is larger than " + std::to_string(limit) + " bytes.";
     std::ifstream in(file, std::ios::binary);
-    bytes->resize(size);
+    bytes->resize(static_cast<std::size_t>(size));
     if (!in.read(bytes->data(), static_cast<std::streamsize>(size))) return path + " can't be read.";
     return {};
 }

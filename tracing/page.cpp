@@ -100,10 +100,11 @@ std::optional<Page> sheet_for(const Tracing& tracing, const std::optional<FilmSi
     return {};
 }
 
-Page page_within(const Box& room, double legend_mm, const Tracing& tracing, const std::optional<FilmSize>& film) {
+Page page_within(const Box& room, double legend_height_mm, const Tracing& tracing,
+                 const std::optional<FilmSize>& film) {
     const Box box = extent(tracing, film);
     const double scale = tracing.mm_per_pixel;
-    const double height = room.height() - legend_mm;
+    const double height = room.height() - legend_height_mm;
     const double fit = std::min(room.width() / (box.width() * scale), height / (box.height() * scale));
     double enlargement = fit;
     if (fit >= 1) {
@@ -120,7 +121,7 @@ Page page_within(const Box& room, double legend_mm, const Tracing& tracing, cons
     const double left = room.left + (room.width() - box.width() * page.scale) / 2;
     page.origin = {left - box.left * page.scale, room.top - box.top * page.scale};
     page.drawing = {left, room.top, left + box.width() * page.scale, room.top + box.height() * page.scale};
-    page.legend = {room.left, page.drawing.bottom, room.right, page.drawing.bottom + legend_mm};
+    page.legend = {room.left, page.drawing.bottom, room.right, page.drawing.bottom + legend_height_mm};
     return page;
 }
 

@@ -22,7 +22,7 @@ namespace std::ranges {
 
 constexpr auto find_if(auto&& range, auto wanted, auto projection) {
     auto at = std::begin(range);
-    for (const auto end = std::end(range); at != end; ++at)
+    for (const auto last = std::end(range); at != last; ++at)
         if (std::invoke(wanted, std::invoke(projection, *at))) break;
     return at;
 }
@@ -35,9 +35,6 @@ constexpr auto find(auto&& range, const auto& value, auto projection) {
 }
 constexpr auto find(auto&& range, const auto& value) {
     return ranges::find(range, value, std::identity());
-}
-constexpr auto find(auto first, auto last, const auto& value) {
-    return std::find(first, last, value);
 }
 template <class Projection = std::identity>
 constexpr bool any_of(auto&& range, auto wanted, Projection projection = {}) {
@@ -89,6 +86,12 @@ constexpr auto adjacent_find(auto&& range, Equal equal = {}, Projection projecti
     return std::adjacent_find(std::begin(range), std::end(range), [&](const auto& a, const auto& b) {
         return std::invoke(equal, std::invoke(projection, a), std::invoke(projection, b));
     });
+}
+constexpr bool equal(auto&& a, auto&& b) {
+    return std::equal(std::begin(a), std::end(a), std::begin(b), std::end(b));
+}
+constexpr auto move(auto&& range, auto to) {
+    return std::move(std::begin(range), std::end(range), to);
 }
 constexpr auto copy(auto&& range, auto to) {
     return std::copy(std::begin(range), std::end(range), to);

@@ -6,7 +6,7 @@
 //
 // Every call that fails throws an EngineError with the library's own message. Nothing is fetched, nothing leaves.
 
-/** Loads the module, whose bytes lie in the script itself (gzip, base64), so that no fetch is needed. */
+/** Loads the module, whose bytes lie in a script of their own (gzip, base64), so that no fetch is needed. */
 export function loadEngine(): Promise<Engine>;
 
 export type Kind = "lateral" | "frontal" | "model";
@@ -80,8 +80,8 @@ export interface Engine {
   /** Any of the formats, told apart by content and extension. A TPS file holds any number of cases. */
   readCases(name: string, bytes: Uint8Array, options?: ReadOptions): ReadCase[];
   /**
-   * `lost` says what the format has no place for. Reading the bytes again gives the same landmarks. Throws when the
-   * format can't hold the case.
+   * `lost` says what the format has no place for (English). Reading the bytes again gives the same landmarks. Throws
+   * when the format can't hold the case.
    */
   writeCase(record: Case, format: CaseFormatName): { bytes: Uint8Array; lost: string[] };
 
@@ -90,16 +90,17 @@ export interface Engine {
 
   /** A date as people write it, western or of an era ("2012-03-31", "H24.3.31", "平成24年3月31日"), as YYYY-MM-DD. */
   readDate(text: string): string;
-  /** "令和6年3月5日" of a YYYY-MM-DD in Japanese, the date itself else; the latter also for a day of no era. */
+  /** "2024年3月5日（令和6年3月5日）", "2024-03-05 (R6.3.5)"; without the era for a day of none. */
   showDate(date: string, language: Language): string;
   /** Completed years and months, and the years that stages go by. Throws when the film is older than the patient. */
   age(birth: string, film: string, language: Language): { years: number; months: number; exactYears: number; text: string };
   eras(): readonly { code: string; name: string }[];
 
-  /** Values and charts, or all of a report, as pages; of up to three films of one kind, oldest first. */
+  /** All of a report on A4, or values with their charts on one sheet as long as it must be; of up to three films of one
+   * kind, the oldest first. Throws without a scale. */
   report(films: readonly ReportFilm[], analyses: readonly Analysis[], language: Language): SvgPage[];
   chart(films: readonly ReportFilm[], analyses: readonly Analysis[], language: Language): SvgPage;
-  /** As `cephtool analyze --format csv` and json. */
+  /** As `cephtool analyze --format csv` and json. Throws without a scale. */
   resultsCsv(records: readonly Case[], analyses: readonly Analysis[]): string;
   resultsJson(records: readonly Case[], analyses: readonly Analysis[]): string;
 }
@@ -137,7 +138,8 @@ export interface LandmarkInfo {
   onAverageFace: Point | null;
   /** Found by construction, not by eye; `howFound` says how. */
   constructed: boolean;
-  /** Where other landmarks determine it: the formula language's expression and what it needs. See Session.construct. */
+  /** Where other landmarks can make it: an expression of the formula language, and what it needs. Nothing is measured on
+   * it before it is placed. */
   construction: { expression: string; from: string[] } | null;
 }
 
@@ -273,7 +275,7 @@ export interface ReadCase {
 
 /** One film or cast that is being measured. Nothing is computed before it is asked for. */
 export interface Session {
-  /** The case as it stands, to be kept. Writing it as JSON.stringify does gives a file that cephtool reads. */
+  /** The case as it stands, to be kept; as JSON it is a file that cephtool reads. */
   record(): Case;
   /** Takes another case in its place: undo, or a patient's facts. Of the session's kind. */
   setRecord(record: Case): void;
@@ -293,7 +295,7 @@ export interface Session {
 
   /** All rows anew, numbers only: the call for each frame of a drag. */
   measure(): Numbers;
-  /** The same rows in words, as of the last `measure`; `rows` picks some. */
+  /** The same rows in words; `rows` picks some. */
   texts(language: Language, rows?: readonly number[]): RowText[];
   /** What holds for all rows: mirrored, y up, no scale, norms that end, norms by sex. */
   remarks(language: Language): Remark[];
@@ -306,16 +308,17 @@ export interface Session {
    * landmark that is missing. Throws for what is no expression. */
   construct(expression: string): Point | null;
   /** The case's virtual landmarks and, where LandmarkInfo has a construction, landmarks that are not placed. */
-  constructed(): { name: string; x: number; y: number; from: string[] }[];
+  constructed(): { name: string; x: number; y: number; expression: string }[];
   /** Where the landmark is likely: the average face bent to the landmarks that are placed (thin-plate spline). Null
    * before three are placed, and for landmarks that the average face lacks. */
   suggest(name: string): Point | null;
 
-  /** Throws without a scale: labels and outlines are in mm. */
+  /** Without a scale there are no values. */
   tracing(options: TracingOptions): Tracing;
-  /** As a drawing with its size in millimetres, over the film where one is given. */
+  /** As a drawing with its size in millimetres, over the film where one is given. Throws without a scale. */
   tracingSvg(options: TracingOptions & { film?: FilmPicture; style?: "paper" | "film" }): SvgPage;
-  /** An earlier case's tracing in this case's pixels, lengths in mm kept. Throws when a landmark of the plane is missing. */
+  /** An earlier case's tracing in this case's pixels, lengths in mm kept. Throws without a scale of both, and when a
+   * landmark of the line is missing. */
   superimpose(earlier: Case, on: Registration, options: TracingOptions): Tracing;
 
   /** Age, dental stage, Ricketts stage and bone age. */
@@ -406,6 +409,7 @@ export interface Shape {
 }
 
 export interface TracingOptions {
+  /** The first of the folder without it. */
   mode?: DisplayMode;
   /** own: the case's outlines where it has any; fitted: those of the average face. */
   outlines: "own" | "fitted" | "none";

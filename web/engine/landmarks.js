@@ -1,0 +1,65 @@
+// What is known of the landmarks, read off the tables of docs/landmarks.md.
+
+/** Landmarks that others make, by expressions of the formula language, as textbooks construct them. */
+const constructions = {
+  lateral: {
+    // The crossing of the facial plane with the mandibular plane: Ricketts, McNamara.
+    Gn: { expression: "cross([N],[Pog],[Me],[Go(L)])", from: ["N", "Pog", "Me", "Go(L)"] },
+    // The crossing of the tangents of the ramus and the lower border.
+    Go: { expression: "cross([Ar],[Go(P)],[Me],[Go(L)])", from: ["Ar", "Go(P)", "Me", "Go(L)"] },
+  },
+  frontal: {},
+  model: {},
+};
+
+const headings = { lateral: "## Lateral film", frontal: "## Frontal film", model: "## Dental cast" };
+
+/** "Sella (セラ(トルコ鞍中心点))": the Japanese stands in the last brackets, which may hold others. */
+export function titlesOf(text) {
+  if (!text.endsWith(")")) return { en: text, ja: text };
+  let depth = 0;
+  let at = text.length;
+  do {
+    --at;
+    if (text[at] === ")") ++depth;
+    if (text[at] === "(") --depth;
+  } while (depth > 0 && at > 0);
+  return { en: text.slice(0, at).trim(), ja: text.slice(at + 1, -1) };
+}
+
+/** The rows of the tables beneath a kind's headings, by landmark. */
+function rowsOf(document, kind) {
+  const rows = new Map();
+  for (const section of document.split(/^(?=## )/m).filter((each) => each.startsWith(headings[kind])))
+    for (const line of section.split("\n").filter((each) => each.startsWith("| ") && !each.startsWith("| name"))) {
+      const [names, ...cells] = line.slice(1, -1).split("|").map((cell) => cell.trim());
+      for (const name of names.replace(" *", "").split(/[,;] */)) rows.set(name, cells);
+    }
+  return rows;
+}
+
+export function landmarkTable(document, kind, names, onFace) {
+  const rows = rowsOf(document, kind);
+  return names.map((name) => {
+    const [title, ...cells] = rows.get(name) ?? [toothTitle(name)];
+    const [definition, howFound] = cells.length === 3 ? cells : ["", ""];
+    const at = onFace.find((landmark) => landmark.name === name);
+    return {
+      name,
+      title: titlesOf(title),
+      definition,
+      howFound,
+      onAverageFace: at ? { x: at.x, y: at.y } : null,
+      constructed: howFound.startsWith("Constructed:"),
+      construction: constructions[kind][name] ?? null,
+    };
+  });
+}
+
+/** "16m": the mesial contact point of tooth 16. */
+function toothTitle(name) {
+  const tooth = /^(\d\d)([md])$/.exec(name);
+  if (!tooth) return name;
+  const [, number, side] = tooth;
+  return `${number}, ${side === "m" ? "mesial" : "distal"} (${number} ${side === "m" ? "近心" : "遠心"})`;
+}
