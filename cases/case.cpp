@@ -28,7 +28,7 @@ const char* name_of(Side side) {
 Case with_options(Case record, const Source& source, const CaseOptions& options) {
     record.file = source.name;
     if (!options.image.empty()) record.image = image_seen_from(record.file, options.image);
-    const std::optional<FilmFacts> film = facts_of_film(record, options);
+    const std::optional<FilmFacts> film = facts_of_film(record, source, options);
     if (options.sex) {
         if (record.sex.value_or(*options.sex) != *options.sex) {
             record.remarks.push_back({"sex_replaced", "The sex is that of --sex, not that of the file."});
@@ -44,6 +44,10 @@ std::vector<Case> read_cases(const Source& source, const CaseOptions& options) {
     const auto formats = case_formats();
     const auto format = std::ranges::find_if(formats, [&](const CaseFormat& each) { return each.recognises(source); });
     std::vector<Case> cases = format->read(source, options);
+    if (cases.size() > 1 && !options.image.empty()) {
+        throw source.error("it holds " + std::to_string(cases.size()) + " specimens, and an X-ray is that of one case",
+                           "Name them in the file, IMAGE=film.dcm, and leave --image away.");
+    }
     for (Case& record : cases) record = with_options(std::move(record), source, options);
     return cases;
 }

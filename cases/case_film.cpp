@@ -14,6 +14,11 @@ constexpr const char* say_scale = "Say how many millimetres a pixel is: --scale 
 constexpr const char* say_which =
     "Say which scale is right: --scale 0.1, or measured on a ruler: --ruler 100,50,100,450=40mm.";
 
+void remark_scale(Case& record, const FilmFacts& film) {
+    if (film.scale_remark) record.remarks.push_back(*film.scale_remark);
+    record.remarks.insert(record.remarks.end(), film.scale_doubts.begin(), film.scale_doubts.end());
+}
+
 // Throws when the film was asked for a scale and gives none.
 double scale_of(const Source& source, const FilmFacts& film) {
     if (!film.failure.empty()) throw source.error("its X-ray can't be asked for the scale: " + film.failure, say_scale);
@@ -39,20 +44,20 @@ void take_film_scale(Case& record, const Source& source, const std::optional<Fil
                                   "The scale is that of the command line, %1 mm a pixel, not the %2 of the file.",
                                   {readable(mm), readable(*record.mm_per_pixel)}});
     record.mm_per_pixel = mm;
-    if (film->scale_remark) record.remarks.push_back(*film->scale_remark);
-    record.notes.insert(record.notes.end(), film->doubts.begin(), film->doubts.end());
+    remark_scale(record, *film);
 }
 
 // A case and its film may both have a scale.
 void compare_scales(Case& record, const Source& source, const FilmFacts& film) {
     constexpr double equal_within = 0.001;
     if (!film.scale_error.empty())
-        record.notes.push_back("its X-ray " + film.file + " contradicts itself: " + film.scale_error +
-                               " The scale is that of the case.");
+        record.remarks.push_back({"film_doubtful",
+                                  "The X-ray %1 contradicts itself; the scale is that of the case. %2",
+                                  {film.file, film.scale_error}});
     if (!film.mm_per_pixel) return;
     const double mm = record.mm_per_pixel.value();
     if (std::abs(mm - *film.mm_per_pixel) <= equal_within * mm) {
-        if (film.scale_remark) record.remarks.push_back(*film.scale_remark);
+        remark_scale(record, film);
     } else if (mm < film.least_mm || mm > film.most_mm) {
         throw source.error("the scale of the case, " + readable(mm) + " mm a pixel, contradicts its X-ray " +
                                film.file + ", " + readable(*film.mm_per_pixel) + " mm (" + film.scale_source + ")",
@@ -62,9 +67,15 @@ void compare_scales(Case& record, const Source& source, const FilmFacts& film) {
 
 }  // namespace
 
-std::optional<FilmFacts> facts_of_film(const Case& record, const CaseOptions& options) {
+std::optional<FilmFacts> facts_of_film(Case& record, const Source& source, const CaseOptions& options) {
     if (record.image.empty() || !options.film_facts) return {};
-    return options.film_facts(image_file(record));
+    std::optional<FilmFacts> film = options.film_facts(image_file(record));
+    if (!film || film->failure.empty()) return film;
+    if (!options.image.empty())
+        throw source.error("its X-ray " + film->file + " can't be read: " + film->failure, "Name another, or none.");
+    record.remarks.push_back(
+        {"film_doubtful", "The X-ray %1 can't be asked for scale and patient. %2", {film->file, film->failure}});
+    return film;
 }
 
 void complete_patient(Case& record, const Source& source, const FilmFacts& film) {
@@ -83,12 +94,14 @@ void complete_patient(Case& record, const Source& source, const FilmFacts& film)
     take(record.birth, film.birth, "birth");
     take(record.film, film.film, "film date");
     take(record.side, film.side, "side");
+    if (!record.birth || !record.film)
+        record.remarks.insert(record.remarks.end(), film.patient_doubts.begin(), film.patient_doubts.end());
     if (taken.empty()) return;
     if (record.birth && record.film && *record.film < *record.birth)
         throw source.error(
             "the film of " + text_of(*record.film) + " was taken before birth (" + text_of(*record.birth) + ")",
             "One of the dates is from the header of " + film.file + ". Write the right ones into the case.");
-    record.notes.push_back("from the header of " + film.file + ": " + joined(taken, ", "));
+    record.remarks.push_back({"patient_of_film", "From the header of %1: %*2.", {film.file, joined(taken, ", ")}});
 }
 
 void settle_scale(Case& record, const Source& source, const CaseOptions& options,

@@ -12,7 +12,7 @@ namespace cephtool {
 // of the libraries for pictures. Texts are safe to show.
 struct FilmFacts {
     std::string file;     // as messages name it
-    std::string failure;  // why it could not be read, a sentence
+    std::string failure;  // why it can't be read, a sentence
     std::string name;
     std::optional<Sex> sex = {};
     std::optional<Date> birth = {}, film = {};
@@ -22,13 +22,14 @@ struct FilmFacts {
     std::optional<Remark> scale_remark = {};  // where it was taken from, and whether magnification is out of it
     std::string scale_source;                 // in words, of tags
     std::string scale_error;                  // what the file says against itself, a sentence
-    std::vector<std::string> doubts = {};     // about the scale, sentences
+    std::vector<Remark> scale_doubts = {}, patient_doubts = {};
 };
 
 // Of the X-ray that the options or the case name; nothing when they name none, or one that says nothing of itself.
-std::optional<FilmFacts> facts_of_film(const Case& record, const CaseOptions& options);
+// Throws an Error when that of the options can't be read; of that of the case it is remarked.
+std::optional<FilmFacts> facts_of_film(Case& record, const Source& source, const CaseOptions& options);
 
-// Name, sex, dates and side where the case has none; what contradicts the case is remarked.
+// Name, sex, dates and side where the case has none. What was taken is remarked, and what contradicts the case.
 void complete_patient(Case& record, const Source& source, const FilmFacts& film);
 
 // The scale of the options, else that of the case, else that of the film. Throws an Error when there is none and when

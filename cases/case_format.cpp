@@ -25,9 +25,9 @@ std::string write_json(const Case& record, const CaseOptions&) {
     return to_json(record);
 }
 
-constexpr FormatLosses landmarks_only{true, "outlines", true};
-constexpr FormatLosses of_tps{true, "names and anchors of outlines", false, "-"};
-constexpr FormatLosses of_challenge{true, "outlines", true, nullptr,
+constexpr FormatLosses landmarks_only{true, "outlines"};
+constexpr FormatLosses of_tps{true, "names and anchors of outlines", "-"};
+constexpr FormatLosses of_challenge{true, "outlines", nullptr,
                                     "all but nineteen landmarks, and everything beside them"};
 constexpr CaseFormat own{"json", ".json", {}, false, is_json, read_json_cases, write_json};
 
@@ -76,7 +76,6 @@ std::vector<std::string> lost_in(const CaseFormat& format, const Case& record) {
         if (!record.virtuals.empty()) lost.emplace_back("virtual landmarks");
     }
     if (*losses.outlines && !record.outlines.empty()) lost.emplace_back(losses.outlines);
-    if (losses.image && !record.image.empty()) lost.emplace_back("the name of the X-ray");
     if (losses.keys) {
         const std::vector<std::string> names = names_not_kept(losses, record);
         if (!names.empty()) lost.push_back("landmarks of your own named " + joined(names, ", "));

@@ -13,7 +13,6 @@ namespace cephtool {
 struct FormatLosses {
     bool keys = false;              // of other programs; virtual landmarks, the palate, own landmarks under known names
     const char* outlines = "";      // what of them
-    bool image = false;             // the name of the X-ray
     const char* unnamed = nullptr;  // the name that stands for none in it
     const char* always = "";        // whatever the case holds
 };

@@ -28,6 +28,7 @@ constexpr Setting settings[] = {
     {"name", read_text<&CaseBuilder::name>},   {"sex", read_text<&CaseBuilder::sex>},
     {"birth", read_text<&CaseBuilder::birth>}, {"film", read_text<&CaseBuilder::film>},
     {"side", read_text<&CaseBuilder::side>},   {"dental_stage", read_text<&CaseBuilder::dental_stage>},
+    {"image", read_text<&CaseBuilder::image>},
 };
 
 }  // namespace
@@ -78,6 +79,7 @@ std::vector<std::pair<std::string, std::string>> settings_of(const Case& record)
     if (record.film) known.emplace_back("film", text_of(*record.film));
     if (record.side) known.emplace_back("side", name_of(*record.side));
     if (!record.dental_stage.empty()) known.emplace_back("dental_stage", record.dental_stage);
+    if (!record.image.empty()) known.emplace_back("image", record.image);
     return known;
 }
 

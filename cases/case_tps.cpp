@@ -308,7 +308,7 @@ std::string to_tps(const Case& record, const CaseOptions& options) {
     if (!record.name.empty()) text += "ID=" + record.name + "\n";
     text += "COMMENT=landmarks=" + names_text(landmarks) + "\nCOMMENT=flip=" + shortest(height) + "\n";
     for (const auto& [key, value] : settings_of(record))
-        if (key != "name" && key != "scale_mm_per_px") text += "COMMENT=" + key + "=" + value + "\n";
+        if (key != "name" && key != "scale_mm_per_px" && key != "image") text += "COMMENT=" + key + "=" + value + "\n";
     if (record.mm_per_pixel) text += "SCALE=" + shortest(*record.mm_per_pixel) + "\n";
     return text;
 }

@@ -25,7 +25,7 @@ Film decode_jpeg(std::string_view bytes, std::size_t pixel_limit);
 Film decode_png(std::string_view bytes, std::size_t pixel_limit);
 Film decode_tiff(std::string_view bytes, std::size_t pixel_limit);
 
-enum class DicomPart { film, header };  // a header comes without pixels and size
+enum class DicomPart { film, header };  // a header comes without pixels
 Film decode_dicom(std::string_view bytes, std::size_t pixel_limit, DicomPart part = DicomPart::film);
 
 // Whether the bytes begin as a DICOM file does, with or without the 128 bytes in front.

@@ -175,14 +175,18 @@ Film film_of(const DicomDataSet& data, const TransferSyntax& syntax, std::size_t
     if (!data.error().empty()) return damaged(data.error());
     Film film;
     read_header(data, film.header);
-    if (part == DicomPart::header) return film;
     DicomPicture picture;
-    if (const std::string error = describe(data, picture); !error.empty()) return unreadable(error);
+    const std::string not_read = describe(data, picture);
+    film.header.frames = picture.frames;
+    if (part == DicomPart::header) {
+        if (not_read.empty()) film.width = picture.columns, film.height = picture.rows;
+        return film;
+    }
+    if (!not_read.empty()) return unreadable(not_read);
     const auto columns = static_cast<std::uint64_t>(picture.columns), rows = static_cast<std::uint64_t>(picture.rows);
     if (!film_size_allowed(columns, rows, pixel_limit)) return without_film(film_size_error(columns, rows));
 
     film.header.compression = syntax.compression;
-    film.header.frames = picture.frames;
     const DicomElement& pixels = *data.find(dicom_tag::pixel_data);
     // An uncompressed film must have its bytes before memory is taken for them.
     if (syntax.packing == DicomPacking::none && pixels.value.size() < picture.frame_bytes())

@@ -78,7 +78,8 @@ void read_header(const DicomDataSet& data, FilmHeader& header) {
     DicomScale& scale = header.scale;
     scale.imager_spacing = spacing(data, imager_pixel_spacing);
     scale.pixel_spacing = spacing(data, pixel_spacing);
-    scale.calibration_type = data.text(calibration_type);
+    constexpr std::size_t longest_code = 16;
+    scale.calibration_type = data.text(calibration_type).substr(0, longest_code);
     scale.magnification = data.decimal(magnification);
     scale.detector_distance = data.decimal(source_to_detector);
     scale.patient_distance = data.decimal(source_to_patient);

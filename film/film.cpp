@@ -16,31 +16,39 @@ namespace fs = std::filesystem;
     return without_film(std::string("This is a ") + format + " picture, and this build does without " + library + ".");
 }
 
-Film decoded(std::string_view bytes, [[maybe_unused]] std::size_t pixel_limit) {
+std::string format_of(std::string_view bytes) {
     const auto begins = [&](std::string_view with) { return bytes.starts_with(with); };
     using namespace std::string_view_literals;
-    if (begins("\xFF\xD8\xFF")) {
+    if (begins("\xFF\xD8\xFF")) return "JPEG";
+    if (begins("\x89PNG\r\n\x1A\n")) return "PNG";
+    if (begins("II*\0"sv) || begins("MM\0*"sv) || begins("II+\0"sv) || begins("MM\0+"sv)) return "TIFF";
+    return begins_as_dicom(bytes) ? "DICOM" : "";
+}
+
+Film decoded(std::string_view bytes, [[maybe_unused]] std::size_t pixel_limit) {
+    const std::string format = format_of(bytes);
+    if (format == "JPEG") {
 #ifdef TOOL_FILM_JPEG
         return decode_jpeg(bytes, pixel_limit);
 #else
         return not_built("JPEG", "libjpeg");
 #endif
     }
-    if (begins("\x89PNG\r\n\x1A\n")) {
+    if (format == "PNG") {
 #ifdef TOOL_FILM_PNG
         return decode_png(bytes, pixel_limit);
 #else
         return not_built("PNG", "libpng");
 #endif
     }
-    if (begins("II*\0"sv) || begins("MM\0*"sv) || begins("II+\0"sv) || begins("MM\0+"sv)) {
+    if (format == "TIFF") {
 #ifdef TOOL_FILM_TIFF
         return decode_tiff(bytes, pixel_limit);
 #else
         return not_built("TIFF", "libtiff");
 #endif
     }
-    if (begins_as_dicom(bytes)) return decode_dicom(bytes, pixel_limit);
+    if (format == "DICOM") return decode_dicom(bytes, pixel_limit);
     return without_film("This is none of: " + film_formats() + ".");
 }
 
@@ -82,23 +90,23 @@ Film read_film(const std::string& path) try {
 
 ReadHeader read_film_header(const std::string& path) try {
     const FileBytes file = file_bytes(path);
-    if (!file.error.empty()) return {{}, file.error};
+    if (!file.error.empty()) return {.error = file.error};
     Film film = begins_as_dicom(file.bytes) ? decode_dicom(file.bytes, film_pixel_limit, DicomPart::header)
                                             : decode_film(file.bytes);
-    return {std::move(film.header), std::move(film.error)};
+    return {std::move(film.header), film.width, film.height, std::move(film.error)};
 } catch (const std::bad_alloc&) {
-    return {{}, "There is not enough memory for " + path + "."};
+    return {.error = "There is not enough memory for " + path + "."};
 }
 
-bool is_dicom(const std::string& path) {
+std::string film_format(const std::string& path) {
     const fs::path file(std::u8string(path.begin(), path.end()));
     std::error_code failure;
-    if (!fs::is_regular_file(file, failure)) return false;  // opening a pipe waits for who writes to it
+    if (!fs::is_regular_file(file, failure)) return {};  // opening a pipe waits for who writes to it
     std::string begin(512, '\0');
     std::ifstream in(file, std::ios::binary);
     in.read(begin.data(), static_cast<std::streamsize>(begin.size()));
     begin.resize(static_cast<std::size_t>(in.gcount()));
-    return begins_as_dicom(begin);
+    return format_of(begin);
 }
 
 std::string film_formats() {

@@ -63,15 +63,18 @@ inline constexpr std::size_t film_file_limit = 1'000'000'000;
 Film decode_film(std::string_view bytes, std::size_t pixel_limit = film_pixel_limit);
 Film read_film(const std::string& path);  // the path in UTF-8
 
-// The header alone, else what is wrong with the file. The pixels of DICOM films are not unpacked.
+// The header alone, else what is wrong with the file. The pixels of DICOM films are not unpacked, so that it can come
+// of films that can't be; then they may have no size.
 struct ReadHeader {
-    FilmHeader header;
-    std::string error;
+    FilmHeader header = {};
+    int width = 0, height = 0;
+    std::string error = {};
 };
 ReadHeader read_film_header(const std::string& path);
 
-// Whether a file begins as DICOM films do; false when it can't be read.
-bool is_dicom(const std::string& path);
+// What a file begins as, "JPEG", "PNG", "TIFF" or "DICOM", whether or not this build reads it; "" when it is none of
+// them or can't be read.
+std::string film_format(const std::string& path);
 
 // The formats that this build reads, "JPEG, PNG, TIFF, DICOM".
 std::string film_formats();

@@ -46,7 +46,7 @@ class HeaderScale {
         const std::optional<double> pixel = width(tags_.pixel_spacing, pixel_name);
         check_aspect();
         const std::optional<Magnification> noted = noted_magnification();
-        const bool typed = tags_.calibration_type == "GEOMETRY" || tags_.calibration_type == "FIDUCIAL";
+        const bool typed = is_known(tags_.calibration_type);
         if (pixel && (typed || (imager && differ(*pixel, *imager, square_within)))) {
             take_calibrated(*pixel, imager, noted);
         } else if (imager) {
@@ -54,9 +54,12 @@ class HeaderScale {
         } else if (pixel) {
             take(*pixel, pixel_name, given(), FilmPlane::unknown);
             if (noted && !given_)
-                scale_.doubts.push_back("The magnification that its header notes, " + text_of(noted->factor()) +
-                                        ", may be out of its Pixel Spacing or not; it is not applied.");
+                scale_.doubts.push_back(
+                    {"The film notes a magnification of %1, which may be out of its Pixel Spacing "
+                     "or not; it is not applied.",
+                     text_of(noted->factor())});
         }
+        doubt_calibration(pixel.has_value());
         if (!scale_.error.empty()) scale_.mm_per_pixel.reset();
         return std::move(scale_);
     }
@@ -133,8 +136,9 @@ class HeaderScale {
                  text_of(*imager) + " mm / " + noted->source + " comes to " + text_of(*imager / noted->factor()) +
                  " mm.");
         }
-        if (type != "GEOMETRY" && type != "FIDUCIAL")
-            scale_.doubts.emplace_back("Its Pixel Spacing was calibrated, but not how (0028,0A02).");
+        if (type.empty())
+            scale_.doubts.push_back(
+                {"The film's Pixel Spacing was calibrated, but the film does not say how (0028,0A02)."});
         take(pixel, std::string(pixel_name) + ", calibrated" + (type.empty() ? "" : " (" + type + ")"), {},
              FilmPlane::patient);
     }
@@ -145,8 +149,19 @@ class HeaderScale {
         scale_.plane = magnification ? FilmPlane::patient : plane;
         scale_.source = name + " " + text_of(width) + " mm" + (magnification ? " / " + magnification->source : "");
         if (magnification && magnification->factor() > most_usual_magnification)
-            scale_.doubts.push_back("A magnification of " + text_of(magnification->factor()) + " is unusual.");
+            scale_.doubts.push_back({"A magnification of %1 is unusual.", text_of(magnification->factor())});
     }
+
+    void doubt_calibration(bool has_pixel_spacing) {
+        const std::string& type = tags_.calibration_type;
+        if (type.empty()) return;
+        if (!has_pixel_spacing)
+            scale_.doubts.push_back({"The film has a calibration type (0028,0A02), but no Pixel Spacing (0028,0030)."});
+        else if (!is_known(type))
+            scale_.doubts.push_back({"The film's calibration type (0028,0A02), %1, is not known.", type});
+    }
+
+    static bool is_known(const std::string& type) { return type == "GEOMETRY" || type == "FIDUCIAL"; }
 
     const DicomScale& tags_;
     std::optional<double> given_;
@@ -154,6 +169,12 @@ class HeaderScale {
 };
 
 }  // namespace
+
+std::string FilmDoubt::sentence() const {
+    std::string all = text;
+    const std::size_t place = all.find("%1");
+    return place == std::string::npos ? all : all.replace(place, 2, value);
+}
 
 FilmScale scale_of_header(const FilmHeader& header, std::optional<double> magnification) {
     return HeaderScale(header.scale, magnification).scale();
@@ -177,7 +198,7 @@ FilmScale scale_of_resolution(const FilmHeader& header, std::optional<double> ma
                    (magnification ? " / the magnification given, " + text_of(*magnification) : "");
     for (const double screen : {72.0, 96.0})
         if (!differ(across, screen, square_within))
-            scale.doubts.push_back(text_of(screen) + " dpi is what programs write that know no resolution.");
+            scale.doubts.push_back({"%1 dpi is what programs write that know no resolution.", text_of(screen)});
     return scale;
 }
 

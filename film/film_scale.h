@@ -17,12 +17,20 @@ enum class FilmPlane {
     unknown    // the file doesn't say
 };
 
+// A sentence in which "%1" stands for the value, so that hosts can translate it.
+struct FilmDoubt {
+    const char* text;
+    std::string value = {};
+
+    std::string sentence() const;
+};
+
 struct FilmScale {
     std::optional<double> mm_per_pixel;  // nothing when the file has none, or `error` says why it can't be used
     FilmPlane plane = FilmPlane::unknown;
     std::string source;  // "Imager Pixel Spacing (0018,1164) 0.1 mm / Estimated Radiographic ... (0018,1114) 1.1"
     std::string error;   // what the file says against itself, in a sentence
-    std::vector<std::string> doubts;  // sentences
+    std::vector<FilmDoubt> doubts;
 };
 
 // Out of a DICOM header, by PS3.3 10.7 and C.8.11.5: a Pixel Spacing that was calibrated is that of the patient; Imager

@@ -6,8 +6,9 @@
 
 namespace cephtool {
 
-ExitCode for_each_case(const std::vector<std::string>& paths, const CaseOptions& options, Streams& streams,
+ExitCode for_each_case(const std::vector<std::string>& paths, const CaseOptionFlags& options, Streams& streams,
                        const std::function<void(const Source&, Case)>& use) {
+    options.check_images(paths.size());
     ExitCode code = ExitCode::done;
     const auto guarded = [&](const std::function<void()>& work) {
         try {
@@ -17,10 +18,11 @@ ExitCode for_each_case(const std::vector<std::string>& paths, const CaseOptions&
             code = error.code;
         }
     };
-    for (const std::string& path : paths) {
+    for (std::size_t place = 0; place < paths.size(); ++place) {
         guarded([&] {
+            const std::string& path = paths[place];
             const Source source = checked_text(read_bytes(path, streams.in));
-            for (Case& record : read_cases(source, options)) {
+            for (Case& record : read_cases(source, options.options(place))) {
                 for (const std::string& note : record.notes) streams.err << printable(path) << ": " << note << "\n";
                 guarded([&] { use(source, std::move(record)); });
             }

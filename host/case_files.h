@@ -6,13 +6,13 @@
 #include <vector>
 
 #include "cases/case.h"
-#include "host/command.h"
+#include "host/command_line.h"
 
 namespace cephtool {
 
 // Hands each case and where it was read from to `use`. Notes and errors, also those that `use` throws, go to
 // `streams.err`; a bad case does not keep the others from being read. What the exit code says is the last failure.
-ExitCode for_each_case(const std::vector<std::string>& paths, const CaseOptions& options, Streams& streams,
+ExitCode for_each_case(const std::vector<std::string>& paths, const CaseOptionFlags& options, Streams& streams,
                        const std::function<void(const Source&, Case)>& use);
 
 // What is remarked on the case, on `streams.err`: for results that go to a file or a program.

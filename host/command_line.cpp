@@ -250,7 +250,7 @@ void describe(const Command& command, const std::function<void(const CommandLine
     command.run(command, {}, streams);
 }
 
-CaseOptionFlags::CaseOptionFlags(CommandLine& line) {
+CaseOptionFlags::CaseOptionFlags(CommandLine& line) : line_(line) {
     line.add_choice("--sex", sex_, {"m", "f"}, "m or f: the patient's sex");
     const Option scale = line.add_text(
         "--scale", "MM", scale_,
@@ -283,6 +283,14 @@ CaseOptionFlags::CaseOptionFlags(CommandLine& line) {
                                  ? ""
                                  : in_quotes(given) + " is no height in pixels";
                   });
+}
+
+Option CaseOptionFlags::add_image(const std::string& help) {
+    return line_.add_text("--image", "FILE", image_, help);
+}
+
+Option CaseOptionFlags::add_images(const std::string& help) {
+    return line_.add_texts("--image", "FILE", images_, help);
 }
 
 // What is said of the scale itself, by number or ruler.
@@ -328,8 +336,23 @@ CaseOptions CaseOptionFlags::options() const {
     return options;
 }
 
-std::string CaseOptionFlags::file() const {
-    return landmarks_.starts_with('@') ? landmarks_.substr(1) : "";
+CaseOptions CaseOptionFlags::options(std::size_t place) const {
+    CaseOptions options = this->options();
+    options.image = place < images_.size() ? images_[place] : image_;
+    if (!options.image.empty()) check_film(options.image);
+    return options;
+}
+
+std::vector<std::string> CaseOptionFlags::files() const {
+    std::vector<std::string> files = images_;
+    files.push_back(image_);
+    if (landmarks_.starts_with('@')) files.push_back(landmarks_.substr(1));
+    return files;
+}
+
+void CaseOptionFlags::check_images(std::size_t cases) const {
+    if (images_.size() <= cases) return;
+    throw Error(ExitCode::bad_command_line, "more X-rays than cases", "Name one with --image for each case.");
 }
 
 void check_inputs(const std::vector<std::string>& paths) {

@@ -38,7 +38,8 @@ const char* magnification_word(const tool::FilmScale& scale) {
 
 std::string scale_text(const tool::FilmScale& scale, const tool::FilmHeader& header) {
     if (scale.mm_per_pixel) {
-        return readable(*scale.mm_per_pixel) + " mm a pixel: " + scale.source + "; " + magnification_words(scale);
+        return readable(*scale.mm_per_pixel) + " mm a pixel: " + printable(scale.source) + "; " +
+               magnification_words(scale);
     }
     if (!scale.error.empty()) return "contradictory";
     return header.resolution ? "none; \"--scale dpi\" takes the resolution" : "none";
@@ -48,22 +49,6 @@ std::string resolution_text(const tool::FilmHeader& header) {
     if (!header.resolution) return {};
     const auto [across, down] = *header.resolution;
     return readable(across) + (across == down ? "" : " x " + readable(down)) + " dpi";
-}
-
-// Head films are 18 x 24 to 24 x 30 cm; sensors are smaller, prints may be larger.
-void doubt_size(const tool::Film& film, const tool::FilmScale& scale, std::vector<std::string>& doubts) {
-    constexpr double least_mm = 60, most_mm = 600;
-    if (!scale.mm_per_pixel) return;
-    const double longest = std::max(film.width, film.height) * *scale.mm_per_pixel;
-    if (longest < least_mm || longest > most_mm)
-        doubts.push_back("By its scale it is " + with_decimals(longest, 0) + " mm long, which no head film is.");
-}
-
-void doubt_dates(const tool::FilmPatient& patient, const FilmFacts& known, std::vector<std::string>& doubts) {
-    if (!patient.birth_date.empty() && !known.birth) doubts.emplace_back("Its birth date is none.");
-    if (!patient.film_date.empty() && !known.film) doubts.emplace_back("Its film date is none.");
-    if (known.birth && known.film && *known.film < *known.birth)
-        doubts.emplace_back("It was taken before the patient's birth.");
 }
 
 Json json_of(const FilmFact& fact) {
@@ -108,11 +93,10 @@ FilmReport film_report(const std::string& file, const tool::Film& film) {
         {"side", "Side", patient.side ? name_of(*patient.side) : ""},
         {"made_by", "Made by", printable(header.made_by)},
     };
-    if (!scale.error.empty()) report.doubts.push_back(scale.error);
-    report.doubts.insert(report.doubts.end(), scale.doubts.begin(), scale.doubts.end());
-    if (header.frames > 1) report.doubts.emplace_back("Only the first of its pictures is read.");
-    doubt_size(film, scale, report.doubts);
-    doubt_dates(header.patient, patient, report.doubts);
+    if (!scale.error.empty()) report.doubts.push_back(printable(scale.error));
+    for (const Remark& doubt : scale_doubts(scale, std::max(film.width, film.height), header.frames))
+        report.doubts.push_back(in_english(doubt));
+    for (const Remark& doubt : patient.patient_doubts) report.doubts.push_back(in_english(doubt));
     return report;
 }
 

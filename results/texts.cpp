@@ -114,6 +114,32 @@ constexpr TextRow text_table[] = {
     {"The scale is that of the film, %1 mm a pixel: %2. The film does not say whether magnification is out of it; "
      "--magnification takes it out.",
      "縮尺は画像ファイルによる1画素 %1 mm（%2）。拡大率が補正済みかどうかは記載がない。--magnification で補正できる。"},
+    {"The film notes a magnification of %1, which may be out of its Pixel Spacing or not; it is not applied.",
+     "画像には拡大率 %1 の記載があるが、Pixel Spacing に反映済みかどうか不明のため使わない。"},
+    {"The film's Pixel Spacing was calibrated, but the film does not say how (0028,0A02).",
+     "画像の Pixel Spacing は校正されているが、方法の記載（0028,0A02）がない。"},
+    {"The film's calibration type (0028,0A02), %1, is not known.", "画像の校正方法 %1（0028,0A02）は規格にない。"},
+    {"The film has a calibration type (0028,0A02), but no Pixel Spacing (0028,0030).",
+     "画像に校正方法（0028,0A02）の記載があるが、Pixel Spacing（0028,0030）がない。"},
+    {"A magnification of %1 is unusual.", "拡大率 %1 は通常の値ではない。"},
+    {"%1 dpi is what programs write that know no resolution.",
+     "%1 dpi は、解像度が分からないときにプログラムが書く値である。"},
+    {"By its scale the film is %1 mm long, which no head film is.",
+     "この縮尺では画像の長さが %1 mm となり、頭部X線画像とは考えられない。"},
+    {"The film's file holds %1 pictures; only the first is read.",
+     "画像ファイルには %1 枚の画像があり、最初の1枚だけを使う。"},
+    {"The birth date in the film's header is none.", "画像の生年月日は日付として読めない。"},
+    {"The film date in the film's header is none.", "画像の撮影日は日付として読めない。"},
+    {"The film was taken before the patient's birth.", "撮影日が生年月日より前である。"},
+    {"The X-ray %1 contradicts itself; the scale is that of the case. %2",
+     "画像 %1 の記載に矛盾があるため、縮尺は症例の値を使う。%2"},
+    {"The X-ray %1 can't be asked for scale and patient. %2", "画像 %1 の縮尺と患者の情報を読めない。%2"},
+    {"From the header of %1: %*2.", "%1 のヘッダーの値：%*2。"},
+    {"name", "氏名"},
+    {"sex", "性別"},
+    {"birth", "生年月日"},
+    {"film date", "撮影日"},
+    {"side", "撮影側"},
     {"The scale is taken as 0.1 mm a pixel, that of the films of challenges.",
      "縮尺はチャレンジ用フィルムの1画素 0.1 mm とみなした。"},
     {"Positions are taken as millimetres.", "座標の単位はミリメートルとみなした。"},
@@ -173,8 +199,23 @@ std::string Texts::operator()(std::string_view english) const {
     return std::string(row == std::end(text_table) ? english : row->japanese);
 }
 
+// Behind "%*" stands a list of words that are texts of the table themselves.
 std::string Texts::operator()(const Remark& remark) const {
-    return filled((*this)(remark.text), remark.values);
+    std::string text = (*this)(remark.text);
+    std::vector<std::string> values = remark.values;
+    const std::size_t list = text.find("%*");
+    if (list == std::string::npos) return filled(text, values);
+    text.erase(list + 1, 1);
+    std::string& words = values.at(static_cast<std::size_t>(text.at(list + 1) - '1'));
+    std::string all;
+    for (std::size_t from = 0; from <= words.size();) {
+        const std::size_t end = std::min(words.find(", ", from), words.size());
+        if (from > 0) all += language_ == Language::english ? ", " : "、";
+        all += (*this)(std::string_view(words).substr(from, end - from));
+        from = end + 2;
+    }
+    words = all;
+    return filled(text, values);
 }
 
 std::string Texts::operator()(std::string_view english, const std::string& first, const std::string& second) const {

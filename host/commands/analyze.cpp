@@ -27,13 +27,15 @@ ExitCode run_analyze(const Command& command, const Arguments& arguments, Streams
     line.add_analyses(names);
     line.add_analysis_folder(folder);
     line.add_band(band);
-    const CaseOptionFlags case_options(line);
+    CaseOptionFlags case_options(line);
+    case_options.add_images(
+        "the X-ray of the case (JPEG, PNG, TIFF,\nDICOM), asked for what it lacks; again for\nthe next case");
     line.add_format(format, output, {ResultFormat::table, ResultFormat::json, ResultFormat::csv});
     line.add_output(output);
     if (!line.parse(arguments, streams)) return ExitCode::done;
     check_inputs(paths);
     check_output(output, paths);
-    check_output(output, {case_options.file()});
+    check_output(output, case_options.files());
     check_output(output, names);
     const Selection selection(folder, names, streams);
     if (selection.chosen().empty()) {
@@ -57,7 +59,7 @@ ExitCode run_analyze(const Command& command, const Arguments& arguments, Streams
         }
         results.push_back(std::move(result));
     };
-    const ExitCode code = for_each_case(paths, case_options.options(), streams, measure);
+    const ExitCode code = for_each_case(paths, case_options, streams, measure);
     for (const auto& result : results) check_output(output, {image_file(result.record)});
     const bool to_terminal = output.empty() && streams.colour;
     if (!results.empty()) write_result(forms.of(results, format, to_terminal), output, streams.out);

@@ -54,7 +54,7 @@ ExitCode run_batch(const Command& command, const Arguments& arguments, Streams& 
     BatchOutput table(output, format.head(), format.number_mark());
     table.check(paths);
     table.check(names);
-    table.check({case_options.file()});
+    table.check(case_options.files());
     const Interruption interruption;
     if (!table.lock()) {
         streams.err << "note: the file system of " << printable(output)

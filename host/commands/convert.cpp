@@ -39,20 +39,19 @@ std::string image_from(const std::string& output, const Case& record) {
 }  // namespace
 
 ExitCode run_convert(const Command& command, const Arguments& arguments, Streams& streams) {
-    std::string path, output, name, image;
+    std::string path, output, name;
     CommandLine line(command, "cephtool convert lateral-average.csv -o new.json",
                      "cephtool convert --scale 0.12 --sex m lateral-average-19-points.txt");
     line.add_argument("CASE", path, "file with landmarks; - is standard input").required();
-    line.add_text("--image", "FILE", image,
-                  "the X-ray of the case (JPEG, PNG, TIFF,\nDICOM): named in it, and asked for what it lacks");
-    const CaseOptionFlags case_options(line);
+    CaseOptionFlags case_options(line);
+    case_options.add_image("the X-ray of the case (JPEG, PNG, TIFF,\nDICOM): named in it, and asked for what it lacks");
     line.add_choice("--format", name, format_names(), joined(format_names(), ", ") + ";\nelse as FILE ends, or json");
     line.add_output(output);
     if (!line.parse(arguments, streams)) return ExitCode::done;
-    check_output(output, {path, image, case_options.file()});
+    check_output(output, {path});
+    check_output(output, case_options.files());
     const CaseFormat& format = format_for(name, output);
-    CaseOptions options = case_options.options();
-    options.image = image;
+    const CaseOptions options = case_options.options(0);
     const Source source = checked_text(read_bytes(path, streams.in));
     std::vector<Case> cases = read_cases(source, options);
     if (cases.size() > 1 && !format.holds_many) {

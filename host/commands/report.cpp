@@ -16,12 +16,11 @@ ExitCode run_report(const Command& command, const Arguments& arguments, Streams&
     add_report_options(line, given);
     line.add_text("-o,--output", "FILE", given.output, "FILE.pdf").required();
     line.add_text("--mode", "MODE", mode_name, "display mode of the tracing, see\n\"cephtool modes\"");
-    const Option images = line.add_texts("--image", "FILE", given.images,
-                                         "X-ray of the case (JPEG, PNG, TIFF, DICOM);\nagain for those compared");
+    CaseOptionFlags case_options(line);
+    const Option images = case_options.add_images(x_rays_help);
     line.add_flag("--no-image", no_image, "not over the X-rays that the cases name").excludes(images);
-    const CaseOptionFlags case_options(line);
     if (!line.parse(arguments, streams)) return ExitCode::done;
-    check_output(given.output, {case_options.file()});
+    check_output(given.output, case_options.files());
     if (file_format(given.output) != FileFormat::pdf) {
         throw Error(ExitCode::bad_command_line, in_quotes(given.output) + " does not end in .pdf",
                     "A report is a PDF document; \"cephtool chart\" and \"cephtool trace\" write pictures.");
@@ -32,7 +31,7 @@ ExitCode run_report(const Command& command, const Arguments& arguments, Streams&
 #endif
     const Selection selection(given.folder, given.analyses, streams,
                               {FolderPart::analyses, FolderPart::modes, FolderPart::bone_age});
-    std::vector<FilmResults> films = measured_films(given, case_options.options(), selection, streams);
+    std::vector<FilmResults> films = measured_films(given, case_options, selection, streams);
     const Kind kind = films.front().record().kind;
     const DisplayMode mode = chosen_mode(selection.folder(), kind, mode_name);
     const OutlineTemplate face = shipped_template(kind);

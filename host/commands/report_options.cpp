@@ -42,7 +42,7 @@ void add_report_options(CommandLine& line, ReportOptions& options) {
     line.add_analysis_folder(options.folder);
 }
 
-std::vector<FilmResults> measured_films(const ReportOptions& options, const CaseOptions& case_options,
+std::vector<FilmResults> measured_films(const ReportOptions& options, const CaseOptionFlags& case_options,
                                         const Selection& selection, Streams& streams) {
     std::vector<std::string> paths{options.input};
     paths.insert(paths.end(), options.others.begin(), options.others.end());
@@ -54,14 +54,10 @@ std::vector<FilmResults> measured_films(const ReportOptions& options, const Case
                     "Name at most two with --compare.");
     }
     std::vector<FilmResults> films;
-    if (options.images.size() > paths.size()) {
-        throw Error(ExitCode::bad_command_line, "more X-rays than cases", "Name one with --image for each case.");
-    }
+    case_options.check_images(paths.size());
     for (const std::string& path : paths) {
         const Source source = checked_text(read_bytes(path, streams.in));
-        CaseOptions read_with = case_options;
-        if (films.size() < options.images.size()) read_with.image = options.images[films.size()];
-        Case record = read_case(source, read_with);
+        Case record = read_case(source, case_options.options(films.size()));
         if (!films.empty() && record.kind != films.front().record().kind) {
             throw source.error(std::string("this is a ") + name_of(record.kind) + " case, and the first one is " +
                                    name_of(films.front().record().kind),

@@ -13,15 +13,18 @@ namespace cephtool {
 
 struct ReportOptions {
     std::string input, output, folder, language = "en";
-    std::vector<std::string> others, images, analyses;
+    std::vector<std::string> others, analyses;
 
     Texts texts() const { return Texts(language == "ja" ? Language::japanese : Language::english); }
 };
 
+// Of "--image".
+inline constexpr const char* x_rays_help = "X-ray of the case (JPEG, PNG, TIFF, DICOM);\nagain for those compared";
+
 void add_report_options(CommandLine& line, ReportOptions& options);
 
 // The case and those that it is compared with, measured, oldest first where all have a date. Notes go to `err`.
-std::vector<FilmResults> measured_films(const ReportOptions& options, const CaseOptions& case_options,
+std::vector<FilmResults> measured_films(const ReportOptions& options, const CaseOptionFlags& case_options,
                                         const Selection& selection, Streams& streams);
 
 }  // namespace cephtool

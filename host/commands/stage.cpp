@@ -38,17 +38,19 @@ ExitCode run_stage(const Command& command, const Arguments& arguments, Streams& 
                      "cephtool stage --format csv lateral-average.json lateral-class2.json");
     line.add_argument("CASE", paths, "files with landmarks; - is standard input").required();
     line.add_analysis_folder(folder);
-    const CaseOptionFlags case_options(line);
+    CaseOptionFlags case_options(line);
+    case_options.add_images(
+        "the X-ray of the case (JPEG, PNG, TIFF,\nDICOM), asked for what it lacks; again for\nthe next case");
     line.add_format(format, output, {ResultFormat::table, ResultFormat::json, ResultFormat::csv});
     line.add_output(output);
     if (!line.parse(arguments, streams)) return ExitCode::done;
     check_inputs(paths);
     check_output(output, paths);
-    check_output(output, {case_options.file()});
+    check_output(output, case_options.files());
     const Selection selection(folder, {}, streams, {FolderPart::analyses, FolderPart::bone_age});
 
     std::vector<GrowthResult> results;
-    const ExitCode code = for_each_case(paths, case_options.options(), streams, [&](const Source&, Case record) {
+    const ExitCode code = for_each_case(paths, case_options, streams, [&](const Source&, Case record) {
         if (format != ResultFormat::table || !output.empty()) say_remarks(record, streams);
         results.push_back(growth_of(std::move(record), selection));
     });

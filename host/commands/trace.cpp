@@ -25,7 +25,7 @@ struct PixelSize {
 };
 
 struct TraceOptions {
-    std::string input, output, mode, image, zoom, size, style, outlines = "case", folder;
+    std::string input, output, mode, zoom, size, style, outlines = "case", folder;
     std::vector<std::string> measures;
     bool no_image = false, actual_size = false;
 };
@@ -80,13 +80,13 @@ double pixels_a_mm(const TraceOptions& options, const Page& page) {
 }
 
 // What the command line names, else what the case names.
-std::optional<Film> film_of(const TraceOptions& options, const Case& record) {
+std::optional<Film> film_of(const TraceOptions& options, const std::string& image, const Case& record) {
     if (options.no_image) return {};
-    if (record.off_its_picture && !options.image.empty()) {
+    if (record.off_its_picture && !image.empty()) {
         throw bad_option("a case that is turned round does not fit on its X-ray",
                          "Leave --image away, or --mirror; with --image-height, --flip-y keeps it on the X-ray.");
     }
-    if (!options.image.empty()) return read_film(options.image);
+    if (!image.empty()) return read_film(image);
     return named_film(record);
 }
 
@@ -100,13 +100,11 @@ std::size_t landmarks_outside(const Case& record, const tool::Background& pictur
 void trace(const TraceOptions& options, const CaseOptions& case_options, Streams& streams) {
     const FileFormat format = format_of(options);
     const AnalysisFolder folder = analysis_folder(options.folder, {FolderPart::modes, FolderPart::analyses});
-    CaseOptions read_with = case_options;
-    read_with.image = options.image;
-    const Case record = read_case(checked_text(read_bytes(options.input, streams.in)), read_with);
+    const Case record = read_case(checked_text(read_bytes(options.input, streams.in)), case_options);
     check_output(options.output, {image_file(record)});
     std::vector<std::string> notes = record.notes;
     const DisplayMode mode = chosen_mode(folder, record.kind, options.mode);
-    const std::optional<Film> film = film_of(options, record);
+    const std::optional<Film> film = film_of(options, case_options.image, record);
     std::optional<FilmSize> film_size;
     if (film) {
         film_size = {film->picture.width, film->picture.height};
@@ -152,9 +150,6 @@ ExitCode run_trace(const Command& command, const Arguments& arguments, Streams& 
     line.add_text("--mode", "MODE", given.mode, "display mode by name or number, see\n\"cephtool modes\"");
     line.add_texts("--measure", "ITEM", given.measures,
                    "draw what an item measures: \"SNA\", or\n\"Steiner:SNA\"; again for more");
-    const Option image =
-        line.add_text("--image", "FILE", given.image, "draw over this X-ray (JPEG, PNG,\nTIFF, DICOM)");
-    line.add_flag("--no-image", given.no_image, "not over the X-ray that the case names").excludes(image);
     line.add_choice("--outlines", given.outlines, {"case", "fitted", "none"},
                     "case: its own, where it has any;\nfitted: those of an average face; none");
     line.add_choice("--style", given.style, {"film", "paper"}, "film: bright on dark; paper: dark on white");
@@ -169,10 +164,13 @@ ExitCode run_trace(const Command& command, const Arguments& arguments, Streams& 
     });
     line.add_flag("--actual-size", given.actual_size, "for paper: true size with a ruler, on A4\nor A3");
     line.add_analysis_folder(given.folder);
-    const CaseOptionFlags case_options(line);
+    CaseOptionFlags case_options(line);
+    const Option image = case_options.add_image("draw over this X-ray (JPEG, PNG,\nTIFF, DICOM)");
+    line.add_flag("--no-image", given.no_image, "not over the X-ray that the case names").excludes(image);
     if (!line.parse(arguments, streams)) return ExitCode::done;
-    check_output(given.output, {given.input, given.image, case_options.file()});
-    trace(given, case_options.options(), streams);
+    check_output(given.output, {given.input});
+    check_output(given.output, case_options.files());
+    trace(given, case_options.options(0), streams);
     return ExitCode::done;
 }
 

@@ -103,6 +103,26 @@ TEST(FilmScale, IsNoneWhereTheHeaderContradictsItself) {
     }
 }
 
+TEST(FilmScale, SaysWhatIsDoubtful) {
+    const PixelSpacing tenth{0.1, 0.1}, smaller{0.09, 0.09};
+    const struct {
+        tool::DicomScale tags;
+        const char* doubt;
+    } rows[] = {
+        {{.pixel_spacing = tenth, .magnification = 1.1}, "The film notes a magnification of 1.1, which may be out"},
+        {{.imager_spacing = tenth, .pixel_spacing = smaller}, "the film does not say how (0028,0A02)"},
+        {{.imager_spacing = tenth, .pixel_spacing = smaller, .calibration_type = "OTHER"}, "OTHER, is not known"},
+        {{.pixel_spacing = tenth, .calibration_type = "OTHER"}, "(0028,0A02), OTHER, is not known"},
+        {{.imager_spacing = tenth, .calibration_type = "GEOMETRY"}, "but no Pixel Spacing (0028,0030)"},
+        {{.imager_spacing = tenth, .magnification = 1.6}, "A magnification of 1.6 is unusual."},
+    };
+    for (const auto& row : rows) {
+        const auto doubts = tool::scale_of_header({.scale = row.tags}).doubts;
+        ASSERT_EQ(doubts.size(), 1u) << row.doubt;
+        EXPECT_THAT(doubts.front().sentence(), HasSubstr(row.doubt));
+    }
+}
+
 TEST(FilmScale, OfAResolutionIsDoubtful) {
     const tool::FilmHeader scanned{.resolution = tool::Resolution{254, 254}},
         screen{.resolution = tool::Resolution{72, 72}};

@@ -21,9 +21,10 @@ class FilmOfACase : public testing::Test {
     FilmOfACase() {
         film_ = bytes_of(std::string(SAMPLES) + "/film.dcm");
         folder_.add("film.dcm", film_);
-        std::string other = film_;
-        other.replace(other.find("0.11\\0.11"), 9, "0.11\\0.12");
-        folder_.add("oblong.dcm", other);
+        add_film("oblong.dcm", "0.11\\0.11", "0.11\\0.12");
+        add_film("large.dcm", "0.11\\0.11", "0.90\\0.90");
+        folder_.add("cut.dcm", film_.substr(0, 400));
+        add_film("undated.dcm", "20110920", "20111399");
         Json json = Json::parse(bytes_of(std::string(SAMPLES) + "/lateral-class2.json"));
         for (const char* key : {"name", "sex", "birth", "film", "mm_per_pixel", "vertebrae", "outlines", "virtual"})
             json.erase(key);
@@ -42,6 +43,11 @@ class FilmOfACase : public testing::Test {
     }
 
     void add(const std::string& name, const Json& json) { folder_.add(name, json.dump()); }
+
+    void add_film(const std::string& name, const std::string& header, const std::string& instead) {
+        std::string film = film_;
+        folder_.add(name, film.replace(film.find(header), header.size(), instead));
+    }
 
     static Json converted(Arguments arguments) {
         arguments.insert(arguments.begin(), "convert");
@@ -76,11 +82,28 @@ TEST_F(FilmOfACase, SaysInEveryOutputWhereTheScaleIsFrom) {
         double mm;
         const char *code, *text;
     } rows[] = {
-        {{"bare.json"}, 0.1, "scale_of_film", "1500 mm = 1.1. Magnification is out of it."},
-        {{"agrees.json"}, 0.1, "scale_of_film", "Imager Pixel Spacing (0018,1164) 0.11 mm"},
-        {{"contradicts.json", "--scale", "film"}, 0.1, "scale_replaced; scale_of_film", "not the 0.11 of the file"},
-        {{"contradicts.json", "--scale", "0.11"}, 0.11, "", ""},
-        {{"bare.json", "--magnification", "1.25"}, 0.088, "scale_of_film", "the magnification given, 1.25"},
+        {{"bare.json"}, 0.1, "patient_of_film; scale_of_film", "1500 mm = 1.1. Magnification is out of it."},
+        {{"agrees.json"}, 0.1, "patient_of_film; scale_of_film", "Imager Pixel Spacing (0018,1164) 0.11 mm"},
+        {{"contradicts.json", "--scale", "film"},
+         0.1,
+         "patient_of_film; scale_replaced; scale_of_film",
+         "not the 0.11 of the file"},
+        {{"contradicts.json", "--scale", "0.11"},
+         0.11,
+         "patient_of_film",
+         "film.dcm: name, sex, birth, film date, side."},
+        {{"no_film.json", "--image", "large.dcm"},
+         0.9 / 1.1,
+         "patient_of_film; scale_of_film; film_doubtful",
+         "is 1964 mm long, which no head film is."},
+        {{"no_film.json", "--image", "undated.dcm"},
+         0.1,
+         "film_doubtful; patient_of_film; scale_of_film",
+         "birth date in the film's header is none"},
+        {{"bare.json", "--magnification", "1.25"},
+         0.088,
+         "patient_of_film; scale_of_film",
+         "the magnification given, 1.25"},
         {{"no_film.json", "--ruler", "1900,400,1900,1400=100mm"}, 0.1, "scale_given", "100 mm on 1000 pixels."},
         {{"no_film.json", "--ruler", "0,0,300,400=50", "--magnification", "1.25"},
          0.08,
@@ -106,7 +129,33 @@ TEST_F(FilmOfACase, SaysInEveryOutputWhereTheScaleIsFrom) {
         EXPECT_EQ(codes, row.code);
         EXPECT_THAT(texts, HasSubstr(row.text));
         EXPECT_THAT(outcome.err, HasSubstr(texts.empty() ? "" : row.text));
+        EXPECT_EQ(outcome.err.find(row.text), outcome.err.rfind(row.text));
     }
+}
+
+TEST_F(FilmOfACase, IsAskedByEveryCommandThatMeasures) {
+    const auto cases = [](const char* command, const Arguments& more) {
+        Arguments arguments{command, "--anaitem", ANALYSES, "--format", "json"};
+        arguments.insert(arguments.end(), more.begin(), more.end());
+        return Json::parse(run(arguments).out)["cases"];
+    };
+    const Json stages =
+        cases("stage", {"no_film.json", "agrees.json", "--image", "film.dcm", "--image", "undated.dcm"});
+    EXPECT_EQ(stages[0]["birth"], "2011-09-20");
+    EXPECT_FALSE(stages[1].contains("birth"));
+    EXPECT_EQ(cases("analyze", {"agrees.json", "no_film.json", "--image", "film.dcm"}).size(), 1u);
+    const Outcome chart =
+        run({"chart", "--anaitem", ANALYSES, "no_film.json", "--image", "film.dcm", "-o", "chart.svg"});
+    EXPECT_THAT(chart.err, HasSubstr("From the header of film.dcm"));
+    folder_.add("table.csv", "image,S_x,S_y,N_x,N_y,A_x,A_y\nfilm.dcm,850,850,1564,756,1567,1322\n");
+    EXPECT_EQ(run({"batch", "--anaitem", ANALYSES, "--analysis", "Steiner", "table.csv", "-o", "values.csv"}).code,
+              ExitCode::done);
+    EXPECT_THAT(bytes_of("values.csv"), HasSubstr("lateral,male,163,,patient_of_film; scale_of_film"));
+    folder_.add("bare.csv", "# image=film.dcm\nS,850,850\nN,1564,756\n");
+    EXPECT_EQ(run({"convert", "bare.csv", "--format", "tps", "-o", "two.tps"}).code, ExitCode::done);
+    folder_.add("two.tps", bytes_of("two.tps") + bytes_of("two.tps"));
+    EXPECT_EQ(cases("analyze", {"two.tps"})[1]["side"], "left");
+    EXPECT_THAT(run({"analyze", "two.tps", "--image", "film.dcm"}).err, HasSubstr("it holds 2 specimens"));
 }
 
 TEST_F(FilmOfACase, IsRefusedWhereItContradictsTheCaseOrItself) {
@@ -119,6 +168,9 @@ TEST_F(FilmOfACase, IsRefusedWhereItContradictsTheCaseOrItself) {
         {{"oblong.json"}, "rows lie 0.11 mm apart and columns 0.12 mm", "--ruler"},
         {{"agrees.json", "--magnification", "1.1"}, "a scale of its own", "--scale 0.1 --magnification 1.1"},
         {{"no_film.json", "--scale", "film"}, "names none", "--image"},
+        {{"no_film.json", "--image", "bare.json"}, "bare.json: the X-ray can't be read", "JPEG"},
+        {{"agrees.json", "--image", "missing.dcm"}, "there is no such file", ""},
+        {{"agrees.json", "--image", "cut.dcm"}, "its X-ray cut.dcm can't be read", "Name another"},
         {{"bare.json", "--scale", "dpi"}, "notes no resolution", "--scale 0.1"},
         {{"bare.json", "--ruler", "1,1,1,1=40mm"}, "is no ruler", ""},
         {{"bare.json", "--magnification", "0.9"}, "is no magnification", ""},
