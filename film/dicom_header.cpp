@@ -99,7 +99,7 @@ void read_header(const DicomDataSet& data, FilmHeader& header) {
     for (const DicomTag tag : {image_laterality, laterality})
         if (patient.laterality.empty()) patient.laterality = data.text(tag);
     if (data.text(burned_in_annotation) == "YES")
-        header.doubts.emplace_back("Its pixels show text, which may name the patient (0028,0301).");
+        header.doubts.emplace_back("The film's pixels show text, which may name the patient (0028,0301).");
     header.made_by = words(manufacturer);
     const std::string model = words(model_name);
     if (!model.empty()) header.made_by += (header.made_by.empty() ? "" : " ") + model;

@@ -130,7 +130,7 @@ void note_header(TIFF* tiff, FilmHeader& header) {
     const double down = field<float>(tiff, TIFFTAG_YRESOLUTION) * factor;
     if (across > 0 && down > 0) header.resolution = Resolution{across, down};
     if (const auto orientation = field<std::uint16_t>(tiff, TIFFTAG_ORIENTATION); orientation > 1)
-        header.doubts.push_back("Its orientation (" + std::to_string(orientation) +
+        header.doubts.push_back("The film's orientation (" + std::to_string(orientation) +
                                 ") is not applied: pixels are counted as they are stored.");
     char* made = nullptr;
     for (const std::uint32_t tag : {TIFFTAG_MAKE, TIFFTAG_MODEL})

@@ -70,6 +70,7 @@ Film read_film(const std::string& path) {
     tool::Film film = decoded(source);
     constexpr double screen_dpi = 96;
     Film shown;
+    shown.doubts = std::move(film.header.doubts);
     shown.picture = {film.width, film.height, tool::shown_pixels(film), std::move(film.jpeg)};
     shown.file = shows_itself(film) ? std::move(source.text) : film_png(shown.picture.pixels, film, screen_dpi);
     return shown;

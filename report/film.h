@@ -7,14 +7,16 @@
 #include <optional>
 #include <span>
 #include <string>
+#include <vector>
 
 #include "cases/case.h"
 
 namespace cephtool {
 
 struct Film {
-    tool::Background picture;  // as it is to be seen
-    std::string file;          // the same as a JPEG or PNG file
+    tool::Background picture;              // as it is to be seen
+    std::string file;                      // the same as a JPEG or PNG file
+    std::vector<std::string> doubts = {};  // about what it shows, sentences
 };
 
 // The film as its file stores it. Throws an Error as read_film does.

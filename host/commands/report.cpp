@@ -38,8 +38,9 @@ ExitCode run_report(const Command& command, const Arguments& arguments, Streams&
     for (FilmResults& film : films) {
         if (!no_image) film.film = named_film(film.record());
         film.tracing = tracing_of(film.record(), mode, selection.listed(), face, OutlineSource::own_or_fitted);
-        for (const std::string& note : film.tracing.notes)
-            streams.err << printable(film.record().file) << ": " << note << "\n";
+        std::vector<std::string> notes = film.film ? film.film->doubts : std::vector<std::string>();
+        notes.insert(notes.end(), film.tracing.notes.begin(), film.tracing.notes.end());
+        for (const std::string& note : notes) streams.err << printable(film.record().file) << ": " << note << "\n";
     }
     write_result(report_pdf(films, given.texts()), given.output, streams.out);
     return ExitCode::done;

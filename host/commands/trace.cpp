@@ -107,6 +107,7 @@ void trace(const TraceOptions& options, const CaseOptions& case_options, Streams
     const std::optional<Film> film = film_of(options, case_options.image, record);
     std::optional<FilmSize> film_size;
     if (film) {
+        notes.insert(notes.end(), film->doubts.begin(), film->doubts.end());
         film_size = {film->picture.width, film->picture.height};
         if (const std::size_t outside = landmarks_outside(record, film->picture)) {
             notes.push_back(std::to_string(outside) + " landmarks lie outside the X-ray; is it the right one?");

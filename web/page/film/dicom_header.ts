@@ -6,6 +6,8 @@ import { textOfDicom } from "./dicom_text.ts";
 import type { FilmHeader, GreyRule, GreyTable, GreyWindow, PixelSpacing } from "./film.ts";
 import { sentence } from "./sentence.ts";
 
+const longestCode = 16; // of a code string
+
 /** A table of the first item of a sequence; null where there is none or it is not what it should be. */
 function tableOf(data: DicomDataSet, sequence: DicomTag, signedValues: boolean): GreyTable | null {
   const found = data.firstItem(sequence, allTags);
@@ -76,7 +78,7 @@ export function dicomHeader(data: DicomDataSet, compression: string, frames: num
     scale: {
       imagerSpacing: spacing(data, tags.imagerPixelSpacing),
       pixelSpacing: spacing(data, tags.pixelSpacing),
-      calibrationType: data.text(tags.calibrationType),
+      calibrationType: data.text(tags.calibrationType).slice(0, longestCode),
       calibrationDescription: words(tags.calibrationDescription),
       magnification: data.decimal(tags.magnification),
       detectorDistanceMm: data.decimal(tags.sourceToDetector),

@@ -11,6 +11,10 @@ function differ(one: number, other: number, part: number): boolean {
   return !(Math.abs(one - other) <= part * Math.max(Math.abs(one), Math.abs(other)));
 }
 
+function isKnown(calibrationType: string): boolean {
+  return calibrationType === "GEOMETRY" || calibrationType === "FIDUCIAL";
+}
+
 /** What a film is enlarged by, and who says so: a ratio, so that 0.11 mm * 1500 / 1650 comes to 0.1. */
 interface Magnification {
   readonly over: number;
@@ -38,7 +42,7 @@ class HeaderScale {
     const pixel = this.width(this.tags.pixelSpacing, "pixelSpacing");
     this.checkAspect();
     const noted = this.notedMagnification();
-    const typed = this.tags.calibrationType === "GEOMETRY" || this.tags.calibrationType === "FIDUCIAL";
+    const typed = isKnown(this.tags.calibrationType);
     let scale: FilmScale = { kind: "none", doubts: this.doubts };
     if (pixel !== null && (typed || (imager !== null && differ(pixel, imager, squareWithin)))) {
       scale = this.calibrated(pixel, imager, noted);
@@ -48,6 +52,7 @@ class HeaderScale {
       scale = this.taken(pixel, sentence("pixelSpacing"), this.given, "unknown");
       if (noted && !this.given) this.doubts.push(sentence("mayBeOut", { factor: factorOf(noted) }));
     }
+    this.doubtCalibration(pixel !== null);
     return this.error ? { kind: "contradictory", error: this.error, doubts: this.doubts } : scale;
   }
 
@@ -104,8 +109,15 @@ class HeaderScale {
     if (imager !== null && noted && type !== "FIDUCIAL" && differ(pixel * factorOf(noted), imager, sameWithin)) {
       this.fail("otherWidth", { pixel, imager, source: noted.source, result: imager / factorOf(noted) });
     }
-    if (type !== "GEOMETRY" && type !== "FIDUCIAL") this.doubts.push(sentence("calibratedHow"));
+    if (type === "") this.doubts.push(sentence("calibratedHow"));
     return this.taken(pixel, type === "" ? sentence("calibrated") : sentence("calibratedBy", { type }), null, "patient");
+  }
+
+  private doubtCalibration(hasPixelSpacing: boolean): void {
+    const type = this.tags.calibrationType;
+    if (type === "") return;
+    if (!hasPixelSpacing) this.doubts.push(sentence("calibrationOfNothing"));
+    else if (!isKnown(type)) this.doubts.push(sentence("calibrationUnknown", { type }));
   }
 
   private taken(mm: number, name: Sentence, magnification: Magnification | null, plane: FilmPlane): FilmScale {

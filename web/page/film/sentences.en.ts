@@ -59,8 +59,8 @@ export const english = {
   packedDamaged: "the compressed picture is damaged or of a kind that can't be read",
   packedOther: "the compressed picture is {width} x {height} with {samples} samples of {bits} bits, which is not what the header says",
   // Doubts in headers
-  burnedIn: "Its pixels show text, which may name the patient (0028,0301).",
-  orientation: "Its orientation ({orientation}) is not applied: pixels are counted as they are stored.",
+  burnedIn: "The film's pixels show text, which may name the patient (0028,0301).",
+  orientation: "The film's orientation ({orientation}) is not applied: pixels are counted as they are stored.",
   // How wide a pixel is
   imagerSpacing: "Imager Pixel Spacing (0018,1164)",
   pixelSpacing: "Pixel Spacing (0028,0030)",
@@ -81,8 +81,10 @@ export const english = {
   alreadyOut: "The magnification is out of its Pixel Spacing (0028,0030) already, and one is given.",
   largerAtPatient: "Its pixels would be larger at the patient (Pixel Spacing (0028,0030) {pixel} mm) than on the detector (Imager Pixel Spacing (0018,1164) {imager} mm).",
   otherWidth: "Pixel Spacing (0028,0030) is {pixel} mm, but Imager Pixel Spacing (0018,1164) {imager} mm / {source} comes to {result} mm.",
-  calibratedHow: "Its Pixel Spacing was calibrated, but not how (0028,0A02).",
-  mayBeOut: "The magnification that its header notes, {factor}, may be out of its Pixel Spacing or not; it is not applied.",
+  calibratedHow: "The film's Pixel Spacing was calibrated, but the film does not say how (0028,0A02).",
+  calibrationUnknown: "The film's calibration type (0028,0A02), {type}, is not known.",
+  calibrationOfNothing: "The film has a calibration type (0028,0A02), but no Pixel Spacing (0028,0030).",
+  mayBeOut: "The film notes a magnification of {factor}, which may be out of its Pixel Spacing or not; it is not applied.",
   unusualMagnification: "A magnification of {factor} is unusual.",
   noResolution: "Its file notes no resolution.",
   resolutionNotSquare: "Its pixels are not square: {across} dpi across and {down} down.",

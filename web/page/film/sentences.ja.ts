@@ -78,6 +78,8 @@ export const japanese: Readonly<Record<SentenceKey, string>> = {
   largerAtPatient: "画素が検出器上 (Imager Pixel Spacing (0018,1164) {imager} mm) より患者の位置 (Pixel Spacing (0028,0030) {pixel} mm) で大きくなっています。",
   otherWidth: "Pixel Spacing (0028,0030) は {pixel} mm ですが、Imager Pixel Spacing (0018,1164) {imager} mm / {source} は {result} mm になります。",
   calibratedHow: "Pixel Spacing は較正されていますが、方法が記されていません (0028,0A02)。",
+  calibrationUnknown: "較正の種類 {type} (0028,0A02) は規格にありません。",
+  calibrationOfNothing: "較正の種類 (0028,0A02) が記されていますが、Pixel Spacing (0028,0030) がありません。",
   mayBeOut: "ヘッダーの拡大率 {factor} が Pixel Spacing から除かれているかどうか不明なので、適用しません。",
   unusualMagnification: "拡大率 {factor} は通常と異なります。",
   noResolution: "ファイルに解像度が記されていません。",
