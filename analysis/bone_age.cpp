@@ -5,6 +5,7 @@
 #include "geometry/line.h"
 #include "platform/number_text.h"
 #include "platform/settings_file.h"
+#include "platform/settings_form.h"
 #include "util/delimiter.h"
 
 namespace tool {
@@ -32,9 +33,10 @@ BoneAgeCoefficients coefficients(int sex, auto&& value) {
 }  // namespace
 
 BoneAgeCoefficients bone_age_coefficients(std::string_view cvba_dat, int sex) {
+    const std::string text = settings_text(std::string(cvba_dat));
     int from_file = 0;
     BoneAgeCoefficients found = coefficients(sex, [&](const std::string& key, const char* built_in) {
-        const auto value = setting(cvba_dat, section, key);
+        const auto value = setting(text, section, key);
         from_file += value && !value->empty();
         return value.value_or(built_in);
     });

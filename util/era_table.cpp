@@ -7,6 +7,7 @@
 #include "platform/folder_file.h"
 #include "platform/number_text.h"
 #include "platform/settings_file.h"
+#include "platform/settings_form.h"
 #include "platform/system.h"
 #include "platform/text.h"
 #include "util/era_calendar.h"
@@ -45,9 +46,11 @@ struct EraCalendar::Body {
     }
 };
 
-EraCalendar EraCalendar::from_text(std::string_view text) {
-    const EraTable table = read_era_table(
-        [text](const char* section, const char* key) { return std::string(setting(text, section, key).value_or("")); });
+EraCalendar EraCalendar::from_text(std::string_view file) {
+    const std::string text = settings_text(std::string(file));
+    const EraTable table = read_era_table([&text](const char* section, const char* key) {
+        return std::string(setting(text, section, key).value_or(""));
+    });
     auto body = std::make_shared<Body>();
     for (INT_PTR era = 0; era < table.names.GetSize(); ++era)
         body->eras.push_back(

@@ -10,6 +10,7 @@
 #include "analysis/check/text.h"
 #include "analysis/face.h"
 #include "platform/path.h"
+#include "platform/settings_form.h"
 #include "platform/system.h"
 #include "platform/text.h"
 
@@ -137,11 +138,12 @@ class PathCheck {
         list(path.substr(0, path.size() - names_of(path).own.size()), path, *folder);
     }
 
-    // Has `check` look at the file's text, when it can be read and is text.
+    // Has `check` look at the file's text, when it can be read and is text; settings may be UTF-16.
     template <class Check>
-    void file_with(std::string_view path, Check&& check) {
-        const auto text = is_readable_file(path) ? tool::read_file(path, tool::largest_text_file) : std::nullopt;
+    void file_with(std::string_view path, bool settings, Check&& check) {
+        auto text = is_readable_file(path) ? tool::read_file(path, tool::largest_text_file) : std::nullopt;
         if (!text) return fault_of(path, "the file can't be read");
+        if (settings) *text = tool::settings_text(std::move(*text));
         ++result_.files;
         Findings findings(*text);
         if (tool::check_text(*text, findings)) check(std::string_view(*text), findings);
@@ -150,7 +152,8 @@ class PathCheck {
 
     void file(std::string_view path, CheckFamily family, int kind) {
         const bool ricketts = kind == lateral && equal_ignoring_case(names_of(path).own, ricketts_name);
-        file_with(path, [=](std::string_view text, Findings& findings) {
+        const bool settings = family == CheckFamily::eras || family == CheckFamily::bone_age;
+        file_with(path, settings, [=](std::string_view text, Findings& findings) {
             check_content(family, kind, ricketts, text, findings);
         });
     }
@@ -159,7 +162,7 @@ class PathCheck {
     std::vector<std::string> list(std::string_view folder, std::string_view path, const KnownFolder& known) {
         std::vector<std::string> files;
         const auto is_there = [folder](std::string_view name) { return is_readable_file(joined(folder, name)); };
-        file_with(path, [&](std::string_view text, Findings& findings) {
+        file_with(path, false, [&](std::string_view text, Findings& findings) {
             check_as_read(text, findings, [&](const tool::DefinitionFile& list_file, Findings& in_copy) {
                 for (const std::string_view name :
                      tool::check_catalogue(known.list, list_file.text(), in_copy, is_there))

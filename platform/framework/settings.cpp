@@ -6,13 +6,16 @@
 #include "platform/framework/profile.h"
 #include "platform/number_text.h"
 #include "platform/settings_file.h"
+#include "platform/settings_form.h"
 #include "platform/system.h"
 
 namespace tool {
 
 std::string profile_text(const char* section, const char* key, const char* default_value, const char* file) {
-    if (const auto text = read_file(profile_path(view_or_empty(file)), largest_text_file))
-        if (const auto value = setting(*text, view_or_empty(section), view_or_empty(key))) return std::string(*value);
+    if (auto read = read_file(profile_path(view_or_empty(file)), largest_text_file)) {
+        const std::string text = settings_text(std::move(*read));
+        if (const auto value = setting(text, view_or_empty(section), view_or_empty(key))) return std::string(*value);
+    }
     // Kept: a default loses its trailing blanks only, a value those on both sides, as the platform has it.
     std::string_view fallback = view_or_empty(default_value);
     while (fallback.ends_with(' ')) fallback.remove_suffix(1);
@@ -45,8 +48,8 @@ DWORD GetPrivateProfileStringA(LPCSTR section, LPCSTR key, LPCSTR defaultValue, 
     if (!buffer || size == 0) return 0;
     if (section && key)
         return static_cast<DWORD>(tool::copy_cut(tool::profile_text(section, key, defaultValue, file), buffer, size));
-    const std::string text =
-        tool::read_file(tool::profile_path(tool::view_or_empty(file)), tool::largest_text_file).value_or("");
+    const std::string text = tool::settings_text(
+        tool::read_file(tool::profile_path(tool::view_or_empty(file)), tool::largest_text_file).value_or(""));
     return copy_list(section ? tool::setting_keys(text, section) : tool::setting_sections(text), buffer, size);
 }
 
@@ -63,9 +66,10 @@ BOOL WritePrivateProfileStringA(LPCSTR section, LPCSTR key, LPCSTR value, LPCSTR
     const std::string path = tool::profile_path(file);
     const auto found = tool::read_file(path, tool::largest_text_file);
     if (!found && tool::file_status(path)) return FALSE;  // there, but not to be read: writing would lose it
-    const std::string before = found.value_or("");
+    const std::string before = tool::settings_text(found.value_or(""));
     const auto after = !key     ? tool::without_section(before, section)
                        : !value ? tool::without_setting(before, section, key)
                                 : tool::with_setting(before, section, key, value);
-    return after && (*after == before || tool::write_file_atomically(path, *after));
+    return after && (*after == before ||
+                     tool::write_file_atomically(path, tool::settings_file_with(found.value_or(""), *after)));
 }

@@ -7,6 +7,7 @@
 #include "golden_rows.h"
 #include "gtest/gtest.h"
 #include "platform/settings_file.h"
+#include "platform/system.h"
 #include "temporary_folder.h"
 
 namespace {
@@ -102,6 +103,35 @@ TEST(Settings, WritingChangesNothingElseInTheFile) {
     EXPECT_EQ(tool::with_setting("[A]\nk=1\n", "A", "j", "2"), "[A]\nk=1\nj=2\n");
     EXPECT_EQ(value("[A]\n[\x83\x5D\nk=1", "A", "k"), "1");  // no section: a trail byte closes no bracket
 }
+
+#ifndef _WIN32  // which has them read by the system
+// As a text editor saves them; U+1F9B7 and U+00E9 are no characters of code page 932, which takes é for e.
+TEST(Settings, InUtf16AreReadAndKeepTheirForm) {
+    const TemporaryFolder folder;
+    const std::string path = folder.path("a.ini");
+    const auto read = [&](const char* section, const char* key) {
+        char buffer[40];
+        return std::string(buffer, GetPrivateProfileStringA(section, key, "-", buffer, sizeof buffer, path.c_str()));
+    };
+    for (const bool big_endian : {false, true}) {
+        const auto file = [&](std::u16string_view text) {
+            std::string bytes;
+            for (const char16_t unit : text)
+                for (const int shift : {big_endian ? 8 : 0, big_endian ? 0 : 8})
+                    bytes += static_cast<char>(unit >> shift);
+            return bytes;
+        };
+        folder.write("a.ini", file(u"\uFEFF[表]\r\nname=é🦷ソ\r\nn=1\r\n"));
+        EXPECT_EQ(read("\x95\x5C", "name"), "e??\x83\x5C");
+        EXPECT_EQ(read("\x95\x5C", nullptr), std::string("name\0n\0", 7));
+        EXPECT_TRUE(WritePrivateProfileStringA("\x95\x5C", "n", "\x83\x5C", path.c_str()));
+        EXPECT_TRUE(WritePrivateProfileStringA("new", "k", "v", path.c_str()));
+        EXPECT_EQ(tool::read_file(path), file(u"\uFEFF[表]\r\nname=é🦷ソ\r\nn=ソ\r\n[new]\r\nk=v\r\n"));
+        EXPECT_TRUE(WritePrivateProfileStringA("\x95\x5C", nullptr, nullptr, path.c_str()));
+        EXPECT_EQ(tool::read_file(path), file(u"\uFEFF[new]\r\nk=v\r\n"));
+    }
+}
+#endif
 
 TEST(Settings, NamesThatCouldNotBeFoundAgainAreRefused) {
     for (const char* key : {"", " ", ";k", "a=b", "a\nb", "[k]"})
