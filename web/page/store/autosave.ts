@@ -1,33 +1,27 @@
 // Saving after every change, in order, one write at a time.
 import { storeError } from "./database.ts";
-import type { CaseEntry, CaseId, SaveState } from "./store.ts";
+import type { SaveState } from "./store.ts";
 
-export interface Change {
-  readonly entry: CaseEntry;
-  readonly document: unknown;
-}
-
-/** Writes all of the changes in one transaction; gives the cases that another tab has changed, which it left alone. */
-export type Write = (changes: ReadonlyMap<CaseId, Change>) => Promise<readonly CaseId[]>;
+/** Writes all of the changes, by the names of what they change, or none; gives those that another tab has changed, which it left alone. */
+export type Write<Change> = (changes: ReadonlyMap<string, Change>) => Promise<readonly string[]>;
 
 const triedAgainMs = 5_000;
 
-export class Autosave {
+export class Autosave<Change> {
   state: SaveState = { kind: "saved" };
-  private waiting = new Map<CaseId, Change>();
-  private readonly conflicting = new Map<CaseId, Change>();
+  private waiting = new Map<string, Change>();
+  private readonly conflicting = new Map<string, Change>();
   private writing: Promise<void> | null = null;
   private retry: ReturnType<typeof setTimeout> | undefined;
   private readonly listeners = new Set<(state: SaveState) => void>();
-  private readonly write: Write;
+  private readonly write: Write<Change>;
 
-  constructor(write: Write) {
+  constructor(write: Write<Change>) {
     this.write = write;
   }
 
-  /** Takes the place of what the case had waiting. */
-  add(change: Change): void {
-    const id = change.entry.id;
+  /** Takes the place of what waits under the same name. */
+  add(id: string, change: Change): void {
     if (this.conflicting.has(id)) {
       this.conflicting.set(id, change);
       return;
@@ -43,18 +37,18 @@ export class Autosave {
     return this.waiting.size === 0 && this.conflicting.size === 0;
   }
 
-  /** A case that has been deleted, or of which another tab's value is taken. */
-  drop(id: CaseId): void {
+  /** What has been deleted, or of which another tab's value is taken. */
+  drop(id: string): void {
     this.waiting.delete(id);
     this.conflicting.delete(id);
     this.tell(this.stateNow(this.writing !== null));
   }
 
   /** Writes a change after all that another tab had overtaken. */
-  overwrite(id: CaseId): void {
+  overwrite(id: string): void {
     const change = this.conflicting.get(id);
     this.conflicting.delete(id);
-    if (change) this.add(change);
+    if (change) this.add(id, change);
   }
 
   on(listener: (state: SaveState) => void): () => void {

@@ -1,6 +1,6 @@
 // The store in the browser's IndexedDB.
 import { archiveFile, filmIdOf, readArchive } from "./archive.ts";
-import { Autosave, type Change } from "./autosave.ts";
+import { Autosave } from "./autosave.ts";
 import { Database, type Table, type Tables } from "./database.ts";
 import {
   StoreError,
@@ -27,17 +27,27 @@ function latestFirst(one: CaseEntry, other: CaseEntry): number {
   return other.filmDate.localeCompare(one.filmDate) || other.changedAt - one.changedAt;
 }
 
+interface CaseChange {
+  readonly entry: CaseEntry;
+  readonly document: unknown;
+}
+
+type FilmChange = Tables["films"]["value"];
+
 class IndexedStore<Document> implements Store<Document> {
   private readonly database: Database;
   private readonly tabs: BroadcastChannel;
-  private readonly autosave: Autosave;
+  private readonly cases: Autosave<CaseChange>;
+  /** Apart, since a disk without room for a film may have some for a case. */
+  private readonly films: Autosave<FilmChange>;
   /** Of each case that this tab has read or written. */
   private readonly revisions = new Map<CaseId, number>();
 
   constructor(name: string) {
     this.database = new Database(name, indexedDB);
     this.tabs = new BroadcastChannel(name);
-    this.autosave = new Autosave((changes) => this.write(changes));
+    this.cases = new Autosave((changes) => this.writeCases(changes));
+    this.films = new Autosave((changes) => this.writeFilms(changes));
   }
 
   async patients(): Promise<readonly PatientEntry[]> {
@@ -61,7 +71,7 @@ class IndexedStore<Document> implements Store<Document> {
       await this.deleteFrom(tables, gone);
       return gone;
     });
-    for (const entry of deleted) this.autosave.drop(entry.id);
+    for (const entry of deleted) this.cases.drop(entry.id);
     this.tell("");
   }
 
@@ -75,7 +85,7 @@ class IndexedStore<Document> implements Store<Document> {
   }
 
   saveCase(entry: CaseEntry, document: Document): void {
-    this.autosave.add({ entry, document });
+    this.cases.add(entry.id, { entry, document });
   }
 
   async deleteCase(id: CaseId): Promise<void> {
@@ -83,28 +93,26 @@ class IndexedStore<Document> implements Store<Document> {
       const kept = await tables.entries.get(id);
       if (kept) await this.deleteFrom(tables, [kept.entry]);
     });
-    this.autosave.drop(id);
+    this.cases.drop(id);
     this.tell("");
   }
 
-  settled(): Promise<boolean> {
-    return this.autosave.settled();
+  async settled(): Promise<boolean> {
+    return (await this.cases.settled()) && (await this.films.settled());
   }
 
   async resolve(id: CaseId, whose: "ours" | "theirs"): Promise<void> {
     const theirs = await this.database.transaction(["entries"], "readonly", ({ entries }) => entries.get(id));
     this.revisions.set(id, theirs?.revision ?? 0);
-    if (whose === "ours") this.autosave.overwrite(id);
-    else this.autosave.drop(id);
+    if (whose === "ours") this.cases.overwrite(id);
+    else this.cases.drop(id);
   }
 
   async putFilm(file: Blob, name: string): Promise<FilmId> {
     const id = await filmIdOf(file);
     // Asked once there is something to lose; browsers without an answer keep what they have room for.
     void navigator.storage?.persist?.().catch(() => false);
-    await this.database.transaction(["films"], "readwrite", async ({ films }) => {
-      if (!(await films.get(id))) await films.put(id, { file, name });
-    });
+    this.films.add(id, { file, name });
     return id;
   }
 
@@ -114,11 +122,13 @@ class IndexedStore<Document> implements Store<Document> {
   }
 
   saveState(): SaveState {
-    return this.autosave.state;
+    const states = [this.cases.state, this.films.state];
+    return states.find(({ kind }) => kind === "failed") ?? states.find(({ kind }) => kind === "saving") ?? { kind: "saved" };
   }
 
   onSaveState(listener: (state: SaveState) => void): () => void {
-    return this.autosave.on(listener);
+    const ends = [this.cases, this.films].map((one) => one.on(() => listener(this.saveState())));
+    return () => ends.forEach((end) => end());
   }
 
   onOtherTab(listener: (id: CaseId | "") => void): () => void {
@@ -164,7 +174,8 @@ class IndexedStore<Document> implements Store<Document> {
   }
 
   close(): void {
-    this.autosave.stop();
+    this.cases.stop();
+    this.films.stop();
     this.tabs.close();
     this.database.close();
   }
@@ -173,7 +184,7 @@ class IndexedStore<Document> implements Store<Document> {
     this.tabs.postMessage(id);
   }
 
-  private async write(changes: ReadonlyMap<CaseId, Change>): Promise<readonly CaseId[]> {
+  private async writeCases(changes: ReadonlyMap<CaseId, CaseChange>): Promise<readonly CaseId[]> {
     const { overtaken, written } = await this.database.transaction(["entries", "documents"], "readwrite", async ({ entries, documents }) => {
       const overtaken: CaseId[] = [];
       const written = new Map<CaseId, number>();
@@ -193,6 +204,15 @@ class IndexedStore<Document> implements Store<Document> {
       this.tell(id);
     }
     return overtaken;
+  }
+
+  private async writeFilms(changes: ReadonlyMap<FilmId, FilmChange>): Promise<readonly FilmId[]> {
+    for (const [id, film] of changes) {
+      await this.database.transaction(["films"], "readwrite", async ({ films }) => {
+        if (!(await films.get(id))) await films.put(id, film);
+      });
+    }
+    return [];
   }
 
   /** Deletes cases, and of their films those that no other case shows. */

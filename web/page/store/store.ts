@@ -79,12 +79,12 @@ export interface Store<Document> {
    */
   saveCase(entry: CaseEntry, document: Document): void;
   deleteCase(id: CaseId): Promise<void>;
-  /** When all that was given to `saveCase` is on the disk, or has failed: false then. */
+  /** When all that was given to `saveCase` and `putFilm` is on the disk, or has failed: false then. */
   settled(): Promise<boolean>;
   /** After 'conflict': ours overwrites the other tab's, or theirs is taken and ours given up. */
   resolve(id: CaseId, whose: "ours" | "theirs"): Promise<void>;
 
-  /** The same bytes are kept once. Throws StoreError ("full") when there is no room. */
+  /** The same bytes are kept once, under the id that is given. They are saved as a case is: what fails is tried again. */
   putFilm(file: Blob, name: string): Promise<FilmId>;
   film(id: FilmId): Promise<StoredFilm | null>;
 

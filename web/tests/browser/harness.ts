@@ -24,7 +24,8 @@ function serve(folder: string): Promise<Server> {
     const path = normalize(new URL(request.url ?? "/", "http://localhost").pathname);
     const file = join(folder, path === "/" ? "index.html" : path);
     const found = existsSync(file);
-    response.writeHead(found ? 200 : 404, { "content-type": types[extname(file)] ?? "application/octet-stream" });
+    const status = found ? 200 : path === "/favicon.ico" ? 204 : 404; // browsers ask for it unasked
+    response.writeHead(status, { "content-type": types[extname(file)] ?? "application/octet-stream" });
     response.end(found ? readFileSync(file) : "");
   });
   return new Promise((done) => server.listen(0, "127.0.0.1", () => done(server)));
@@ -58,12 +59,17 @@ export class Browser {
       args: ["--no-sandbox", "--disable-component-update", "--disable-background-networking"],
       viewport: { width: 1440, height: 900 },
       locale: "en-GB",
+      serviceWorkers: "block",
       ...options,
     });
   }
 
-  /** As after a crash: the browser's processes end, and it is started anew with what is on the disk. */
-  async restart(options: BrowserContextOptions = {}): Promise<void> {
+  /** The page's process ends, then the browser's; it is started anew with what is on the disk. */
+  async crash(page: Page, options: BrowserContextOptions = {}): Promise<void> {
+    const session = await page.context().newCDPSession(page);
+    const crashed = page.waitForEvent("crash");
+    session.send("Page.crash").catch(() => {}); // it never answers
+    await crashed;
     await this.context.close();
     this.context = await Browser.launch(this.profile, options);
     this.watch();

@@ -13,11 +13,15 @@ interface Curve {
 
 interface Face {
   readonly mm_per_pixel: number;
-  readonly landmarks: Readonly<Record<string, Point>>;
   readonly curves: readonly Curve[];
 }
 
-const face = JSON.parse(readFileSync(resolve(import.meta.dirname, "../../../outlines/lateral.json"), "utf8")) as Face;
+const project = resolve(import.meta.dirname, "../../..");
+const face = JSON.parse(readFileSync(resolve(project, "outlines/lateral.json"), "utf8")) as Face;
+const sample = JSON.parse(readFileSync(resolve(project, "examples/samples/lateral-average.json"), "utf8")) as {
+  readonly landmarks: Readonly<Record<string, Point>>;
+  readonly vertebrae: Readonly<Record<string, Point>>;
+};
 
 /** How a film came out: what of the X-rays reached it, and how much of that is chance. */
 export const exposures = {
@@ -32,6 +36,7 @@ export interface DrawnFilm {
   readonly mmPerPixel: number;
   /** 16 bits, bone bright. */
   readonly samples: Uint16Array;
+  /** Those of the sample case of this face, and the corners of its vertebrae. */
   readonly landmarks: Readonly<Record<string, Point>>;
   /** Ends of the ruler's first and last line, `rulerMm` apart. */
   readonly ruler: readonly [Point, Point];
@@ -261,7 +266,7 @@ export function drawFilm({ width = 2400, height = 3000, exposure = "normal", see
     height,
     mmPerPixel: face.mm_per_pixel,
     samples,
-    landmarks: Object.fromEntries(Object.entries(face.landmarks).map(([name, at]) => [name, placed(at)])),
+    landmarks: Object.fromEntries(Object.entries({ ...sample.landmarks, ...sample.vertebrae }).map(([name, at]) => [name, placed(at)])),
     ruler: [
       [rulerX + 35, rulerY],
       [rulerX + 35, rulerY + rulerMm * perMm],

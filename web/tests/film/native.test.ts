@@ -202,7 +202,7 @@ describe.skipIf(leftOut)("films of every kind", () => {
     const shown = films.filter((name) => /^scale_(window|sigmoid|exact|rescaled|nothing)|^(grey|signed).*implicit|white_is_low|grey16_lzw\.tif/.test(name));
     expect(shown.length).toBeGreaterThan(10);
     for (const name of shown) {
-      const png = execFileSync(cephtool, ["film", name, "--format", "png"], { cwd: folder, maxBuffer: 1 << 26 });
+      const png = execFileSync(cephtool, ["film", name, "--format", "png"], { cwd: folder, maxBuffer: 1 << 26, stdio: ["ignore", "pipe", "ignore"] });
       const [film, theirs] = [await read(name), await decodeFilm(new Uint8Array(png))];
       if (film.kind !== "grey") throw new Error(`${name} is not grey`);
       const table = shades(film);

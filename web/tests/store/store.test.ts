@@ -67,12 +67,16 @@ describe("saving", () => {
     expect(store.saveState()).toMatchObject({ kind: "failed", why: "full" });
     store.saveCase(entry("b"), { landmarks: [2] });
     expect(await store.settled()).toBe(false);
-    await expect(store.putFilm(new Blob(["film"]), "film.png")).rejects.toMatchObject({ why: "full" });
+    const film = await store.putFilm(new Blob(["film"]), "film.png");
+    expect(await store.settled()).toBe(false);
+    expect(await store.film(film)).toBeNull();
     makeRoom();
     vi.advanceTimersByTime(5_000);
     expect(await store.settled()).toBe(true);
     expect((await store.openCase("a"))?.document).toEqual({ landmarks: [1] });
     expect((await store.openCase("b"))?.document).toEqual({ landmarks: [2] });
+    expect((await store.film(film))?.name).toBe("film.png");
+    expect(store.saveState()).toEqual({ kind: "saved" });
   });
 
   test.each(["ours", "theirs"] as const)("notices that another tab was faster, and %s is kept", async (whose) => {
