@@ -89,20 +89,11 @@ struct Attributes {
     }
 };
 
-std::optional<double> number(std::string_view text) {
-    text = trimmed(text);
-    if (text.starts_with('+') && !text.starts_with("+-")) text.remove_prefix(1);
-    double value = 0;
-    const auto [end, failure] = from_chars(text.data(), text.data() + text.size(), value);
-    if (failure != std::errc() || end != text.data() + text.size() || !std::isfinite(value)) return {};
-    return value;
-}
-
 std::optional<ModePlace> place_of(std::string_view position) {
     const std::size_t first = find_char(position, ','), second = position.find(',', first + 1);
     if (first == std::string_view::npos || second == std::string_view::npos) return {};
-    const auto right = number(position.substr(first + 1, second - first - 1)),
-               down = number(position.substr(second + 1));
+    const auto right = finite_number(trimmed(position.substr(first + 1, second - first - 1))),
+               down = finite_number(trimmed(position.substr(second + 1)));
     if (!right || !down) return {};
     return ModePlace{utf8_from_code_page(trimmed(position.substr(0, first))), *right, *down};
 }

@@ -19,12 +19,7 @@ std::string formatted(double value, Format... format) {
 }  // namespace
 
 std::optional<double> number_from(std::string_view text) {
-    text = trimmed(text);
-    if (text.starts_with('+') && !text.starts_with("+-")) text.remove_prefix(1);
-    double value = 0;
-    const auto [end, failure] = tool::from_chars(text.data(), text.data() + text.size(), value);
-    if (failure != std::errc() || end != text.data() + text.size() || !std::isfinite(value)) return {};
-    return value;
+    return tool::finite_number(trimmed(text));
 }
 
 std::string shortest(double value) {

@@ -8,7 +8,9 @@
 #include <cmath>
 #include <cstdio>
 #include <cstdlib>
+#include <optional>
 #include <string>
+#include <string_view>
 #include <system_error>
 
 namespace tool {
@@ -96,5 +98,14 @@ using std::to_chars;
 using by_stdio::from_chars;
 using by_stdio::to_chars;
 #endif
+
+// All of the text as a finite number; a "+" may lead.
+inline std::optional<double> finite_number(std::string_view text) {
+    if (text.starts_with('+') && !text.starts_with("+-")) text.remove_prefix(1);
+    double value = 0;
+    const auto [end, failure] = from_chars(text.data(), text.data() + text.size(), value);
+    if (failure != std::errc() || end != text.data() + text.size() || !std::isfinite(value)) return {};
+    return value;
+}
 
 }  // namespace tool
