@@ -37,11 +37,15 @@ void take_film_scale(Case& record, const Source& source, const std::optional<Fil
     if (!film && asked_for)
         throw source.error("the scale is to be that of the X-ray, and the case names none that says its scale",
                            "Name the X-ray in the case, or with --image.");
-    if (!film && !record.image.empty())
-        throw source.error(
-            "neither the case nor its X-ray " + shown_name(record.image) + " has a scale, so no length can be measured",
-            say_scale);
-    if (!film) throw source.error("the case has no scale, so no length can be measured", say_scale);
+    if (!film) {
+        std::error_code failure;
+        const std::string image = "its X-ray " + shown_name(record.image);
+        const std::string what = record.image.empty() ? "the case has no scale"
+                                 : std::filesystem::exists(path_from_utf8(image_file(record)), failure)
+                                     ? "neither the case nor " + image + " has a scale"
+                                     : "the case has no scale, and " + image + " is not there";
+        throw source.error(what + ", so no length can be measured", say_scale);
+    }
     const double mm = scale_of(source, *film);
     if (record.mm_per_pixel && *record.mm_per_pixel != mm)
         record.remarks.push_back({"scale_replaced",

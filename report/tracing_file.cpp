@@ -1,7 +1,6 @@
 #include "report/tracing_file.h"
 
 #include "base/wording.h"
-#include "tracing/tracing_drawing.h"
 
 namespace cephtool {
 
@@ -9,8 +8,7 @@ std::string tracing_file(FileFormat format, const Tracing& tracing, const Tracin
                          std::vector<std::string>& notes) {
     std::vector<std::string> unlabelled;
     const DrawPage page = [&](const Canvas& canvas) {
-        draw_tracing(tracing, paper.page, paper.style, paper.film, paper.with_ruler ? long_ruler() : short_ruler(),
-                     canvas, unlabelled);
+        draw_tracing(tracing, paper.page, paper.style, paper.film, paper.ruler, canvas, unlabelled);
     };
     const Sheet sheet{paper.page.width_mm, paper.page.height_mm, paper.style.paper, paper.pixels_a_mm};
     std::string bytes = drawn_file(format, sheet, std::span(&page, 1));

@@ -7,6 +7,7 @@
 #include "report/drawn_file.h"
 #include "report/film.h"
 #include "tracing/page.h"
+#include "tracing/tracing_drawing.h"
 #include "tracing/tracing_style.h"
 
 namespace cephtool {
@@ -16,7 +17,7 @@ struct TracingPaper {
     const TracingStyle& style;
     const Film* film = nullptr;
     double pixels_a_mm = 0;  // of PNG pictures
-    bool with_ruler = false;
+    Ruler ruler = short_ruler();
 };
 
 // Labels that found no room are noted in `notes`. Throws an Error as drawn_file does.

@@ -39,6 +39,7 @@ constexpr TextRow text_table[] = {
     {"True size (scale 1:1)", "実物大（縮尺 1:1）"},
     {"Outlines: an average face, fitted to the landmarks", "輪郭：平均顔を計測点に合わせたもの"},
     {"100 mm: check with a ruler", "100 mm：定規で確認のこと"},
+    {"100 mm: check with a ruler after printing", "100 mm：印刷後に定規で確認のこと"},
     {"100 mm of the patient", "実寸 100 mm"},
     {"Superimposition on S-N at S", "S-N平面、S点での重ね合わせ"},
     {"Superimposition on ANS-PNS at ANS", "口蓋平面（ANS-PNS）、ANS点での重ね合わせ"},

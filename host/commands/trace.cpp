@@ -11,6 +11,8 @@
 #include "host/output.h"
 #include "report/tracing_file.h"
 #include "results/analysis_folder.h"
+#include "results/texts.h"
+#include "tracing/japanese_legend.h"
 #include "tracing/measures.h"
 
 namespace cephtool {
@@ -25,7 +27,7 @@ struct PixelSize {
 };
 
 struct TraceOptions {
-    std::string input, output, mode, zoom, size, style, outlines = "case", folder;
+    std::string input, output, mode, zoom, size, style, outlines = "case", language = "en", folder;
     std::vector<std::string> measures;
     bool no_image = false, actual_size = false;
 };
@@ -121,6 +123,8 @@ void trace(const TraceOptions& options, const CaseOptions& case_options, Streams
     Tracing tracing = tracing_of(record, mode, analyses, face, source);
     for (const std::string& name : options.measures) add_measure(tracing, record, analyses, name);
     notes.insert(notes.end(), tracing.notes.begin(), tracing.notes.end());
+    const bool japanese = options.language == "ja";
+    if (japanese) put_legend_into_japanese(tracing, record);
 
     std::optional<Page> sheet;
     if (options.actual_size) {
@@ -132,8 +136,10 @@ void trace(const TraceOptions& options, const CaseOptions& case_options, Streams
     }
     const Page page = sheet ? *sheet : page_for(tracing, film_size);
     const bool dark = options.style.empty() ? film.has_value() : options.style == "film";
+    Ruler ruler = options.actual_size ? long_ruler() : short_ruler();
+    if (japanese) ruler.text = Texts(Language::japanese)(ruler.text);
     const TracingPaper paper{page, dark ? film_style() : paper_style(), film ? &*film : nullptr,
-                             pixels_a_mm(options, page), options.actual_size};
+                             pixels_a_mm(options, page), ruler};
     const std::string bytes = tracing_file(format, tracing, paper, notes);
     write_result(bytes, options.output, streams.out);
     say_remarks(record, streams);
@@ -154,6 +160,7 @@ ExitCode run_trace(const Command& command, const Arguments& arguments, Streams& 
     line.add_choice("--outlines", given.outlines, {"case", "fitted", "none"},
                     "case: its own, where it has any;\nfitted: those of an average face; none");
     line.add_choice("--style", given.style, {"film", "paper"}, "film: bright on dark; paper: dark on white");
+    line.add_choice("--language", given.language, {"en", "ja"}, "en or ja: of the texts below the tracing");
     line.add_text("--size", "WxH", given.size, "PNG: the largest that fits in it", [](const std::string& text) {
         return size_from(text) ? "" : in_quotes(text) + " is no size from 16x16 to 32767x32767, such as 1200x1500";
     });
