@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "NumberTexts.h"
 #include "SheetMeasurer.h"
 #include "analysis/face.h"
 #include "analysis/result_text.h"
@@ -12,10 +13,6 @@ namespace {
 constexpr int male = 1, female = 2;
 // Bits of SheetItem::mode.
 constexpr int shows_norm = 1, is_marked = 2;
-
-CString shown(double value, int decimals) {
-    return CString(tool::number_text(value, decimals));
-}
 
 bool holds(const CStringArray& names, const CString& name) {
     for (INT_PTR i = 0; i < names.GetSize(); ++i)
@@ -40,19 +37,29 @@ void set_numbers(ResultRow& row, const ResultNumbers& found) {
     std::ranges::copy(found.degenerate, row.degenerate);
 }
 
-void set_texts(ResultRow& row, bool with_norm) {
-    const auto norm = [](bool has, double number) { return has ? std::optional(number) : std::nullopt; };
-    const int decimals = tool::item_decimals(!row.unit.IsEmpty(), norm(row.hasMean, row.mean), norm(row.hasSd, row.sd));
-    if (row.state == ResultState::value) row.valueText = shown(row.value, decimals);
-    if (!with_norm) return;
-    if (row.hasMean) row.meanText = shown(row.mean, decimals);
-    if (row.hasSd) row.sdText = shown(row.sd, decimals);
-    if (!row.hasDeviation) return;
-    row.deviationText = CString(tool::deviation_text(row.deviation));
-    row.stars = CString(tool::deviation_stars(row.deviation));
+void set_texts(ResultRow& row, const ResultNumbers& found, bool with_norm) {
+    const tool::NumberTexts texts = tool::number_texts(found, !row.unit.IsEmpty(), with_norm);
+    if (row.state == ResultState::value) row.valueText = CString(texts.value);
+    row.meanText = CString(texts.mean);
+    row.sdText = CString(texts.sd);
+    row.deviationText = CString(texts.deviation);
+    row.stars = CString(texts.stars);
 }
 
 }  // namespace
+
+tool::NumberTexts tool::number_texts(const ResultNumbers& numbers, bool has_unit, bool with_norm) {
+    NumberTexts texts;
+    const int decimals = item_decimals(has_unit, numbers.mean, numbers.sd);
+    if (numbers.value) texts.value = number_text(*numbers.value, decimals);
+    if (!with_norm) return texts;
+    if (numbers.mean) texts.mean = number_text(*numbers.mean, decimals);
+    if (numbers.sd) texts.sd = number_text(*numbers.sd, decimals);
+    if (!numbers.deviation) return texts;
+    texts.deviation = deviation_text(*numbers.deviation);
+    texts.stars = deviation_stars(*numbers.deviation);
+    return texts;
+}
 
 // Norms that are formulas over missing landmarks would come out as numbers all the same: they are left out. A mean
 // without its SD says little, and an SD alone nothing: without the band there is neither.
@@ -143,7 +150,7 @@ void ResultList::fill(const AnalysisSheet& sheet, const SheetSubject& subject, b
             found = Common(found, her);
         }
         set_numbers(row, found);
-        set_texts(row, definition.mode & shows_norm);
+        set_texts(row, found, definition.mode & shows_norm);
     }
 }
 

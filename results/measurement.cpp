@@ -16,21 +16,6 @@ std::vector<std::string> printable_all(const std::vector<std::string>& texts) {
     return all;
 }
 
-Remark reason_of(const tool::MeasuredItem& row) {
-    const auto of_both = [&](const char* code, const char* text) {
-        return Remark{code, text, {printable(row.degenerate[0]), printable(row.degenerate[1])}};
-    };
-    switch (row.state) {
-        case ResultState::no_formula: return {"no_formula", "no formula"};
-        case ResultState::not_finite: return {"not_finite", "not a finite number"};
-        case ResultState::differs_by_sex: return {"differs_by_sex", "depends on the sex"};
-        case ResultState::differs_by_band: return {"differs_by_band", "depends on growth"};
-        case ResultState::at_one_place: return of_both("at_one_place", "%1 and %2 lie at one place");
-        case ResultState::parallel: return of_both("parallel", "%1 and %2 are parallel");
-        default: return {};
-    }
-}
-
 Measurement measurement(const tool::MeasuredItem& row) {
     const tool::Item& item = *row.item;
     return {.heading = item.heading,
@@ -51,10 +36,25 @@ Measurement measurement(const tool::MeasuredItem& row) {
             .stars = row.stars,
             .missing = printable_all(row.missing),
             .norm_missing = printable_all(row.norm_missing),
-            .reason = reason_of(row)};
+            .reason = reason_of(row.state, row.degenerate)};
 }
 
 }  // namespace
+
+Remark reason_of(ResultState state, const std::string (&degenerate)[2]) {
+    const auto of_both = [&](const char* code, const char* text) {
+        return Remark{code, text, {printable(degenerate[0]), printable(degenerate[1])}};
+    };
+    switch (state) {
+        case ResultState::no_formula: return {"no_formula", "no formula"};
+        case ResultState::not_finite: return {"not_finite", "not a finite number"};
+        case ResultState::differs_by_sex: return {"differs_by_sex", "depends on the sex"};
+        case ResultState::differs_by_band: return {"differs_by_band", "depends on growth"};
+        case ResultState::at_one_place: return of_both("at_one_place", "%1 and %2 lie at one place");
+        case ResultState::parallel: return of_both("parallel", "%1 and %2 are parallel");
+        default: return {};
+    }
+}
 
 std::string LeftOut::in_words(const Texts& texts) const {
     const std::string what =

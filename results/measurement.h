@@ -1,6 +1,8 @@
 // What the analyses say about a case: every item's value, norm and deviation, or the reason why there is none.
 #pragma once
 
+#include <ResultList.h>
+
 #include <optional>
 #include <span>
 #include <string>
@@ -70,6 +72,10 @@ std::vector<std::string> signs_in_words(std::span<const Measurement> items, cons
 
 // The results are those of one analysis, one a film, none of them with a result.
 LeftOut left_out(std::span<const AnalysisResult* const> films);
+
+// Why there is no value although no landmark is missing; without a text for states that have one, or no reason.
+// `degenerate` are the two points or lines that the state speaks of.
+Remark reason_of(ResultState state, const std::string (&degenerate)[2]);
 
 // That norms which differ between men and women are left out.
 Remark norms_by_sex();

@@ -72,7 +72,7 @@ export interface Engine {
    */
   openFolder(files: readonly NamedBytes[]): AnalysisFolder;
 
-  /** Of the kind's table, in its order. */
+  /** Of the kind's table, in its order; behind them those that shipped analyses use and a case has as its own (Cm). */
   landmarks(kind: Kind): readonly LandmarkInfo[];
   /** The made-up average face that guides placing; nothing for casts. */
   averageFace(kind: Kind): AverageFace | null;
@@ -275,6 +275,7 @@ export interface ReadCase {
 
 /** One film or cast that is being measured. Nothing is computed before it is asked for. */
 export interface Session {
+  readonly kind: Kind;
   /** The case as it stands, to be kept; as JSON it is a file that cephtool reads. */
   record(): Case;
   /** Takes another case in its place: undo, or a patient's facts. Of the session's kind. */

@@ -97,16 +97,16 @@ void write(const fs::path& file, const std::string& bytes) {
     std::ofstream(file, std::ios::binary).write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
 }
 
-Json problems_of(const fs::path& path) {
+// Of a folder, or a file in it: names of files are as below `root`.
+Json problems_of(const fs::path& path, const fs::path& root) {
     Json list = Json::array();
     const std::optional<CString> name = cephtool::library_name(cephtool::utf8_from_path(path));
     if (!name) return list;
     const auto utf8 = [](const CString& text) { return cephtool::printable(Utf8FromCodePage932(text)); };
     for (const CheckFinding& finding : DefinitionCheck::Path(*name).findings) {
-        // Paths come as they were given, or below the folder.
         std::string file = utf8(finding.path);
-        const std::string root = cephtool::utf8_from_path(path.parent_path()) + "/";
-        if (file.starts_with(root)) file.erase(0, root.size());
+        const std::string folder = cephtool::utf8_from_path(root) + "/";
+        if (file.starts_with(folder)) file.erase(0, folder.size());
         list.push_back({{"file", file},
                         {"line", finding.line},
                         {"column", finding.column},
@@ -187,7 +187,7 @@ int open_folder(const std::vector<NamedBytes>& files) {
                 if (const fs::path place = place_of(file.name); !place.empty())
                     write(root / (in_part(place) ? place : place.filename()), file.bytes);
             folder = read_folder(cephtool::utf8_from_path(root));
-            folder->problems = problems_of(root);
+            folder->problems = problems_of(root, root);
         } else if (files.size() == 1) {
             const fs::path file = root / cephtool::path_from_utf8(files.front().name).filename();
             write(file, files.front().bytes);
@@ -195,7 +195,7 @@ int open_folder(const std::vector<NamedBytes>& files) {
             std::istringstream no_input;
             std::vector<std::string> notes;
             folder->analyses = cephtool::analyses_in_file(cephtool::utf8_from_path(file), no_input, notes);
-            folder->problems = problems_of(file);
+            folder->problems = problems_of(file, root);
         }
         if (!folder || (folder->analyses.empty() && folder->modes.empty())) {
             throw Error(ExitCode::bad_input, "there is no analysis in it",

@@ -32,7 +32,7 @@ function rowsOf(document, kind) {
   const rows = new Map();
   for (const section of document.split(/^(?=## )/m).filter((each) => each.startsWith(headings[kind])))
     for (const line of section.split("\n").filter((each) => each.startsWith("| ") && !each.startsWith("| name"))) {
-      const [names, ...cells] = line.slice(1, -1).split("|").map((cell) => cell.trim());
+      const [names, ...cells] = line.trim().slice(1, -1).split("|").map((cell) => cell.trim());
       for (const name of names.replace(" *", "").split(/[,;] */)) rows.set(name, cells);
     }
   return rows;
@@ -40,9 +40,10 @@ function rowsOf(document, kind) {
 
 export function landmarkTable(document, kind, names, onFace) {
   const rows = rowsOf(document, kind);
-  return names.map((name) => {
+  const own = [...rows].filter(([name, cells]) => cells.length === 4 && !names.includes(name)).map(([name]) => name);
+  return [...names, ...own].map((name) => {
     const [title, ...cells] = rows.get(name) ?? [toothTitle(name)];
-    const [definition, howFound] = cells.length === 3 ? cells : ["", ""];
+    const [definition, howFound] = cells.length === 3 ? cells : ["", ""]; // those of casts have a title alone
     const at = onFace.find((landmark) => landmark.name === name);
     return {
       name,

@@ -1,11 +1,11 @@
 #include "web/engine/session.h"
 
-#include <ResultList.h>
+#include <CodePage.h>
+#include <NumberTexts.h>
 
 #include <algorithm>
 #include <array>
 #include <cmath>
-#include <cstring>
 #include <limits>
 
 #include "base/wording.h"
@@ -33,8 +33,20 @@ constexpr double nan = std::numeric_limits<double>::quiet_NaN();
 // keep their bits.
 constexpr double tiny_scale = 0x1p-17, huge_scale = 0x1p17;
 
-bool same_bits(double a, double b) {
-    return std::memcmp(&a, &b, sizeof a) == 0;
+constexpr int male = 1, female = 2;
+
+std::string shown(const CString& text) {
+    return cephtool::printable(Utf8FromCodePage932(text));
+}
+
+// Of a row that was measured at two scales.
+void keep_what_needs_no_scale(ResultNumbers& found, const ResultNumbers& at_other_scale) {
+    for (const auto norm : {&ResultNumbers::mean, &ResultNumbers::sd})
+        if (found.*norm != at_other_scale.*norm) found.*norm = found.deviation = std::nullopt;
+    if (found.state == at_other_scale.state && found.value == at_other_scale.value && found.text == at_other_scale.text)
+        return;
+    found.state = no_scale;
+    found.value = found.deviation = std::nullopt;
 }
 
 std::vector<Landmark>* list_with(Case& record, const std::string& name) {
@@ -150,65 +162,59 @@ void Session::choose(std::vector<const Analysis*> analyses) {
 
 void Session::find_bands() {
     if (bands_.size() == chosen_.size()) return;
-    for (const Analysis* analysis : chosen_) bands_.push_back(cephtool::norm_band(*analysis, record_, {}).code);
+    for (const Analysis* analysis : chosen_) bands_.push_back(cephtool::norm_band(*analysis, record_, {}));
 }
 
 // As the library's result list makes its rows.
-void Session::measure_at(double mm_per_pixel, Numbers& numbers, std::vector<std::string>& words) {
-    constexpr int male = 1, female = 2;
-    for (auto* column : {&numbers.value, &numbers.mean, &numbers.sd, &numbers.deviation})
-        column->assign(row_count(), nan);
-    numbers.state.assign(row_count(), static_cast<std::uint8_t>(ResultState::no_formula));
-    words.assign(row_count(), {});
+void Session::measure_at(double mm_per_pixel, std::vector<ResultNumbers>& found) {
+    found.assign(row_count(), {});
     if (rows_.empty()) return;
     const auto own_scale = std::exchange(record_.mm_per_pixel, mm_per_pixel);
-    tool::Subject subject = cephtool::subject_of(record_);
+    const tool::Subject subject = cephtool::subject_of(record_);
     record_.mm_per_pixel = own_scale;
     auto record = tool::SubjectRecord::of(static_cast<tool::Kind>(record_.kind), subject);
     if (!record) throw Error(ExitCode::bad_input, record.reason());
-    const SheetSubject fields = record->subject(tool::Sex::male, 0);
+    subject_ = *std::move(record);
+    const SheetSubject fields = subject_->subject(tool::Sex::male, 0);
     const int sex = record_.sex ? static_cast<int>(*record_.sex) : male;
     measurers_->his.Measure(fields);
     if (!record_.sex) measurers_->hers.Measure(fields);
     for (std::size_t row = 0; row < row_count(); ++row) {
-        const auto [analysis, item] = rows_[row];
-        const tool::Item& definition = chosen_[analysis]->items()[static_cast<std::size_t>(item)];
-        if (definition.heading) numbers.state[row] = static_cast<std::uint8_t>(ResultState::heading);
-        if (definition.formula.empty()) continue;
-        const int sheet = static_cast<int>(analysis), band = bands_[analysis];
-        ResultNumbers found = ResultList::Numbers(measurers_->his, sheet, item, sex, band);
-        if (!record_.sex)
-            found = ResultList::Common(found, ResultList::Numbers(measurers_->hers, sheet, item, female, band));
-        numbers.state[row] = static_cast<std::uint8_t>(found.state);
-        numbers.value[row] = found.value.value_or(nan);
-        numbers.mean[row] = found.mean.value_or(nan);
-        numbers.sd[row] = found.sd.value_or(nan);
-        numbers.deviation[row] = found.deviation.value_or(nan);
-        words[row] = found.text;
+        const tool::Item& item = item_of(row);
+        if (item.heading) found[row].state = ResultState::heading;
+        if (item.formula.empty()) {
+            if (!item.heading) found[row].state = ResultState::no_formula;
+            continue;
+        }
+        const int sheet = static_cast<int>(rows_[row].analysis), band = bands_[rows_[row].analysis].code;
+        found[row] = ResultList::Numbers(measurers_->his, sheet, rows_[row].item, sex, band);
+        if (record_.sex) continue;
+        const ResultNumbers hers = ResultList::Numbers(measurers_->hers, sheet, rows_[row].item, female, band);
+        norms_differ_ = norms_differ_ || !found[row].HasSameNorms(hers);
+        found[row] = ResultList::Common(found[row], hers);
     }
 }
 
 const Numbers& Session::measure() {
     if (is_measured_) return numbers_;
     find_bands();
+    norms_differ_ = false;
+    measure_at(record_.mm_per_pixel.value_or(tiny_scale), found_);
+    if (!record_.mm_per_pixel) {
+        measure_at(huge_scale, at_other_scale_);
+        for (std::size_t row = 0; row < row_count(); ++row) keep_what_needs_no_scale(found_[row], at_other_scale_[row]);
+    }
+    const auto column = [&](std::vector<double>& numbers, std::optional<double> ResultNumbers::*which) {
+        numbers.clear();
+        for (const ResultNumbers& found : found_) numbers.push_back((found.*which).value_or(nan));
+    };
+    column(numbers_.value, &ResultNumbers::value);
+    column(numbers_.mean, &ResultNumbers::mean);
+    column(numbers_.sd, &ResultNumbers::sd);
+    column(numbers_.deviation, &ResultNumbers::deviation);
+    numbers_.state.clear();
+    for (const ResultNumbers& found : found_) numbers_.state.push_back(static_cast<std::uint8_t>(found.state));
     is_measured_ = true;
-    if (record_.mm_per_pixel) {
-        measure_at(*record_.mm_per_pixel, numbers_, words_);
-        return numbers_;
-    }
-    measure_at(tiny_scale, numbers_, words_);
-    measure_at(huge_scale, at_other_scale_, words_at_other_scale_);
-    Numbers& one = numbers_;
-    const Numbers& other = at_other_scale_;
-    for (std::size_t row = 0; row < row_count(); ++row) {
-        for (const auto column : {&Numbers::mean, &Numbers::sd})
-            if (!same_bits((one.*column)[row], (other.*column)[row])) (one.*column)[row] = one.deviation[row] = nan;
-        if (one.state[row] == other.state[row] && same_bits(one.value[row], other.value[row]) &&
-            words_[row] == words_at_other_scale_[row])
-            continue;
-        one.state[row] = no_scale;
-        one.value[row] = one.deviation[row] = nan;
-    }
     return numbers_;
 }
 
@@ -218,32 +224,47 @@ Case Session::scaled_record(double mm_per_pixel) const {
     return record;
 }
 
-const cephtool::CaseResult& Session::result() {
-    if (!result_) result_ = cephtool::measured(scaled_record(tiny_scale), chosen_, {}, false);
-    return *result_;
+std::vector<std::string> Session::missing(std::size_t row, SheetPart part) {
+    const int sheet = static_cast<int>(rows_[row].analysis), item = rows_[row].item;
+    const int band = bands_[rows_[row].analysis].code, sex = record_.sex ? static_cast<int>(*record_.sex) : male;
+    CStringArray names = measurers_->his.Missing(sheet, item, part, sex, band);
+    if (names.IsEmpty() && !record_.sex && part == SheetPart::value)
+        names = measurers_->hers.Missing(sheet, item, part, female, band);
+    std::vector<std::string> all;
+    for (INT_PTR i = 0; i < names.GetSize(); ++i) all.push_back(shown(names.GetAt(i)));
+    return all;
 }
 
 Json Session::texts(const std::vector<int>& wanted, const cephtool::Texts& texts) {
-    const cephtool::CaseResult& all = result();
-    const Numbers& numbers = measure();
+    measure();
     Json list = Json::array();
     const auto add = [&](std::size_t row) {
-        const auto [analysis, place] = rows_[row];
-        const cephtool::Measurement& item = all.analyses[analysis].items[static_cast<std::size_t>(place)];
-        const bool lacks_scale = numbers.state[row] == no_scale;
-        const bool has_deviation = !std::isnan(numbers.deviation[row]);
-        const auto where = [](bool there, const std::string& text) { return there ? text : std::string(); };
+        const tool::Item& item = item_of(row);
+        const ResultNumbers& found = found_[row];
+        tool::NumberTexts shown_texts = tool::number_texts(found, !item.unit.empty(), item.shows_norm);
+        if (found.state == ResultState::text) shown_texts.value = shown(found.text);
+        if (bands_[rows_[row].analysis].in_doubt)
+            for (std::string* norm : {&shown_texts.mean, &shown_texts.sd})
+                if (!norm->empty()) *norm = "(" + *norm + ")";
+        std::vector<std::string> norm_missing;
+        if (!item.formula.empty() && !found.norm_needs_band) {
+            norm_missing = missing(row, SheetPart::mean);
+            for (std::string& name : missing(row, SheetPart::sd))
+                if (!holds(norm_missing, name)) norm_missing.push_back(std::move(name));
+        }
+        const std::string degenerate[] = {shown(found.degenerate[0]), shown(found.degenerate[1])};
+        const Remark reason =
+            found.state == no_scale ? Remark{"no_scale", "no scale"} : cephtool::reason_of(found.state, degenerate);
         list.push_back({{"row", row},
-                        {"value", where(!lacks_scale, item.value_text)},
-                        {"mean", where(!std::isnan(numbers.mean[row]), item.mean_text)},
-                        {"sd", where(!std::isnan(numbers.sd[row]), item.sd_text)},
-                        {"deviation", where(has_deviation, item.deviation_text)},
-                        {"stars", where(has_deviation, item.stars)},
-                        {"missing", item.missing},
-                        {"normMissing", item.norm_missing},
-                        {"reason", lacks_scale                ? texts("no scale")
-                                   : item.reason.text.empty() ? std::string()
-                                                              : texts(item.reason)}});
+                        {"value", shown_texts.value},
+                        {"mean", shown_texts.mean},
+                        {"sd", shown_texts.sd},
+                        {"deviation", shown_texts.deviation},
+                        {"stars", shown_texts.stars},
+                        {"missing", found.state == ResultState::missing ? missing(row, SheetPart::value)
+                                                                        : std::vector<std::string>()},
+                        {"normMissing", norm_missing},
+                        {"reason", reason.text.empty() ? std::string() : texts(reason)}});
     };
     if (wanted.empty())
         for (std::size_t row = 0; row < row_count(); ++row) add(row);
@@ -257,17 +278,16 @@ Json Session::remarks(const cephtool::Texts& texts) {
     record.remarks.clear();
     std::vector<Remark> remarks = cephtool::turned_right(std::move(record), {}).remarks;
     if (!record_.mm_per_pixel) remarks.push_back(no_scale_remark());
-    for (const Remark& remark : result().record.remarks)
-        if (remark == cephtool::norms_by_sex()) remarks.push_back(remark);
+    measure();
+    if (norms_differ_) remarks.push_back(cephtool::norms_by_sex());
     return json_of(remarks, texts);
 }
 
 Json Session::norms(const cephtool::Texts& texts) {
+    find_bands();
     Json list = Json::array();
-    for (const Analysis* analysis : chosen_) {
-        const cephtool::NormBand band = cephtool::norm_band(*analysis, record_, {});
+    for (const cephtool::NormBand& band : bands_)
         list.push_back({{"words", cephtool::norms_in_words(band, texts)}, {"remarks", json_of(band.remarks, texts)}});
-    }
     return list;
 }
 

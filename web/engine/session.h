@@ -1,6 +1,7 @@
 // One film or cast that is being measured: its case, the analyses chosen, and what they come to.
 #pragma once
 
+#include <MeasuredAnalysis.h>
 #include <SheetMeasurer.h>
 
 #include <cstdint>
@@ -15,7 +16,7 @@
 namespace engine {
 
 // What a row shows: a ResultState, or this.
-inline constexpr std::uint8_t no_scale = 10;
+inline constexpr auto no_scale = static_cast<ResultState>(10);
 
 // One entry a row, NaN where there is none.
 struct Numbers {
@@ -61,14 +62,14 @@ class Session {
         SheetMeasurer his, hers;
     };
 
-    void changed() {
-        result_.reset();
-        is_measured_ = false;
-    }
+    void changed() { is_measured_ = false; }
+    std::vector<std::string> missing(std::size_t row, SheetPart part);
     void find_bands();
-    void measure_at(double mm_per_pixel, Numbers& numbers, std::vector<std::string>& words);
-    const cephtool::CaseResult& result();
+    void measure_at(double mm_per_pixel, std::vector<ResultNumbers>& found);
     std::size_t row_count() const { return rows_.size(); }
+    const tool::Item& item_of(std::size_t row) const {
+        return chosen_[rows_[row].analysis]->items()[static_cast<std::size_t>(rows_[row].item)];
+    }
 
     cephtool::Case record_;
     std::vector<const cephtool::Analysis*> chosen_;
@@ -79,11 +80,12 @@ class Session {
     std::vector<Row> rows_;
     std::optional<SheetSet> sheets_;
     std::optional<Measurers> measurers_;
-    std::vector<int> bands_;  // of the chosen; empty: to be found
-    Numbers numbers_, at_other_scale_;
-    std::vector<std::string> words_, words_at_other_scale_;  // of text items
+    std::vector<cephtool::NormBand> bands_;       // of the chosen; empty: to be found
+    std::optional<tool::SubjectRecord> subject_;  // that was measured
+    std::vector<ResultNumbers> found_, at_other_scale_;
+    Numbers numbers_;
+    bool norms_differ_ = false;
     bool is_measured_ = false;
-    std::optional<cephtool::CaseResult> result_;
 };
 
 }  // namespace engine
