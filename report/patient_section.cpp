@@ -92,8 +92,8 @@ void add_patient(Pages& pages, const std::vector<FilmResults>& films) {
     } else {
         facts.insert(facts.end(), {{texts("Film"), texts.date(record.film)},
                                    {texts("Kind"), texts.kind(record.kind)},
-                                   {texts("Age at the film"), texts.age(record)},
-                                   {texts("File"), file_name(record)}});
+                                   {texts("Age at the film"), texts.age(record)}});
+        if (!record.file.empty()) facts.push_back({texts("File"), file_name(record)});
         if (record.side) facts.push_back({texts("Side"), texts(name_of(*record.side))});
         add_facts(pages, facts, 2, 28);
     }

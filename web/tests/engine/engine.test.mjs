@@ -215,6 +215,8 @@ test("tracings, superimpositions, charts and reports are drawn", () => {
     assert.match(svg, /^<svg[^]*<\/svg>\n$/);
   }
   assert.ok(pages.length >= 2 && pages.some((page) => page.svg.includes("計測")));
+  const [alone] = engine.report(films.slice(0, 1), [named("Steiner")], "en");
+  assert.ok(alone.svg.includes(">Born<") && !alone.svg.includes(">File<"), "a case of the page has no file");
   assert.ok(engine.chart(films, [named("Steiner")], "en").svg.includes("SNA"));
   const film = { bytes: sampleBytes("photo.jpg"), width: 2000, height: 2400 };
   assert.match(session.tracingSvg({ ...options, film }).svg, /data:image\/jpeg;base64/);
