@@ -115,6 +115,16 @@ std::string copy_pixels(const DicomElement& pixels, const DicomPicture& picture,
     return {};
 }
 
+constexpr bool is_built([[maybe_unused]] DicomPacking packing) {
+#ifndef TOOL_FILM_DCMTK
+    if (packing == DicomPacking::dcmtk) return false;
+#endif
+#ifndef TOOL_FILM_JPEG2000
+    if (packing == DicomPacking::jpeg2000) return false;
+#endif
+    return true;
+}
+
 std::string unpack(const TransferSyntax& syntax, const DicomElement& pixels, DicomPicture& picture,
                    const DicomRoom& room) {
     if (!pixels.no_length) {
@@ -133,8 +143,7 @@ std::string unpack(const TransferSyntax& syntax, const DicomElement& pixels, Dic
 #ifdef TOOL_FILM_JPEG2000
         case DicomPacking::jpeg2000: error = unpack_jpeg2000(fragments, picture, room); break;
 #endif
-        case DicomPacking::none: return "its pixels lie in fragments, but are to be uncompressed";
-        default: return std::string("this build does without a library for ") + syntax.compression;
+        default: return "its pixels lie in fragments, but are to be uncompressed";
     }
     if (error.empty()) return {};
     return std::string("its pixels (") + syntax.compression + "), at byte " + std::to_string(pixels.at) + ": " + error;
@@ -183,6 +192,8 @@ Film film_of(const DicomDataSet& data, const TransferSyntax& syntax, std::size_t
         return film;
     }
     if (!not_read.empty()) return unreadable(not_read);
+    if (!is_built(syntax.packing))
+        return unreadable(std::string("this build does without a library for ") + syntax.compression);
     const auto columns = static_cast<std::uint64_t>(picture.columns), rows = static_cast<std::uint64_t>(picture.rows);
     if (!film_size_allowed(columns, rows, pixel_limit)) return without_film(film_size_error(columns, rows));
 
