@@ -6,7 +6,7 @@ if(NOT symbols MATCHES "CCalcTool::Angle_Cal" OR NOT symbols MATCHES "tool::Anal
 endif()
 string(REGEX MATCHALL "[0-9a-f]+ [A-Za-z] (vtable for |typeinfo for |typeinfo name for )?(tool|std)::[^\n]*" inner "${symbols}")
 set(types "(Analysis|AnalysisFolder|DisplayMode|EraCalendar|SubjectRecord)::")
-set(functions "(bone_age|dental_stage_named|measure_all|norm_band|segments_of)[(]")
+set(functions "(bone_age|dental_stage_named|measure_all|norm_band|number_texts|segments_of)[(]")
 list(FILTER inner EXCLUDE REGEX "[0-9a-f]+ T tool::(${types}|${functions})")
 if(inner)
     list(JOIN inner "\n" inner)
