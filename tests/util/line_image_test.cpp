@@ -69,7 +69,7 @@ TEST(LineImage, AnySizeEqualsThePlainForm) {
         expect_plain(drawn(width, height, random), width, height, seed);
     }
     // Around the sizes of chunks, and with the tiles of thinning grown in width and in height.
-    for (const int width : {65, 66, 67, 129, 130, 131, 4099, 9001}) {
+    for (const int width : {18, 33, 34, 35, 50, 65, 66, 67, 129, 130, 131, 4099, 9001}) {
         expect_plain(drawn(width, 30, random), width, 30, seed);
         expect_plain(drawn(width % 97, 3 * width, random), width % 97, 3 * width, seed);
     }
