@@ -1,5 +1,7 @@
 #include "CalcTool.h"
 
+#include <bit>
+
 #include "geometry/angle.h"
 #include "geometry/frame.h"
 #include "geometry/length.h"
@@ -15,8 +17,9 @@ void put(PointOut out, tool::Vec2 point) {
     if (out.y) *out.y = point.y;
 }
 
+// The same two doubles, without a call of the exported constructor.
 CPointD point_d(tool::Vec2 point) {
-    return {point.x, point.y};
+    return std::bit_cast<CPointD>(point);
 }
 
 }  // namespace

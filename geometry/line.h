@@ -29,9 +29,21 @@ Vec2 foot_of_perpendicular(Vec2 p, const Line& line);
 Vec2 foot_on_parallel(Vec2 p, const Line& line, Vec2 through);
 
 // The point that both lines share; nothing when they are parallel (both vertical, or exactly equal slopes).
-std::optional<Vec2> intersection(const Line& ab, const Line& cd);
+inline std::optional<Vec2> intersection(const Line& ab, const Line& cd) {
+    if (ab.vertical()) {
+        if (cd.vertical()) return std::nullopt;
+        return Vec2(ab.a.x, cd.slope() * ab.a.x + cd.offset());
+    }
+    const double m = ab.slope(), k = ab.offset();
+    if (cd.vertical()) return Vec2(cd.a.x, m * cd.a.x + k);
+    if (m == cd.slope()) return std::nullopt;
+    const double x = (cd.offset() - k) / (m - cd.slope());
+    return Vec2(x, m * x + k);
+}
 
 // The same with (0, 0), the empty point, for parallel lines; a shared point at the origin looks just so.
-Vec2 intersection_or_empty(const Line& ab, const Line& cd);
+inline Vec2 intersection_or_empty(const Line& ab, const Line& cd) {
+    return intersection(ab, cd).value_or(Vec2());
+}
 
 }  // namespace tool
