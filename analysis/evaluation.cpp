@@ -46,6 +46,18 @@ std::string norm_formula_text(double value, int decimals) {
     return decimals == 0 ? print_int(read_int(text)) : text;
 }
 
+// What is printed with some decimals is a whole number of their steps; read again, that number divided by the power of
+// ten, both of which a double holds. Near the middle of two steps only the printer tells which, and zeros have signs.
+std::optional<double> norm_formula_number(double value, int decimals) {
+    constexpr double steps[] = {1, 10, 100, 1000}, largest = 1e6, surely_nearest = 0.499;
+    if (decimals >= 1 && decimals <= 3 && std::abs(value) < largest) {
+        const double shifted = value * steps[decimals];
+        const double whole = truncated(shifted + (shifted < 0 ? -0.5 : 0.5));
+        if (whole != 0 && std::abs(shifted - whole) < surely_nearest) return whole / steps[decimals];
+    }
+    return norm_of_text(norm_formula_text(value, decimals)).value;
+}
+
 std::optional<NormFormula> norm_formula(std::string_view norm_text) {
     if (!is_digit(norm_text.back())) return std::nullopt;
     return NormFormula{norm_text.substr(0, std::max<std::size_t>(norm_text.size(), 2) - 2), norm_text.back() - '0'};

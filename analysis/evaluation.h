@@ -34,6 +34,8 @@ struct Norm {
 Norm norm_of_text(std::string_view text);
 // The text that a norm formula's value becomes.
 std::string norm_formula_text(double value, int decimals);
+// The number that this text is read as, if it is one.
+std::optional<double> norm_formula_number(double value, int decimals);
 // A norm formula, without the separator and the digit at its end that tells its decimals; nothing when there is none.
 struct NormFormula {
     std::string_view text;

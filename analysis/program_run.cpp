@@ -147,7 +147,7 @@ void ProgramRun::compute(StepId id) {
         case Step::Kind::unjudged: result.x = number(0) == -1.0 ? 0.0 : number(0); break;
         case Step::Kind::choice: result.x = values_[chosen(step)].x; break;
         case Step::Kind::item: result.x = values_[program_.items[step.in[0]].value].x; break;
-        case Step::Kind::norm: result.x = norm_number(static_cast<int>(step.in[0])).value_or(0.0); break;
+        case Step::Kind::norm: result.x = norm_number(norm_field(static_cast<int>(step.in[0]))).value_or(0.0); break;
         case Step::Kind::deviation: result.x = deviation(number(0), number(1), number(2)); break;
     }
 }
@@ -224,16 +224,15 @@ const Program::NormField* ProgramRun::norm_field(int norm) const {
 }
 
 // Of a norm whose formula, if it has one, is computed.
-std::optional<double> ProgramRun::norm_number(int norm) const {
-    const Program::NormField* field = norm_field(norm);
+std::optional<double> ProgramRun::norm_number(const Program::NormField* field) const {
     if (!field || field->formula == no_step) return field ? field->number : std::nullopt;
-    return norm_of_text(norm_formula_text(values_[field->formula].x, field->decimals)).value;
+    return norm_formula_number(values_[field->formula].x, field->decimals);
 }
 
 std::optional<double> ProgramRun::norm(int norm) {
     const Program::NormField* field = norm_field(norm);
-    if (field && field->formula != no_step) value(field->formula);
-    return norm_number(norm);
+    if (field && field->formula != no_step && !known(field->formula)) value(field->formula);
+    return norm_number(field);
 }
 
 ProgramRun::Result ProgramRun::item(int place, int sex, int band) {

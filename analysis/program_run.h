@@ -52,7 +52,7 @@ class ProgramRun {
     StepId chosen(const Step& choice) const;
     const Program::NormLine* norm_line(int norm) const;
     const Program::NormField* norm_field(int norm) const;
-    std::optional<double> norm_number(int norm) const;
+    std::optional<double> norm_number(const Program::NormField* field) const;
     std::optional<double> norm(int norm);
 
     const Program& program_;

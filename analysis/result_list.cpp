@@ -7,6 +7,7 @@
 #include "SheetMeasurer.h"
 #include "analysis/face.h"
 #include "analysis/result_text.h"
+#include "analysis/sheet_run.h"
 
 namespace {
 
@@ -18,10 +19,6 @@ bool holds(const CStringArray& names, const CString& name) {
     for (INT_PTR i = 0; i < names.GetSize(); ++i)
         if (names.GetAt(i) == name) return true;
     return false;
-}
-
-std::optional<double> finite(bool known, double value) {
-    return known && std::isfinite(value) ? std::optional(value) : std::nullopt;
 }
 
 void set_numbers(ResultRow& row, const ResultNumbers& found) {
@@ -65,31 +62,40 @@ tool::NumberTexts tool::number_texts(const ResultNumbers& numbers, bool has_unit
 // without its SD says little, and an SD alone nothing: without the band there is neither.
 ResultNumbers ResultList::Numbers(SheetMeasurer& measurer, int sheet, int index, int sex, int band, bool norms) {
     ResultNumbers found;
-    const auto lacks = [&](SheetPart part) { return measurer.Lacks(sheet, index, part, sex, band); };
-    const bool lacks_value = lacks(SheetPart::value);
-    if (lacks_value && !norms) return found;
-    SheetRow row = measurer.Evaluate(sheet, index, sex, band);
-    found.norm_needs_band = row.norm_needs_band;
-    if (norms && !row.norm_needs_band) {
-        found.mean = finite(row.has_mean && !lacks(SheetPart::mean), row.mean);
-        found.sd = finite(row.has_sd && !lacks(SheetPart::sd), row.sd);
-    }
-    if (lacks_value) return found;
-    if (row.at_one_place || row.parallel) {
-        found.state = row.parallel ? ResultState::parallel : ResultState::at_one_place;
-        std::ranges::move(row.degenerate, found.degenerate);
-    } else if (row.needs_band) {
-        found.state = ResultState::differs_by_band;
-    } else if (row.is_text) {
-        found.state = ResultState::text;
-        found.text = std::move(row.text);
-    } else if (!std::isfinite(row.value)) {
-        found.state = ResultState::not_finite;
-    } else {
-        found.state = ResultState::value;
-        found.value = row.value;
-        found.deviation = finite(found.mean && found.sd && *found.sd != 0, row.deviation);
-    }
+    tool::SheetRun* const run = measurer.run();
+    const auto numbers = [&] {
+        const auto at = run ? run->place(sheet, index) : std::nullopt;
+        if (!at) return;
+        const auto lacks = [&](SheetPart part) { return run->lacks(*at, part, sex, band); };
+        const bool lacks_value = lacks(SheetPart::value);
+        if (lacks_value && !norms) return;
+        const tool::SheetRun::Found item = run->found(*at, sex, band);
+        found.norm_needs_band = item.norm_needs_band;
+        if (norms && !item.norm_needs_band) {
+            if (item.mean && std::isfinite(*item.mean) && !lacks(SheetPart::mean)) found.mean = item.mean;
+            if (item.sd && std::isfinite(*item.sd) && !lacks(SheetPart::sd)) found.sd = item.sd;
+        }
+        if (lacks_value) return;
+        if (item.degeneracy) {
+            found.state = item.degeneracy->parallel ? ResultState::parallel : ResultState::at_one_place;
+            found.degenerate[0] = CString(item.degeneracy->first);
+            found.degenerate[1] = CString(item.degeneracy->second);
+        } else if (item.needs_band) {
+            found.state = ResultState::differs_by_band;
+        } else if (item.text) {
+            found.text = CString(tool::unquoted(*item.text));
+            found.state = ResultState::text;
+        } else if (!std::isfinite(item.value)) {
+            found.state = ResultState::not_finite;
+        } else {
+            found.state = ResultState::value;
+            found.value = item.value;
+            if (!found.mean || !found.sd || *found.sd == 0) return;
+            const double deviation = tool::deviation_of(item);
+            if (std::isfinite(deviation)) found.deviation = deviation;
+        }
+    };
+    tool::as_far_as_possible(numbers);
     return found;
 }
 

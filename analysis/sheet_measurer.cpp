@@ -59,6 +59,10 @@ void SheetMeasurer::Measure(const SheetSubject& subject) {
                 });
 }
 
+tool::SheetRun* SheetMeasurer::run() const {
+    return measured_ ? &body_->run : nullptr;
+}
+
 SheetRow SheetMeasurer::Evaluate(int sheet, int index, int sex, int band) {
     if (!measured_) return tool::failed_row();
     return or_failed(tool::failed_row(), [&] { return body_->run.row(sheet, index, sex, band); });
@@ -72,5 +76,8 @@ CStringArray SheetMeasurer::Missing(int sheet, int index, SheetPart part, int se
 }
 
 bool SheetMeasurer::Lacks(int sheet, int index, SheetPart part, int sex, int band) {
-    return !measured_ || or_failed(true, [&] { return body_->run.lacks(sheet, index, part, sex, band); });
+    return !measured_ || or_failed(true, [&] {
+        const auto at = body_->run.place(sheet, index);
+        return at && body_->run.lacks(*at, part, sex, band);
+    });
 }

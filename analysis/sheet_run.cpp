@@ -7,26 +7,16 @@
 #include "analysis/missing_landmarks.h"
 
 namespace tool {
-namespace {
 
-CString unquoted(std::string_view text) {
+std::string_view unquoted(std::string_view text) {
     const std::size_t open = text.find('"');
-    if (open == std::string_view::npos) return CString(text);
-    return CString(text.substr(open + 1, text.find('"', open + 1) - open - 1));
+    if (open == std::string_view::npos) return text;
+    return text.substr(open + 1, text.find('"', open + 1) - open - 1);
 }
 
-SheetRow row_of(double value, std::optional<double> mean, std::optional<double> sd) {
-    SheetRow row;
-    row.value = value;
-    row.has_mean = mean.has_value();
-    row.mean = mean.value_or(0.0);
-    row.has_sd = sd.has_value();
-    row.sd = sd.value_or(0.0);
-    if (row.has_mean) row.deviation = deviation(row.value, row.mean, row.sd);
-    return row;
+double deviation_of(const SheetRun::Found& found) {
+    return found.mean ? deviation(found.value, *found.mean, found.sd.value_or(0.0)) : 0.0;
 }
-
-}  // namespace
 
 SheetRow failed_row() {
     SheetRow row;
@@ -80,23 +70,44 @@ std::optional<SheetRun::Place> SheetRun::place(int sheet, int index) const {
     const NamedLine* line = body ? body->line(index) : nullptr;
     if (!line) return std::nullopt;
     const int number = program_.files[static_cast<std::size_t>(sheet)][static_cast<std::size_t>(index)];
-    return Place{body->file, *line, number, program_.items[static_cast<std::size_t>(number)]};
+    return Place{sheet, *line, number, program_.items[static_cast<std::size_t>(number)]};
+}
+
+SheetRun::Found SheetRun::found(const Place& at, int sex, int band) {
+    if (!at.item.has_formula) return {};
+    if (served_ && !at.item.as_text) {
+        const ProgramRun::Result result = run_.item(at.number, sex, band);
+        if (!result.rests_on_norms && (!result.suspect || run_.lacks_some_for(at.number))) {
+            Found found{
+                .value = result.value, .mean = result.mean, .sd = result.sd, .norm_needs_band = result.norm_needs_band};
+            if (result.alternative && result.alternative->is_text) found.text = result.alternative->text;
+            return found;
+        }
+    }
+    return found_by_text(at, sex, band);
 }
 
 SheetRow SheetRun::row(int sheet, int index, int sex, int band) {
+    SheetRow row;
     const auto at = place(sheet, index);
-    if (!at || !at->item.has_formula) return {};
-    if (served_ && !at->item.as_text) {
-        const ProgramRun::Result result = run_.item(at->number, sex, band);
-        if (!result.rests_on_norms && (!result.suspect || run_.lacks_some_for(at->number))) {
-            SheetRow row = row_of(result.value, result.mean, result.sd);
-            row.norm_needs_band = result.norm_needs_band;
-            row.is_text = result.alternative && result.alternative->is_text;
-            if (row.is_text) row.text = unquoted(result.alternative->text);
-            return row;
-        }
+    if (!at) return row;
+    const Found item = found(*at, sex, band);
+    row.value = item.value;
+    row.has_mean = item.mean.has_value();
+    row.mean = item.mean.value_or(0.0);
+    row.has_sd = item.sd.has_value();
+    row.sd = item.sd.value_or(0.0);
+    row.deviation = deviation_of(item);
+    row.is_text = item.text.has_value();
+    if (row.is_text) row.text = CString(unquoted(*item.text));
+    row.needs_band = item.needs_band;
+    row.norm_needs_band = item.norm_needs_band;
+    if (const auto& degeneracy = item.degeneracy) {
+        (degeneracy->parallel ? row.parallel : row.at_one_place) = true;
+        row.degenerate[0] = CString(degeneracy->first);
+        row.degenerate[1] = CString(degeneracy->second);
     }
-    return row_by_text(sheet, *at, sex, band);
+    return row;
 }
 
 // Begins anew for another sex or band, and behind a failure, since a walk that was broken off has left its marks.
@@ -113,21 +124,18 @@ auto SheetRun::by_text(int sheet, int sex, int band, Work&& work) {
     }
 }
 
-SheetRow SheetRun::row_by_text(int sheet, const Place& at, int sex, int band) {
-    const auto result =
-        by_text(sheet, sex, band, [&](Text& text) { return text.evaluation.item(at.line.name, Ask::deviation); });
+SheetRun::Found SheetRun::found_by_text(const Place& at, int sex, int band) {
+    auto result =
+        by_text(at.sheet, sex, band, [&](Text& text) { return text.evaluation.item(at.line.name, Ask::deviation); });
     if (!result) return {};
-    SheetRow row = row_of(result->value, result->mean.value, result->sd.value);
-    row.is_text = result->is_text;
-    if (row.is_text) row.text = unquoted(result->alternative);
-    row.needs_band = result->needs_band;
-    row.norm_needs_band = result->norm_needs_band;
-    if (const auto& degeneracy = result->degeneracy) {
-        (degeneracy->parallel ? row.parallel : row.at_one_place) = true;
-        row.degenerate[0] = CString(degeneracy->first);
-        row.degenerate[1] = CString(degeneracy->second);
-    }
-    return row;
+    Found found{.value = result->value,
+                .mean = result->mean.value,
+                .sd = result->sd.value,
+                .needs_band = result->needs_band,
+                .norm_needs_band = result->norm_needs_band,
+                .degeneracy = std::move(result->degeneracy)};
+    if (result->is_text) found.text = result->alternative;
+    return found;
 }
 
 bool SheetRun::has_all(const Place& at, SheetPart part, int sex) const {
@@ -136,24 +144,26 @@ bool SheetRun::has_all(const Place& at, SheetPart part, int sex) const {
     return run_.has_all_for_norm(part == SheetPart::mean ? at.item.mean : at.item.sd, sex);
 }
 
-CStringArray SheetRun::missing(int sheet, int index, SheetPart part, int sex, int band) {
-    CStringArray missing;
-    const auto at = place(sheet, index);
-    if (!at || has_all(*at, part, sex)) return missing;
-    const auto names = by_text(sheet, sex, band, [&](Text& text) {
+std::vector<std::string> SheetRun::missing(const Place& at, SheetPart part, int sex, int band) {
+    if (has_all(at, part, sex)) return {};
+    return by_text(at.sheet, sex, band, [&](Text& text) {
         return part == SheetPart::value
-                   ? text.missing.for_item(at->line.name)
-                   : text.missing.for_norm(at->line.name, part == SheetPart::mean ? NormPart::mean : NormPart::sd);
+                   ? text.missing.for_item(at.line.name)
+                   : text.missing.for_norm(at.line.name, part == SheetPart::mean ? NormPart::mean : NormPart::sd);
     });
-    for (const std::string& name : names) missing.Add(name.c_str());
-    return missing;
 }
 
-bool SheetRun::lacks(int sheet, int index, SheetPart part, int sex, int band) {
-    const auto at = place(sheet, index);
-    if (!at || has_all(*at, part, sex)) return false;
-    if (served_ && part == SheetPart::value && run_.lacks_some_for(at->number)) return true;
-    return !missing(sheet, index, part, sex, band).IsEmpty();
+CStringArray SheetRun::missing(int sheet, int index, SheetPart part, int sex, int band) {
+    CStringArray names;
+    if (const auto at = place(sheet, index))
+        for (const std::string& name : missing(*at, part, sex, band)) names.Add(name.c_str());
+    return names;
+}
+
+bool SheetRun::lacks(const Place& at, SheetPart part, int sex, int band) {
+    if (has_all(at, part, sex)) return false;
+    if (served_ && part == SheetPart::value && run_.lacks_some_for(at.number)) return true;
+    return !missing(at, part, sex, band).empty();
 }
 
 }  // namespace tool

@@ -5,9 +5,12 @@
 #include <memory>
 #include <optional>
 #include <span>
+#include <string>
+#include <string_view>
 #include <vector>
 
 #include "AnalysisSheet.h"
+#include "analysis/point_expression.h"
 #include "analysis/program_run.h"
 #include "analysis/sheet_body.h"
 #include "platform/or_failed.h"
@@ -28,26 +31,38 @@ class SheetRun {
     // Computes all at once, which is faster than item after item.
     void compute_all();
 
-    // As of SheetMeasurer.
-    SheetRow row(int sheet, int index, int sex, int band);
-    CStringArray missing(int sheet, int index, SheetPart part, int sex, int band);
-    bool lacks(int sheet, int index, SheetPart part, int sex, int band);
-
- private:
     // An item of the program that a record was begun for.
     struct Place {
-        const DefinitionFile& file;
+        int sheet;
         const NamedLine& line;
         int number;
         const Program::Item& item;
     };
     std::optional<Place> place(int sheet, int index) const;
+
+    // What an item comes to, as of SheetRow.
+    struct Found {
+        double value = 0;
+        std::optional<double> mean{}, sd{};
+        std::optional<std::string_view> text{};  // of a text item, into the definition file
+        bool needs_band = false, norm_needs_band = false;
+        std::optional<Degeneracy> degeneracy{};
+    };
+    Found found(const Place& place, int sex, int band);
+    bool lacks(const Place& place, SheetPart part, int sex, int band);
+
+    // As of SheetMeasurer.
+    SheetRow row(int sheet, int index, int sex, int band);
+    CStringArray missing(int sheet, int index, SheetPart part, int sex, int band);
+
+ private:
     void settle(Landmarks& landmarks) const;  // what a subject and the settings say of them
     // What the text of a sheet tells of the subject.
     struct Text;
     template <class Work>
     auto by_text(int sheet, int sex, int band, Work&& work);
-    SheetRow row_by_text(int sheet, const Place& place, int sex, int band);
+    Found found_by_text(const Place& place, int sex, int band);
+    std::vector<std::string> missing(const Place& place, SheetPart part, int sex, int band);
     bool has_all(const Place& place, SheetPart part, int sex) const;
 
     Sheets sheets_;
@@ -58,6 +73,11 @@ class SheetRun {
     bool served_ = false;                       // the program serves the record
     std::vector<std::unique_ptr<Text>> texts_;  // by sheet, two each, for women and men; null: not asked yet
 };
+
+// What a text item shows: its alternative without the quotes.
+std::string_view unquoted(std::string_view text);
+// (value - mean) / sd, 0 without a mean or with an SD of 0.
+double deviation_of(const SheetRun::Found& found);
 
 // What is given without the memory to do better.
 SheetRow failed_row();

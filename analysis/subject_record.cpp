@@ -5,6 +5,7 @@
 #include "LandmarkTable.h"
 #include "MeasuredAnalysis.h"
 #include "platform/code_page.h"
+#include "platform/numbers.h"
 
 namespace tool {
 namespace {
@@ -12,12 +13,22 @@ namespace {
 constexpr int whole_steps = 1, fine_steps = 64;
 constexpr double farthest_px = 1e6;  // 64 million steps
 
-bool is_whole(FilmPoint p) {
-    return p.x == std::floor(p.x) && p.y == std::floor(p.y);
+bool is_far(FilmPoint p) {
+    return !(std::abs(p.x) <= farthest_px && std::abs(p.y) <= farthest_px);
+}
+
+// Of coordinates that are not far. Most are whole, and say so without a call of the C library.
+bool is_whole(double coordinate) {
+    return coordinate == truncated(coordinate);
+}
+
+int nearest(double coordinate) {
+    const int whole = truncated(coordinate);
+    return whole == coordinate ? whole : static_cast<int>(std::lround(coordinate));
 }
 
 CPoint point_of(FilmPoint p, int steps) {
-    return {static_cast<int>(std::lround(p.x * steps)), static_cast<int>(std::lround(p.y * steps))};
+    return {nearest(p.x * steps), nearest(p.y * steps)};
 }
 
 // False when the text does not fit or has no place in the code page.
@@ -43,14 +54,16 @@ struct SubjectRecord::Fields {
     }
 
     // "" or what is wrong with the landmark.
-    std::string place(int kind, const PlacedLandmark& landmark) {
-        if (!(std::abs(landmark.at.x) <= farthest_px && std::abs(landmark.at.y) <= farthest_px))
-            return "Landmark \"" + landmark.name + "\" lies too far off";
-        const int slot = LandmarkTable::Find(kind, landmark.name.c_str());
-        if (CPoint* const point = LandmarkTable::Point(kind, address(), slot)) {
+    std::string place(int kind, void* table, const PlacedLandmark& landmark) {
+        const bool by_name = landmark.slot < 0;
+        const int slot = by_name ? LandmarkTable::Find(kind, landmark.name.c_str()) : landmark.slot;
+        if (is_far(landmark.at))
+            return "Landmark \"" + (by_name ? landmark.name : LandmarkTable::Name(kind, slot)) + "\" lies too far off";
+        if (CPoint* const point = LandmarkTable::Point(kind, table, slot)) {
             *point = point_of(landmark.at, steps);
             return {};
         }
+        if (!by_name) return "There is no landmark of number " + std::to_string(slot);
         if (user.size() >= USER_POINT_MAX) return "There are more than 100 landmarks that the table does not have";
         tagUPOINT own{};
         if (!copy_text(landmark.name, own.Name)) return "\"" + landmark.name + "\" is no name for a landmark";
@@ -72,15 +85,16 @@ SubjectRecord::~SubjectRecord() = default;
 
 Result<SubjectRecord> SubjectRecord::of(Kind kind, const Subject& subject) {
     if (!(subject.mm_per_pixel > 0) || !std::isfinite(subject.mm_per_pixel)) return Failure{"The scale is not above 0"};
-    auto fields = std::make_unique<Fields>();
+    std::unique_ptr<Fields> fields(new Fields);  // not filled with zeros as a whole before
     const Kind record_kind = measured_on(kind);
     if (record_kind == Kind::frontal) fields->record = tagPOINTPA{};
     if (record_kind == Kind::cast) fields->record.emplace<tagPOINTMO>().Palate = subject.palate.value_or(-1);
     for (const PlacedLandmark& landmark : subject.landmarks)
-        if (!is_whole(landmark.at)) fields->steps = fine_steps;
+        if (!is_whole(landmark.at.x) || !is_whole(landmark.at.y)) fields->steps = fine_steps;
     std::visit([&](auto& record) { record.Scale = subject.mm_per_pixel / fields->steps; }, fields->record);
+    void* const table = fields->address();
     for (const PlacedLandmark& landmark : subject.landmarks) {
-        const std::string fault = fields->place(static_cast<int>(record_kind), landmark);
+        const std::string fault = fields->place(static_cast<int>(record_kind), table, landmark);
         if (!fault.empty()) return Failure{fault};
     }
     for (const VirtualLandmark& made : subject.virtuals) {

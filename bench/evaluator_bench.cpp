@@ -17,6 +17,7 @@
 #include "CephCalc.h"
 #include "Framework.h"
 #include "LandmarkTable.h"
+#include "ResultList.h"
 #include "SheetMeasurer.h"
 #ifdef BENCH_MUPARSER
 #include <muParser.h>
@@ -179,7 +180,24 @@ void ShippedLateral_Set(benchmark::State& state) {
 }
 BENCHMARK(ShippedLateral_Set);
 
-// The same with the rows: norms, deviations and what is missing.
+// The same with all that a list of results shows: norms, deviations, and whether something is missing.
+void ShippedLateral_SetNumbers(benchmark::State& state) {
+    Shipped shipped;
+    const SheetSet set = shipped.set();
+    SheetMeasurer measurer(set);
+    std::vector<std::pair<int, int>> items;
+    shipped.each_item([&](const AnalysisSheet&, int sheet, int item) { items.emplace_back(sheet, item); });
+    for (auto _ : state) {
+        shipped.record.Point[0].x ^= 1;
+        measurer.Measure(shipped.subject);
+        for (const auto& [sheet, item] : items)
+            benchmark::DoNotOptimize(ResultList::Numbers(measurer, sheet, item, 1, 0));
+    }
+    state.SetItemsProcessed(state.iterations() * static_cast<std::int64_t>(items.size()));
+}
+BENCHMARK(ShippedLateral_SetNumbers);
+
+// The same as rows by themselves.
 void ShippedLateral_SetRows(benchmark::State& state) {
     Shipped shipped;
     const SheetSet set = shipped.set();

@@ -19,6 +19,7 @@ namespace tool {
 struct PlacedLandmark {
     std::string name;
     FilmPoint at;
+    int slot = -1;  // in the kind's table, for hosts that know it: the name is not looked at then. -1: by name
 };
 
 // A landmark made of others: "mid([U1],[L1])" (docs/formula_language.md). Names have at most 31 bytes, constructions

@@ -10,6 +10,10 @@
 #include "framework/export.h"
 #include "framework/text.h"
 
+namespace tool {
+class SheetRun;
+}
+
 // Sheets made ready to be measured together. Never changes, so any number of threads may share it.
 class TOOL_API SheetSet {
  public:
@@ -49,6 +53,8 @@ class TOOL_API SheetMeasurer {
     bool Lacks(int sheet, int index, SheetPart part, int sex, int band);
 
  private:
+    friend class ResultList;
+    tool::SheetRun* run() const;  // of the subject; null when it is not measured
     struct Body;
     std::unique_ptr<Body> body_;
     bool measured_ = false;

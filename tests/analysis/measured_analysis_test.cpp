@@ -75,7 +75,7 @@ TEST(MeasureAll, FollowsReferencesAlternativesAndConstructions) {
         Kind::lateral, "a.txt",
         "Calc:\nA=case(\"B\")-1\nB=len([V],vertical([S],[N],[Own]))\nC=len([S],[N])>0;angle1([A],[S],[N]);lenR([S],[N])\n"
         "Stage_Type:\nAge\nStage:\nyoung=0-9\nold=9-\nMean:\nB=1,2\n");
-    tool::Subject subject{.landmarks = {{"S", {0.5, 10}}, {"N", {10, 10}}, {"Own", {20, 0}}},
+    tool::Subject subject{.landmarks = {{"", {0.5, 10}, 0}, {"N", {10, 10}}, {"Own", {20, 0}}},
                           .virtuals = {{"V", "mid([S],[N])"}},
                           .mm_per_pixel = 1};
     auto measured = *tool::measure_all(analysis, subject);
@@ -92,8 +92,11 @@ TEST(MeasureAll, FollowsReferencesAlternativesAndConstructions) {
     measured = *tool::measure_all(analysis, subject, tool::Shapes::left_out);
     EXPECT_EQ(measured.items[1].mean, 2);
     EXPECT_TRUE(measured.items[0].shapes.empty());
-    for (const auto& landmark :
-         {tool::PlacedLandmark{"sixlet", {1, 1}}, {"\xE2\x99\xAC", {1, 1}}, {"S", {1.1e6, 0}}, {"S", {0.0 / 0.0, 0}}}) {
+    for (const auto& landmark : {tool::PlacedLandmark{"sixlet", {1, 1}},
+                                 {"\xE2\x99\xAC", {1, 1}},
+                                 {"S", {1.1e6, 0}},
+                                 {"S", {0.0 / 0.0, 0}},
+                                 {"", {1, 1}, 51}}) {
         tool::Subject bad = subject;
         bad.landmarks.push_back(landmark);
         EXPECT_NE(tool::measure_all(analysis, bad).reason(), "") << landmark.name;

@@ -166,6 +166,20 @@ std::string random_formula(std::mt19937& random, std::size_t longest) {
     return formula;
 }
 
+TEST(Program, ReadsTheNumberOfANormFormulaAsItsText) {
+    std::mt19937 random(20250421);
+    for (int i = 0; i < 200'000; ++i) {
+        const double half_steps = static_cast<int>(random() % 4'000'001) - 2'000'000,
+                     steps[] = {2, 20, 2000, 1e-3, 7e3};
+        const double near = half_steps / steps[i % 5], value = i % 2 ? near : std::nextafter(near, i % 7 - 3.0);
+        const int decimals = i % 11 % 6;
+        const auto number = [&](std::optional<double> read) { return read ? bits(*read) : "none"; };
+        ASSERT_EQ(number(tool::norm_formula_number(value, decimals)),
+                  number(tool::norm_of_text(tool::norm_formula_text(value, decimals)).value))
+            << value << ", " << decimals;
+    }
+}
+
 TEST(Program, GivesTheBitsOfTheTextForAllThatShips) {
     const auto shipped = [](const char* folder) {
         std::vector<std::string> texts;
