@@ -91,7 +91,8 @@ bool CsvReader::next(CsvRow& row) {
 }
 
 std::string csv_quoted(std::string_view text) {
-    if (text.find_first_of(",\"\r\n") == std::string_view::npos && trimmed(text) == text) return std::string(text);
+    const auto needs_quotes = [](char c) { return c == ',' || c == '"' || c == '\r' || c == '\n'; };
+    if (std::ranges::none_of(text, needs_quotes) && trimmed(text) == text) return std::string(text);
     std::string field = "\"";
     for (const char c : text) field += c == '"' ? std::string("\"\"") : std::string(1, c);
     return field + "\"";

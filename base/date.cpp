@@ -6,13 +6,16 @@ namespace cephtool {
 namespace {
 
 std::string digits(unsigned value, std::size_t count) {
-    const std::string text = std::to_string(value);
-    return std::string(count - text.size(), '0') + text;
+    std::string text(count, '0');
+    for (auto place = text.rbegin(); place != text.rend(); ++place, value /= 10)
+        *place = static_cast<char>('0' + value % 10);
+    return text;
 }
 
 std::string text_with(const char* between, Date date) {
-    return digits(static_cast<unsigned>(static_cast<int>(date.year())), 4) + between +
-           digits(static_cast<unsigned>(date.month()), 2) + between + digits(static_cast<unsigned>(date.day()), 2);
+    std::string text = digits(static_cast<unsigned>(static_cast<int>(date.year())), 4);
+    text.append(between).append(digits(static_cast<unsigned>(date.month()), 2));
+    return text.append(between).append(digits(static_cast<unsigned>(date.day()), 2));
 }
 
 std::string counted(int number, const char* what) {

@@ -1,8 +1,7 @@
 #include "base/numbers.h"
 
-#include <algorithm>
+#include <charconv>
 #include <cmath>
-#include <iterator>
 
 #include "base/wording.h"
 #include "platform/char_conversion.h"
@@ -31,24 +30,21 @@ std::string readable(double value) {
 }
 
 char* write_shortest(char* to, double value) {
-    // Norms, and what is measured in whole pixels: when a whole number divided by 1, 10 or 100 is the value, its digits
-    // are the shortest, since no other number of up to 15 digits is that near. All else goes the long way.
+    // Norms, and what is measured in whole pixels: when a whole number of hundredths is the value, its digits are the
+    // shortest, since no other number of up to 15 digits is that near. All else goes the long way.
     constexpr double largest = 100'000;  // from here on an exponent is shorter
-    constexpr int divisors[] = {1, 10, 100};
-    for (int decimals = 0; decimals < 3 && std::abs(value) < largest; ++decimals) {
-        const double shifted = value * divisors[decimals];
-        const int whole = static_cast<int>(shifted + (shifted < 0 ? -0.5 : 0.5));
-        if (whole == 0 || static_cast<double>(whole) / divisors[decimals] != value) continue;
-        char digits[shortest_room];
-        char *const end = std::end(digits), *begin = end;
-        for (int rest = std::abs(whole), written = 0; rest > 0 || written <= decimals; rest /= 10, ++written) {
-            if (written == decimals && decimals > 0) *--begin = '.';
-            *--begin = static_cast<char>('0' + rest % 10);
-        }
-        if (whole < 0) *--begin = '-';
-        return std::copy(begin, end, to);
-    }
-    return tool::to_chars(to, to + shortest_room, value).ptr;
+    constexpr double nearly_whole = 1e-3;
+    const double shifted = std::abs(value) < largest ? std::abs(value) * 100 : 0.5;
+    const int hundredths = static_cast<int>(shifted + 0.5);
+    if (hundredths == 0 || std::abs(shifted - hundredths) > nearly_whole || hundredths / 100.0 != std::abs(value))
+        return tool::to_chars(to, to + shortest_room, value).ptr;
+    if (value < 0) *to++ = '-';
+    to = std::to_chars(to, to + shortest_room, hundredths / 100).ptr;
+    if (hundredths % 100 == 0) return to;
+    *to++ = '.';
+    *to++ = static_cast<char>('0' + hundredths / 10 % 10);
+    if (hundredths % 10 != 0) *to++ = static_cast<char>('0' + hundredths % 10);
+    return to;
 }
 
 std::string with_decimals(double value, int decimals) {

@@ -35,6 +35,7 @@ struct Position {
 struct Landmark {
     std::string name;
     Position position;
+    int slot = -1;  // of the kind's table, where its reader has looked it up
 };
 
 struct VirtualLandmark {

@@ -178,13 +178,14 @@ bool CaseBuilder::placed(const std::string& name, Position position) {
 }
 
 void CaseBuilder::landmark(const std::string& name, Position position, std::size_t at) {
-    if (LandmarkTable::Find(static_cast<int>(record_.kind), name.c_str()) < 0) {
+    const int slot = LandmarkTable::Find(static_cast<int>(record_.kind), name.c_str());
+    if (slot < 0) {
         const std::string meant = did_you_mean(name, landmark_names(record_.kind));
         throw source_.error_at(at, in_quotes(name) + " is no landmark of a " + name_of(record_.kind) + " case",
                                (meant.empty() ? "" : meant + " ") + "A landmark of your own goes under \"user\".");
     }
     first_use(name, at);
-    if (placed(name, position)) record_.landmarks.push_back({name, position});
+    if (placed(name, position)) record_.landmarks.push_back({name, position, slot});
 }
 
 void CaseBuilder::user_landmark(const std::string& name, Position position, std::size_t at) {

@@ -30,8 +30,12 @@ tool::Subject subject_of(const Case& record) {
     tool::Subject subject{.mm_per_pixel = record.mm_per_pixel.value(), .palate = record.palate};
     subject.landmarks.reserve(record.landmarks.size() + record.user.size());
     for (const auto* landmarks : {&record.landmarks, &record.user})
-        for (const Landmark& landmark : *landmarks)
-            subject.landmarks.push_back({landmark.name, {landmark.position.x, landmark.position.y}});
+        for (const Landmark& landmark : *landmarks) {
+            tool::PlacedLandmark& placed = subject.landmarks.emplace_back();
+            placed.at = {landmark.position.x, landmark.position.y};
+            placed.slot = landmark.slot;
+            if (landmark.slot < 0) placed.name = landmark.name;
+        }
     for (const VirtualLandmark& made : record.virtuals) subject.virtuals.push_back({made.name, made.construction});
     if (record.sex) subject.sex = static_cast<tool::Sex>(*record.sex);
     return subject;

@@ -6,7 +6,8 @@
 #include <cmath>
 #include <complex>
 #include <optional>
-#include <span>
+#include <string>
+#include <string_view>
 #include <unordered_map>
 
 namespace cephtool {
@@ -44,24 +45,48 @@ const Face& average_face(Kind kind) {
     return kind == Kind::lateral ? lateral : kind == Kind::frontal ? frontal : none;
 }
 
-// Where the average face has each landmark of the kind's table.
-std::span<const std::optional<Vector>> average_by_slot(Kind kind) {
-    const auto by_slot = [](Kind of) {
-        const int code = static_cast<int>(of);
-        std::vector<std::optional<Vector>> places(static_cast<std::size_t>(LandmarkTable::Count(code)));
-        for (const auto& [name, place] : average_face(of)) {
-            const int slot = LandmarkTable::Find(code, std::string(name).c_str());
-            if (slot >= 0) places[static_cast<std::size_t>(slot)] = place;
+// The average face by the slots of the kind's table, with sums over all lines between two of its landmarks.
+struct Average {
+    explicit Average(Kind kind) : places(static_cast<std::size_t>(LandmarkTable::Count(static_cast<int>(kind)))) {
+        for (const auto& [name, place] : average_face(kind)) {
+            const int slot = LandmarkTable::Find(static_cast<int>(kind), std::string(name).c_str());
+            if (slot >= 0) places[static_cast<std::size_t>(slot)] = {{place, 0}};
         }
-        return places;
+        for (auto& here : places) {
+            if (!here) continue;
+            ++count;
+            middle += here->at;
+            squares += std::norm(here->at);
+            for (const auto& there : places) {
+                if (!there || there->at == here->at) continue;
+                const Vector line = there->at - here->at;
+                lengths += std::abs(line) / 2;
+                mirrored += line * line / std::abs(line) / 2.0;
+                here->closeness += 1 / std::abs(line);
+            }
+        }
+        middle /= static_cast<double>(std::max<std::size_t>(count, 1));
+        squares -= static_cast<double>(count) * std::norm(middle);
+    }
+    struct Place {
+        Vector at;
+        double closeness;  // sum of 1 / length of the lines from here
     };
-    static const std::vector<std::optional<Vector>> lateral = by_slot(Kind::lateral), frontal = by_slot(Kind::frontal);
-    if (kind == Kind::model) return {};
-    return kind == Kind::lateral ? lateral : frontal;
+    std::vector<std::optional<Place>> places;
+    std::size_t count = 0;
+    Vector middle;
+    double squares = 0;  // of the distances from the middle, all of them together
+    double lengths = 0;
+    Vector mirrored;  // sum of directions as seen from those of the mirror image, each as long as its line
+};
+
+const Average& average_of(Kind kind) {
+    static const Average lateral(Kind::lateral), frontal(Kind::frontal), none(Kind::model);
+    return kind == Kind::lateral ? lateral : kind == Kind::frontal ? frontal : none;
 }
 
 // Landmarks of a record that the average face has, coordinate by coordinate: all pairs of them are gone through for
-// each case.
+// most cases.
 class Points {
  public:
     void add(Position here, Vector in_average) {
@@ -109,15 +134,55 @@ class Points {
     std::size_t count_ = 0;
 };
 
+// Whether a face with all landmarks is so near to the average one that it surely lies right, which is quicker to see
+// than all lines. When landmarks lie at s (a + e) with a from the average face, where s turns and enlarges and e are
+// the residuals, a line of length L turns by an angle with a cosine of at least 1 - 2 d^2 / L^2 for the difference d of
+// its ends' residuals, and d^2 is at most twice the sum of their squares. Seen from the mirror image, what it adds
+// moves by no more than 2 d.
+bool is_plainly_right(const Case& record) {
+    const Average& average = average_of(record.kind);
+    if (average.count < fewest_landmarks || !record.vertebrae.empty()) return false;
+    std::size_t count = 0;
+    Vector middle, turn;
+    const auto each = [&](auto visit) {
+        for (const auto& [name, position, slot] : record.landmarks)
+            if (const auto& place = average.places[static_cast<std::size_t>(slot)])
+                visit(Vector(position.x, position.y), place->at - average.middle, place->closeness);
+    };
+    if (std::ranges::any_of(record.landmarks, [](const Landmark& landmark) { return landmark.slot < 0; })) return false;
+    each([&](Vector here, Vector in_average, double) {
+        ++count;
+        middle += here;
+        turn += here * std::conj(in_average);
+    });
+    if (count != average.count || turn == Vector()) return false;
+    const double all = static_cast<double>(count);
+    middle /= all;
+    turn /= average.squares;  // the least squares' s
+    double squares = 0, lost = 0;
+    each([&](Vector here, Vector in_average, double closeness) {
+        const double square = std::norm(here - middle - turn * in_average) / std::norm(turn);
+        squares += square;
+        lost += 4 * square * closeness;
+    });
+    constexpr double for_rounding = 0.001;
+    const double turned = average.lengths - lost;
+    const double mirrored = std::abs(average.mirrored) + 2 * (all - 1) * std::sqrt(all * squares);
+    return turned > (least_agreement + for_rounding) * average.lengths &&
+           turned - mirrored > (least_difference + for_rounding) * average.lengths;
+}
+
 }  // namespace
 
 Orientation orientation(const Case& record) {
+    if (is_plainly_right(record)) return Orientation::right;
     Points points;
-    const auto by_slot = average_by_slot(record.kind);
+    const auto& places = average_of(record.kind).places;
     for (const Landmark& landmark : record.landmarks) {
-        const int slot = LandmarkTable::Find(static_cast<int>(record.kind), landmark.name.c_str());
-        if (slot < 0 || by_slot.empty()) continue;
-        if (const auto& place = by_slot[static_cast<std::size_t>(slot)]) points.add(landmark.position, *place);
+        const int slot = landmark.slot >= 0 ? landmark.slot
+                                            : LandmarkTable::Find(static_cast<int>(record.kind), landmark.name.c_str());
+        if (slot < 0) continue;
+        if (const auto& place = places[static_cast<std::size_t>(slot)]) points.add(landmark.position, place->at);
     }
     const Face& average = average_face(record.kind);
     for (const Landmark& landmark : record.vertebrae)

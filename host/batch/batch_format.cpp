@@ -71,8 +71,11 @@ void BatchFormat::append(std::string& lines, std::size_t number, const Case& rec
     const std::string sex = record.sex ? name_of(*record.sex) : "";
     const std::string months = measured.months ? std::to_string(*measured.months) : std::string();
     if (format_ == ResultFormat::csv) {
-        lines += std::to_string(number) + "," + csv_field(file) + "," + csv_field(printable(record.name)) + "," +
-                 name_of(record.kind) + "," + sex + "," + months + "," + csv_field(notes) + "," + csv_field(remarks);
+        lines += std::to_string(number);
+        for (const std::string& text :
+             {csv_field(file), csv_field(printable(record.name)), std::string(name_of(record.kind)), sex, months,
+              csv_field(notes), csv_field(remarks)})
+            lines.append(1, ',').append(text);
         Cells cells(lines);
         for_each_number(measured.items, [&](const std::optional<double>& value, std::string_view text) {
             cells.next(value);

@@ -9,8 +9,10 @@
 namespace cephtool {
 namespace {
 
-// What a thread works on at a time: enough to make the handing over cheap, little enough to be held many times.
-constexpr std::size_t cases_a_portion = 128;
+// What a thread works on at a time: enough to make the handing over cheap, little enough to be held many times, and its
+// lines to be written from the processor's cache.
+constexpr std::size_t most_cases_a_portion = 128, fewest_cases_a_portion = 8;
+constexpr std::size_t columns_a_portion = 40'000;  // some 10 bytes each
 constexpr std::size_t bytes_a_portion = std::size_t{1} << 20;
 constexpr std::size_t portions_a_thread = 4;
 
@@ -83,10 +85,10 @@ void check_last_line(const BatchWork& work, CaseStream& stream, const BatchOutpu
     }
 }
 
-bool fill(Portion& portion, CaseStream& stream) {
+bool fill(Portion& portion, std::size_t most_cases, CaseStream& stream) {
     portion.count = 0;
     std::size_t bytes = 0;
-    while (portion.count < cases_a_portion && bytes < bytes_a_portion) {
+    while (portion.count < most_cases && bytes < bytes_a_portion) {
         if (portion.count == portion.cases.size()) portion.cases.emplace_back();
         CaseText& text = portion.cases[portion.count];
         if (!stream.next(text)) break;
@@ -105,11 +107,13 @@ bool measure_batch(const BatchWork& work, CaseStream& stream, BatchOutput& outpu
         const auto worker = std::make_shared<Worker>(work);
         return [worker](Portion& portion) { worker->measure(portion); };
     });
+    const std::size_t columns = std::max<std::size_t>(work.columns.names.size(), 1);
+    const std::size_t cases = std::clamp(columns_a_portion / columns, fewest_cases_a_portion, most_cases_a_portion);
     bool more = true, stopped = false;
     while (more || !pool.is_empty()) {
         stopped = stopped || stop();
         if (more && !stopped && !pool.is_full()) {
-            more = fill(pool.free_item(), stream);
+            more = fill(pool.free_item(), cases, stream);
             // What is read while one asks to stop ends anywhere: standard input is no longer waited for.
             stopped = stop();
             if (more && !stopped) pool.hand_in();

@@ -36,6 +36,12 @@ ResultNumbers CaseMeasurer::numbers(const BatchAnalysis::Item& item, int sheet, 
     return ResultList::Numbers(sheets, sheet, item.index, static_cast<int>(sex), band, with_norms());
 }
 
+std::string_view CaseMeasurer::verdict(const CString& text) {
+    auto known = verdicts_.find(text.View());
+    if (known == verdicts_.end()) known = verdicts_.emplace(text.View(), printable(Utf8FromCodePage932(text))).first;
+    return known->second;
+}
+
 const MeasuredCase& CaseMeasurer::measure(const Case& record) {
     CaseRecord fields(record);
     std::optional<SheetMeasurer>& sheets = sheets_[static_cast<std::size_t>(record.kind)];
@@ -68,7 +74,7 @@ const MeasuredCase& CaseMeasurer::measure(const Case& record) {
             }
             BatchItem& item = all[first + i];
             item = {found.value, found.mean, found.sd, found.deviation, {}};
-            if (found.state == ResultState::text) item.text = printable(Utf8FromCodePage932(found.text));
+            if (found.state == ResultState::text) item.text = verdict(found.text);
         }
     }
     if (!same_norms) remarks.push_back(norms_by_sex().code);

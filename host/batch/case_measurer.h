@@ -6,6 +6,7 @@
 #include <map>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <tuple>
 #include <vector>
 
@@ -16,7 +17,7 @@ namespace cephtool {
 
 struct BatchItem {
     std::optional<double> value, mean, sd, deviation;
-    std::string text;  // the verdict of an item that has one in place of a value
+    std::string_view text;  // the verdict of an item that has one in place of a value
 };
 
 struct MeasuredCase {
@@ -43,6 +44,7 @@ class CaseMeasurer {
     bool with_norms() const { return columns_.parts.norms || columns_.parts.deviations; }
     const std::vector<Norms>& norms_of(const Case& record, std::optional<int> months);
     ResultNumbers numbers(const BatchAnalysis::Item& item, int sheet, SheetMeasurer& sheets, Sex sex, int band);
+    std::string_view verdict(const CString& text);
 
     const BatchColumns& columns_;
     std::optional<int> band_;
@@ -52,6 +54,7 @@ class CaseMeasurer {
     // … months, dental stage
     using Grown = std::tuple<Kind, std::optional<Sex>, std::optional<int>, std::string>;
     std::map<Grown, std::vector<Norms>> known_norms_;
+    std::map<std::string, std::string, std::less<>> verdicts_;  // as people read them; the analyses have some hundreds
 };
 
 }  // namespace cephtool

@@ -1,8 +1,12 @@
 #include "host/batch/flat_table.h"
 
+#include <Records.h>
+
 #include <algorithm>
+#include <array>
 #include <charconv>
 #include <cmath>
+#include <cstdint>
 
 #include "base/numbers.h"
 #include "base/suggestion.h"
@@ -72,12 +76,33 @@ bool read_plain_number(std::string_view text, Number& number) {
     return failure == std::errc() && end == text.data() + text.size();
 }
 
+// Up to so many digits are a whole number that a double holds, as is the power of ten that their point stands for, so
+// that their quotient is the double that is nearest to what is written (Clinger WD: How to read floating point numbers
+// accurately. PLDI 1990).
+constexpr std::size_t exact_digits = 15;
+constexpr double powers_of_ten[] = {1, 1e1, 1e2, 1e3, 1e4, 1e5, 1e6, 1e7, 1e8, 1e9, 1e10, 1e11, 1e12, 1e13, 1e14};
+
 bool read_plain_coordinate(std::string_view text, double& coordinate) {
-    if (int whole = 0; read_plain_number(text, whole) && whole != 0) {
-        coordinate = whole;
-        return true;
+    const char *at = text.data(), *const end = at + text.size();
+    const bool negative = at != end && *at == '-';
+    at += negative ? 1 : 0;
+    std::int64_t number = 0;
+    const auto digits = [&] {
+        for (; at != end && *at >= '0' && *at <= '9'; ++at) number = number * 10 + (*at - '0');
+    };
+    const char* point = end;
+    if (text.size() <= exact_digits) {
+        digits();
+        if (at != end && *at == '.') {
+            point = ++at;
+            digits();
+        }
     }
-    return read_plain_number(text, coordinate) && std::isfinite(coordinate);
+    if (at != end || number == 0)  // zeros have signs, too
+        return read_plain_number(text, coordinate) && std::isfinite(coordinate);
+    coordinate = static_cast<double>(negative ? -number : number);
+    if (point != end) coordinate /= powers_of_ten[end - point];
+    return true;
 }
 
 // 2024-03-05
@@ -113,6 +138,12 @@ constexpr PlainSetting plain_settings[] = {
      [](std::string_view value, Case& record) {
          record.dental_stage = value;
          return std::ranges::find(dental_stages, value) != std::end(dental_stages);
+     }},
+    {"kind", [](std::string_view, Case&) { return true; }},  // is read before all others
+    {"side",
+     [](std::string_view value, Case& record) {
+         record.side = value == name_of(Side::left) ? Side::left : Side::right;
+         return value == name_of(*record.side);
      }},
     {"scale_mm_per_px",
      [](std::string_view value, Case& record) {
@@ -161,52 +192,86 @@ FlatTable::FlatTable(const Source& head) {
         for (const Point& point : points_) names.push_back({point.name, {}, 0});
         kind_ = kind_of(names, head);
     }
-    if (!own_kind) find_plain_start(head);
-}
-
-// Rows can be read plainly when all their landmarks are of the kind.
-void FlatTable::find_plain_start(const Source& head) {
-    CaseBuilder builder(head);
-    for (const auto& [key, value] : common_) read_setting(builder, head, key, value, 0);
-    if (!builder.kind_is_known()) builder.kind(kind_.value_or(Kind::lateral));
+    CaseBuilder usual(head);
+    for (const auto& [key, value] : common_) read_setting(usual, head, key, value, 0);
+    usual_kind_ = usual.kind_is_known() ? usual.kind() : kind_.value_or(Kind::lateral);
     for (Own& own : own_) {
         const auto setting = std::ranges::find(plain_settings, own.key, &PlainSetting::key);
         if (setting == std::end(plain_settings)) return;
         own.read_plain = setting->read;
+        if (own.key == "kind") kind_column_ = own.column;
     }
-    std::vector<NamedPoint> names;
-    for (const Point& point : points_) names.push_back({point.name, {1, 1}, 0});
+    for (const Kind kind : all_kinds)
+        if (own_kind || kind == usual_kind_) plain_[static_cast<std::size_t>(kind)] = plain_case(kind, head);
+}
+
+// Nothing when the settings of all rows call for more than a row by itself shows.
+std::optional<FlatTable::PlainCase> FlatTable::plain_case(Kind kind, const Source& head) const {
+    CaseBuilder builder(head);
+    for (const auto& [key, value] : common_) read_setting(builder, head, key, value, 0);
+    builder.kind(kind);
     try {
-        add_points(builder, names, head);
-        Case start = builder.finished();
-        if (start.landmarks.size() + start.vertebrae.size() != points_.size() || !start.notes.empty()) return;
-        for (Point& point : points_)
-            point.vertebra = std::ranges::find(start.vertebrae, point.name, &Landmark::name) != start.vertebrae.end();
-        start.landmarks.clear();
-        start.vertebrae.clear();
-        plain_start_ = std::move(start);
+        PlainCase plain{builder.finished(), {}};
+        for (const Point& point : points_) plain.uses.push_back(use_of(point, kind, head));
+        return plain;
     } catch (const Error&) {  // each row will tell
+        return {};
     }
 }
 
+FlatTable::Use FlatTable::use_of(const Point& point, Kind kind, const Source& head) const {
+    CaseBuilder builder(head);
+    builder.kind(kind);
+    try {
+        add_points(builder, std::array{NamedPoint{point.name, {1, 1}, 0}}, head);
+    } catch (const Error&) {
+        return {.landmark = {}, .note = {}, .refused = true};
+    }
+    const Case alone = builder.finished();
+    for (const auto list : {&Case::landmarks, &Case::vertebrae, &Case::user})
+        if (!(alone.*list).empty())
+            return {.list = list, .landmark = (alone.*list).front(), .note = joined(alone.notes, "")};
+    return {.landmark = {}, .note = joined(alone.notes, ""), .auxiliary = true};
+}
+
 bool FlatTable::read_plain(std::string_view line, Case& record, std::vector<std::string_view>& fields) const {
-    if (!plain_start_ || !is_plain_line(line) || !split(line, fields) || fields.size() != columns_) return false;
-    record = *plain_start_;
+    if (!is_plain_line(line) || !split(line, fields) || fields.size() != columns_) return false;
+    Kind kind = usual_kind_;
+    if (kind_column_ && !fields[*kind_column_].empty()) {
+        const auto named = [&](Kind each) { return fields[*kind_column_] == name_of(each); };
+        const auto found = std::ranges::find_if(all_kinds, named);
+        if (found == std::end(all_kinds)) return false;
+        kind = *found;
+    }
+    const auto& plain = plain_[static_cast<std::size_t>(kind)];
+    if (!plain) return false;
+    record = plain->start;
     for (const Own& own : own_) {
         const std::string_view value = fields[own.column];
         if (!value.empty() && !own.read_plain(value, record)) return false;
     }
     if (record.birth && record.film && *record.film < *record.birth) return false;
-    for (const Point& point : points_) {
-        const std::string_view x = fields[point.x], y = fields[point.y];
+    bool any = false;
+    const std::string* left_out = nullptr;
+    for (std::size_t i = 0; i < points_.size(); ++i) {
+        const std::string_view x = fields[points_[i].x], y = fields[points_[i].y];
         if (x.empty() && y.empty()) continue;
+        const Use& use = plain->uses[i];
         Position position;
-        if (!read_plain_coordinate(x, position.x) || !read_plain_coordinate(y, position.y)) return false;
+        if (use.refused || !read_plain_coordinate(x, position.x) || !read_plain_coordinate(y, position.y)) return false;
         if (!(std::abs(position.x) <= largest_coordinate && std::abs(position.y) <= largest_coordinate)) return false;
+        any = true;
+        if (use.auxiliary) {
+            left_out = &use.note;
+            continue;
+        }
         if (counts_as_absent(position)) return false;
-        (point.vertebra ? record.vertebrae : record.landmarks).push_back({point.name, position});
+        auto& list = record.*use.list;
+        list.emplace_back(use.landmark).position = position;
+        if (!use.note.empty()) record.notes.push_back(use.note);
     }
-    return !record.landmarks.empty() || !record.vertebrae.empty();
+    if (left_out) record.notes.push_back(*left_out);
+    return any && record.user.size() <= USER_POINT_MAX;
 }
 
 void FlatTable::read_header(const CsvRow& row, const Source& head) {

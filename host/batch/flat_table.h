@@ -27,15 +27,15 @@ class FlatTable {
     // The case of a row. Throws an Error.
     Case read(const Source& line) const;
 
-    // The same, sooner, for a row that holds nothing out of the common, as nearly all do; else false, and `record` may
-    // hold anything. Memory of `record` and `fields` is used again.
+    // The same, sooner, for a row that holds nothing out of the common, as nearly all do: text as it stands, dates with
+    // "-", points that are placed or not. Else false, and `record` may hold anything. Memory of `record` and `fields`
+    // is used again.
     bool read_plain(std::string_view line, Case& record, std::vector<std::string_view>& fields) const;
 
  private:
     struct Point {
         std::string name;
         std::size_t x = 0, y = 0;  // columns
-        bool vertebra = false;
     };
     // A setting of each row.
     struct Own {
@@ -43,17 +43,32 @@ class FlatTable {
         std::size_t column;
         bool (*read_plain)(std::string_view value, Case& record) = nullptr;
     };
+    // What becomes of a point in the cases of a kind; the readers of all formats have said so of a case with it alone.
+    struct Use {
+        std::vector<Landmark> Case::*list = nullptr;  // that it goes to
+        Landmark landmark;
+        std::string note;        // of a landmark of the person's own
+        bool auxiliary = false;  // left out
+        bool refused = false;    // where it is placed
+    };
+    struct PlainCase {
+        Case start;             // what all rows of the kind begin with
+        std::vector<Use> uses;  // of the points
+    };
 
     void read_header(const CsvRow& row, const Source& head);
-    void find_plain_start(const Source& head);
+    std::optional<PlainCase> plain_case(Kind kind, const Source& head) const;
+    Use use_of(const Point& point, Kind kind, const Source& head) const;
 
     std::vector<std::pair<std::string, std::string>> common_;  // settings of all rows
     std::vector<Own> own_;                                     // settings of each row
     std::vector<Point> points_;
     std::vector<std::string> unknown_;
     std::size_t columns_ = 0;
-    std::optional<Kind> kind_;         // where neither setting tells it: as the names have it
-    std::optional<Case> plain_start_;  // what all rows begin with, when they can be read plainly
+    std::optional<std::size_t> kind_column_;
+    std::optional<Kind> kind_;                              // where neither setting tells it: as the names have it
+    Kind usual_kind_ = Kind::lateral;                       // of rows that do not tell theirs
+    std::optional<PlainCase> plain_[std::size(all_kinds)];  // of each kind whose rows can be read plainly
 };
 
 }  // namespace cephtool

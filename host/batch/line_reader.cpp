@@ -6,16 +6,15 @@ namespace cephtool {
 
 bool LineReader::fill() {
     constexpr std::size_t block_size = std::size_t{1} << 16;
-    at_ = 0;
     block_.resize(block_size);
     // What is there at once, so that a slow pipe is read line by line; else one byte is waited for.
     in_.peek();
     auto count = in_.eof() ? 0 : in_.readsome(block_.data(), static_cast<std::streamsize>(block_size));
     if (count == 0 && in_.get(block_[0])) count = 1;
     if (in_.bad()) throw not_read({name_, {}});
-    block_.resize(static_cast<std::size_t>(std::max<std::streamsize>(count, 0)));
-    bytes_read_ += block_.size();
-    return !block_.empty();
+    unread_ = std::string_view(block_).substr(0, static_cast<std::size_t>(std::max<std::streamsize>(count, 0)));
+    bytes_read_ += unread_.size();
+    return !unread_.empty();
 }
 
 void LineReader::check_size(const std::string& text) const {
@@ -27,29 +26,24 @@ void LineReader::check_size(const std::string& text) const {
 
 bool LineReader::next(std::string& line) {
     line.clear();
-    bool any = false;
-    for (;;) {
-        if (at_ == block_.size() && !fill()) break;
+    bool any = false, whole = false;
+    while (!whole && (!unread_.empty() || fill())) {
         any = true;
-        const std::size_t end = block_.find('\n', at_);
-        line.append(block_, at_, end == std::string::npos ? std::string::npos : end - at_);
+        const std::size_t end = unread_.find('\n');
+        whole = end != std::string_view::npos;
+        line += unread_.substr(0, end);
+        unread_.remove_prefix(whole ? end + 1 : unread_.size());
         check_size(line);
-        if (end != std::string::npos) {
-            at_ = end + 1;
-            break;
-        }
-        at_ = block_.size();
     }
     if (line.ends_with('\r')) line.pop_back();
     return any;
 }
 
 void LineReader::rest(std::string& text) {
-    for (;;) {
-        text.append(block_, at_);
+    do {
+        text += unread_;
         check_size(text);
-        if (!fill()) break;
-    }
+    } while (fill());
 }
 
 }  // namespace cephtool

@@ -3,6 +3,7 @@
 
 #include <istream>
 #include <string>
+#include <string_view>
 
 #include "base/source.h"
 
@@ -28,7 +29,7 @@ class LineReader {
     std::istream& in_;
     std::string name_;
     std::string block_;
-    std::size_t at_ = 0;
+    std::string_view unread_;  // of the block
     std::size_t bytes_read_ = 0;
 };
 
