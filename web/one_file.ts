@@ -11,7 +11,7 @@ function hash(text: string): string {
 function policy(scripts: string[], styles: string[]): string {
   return [
     "default-src 'none'",
-    `script-src ${scripts.map(hash).join(" ")} 'wasm-unsafe-eval' blob:`,
+    `script-src ${scripts.map(hash).join(" ")} 'wasm-unsafe-eval'`,
     `style-src ${styles.map(hash).join(" ")}`,
     "img-src 'self' blob: data:",
     "worker-src 'self' blob:",

@@ -1,3 +1,9 @@
 import { render } from "preact";
+import "./style/page.css";
+import { start } from "./shell/start.ts";
+import { App } from "./shell/app.tsx";
+import { watchPrinting } from "./print/printing.tsx";
 
-render(<main />, document.getElementById("page")!);
+render(<App />, document.getElementById("page")!);
+watchPrinting(document.getElementById("print")!);
+void start();

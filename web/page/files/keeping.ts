@@ -1,0 +1,182 @@
+// The case that is worked on and the store: every change is kept at once, and what was kept can be opened again.
+import { batch, computed, effect, signal } from "@preact/signals";
+import { readFilm } from "../film/reader.ts";
+import { beginGuide } from "../place/guide.ts";
+import { history, record } from "../state/desk.ts";
+import type { Document } from "../state/document.ts";
+import { allPlaced } from "../state/work.ts";
+import type { CaseEntry, CaseId, FilmId, Patient, PatientEntry, PatientId, SaveState, Store } from "../store/store.ts";
+import { fit } from "../view/stage.ts";
+import { earlier } from "../view/tracings.ts";
+import { sayError } from "../words/words.ts";
+import { showFilm, showNoFilm } from "./show_film.ts";
+
+/** null where the browser keeps nothing. */
+export const store = signal<Store<Document> | null>(null);
+export const saveState = signal<SaveState>({ kind: "saved" });
+export const patients = signal<readonly PatientEntry[]>([]);
+
+interface Place {
+  readonly id: CaseId;
+  readonly patient: PatientId;
+  readonly film: FilmId | null;
+}
+
+function newPlace(patient: PatientId = crypto.randomUUID()): Place {
+  return { id: crypto.randomUUID(), patient, film: null };
+}
+
+const place = signal<Place>(newPlace());
+let waitingPatient: PatientId | null = null;
+
+/** Another case. The one before has been kept with its last change. */
+export function beginCase(document: Document): void {
+  batch(() => {
+    place.value = newPlace(waitingPatient ?? undefined);
+    waitingPatient = null;
+    earlier.value = null;
+    history.begin(document);
+  });
+}
+
+/** The next case that is begun is a film of this patient. */
+export function nextCaseIsOf(patient: PatientId): void {
+  waitingPatient = patient;
+}
+
+export async function keepFilm(file: File): Promise<void> {
+  const now = store.peek();
+  const { id } = place.peek();
+  if (!now) return;
+  try {
+    const kept = await now.putFilm(file, file.name);
+    if (place.peek().id === id) place.value = { ...place.peek(), film: kept };
+  } catch (error) {
+    sayError(error);
+  }
+}
+
+function entryOf({ id, patient, film }: Place, { work }: Document): CaseEntry {
+  return {
+    id,
+    patient,
+    kind: work.case.kind,
+    filmDate: work.case.film ?? "",
+    film,
+    landmarkCount: allPlaced(work.case).length,
+    changedAt: Date.now(),
+  };
+}
+
+function isWorthKeeping({ work }: Document): boolean {
+  return allPlaced(work.case).length > 0 || work.case.name !== undefined || work.case.image !== undefined;
+}
+
+const patientFacts = computed(() => {
+  const { name = "", sex = "", birth = "" } = record.value;
+  return JSON.stringify({ name, sex, birthDate: birth });
+});
+
+let keptPatient = "";
+
+effect(() => {
+  const now = store.value;
+  if (!now || history.isStepping.value) return;
+  const document = history.document.value;
+  const at = place.value;
+  if (!isWorthKeeping(document)) return;
+  const facts = `${at.patient} ${patientFacts.value}`;
+  if (facts !== keptPatient) {
+    keptPatient = facts;
+    const number = patients.peek().find(({ patient }) => patient.id === at.patient)?.patient.number ?? "";
+    const patient: Patient = { id: at.patient, number, ...JSON.parse(patientFacts.value) };
+    now.putPatient(patient).catch(sayError);
+  }
+  now.saveCase(entryOf(at, document), document);
+  rememberCase(at.id);
+});
+
+effect(() => {
+  const now = store.value;
+  if (!now) return;
+  saveState.value = now.saveState();
+  const ends = [now.onSaveState((state) => (saveState.value = state)), now.onOtherTab((id) => id === "" && void refreshPatients())];
+  return () => ends.forEach((end) => end());
+});
+
+export async function refreshPatients(): Promise<void> {
+  patients.value = (await store.peek()?.patients()) ?? [];
+}
+
+/** Films of the same patient beside this one, the latest first. */
+export const earlierCases = computed<readonly CaseEntry[]>(() => {
+  const { id, patient } = place.value;
+  const all = patients.value.find((entry) => entry.patient.id === patient)?.cases ?? [];
+  return all.filter((entry) => entry.id !== id && entry.kind === record.value.kind && entry.landmarkCount > 0);
+});
+
+export async function openEarlier(id: CaseId): Promise<void> {
+  const kept = await store.peek()?.openCase(id);
+  earlier.value = kept?.document.work.case ?? null;
+}
+
+export async function openKept(id: CaseId): Promise<boolean> {
+  const now = store.peek();
+  const kept = await now?.openCase(id);
+  if (!now || !kept) return false;
+  const stored = kept.entry.film === null ? null : await now.film(kept.entry.film);
+  const file = stored && new File([stored.file], stored.name);
+  const read = file && (await readFilm(file));
+  batch(() => {
+    place.value = { id, patient: kept.entry.patient, film: kept.entry.film };
+    earlier.value = null;
+    if (file && read?.kind === "film") showFilm(read.film, file);
+    else showNoFilm();
+    history.begin(kept.document);
+    fit();
+    beginGuide();
+  });
+  return true;
+}
+
+export async function deleteKept(id: CaseId): Promise<void> {
+  await store.peek()?.deleteCase(id);
+  if (place.peek().id === id) place.value = newPlace();
+  await refreshPatients();
+}
+
+/** Another tab has been faster: what is here goes before it, or is given up for it. */
+export async function resolveConflict(whose: "ours" | "theirs"): Promise<void> {
+  const { id } = place.peek();
+  try {
+    await store.peek()?.resolve(id, whose);
+    if (whose === "theirs") await openKept(id);
+  } catch (error) {
+    sayError(error);
+  }
+}
+
+const lastCaseKey = "digitiser.case";
+
+/** Of this tab first, so that two tabs come back with a case each. */
+function rememberCase(id: CaseId): void {
+  for (const storage of storages()) storage.setItem(lastCaseKey, id);
+}
+
+function storages(): Storage[] {
+  try {
+    return [sessionStorage, localStorage];
+  } catch {
+    return [];
+  }
+}
+
+/** What was worked on last, as it was. */
+export async function openLast(): Promise<boolean> {
+  const id = storages().map((storage) => storage.getItem(lastCaseKey)).find((found) => found !== null);
+  return id ? openKept(id) : false;
+}
+
+export function forgetLast(): void {
+  for (const storage of storages()) storage.removeItem(lastCaseKey);
+}

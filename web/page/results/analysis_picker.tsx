@@ -1,0 +1,51 @@
+import type { Analysis, Group } from "../../engine/engine.js";
+import { analysesOfKind, chosenNames, history } from "../state/desk.ts";
+import { choosing } from "../state/work.ts";
+import { beginGuide } from "../place/guide.ts";
+import { words } from "../words/words.ts";
+
+function choose(names: readonly string[]): void {
+  history.change((now) => choosing(now, names));
+  beginGuide();
+}
+
+function Choice({ analysis }: { analysis: Analysis }) {
+  const chosen = chosenNames.value;
+  return (
+    <label class="choice" title={analysis.comment}>
+      <input
+        type="checkbox"
+        checked={chosen.includes(analysis.name)}
+        onChange={(event) =>
+          choose(event.currentTarget.checked ? [...chosen, analysis.name] : chosen.filter((name) => name !== analysis.name))
+        }
+      />
+      <span>{analysis.title}</span>
+      <small>{analysis.landmarks.length}</small>
+    </label>
+  );
+}
+
+/** Which analyses are made; what they need is asked for. */
+export function AnalysisPicker() {
+  const t = words.value;
+  const all = analysesOfKind.value;
+  const groups = [...new Set(all.map((analysis) => analysis.group))];
+  const count = all.filter((analysis) => chosenNames.value.includes(analysis.name)).length;
+  const ofGroup = (group: Group): readonly Analysis[] => all.filter((analysis) => analysis.group === group);
+  return (
+    <details class="picker" open={count === 0}>
+      <summary>{t.analysesChosen(count, all.length)}</summary>
+      <div class="buttons">
+        <button type="button" onClick={() => choose(all.filter(({ group }) => group === all[0]?.group).map(({ name }) => name))}>{t.all}</button>
+        <button type="button" onClick={() => choose([])}>{t.none}</button>
+      </div>
+      {groups.map((group) => (
+        <fieldset key={group}>
+          <legend>{t.groups[group]}</legend>
+          {ofGroup(group).map((analysis) => <Choice key={analysis.id} analysis={analysis} />)}
+        </fieldset>
+      ))}
+    </details>
+  );
+}

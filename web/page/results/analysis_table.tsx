@@ -1,0 +1,67 @@
+import { useSignal, useSignalEffect } from "@preact/signals";
+import { useEffect, useRef } from "preact/hooks";
+import type { Analysis, Remark, Row } from "../../engine/engine.js";
+import { words } from "../words/words.ts";
+import { Polygon, rowHeight } from "./polygon.tsx";
+import { ResultRow } from "./result_row.tsx";
+import { cells, setSeen } from "./row_cells.ts";
+
+interface Props {
+  analysis: Analysis;
+  rows: readonly Row[];
+  /** The table's rows among all. */
+  first: number;
+  end: number;
+  norms: string;
+  remarks: readonly Remark[];
+}
+
+/** Up and down go from row to row. */
+function walk(event: KeyboardEvent): void {
+  const step = event.key === "ArrowDown" ? 1 : event.key === "ArrowUp" ? -1 : 0;
+  if (step === 0 || !(event.target instanceof HTMLElement)) return;
+  const stops = [...(event.currentTarget as HTMLElement).querySelectorAll<HTMLElement>(".row .name button")];
+  stops[stops.indexOf(event.target) + step]?.focus();
+  event.preventDefault();
+}
+
+export function AnalysisTable({ analysis, rows, first, end, norms, remarks }: Props) {
+  const t = words.value;
+  const element = useRef<HTMLElement>(null);
+  const isSeen = useSignal(false);
+  useEffect(() => {
+    const observer = new IntersectionObserver(
+      (entries) => (isSeen.value = entries.at(-1)?.isIntersecting ?? false),
+      { rootMargin: "200px" },
+    );
+    observer.observe(element.current!);
+    return () => observer.disconnect();
+  }, []);
+  useSignalEffect(() => setSeen(first, Math.min(end, cells.value.length), isSeen.value));
+  const firstItem = rows.findIndex((row, index) => index >= first && !row.item.heading);
+  return (
+    <section ref={element} class="analysis" aria-labelledby={`analysis-${analysis.id}`} style={{ "--rows": end - first, "--row-height": `${rowHeight}px` }}>
+      <h2 id={`analysis-${analysis.id}`} class="small" title={analysis.comment}>{analysis.title}</h2>
+      {norms && <p class="quiet">{norms}</p>}
+      {remarks.map((remark) => <p key={remark.code} class="remark">{remark.message}</p>)}
+      <div class="table" role="table" aria-labelledby={`analysis-${analysis.id}`} onKeyDown={walk}>
+        <div class="row head" role="row">
+          <span role="columnheader">{t.item}</span>
+          <span class="value" role="columnheader">{t.value}</span>
+          <span class="unit" role="columnheader"><span class="unseen">{t.unit}</span></span>
+          <span class="norm mean" role="columnheader">{t.mean}</span>
+          <span class="norm sd" role="columnheader">{t.sd}</span>
+          <span class="deviation" role="columnheader">{t.deviation}</span>
+          <span class="chart-cell" role="presentation">−2 · 0 · +2</span>
+        </div>
+        <div class="rows" role="rowgroup">
+          {rows.slice(first, end).map((row, index) => {
+            const cell = cells.value[first + index];
+            return cell && <ResultRow key={first + index} index={first + index} row={row} cells={cell} isStop={first + index === firstItem} />;
+          })}
+          <Polygon first={first} end={end} isSeen={isSeen} />
+        </div>
+      </div>
+    </section>
+  );
+}

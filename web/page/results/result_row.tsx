@@ -1,0 +1,55 @@
+import { computed } from "@preact/signals";
+import { useMemo } from "preact/hooks";
+import type { Row } from "../../engine/engine.js";
+import { shownRow } from "../state/desk.ts";
+import { language } from "../words/words.ts";
+import type { RowCells } from "./row_cells.ts";
+
+const unitWords: Record<string, string> = { deg: "°", mm: "mm", "%": "%", SD: "SD", "": "" };
+
+interface Props {
+  index: number;
+  row: Row;
+  cells: RowCells;
+  /** Whether Tab stops here; the other rows are reached by arrow keys. */
+  isStop: boolean;
+}
+
+export function ResultRow({ index, row, cells, isStop }: Props) {
+  const { item } = row;
+  const rowClass = useMemo(
+    () => computed(() => `row${item.marked ? " marked" : ""}${shownRow.value === index ? " shown" : ""} stars-${Math.min(3, cells.stars.value.length)}`),
+    [index, item, cells],
+  );
+  if (item.heading) {
+    return (
+      <div class="row heading" role="row">
+        <span role="columnheader" aria-colspan={6}>{item.name}</span>
+      </div>
+    );
+  }
+  return (
+    <div class={rowClass} role="row" onMouseEnter={() => (shownRow.value = index)} onMouseLeave={() => (shownRow.value = null)}>
+      <span class="name" role="rowheader">
+        <button
+          type="button"
+          tabIndex={isStop ? 0 : -1}
+          title={[item.formula, item.sign[language.value]].filter(Boolean).join("\n+ ")}
+          onFocus={() => (shownRow.value = index)}
+          onBlur={() => (shownRow.value = null)}
+        >
+          {item.name}
+        </button>
+      </span>
+      <span class="value" role="cell">{cells.value}</span>
+      <span class="unit" role="cell">{unitWords[item.unit]}</span>
+      <span class="norm mean" role="cell">{cells.mean}</span>
+      <span class="norm sd" role="cell">{cells.sd}</span>
+      <span class="deviation" role="cell">
+        {cells.deviation} <i class="stars">{cells.stars}</i>
+      </span>
+      <span class="chart-cell" role="presentation" />
+      <span class="note" role="cell">{cells.note}</span>
+    </div>
+  );
+}

@@ -1,0 +1,74 @@
+// What happens once the page is seen.
+import { batch } from "@preact/signals";
+import { loadEngine } from "../../engine/engine.js";
+import { openLast, store } from "../files/keeping.ts";
+import { openFiles } from "../files/open.ts";
+import { beginGuide } from "../place/guide.ts";
+import { usualAnalyses } from "../results/usual_analyses.ts";
+import { engine, folder, history } from "../state/desk.ts";
+import { openStore } from "../store/open_store.ts";
+import type { Document } from "../state/document.ts";
+import { errorWords, sayError, words } from "../words/words.ts";
+
+function isTyping(target: EventTarget | null): boolean {
+  return target instanceof HTMLInputElement && !["range", "checkbox", "radio", "file"].includes(target.type);
+}
+
+function pageKeyDown(event: KeyboardEvent): void {
+  if (!(event.ctrlKey || event.metaKey) || isTyping(event.target)) return;
+  const key = event.key.toLowerCase();
+  if (key === "z" && !event.shiftKey) history.undo();
+  else if (key === "y" || (key === "z" && event.shiftKey)) history.redo();
+  else if (key === "o") document.getElementById("file-picker")?.click();
+  else return;
+  event.preventDefault();
+}
+
+function paste(event: ClipboardEvent): void {
+  const files = [...(event.clipboardData?.files ?? [])];
+  if (files.length > 0) void openFiles(files);
+}
+
+async function startEngine(): Promise<void> {
+  try {
+    const ready = await loadEngine();
+    const shipped = ready.shippedFolder();
+    batch(() => {
+      folder.value = shipped;
+      engine.value = ready;
+      const { work, view } = history.document.peek();
+      const analyses = usualAnalyses(shipped.analyses(work.case.kind));
+      if (work.analyses.length === 0) history.begin({ work: { ...work, analyses }, view });
+    });
+  } catch (error) {
+    sayError(words.peek().engineFailed(errorWords(error)));
+  }
+}
+
+/** Where the page is served, it stays there without a network. */
+function startServiceWorker(): void {
+  if (location.protocol !== "https:" && location.hostname !== "localhost") return;
+  const manifest = document.createElement("link");
+  manifest.rel = "manifest";
+  manifest.href = "manifest.webmanifest";
+  document.head.append(manifest);
+  navigator.serviceWorker?.register("service_worker.js").catch(() => {
+    // The page works as before, with the network.
+  });
+}
+
+export async function start(): Promise<void> {
+  addEventListener("keydown", pageKeyDown);
+  addEventListener("paste", paste);
+  // Where the browser keeps nothing the page works all the same, and says so.
+  const opened = openStore<Document>().catch(() => null);
+  await startEngine();
+  store.value = await opened;
+  try {
+    await openLast();
+  } catch (error) {
+    sayError(error);
+  }
+  beginGuide();
+  startServiceWorker();
+}

@@ -1,0 +1,130 @@
+// Keeps the engine's session in step with the case, and the numbers that follow from it.
+import { computed, effect, signal } from "@preact/signals";
+import type { Case, LandmarkInfo, Numbers, Row, Session } from "../../engine/engine.js";
+import { chosenAnalyses, engine, history, kind, landmarkTable, record } from "./desk.ts";
+import type { Point } from "./document.ts";
+import { allPlaced } from "./work.ts";
+
+/** Numbers of all rows, kept apart from the engine's memory. */
+export type RowNumbers = { -readonly [Key in keyof Numbers]: Numbers[Key] };
+
+const none: RowNumbers = {
+  value: new Float64Array(),
+  mean: new Float64Array(),
+  sd: new Float64Array(),
+  deviation: new Float64Array(),
+  state: new Uint8Array(),
+};
+
+/** null until the engine is ready. */
+export const session = signal<Session | null>(null);
+export const rows = signal<readonly Row[]>([]);
+export const neededLandmarks = signal<readonly string[]>([]);
+/** Replaced whenever anything that is measured may have changed. */
+export const numbers = signal<RowNumbers>(none);
+
+/** Landmarks that others determine, where they lie now. A person who places one himself goes before its construction. */
+export const constructed = signal<ReadonlyMap<string, Point>>(new Map());
+
+let inSession: Case | null = null;
+
+function sameBut(record: Case, other: Case): boolean {
+  const points = new Set(["landmarks", "user", "vertebrae"]);
+  const keys = new Set([...Object.keys(record), ...Object.keys(other)]) as Set<keyof Case>;
+  return [...keys].every((key) => points.has(key) || record[key] === other[key]);
+}
+
+/** A moved landmark is told alone, since a case in JSON takes longer than a frame of a drag has. */
+function tell(to: Session, now: Case): void {
+  if (inSession === now) return;
+  if (inSession === null || !sameBut(inSession, now)) {
+    to.setRecord(now);
+  } else {
+    const before = new Map(allPlaced(inSession));
+    for (const [name, at] of allPlaced(now)) {
+      if (before.get(name) !== at) to.place(name, at[0], at[1]);
+      before.delete(name);
+    }
+    for (const name of before.keys()) to.remove(name);
+  }
+  inSession = now;
+}
+
+function copied({ value, mean, sd, deviation, state }: Numbers): RowNumbers {
+  return { value: value.slice(), mean: mean.slice(), sd: sd.slice(), deviation: deviation.slice(), state: state.slice() };
+}
+
+/** Places in the session, not in the case, what can be constructed; one may rest on another. */
+function construct(to: Session, now: Case, infos: readonly LandmarkInfo[]): Map<string, Point> {
+  const made = new Map<string, Point>();
+  let waiting = infos.filter((info) => info.construction && !now.landmarks[info.name]);
+  for (const { name } of waiting) to.remove(name);
+  for (;;) {
+    const before = waiting.length;
+    waiting = waiting.filter(({ name, construction }) => {
+      const known = construction!.from.every((from) => now.landmarks[from] || now.user?.[from] || made.has(from));
+      const at = known ? to.construct(construction!.expression) : null;
+      if (!at) return true;
+      to.place(name, at.x, at.y);
+      made.set(name, [at.x, at.y]);
+      return false;
+    });
+    if (waiting.length === before) return made;
+  }
+}
+
+effect(() => {
+  const made = engine.value?.measure({ format: "cephtool-case", version: 1, kind: kind.value, landmarks: {} }) ?? null;
+  inSession = null;
+  session.value = made;
+  return () => {
+    session.value = null;
+    made?.delete();
+  };
+});
+
+effect(() => {
+  const measured = session.value;
+  if (!measured) return;
+  measured.choose(chosenAnalyses.value.filter((analysis) => analysis.kind === kind.peek()));
+  rows.value = measured.rows;
+  neededLandmarks.value = measured.neededLandmarks;
+});
+
+effect(() => {
+  const measured = session.value;
+  const now = record.value;
+  const infos = landmarkTable.value;
+  void rows.value;
+  if (!measured || now.kind !== kind.peek()) return;
+  tell(measured, now);
+  constructed.value = construct(measured, now, infos);
+  numbers.value = copied(measured.measure());
+});
+
+/** What the session knows of the case as it stands; asked anew after every change. */
+export function asked<Answer>(ask: (session: Session) => Answer, otherwise: Answer) {
+  return computed(() => {
+    void numbers.value;
+    return session.value ? ask(session.value) : otherwise;
+  });
+}
+
+/** The same for what takes a while and can wait until a drag has come to its end. */
+export function askedAtRest<Answer>(ask: (session: Session) => Answer, otherwise: Answer) {
+  let last = otherwise;
+  return computed(() => {
+    if (history.isStepping.value) return last;
+    void numbers.value;
+    last = session.value ? ask(session.value) : otherwise;
+    return last;
+  });
+}
+
+/** A set that stays the same one as long as it has the same members: moving a landmark does not change it. */
+function steady(names: () => Iterable<string>) {
+  const key = computed(() => [...names()].join("\n"));
+  return computed<ReadonlySet<string>>(() => new Set(key.value === "" ? [] : key.value.split("\n")));
+}
+export const placedNames = steady(() => allPlaced(record.value).map(([name]) => name));
+export const constructedNames = steady(() => constructed.value.keys());

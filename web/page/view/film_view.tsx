@@ -1,0 +1,65 @@
+import { useEffect, useRef } from "preact/hooks";
+import { computed } from "@preact/signals";
+import { history, shownRow } from "../state/desk.ts";
+import { words } from "../words/words.ts";
+import { filmKeyDown, filmKeyUp } from "./keys.ts";
+import { Layer } from "./layer.tsx";
+import { Loupe } from "./loupe.tsx";
+import { paintFilm } from "./paint_film.ts";
+import { paintLandmarks } from "./paint_landmarks.ts";
+import { paintShapes } from "./paint_shapes.ts";
+import { paintTracing } from "./paint_tracing.ts";
+import { Pointing } from "./pointing.ts";
+import { dragged, hovered, pixelRatio, viewSize } from "./stage.ts";
+
+const filmClass = computed(
+  () => `film-view${shownRow.value === null ? "" : " dimmed"}${dragged.value ? " dragging" : hovered.value ? " over-landmark" : ""}`,
+);
+
+function watchSize(element: HTMLElement): () => void {
+  const observer = new ResizeObserver(() => {
+    const { width, height } = element.getBoundingClientRect();
+    if (width === 0 || height === 0) return;
+    viewSize.value = { width, height };
+    pixelRatio.value = window.devicePixelRatio;
+  });
+  observer.observe(element);
+  return () => observer.disconnect();
+}
+
+export function FilmView() {
+  const element = useRef<HTMLDivElement>(null);
+  useEffect(() => {
+    const box = element.current!;
+    const pointing = new Pointing(box);
+    box.addEventListener("pointerdown", pointing.down);
+    box.addEventListener("pointermove", pointing.move);
+    box.addEventListener("pointerup", pointing.up);
+    box.addEventListener("pointercancel", pointing.cancel);
+    box.addEventListener("pointerleave", pointing.leave);
+    box.addEventListener("wheel", pointing.wheel, { passive: false });
+    return watchSize(box);
+  }, []);
+  return (
+    <div
+      ref={element}
+      class={filmClass}
+      id="film"
+      role="application"
+      tabIndex={0}
+      aria-label={words.value.filmLabel}
+      aria-describedby="film-keys"
+      onKeyDown={filmKeyDown}
+      onKeyUp={filmKeyUp}
+      onBlur={() => history.commit()}
+      onContextMenu={(event) => event.preventDefault()}
+    >
+      <Layer name="film" paint={paintFilm} />
+      <Layer name="tracing" paint={paintTracing} />
+      <Layer name="landmarks" paint={paintLandmarks} />
+      <Layer name="shapes" paint={paintShapes} />
+      <Loupe />
+      <p id="film-keys" class="unseen">{words.value.filmKeys}</p>
+    </div>
+  );
+}
