@@ -4,6 +4,7 @@ import type { Case, LandmarkInfo, Numbers, Row, Session } from "../../engine/eng
 import { chosenAnalyses, engine, history, kind, landmarkTable, record } from "./desk.ts";
 import type { Point } from "./document.ts";
 import { allPlaced } from "./work.ts";
+import { sayError } from "../words/words.ts";
 
 /** Numbers of all rows, kept apart from the engine's memory. */
 export type RowNumbers = { -readonly [Key in keyof Numbers]: Numbers[Key] };
@@ -97,9 +98,13 @@ effect(() => {
   const infos = landmarkTable.value;
   void rows.value;
   if (!measured || now.kind !== kind.peek()) return;
-  tell(measured, now);
-  constructed.value = construct(measured, now, infos);
-  numbers.value = copied(measured.measure());
+  try {
+    tell(measured, now);
+    constructed.value = construct(measured, now, infos);
+    numbers.value = copied(measured.measure());
+  } catch (error) {
+    sayError(error); // what was measured last stands
+  }
 });
 
 /** What the session knows of the case as it stands; asked anew after every change. */
