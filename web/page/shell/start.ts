@@ -57,6 +57,14 @@ function startServiceWorker(): void {
   });
 }
 
+/** The film or case that `cephtool digitise` has put into the page, in Base64. */
+function givenFile(): File | null {
+  const given = document.getElementById("given");
+  const name = given?.dataset["name"];
+  if (!given || name === undefined) return null;
+  return new File([Uint8Array.from(atob(given.textContent), (digit) => digit.charCodeAt(0))], name);
+}
+
 export async function start(): Promise<void> {
   addEventListener("keydown", pageKeyDown);
   addEventListener("paste", paste);
@@ -64,8 +72,10 @@ export async function start(): Promise<void> {
   const opened = openStore<Document>().catch(() => null);
   await startEngine();
   store.value = await opened;
+  const given = givenFile();
   try {
-    await openLast();
+    if (given) await openFiles([given]);
+    else await openLast();
   } catch (error) {
     sayError(error);
   }
