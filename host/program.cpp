@@ -55,6 +55,10 @@ constexpr Command command_table[] = {
      "Names what an analysis would pass over in silence: misspelt keys, missing items, brackets never closed, norms that "
      "don't match. The exit code is 1 when there is a fault.",
      run_check},
+    {"digitise", "place landmarks on a film, in the browser",
+     "Opens the page in which a film is calibrated and its landmarks are placed, with values and tracing beside it; "
+     "where there is no browser its path is printed. Nothing leaves the computer.",
+     run_digitise},
     {"film", "tell what the files of X-rays are; write one as PNG",
      "Shows format, size, depth, the width of a pixel and where that comes from, the patient, dates, and what is doubtful. "
      "The PNG holds the picture alone, through the window of the file or one of your own.",

@@ -6,6 +6,7 @@
 
 #include "base/path.h"
 #include "host/host_test.h"
+#include "surface/svg_text.h"
 
 namespace cephtool {
 namespace {
@@ -32,6 +33,8 @@ TEST(Program, EveryCommandsTwoExamplesRunInTheFolderOfSamples) {
         std::filesystem::copy(sample, folder.path / sample.path().filename(), std::filesystem::copy_options::recursive);
     std::filesystem::copy(ANALYSES, folder.path / "share/tool/anaitem", std::filesystem::copy_options::recursive);
     std::filesystem::copy(OUTLINES, folder.path / "share/tool/outlines");
+    std::filesystem::create_directories("share/tool/digitiser");
+    std::ofstream("share/tool/digitiser/index.html") << R"(<script id="given" type="text/plain"></script>)";
     std::filesystem::create_directories("bin");
     std::filesystem::copy(std::filesystem::path(ANALYSES) / "Era.dat", folder.path / "bin/Era.dat");
     SetModuleFileNameA((folder.path / "bin/cephtool").string().c_str());
@@ -57,6 +60,23 @@ TEST(Program, EveryCommandsTwoExamplesRunInTheFolderOfSamples) {
         std::istringstream lines(help.out);
         for (std::string line; std::getline(lines, line);) EXPECT_LE(line.size(), 80u) << line;
     }
+    const auto text_of = [](const char* file) {
+        std::ifstream in(file, std::ios::binary);
+        return std::string(std::istreambuf_iterator<char>(in), {});
+    };
+    EXPECT_THAT(text_of("film.html"),
+                HasSubstr(" data-name=\"film.dcm\">" + tool::base64(text_of("film.dcm")) + "</script>"));
+#ifndef _WIN32
+    std::ofstream("xdg-open") << "#!/bin/sh\nprintf %s \"$1\" > opened\n";
+    std::filesystem::permissions("xdg-open", std::filesystem::perms::owner_all);
+    const std::string path = std::getenv("PATH");
+    setenv("PATH", (folder.path.string() + ":" + path).c_str(), 1);
+    setenv("DISPLAY", ":0", 1);
+    EXPECT_EQ(run({"digitise"}).err, "opened " + text_of("opened") + "\n");
+    EXPECT_TRUE(std::filesystem::equivalent(text_of("opened"), "share/tool/digitiser/index.html"));
+    setenv("PATH", path.c_str(), 1);
+    unsetenv("DISPLAY");
+#endif
     SetModuleFileNameA(nullptr);
 }
 

@@ -1,0 +1,77 @@
+// cephtool digitise: the page in which landmarks are placed, opened in the browser or written as a file to hand on.
+#include "base/path.h"
+#include "base/program_folder.h"
+#include "base/source.h"
+#include "base/wording.h"
+#include "host/command_line.h"
+#include "host/desktop.h"
+#include "host/output.h"
+#include "surface/svg_text.h"
+
+namespace cephtool {
+namespace {
+
+constexpr InputLimit page_limit{std::size_t{64} << 20, "64 MiB", "This is not the page that was installed."};
+constexpr InputLimit film_limit{std::size_t{512} << 20, "512 MiB", "A film of a head is smaller."};
+
+// Where the page looks for a file that comes with it.
+constexpr std::string_view place = R"(<script id="given" type="text/plain">)";
+
+std::filesystem::path installed_page() {
+    const std::filesystem::path page = shared_folder() / "digitiser" / "index.html";
+    std::error_code failure;
+    if (std::filesystem::is_regular_file(page, failure)) return page;
+    Error error(ExitCode::bad_input, "the page is not there",
+                "It is made by scripts/test-web, or by \"npm run build\" in web/; then build and install again.");
+    error.file = utf8_from_path(page);
+    throw error;
+}
+
+// The page with a film or case in it, which it opens when it is read.
+std::string page_with(const Source& given, const std::filesystem::path& page, std::istream& in) {
+    std::string text = read_bytes(utf8_from_path(page), in, page_limit).text;
+    const std::size_t at = text.find(place);
+    if (at == std::string::npos) throw Source{utf8_from_path(page), {}}.error("has no place for a film or case");
+    const std::string name = utf8_from_path(path_from_utf8(given.name).filename());
+    std::string with =
+        std::string(place.substr(0, place.size() - 1)) + " data-name=\"" + tool::xml_escaped(name) + "\">";
+    return text.replace(at, place.size(), with + tool::base64(given.text));
+}
+
+// In a folder of its own that nobody else can look into.
+std::string temporary_page(const std::string& text, std::ostream& out) {
+    const std::filesystem::path folder = private_temporary_folder();
+    const std::string page = utf8_from_path(folder / "digitise.html");
+    write_result(text, page, out);
+    return page;
+}
+
+}  // namespace
+
+ExitCode run_digitise(const Command& command, const Arguments& arguments, Streams& streams) {
+    std::string file, output;
+    CommandLine line(command, "cephtool digitise lateral-class2.json -o taro.html",
+                     "cephtool digitise film.dcm -o film.html");
+    line.add_argument("FILM|CASE", file, "that the page begins with; without it an empty page");
+    line.add_text("-o,--output", "FILE", output, "write the page to FILE.html and open nothing");
+    if (!line.parse(arguments, streams)) return ExitCode::done;
+    if (!output.empty()) check_output(output, {file});
+    std::string page = utf8_from_path(installed_page());
+    if (!file.empty() || !output.empty()) {
+        const std::string text =
+            file.empty() ? read_bytes(page, streams.in, page_limit).text
+                         : page_with(read_bytes(file, streams.in, film_limit), path_from_utf8(page), streams.in);
+        if (!output.empty()) {
+            write_result(text, output, streams.out);
+            return ExitCode::done;
+        }
+        page = temporary_page(text, streams.out);
+    }
+    if (open_in_browser(path_from_utf8(page)))
+        streams.err << "opened " << page << "\n";
+    else
+        streams.out << page << "\n";
+    return ExitCode::done;
+}
+
+}  // namespace cephtool
