@@ -1,0 +1,334 @@
+// A person's whole way, from a film to a report: by mouse, by keyboard alone, by touch, in Japanese; and what goes wrong on it.
+import { execFileSync } from "node:child_process";
+import { mkdtempSync, readFileSync, rmSync, writeFileSync } from "node:fs";
+import { createRequire } from "node:module";
+import { tmpdir } from "node:os";
+import { join, resolve } from "node:path";
+import type { Page } from "playwright-core";
+import { afterAll, afterEach, beforeAll, beforeEach, describe, expect, test } from "vitest";
+import { archiveFile } from "../../page/store/archive.ts";
+import { drawFilm, type DrawnFilm, type Point } from "../drawn/film.ts";
+import { dicomOf, pngOf } from "../drawn/files.ts";
+import { Browser, built } from "./harness.ts";
+import { Person } from "./person.ts";
+
+const project = resolve(import.meta.dirname, "../../..");
+const cephtool = join(process.env.NATIVE_BUILD ?? join(project, "build/release"), "bin/cephtool");
+const axe = readFileSync(createRequire(import.meta.url).resolve("axe-core/axe.min.js"), "utf8");
+const folder = mkdtempSync(join(tmpdir(), "person-"));
+const file = (name: string): string => join(folder, name);
+const film: DrawnFilm = drawFilm();
+let site = "";
+let browser: Browser;
+
+beforeAll(async () => {
+  writeFileSync(file("film.png"), pngOf(film));
+  writeFileSync(file("film.dcm"), dicomOf(film));
+  site = await built();
+});
+
+afterAll(() => rmSync(folder, { recursive: true }));
+
+beforeEach(async () => {
+  browser = await Browser.open(site, { acceptDownloads: true });
+});
+
+afterEach(async () => {
+  const faults = browser.faults.splice(0);
+  await browser.close();
+  expect(faults).toEqual([]);
+});
+
+async function person(language: "en" | "ja" = "en"): Promise<Person> {
+  const one = new Person(await browser.page(), film, language);
+  if (language === "ja") await one.page.getByRole("button", { name: "日本語" }).click();
+  await one.ready();
+  return one;
+}
+
+/** What axe-core finds, as the elements it finds it on. */
+async function barriers(page: Page): Promise<string[]> {
+  await page.evaluate(axe);
+  return page.evaluate(async () => {
+    const { axe } = globalThis as unknown as { axe: { run(): Promise<{ violations: { id: string; nodes: { html: string }[] }[] }> } };
+    return (await axe.run()).violations.flatMap(({ id, nodes }) => nodes.map(({ html }) => `${id}: ${html.slice(0, 120)}`));
+  });
+}
+
+function farthest(landmarks: Readonly<Record<string, Point>>, names: readonly string[]): number {
+  return Math.max(...names.map((name) => Math.hypot((landmarks[name]?.[0] ?? Infinity) - (film.landmarks[name]?.[0] ?? 0), (landmarks[name]?.[1] ?? 0) - (film.landmarks[name]?.[1] ?? 0))));
+}
+
+describe("from a film to a report", () => {
+  test("by mouse: calibrate, place all landmarks, read, save, reload, undo all and redo", async () => {
+    const one = await person();
+    await one.open(file("film.png"));
+    await one.calibrateOnRuler();
+    await one.chooseAllAnalyses();
+    const placed = await one.placeAll();
+    expect(placed.length).toBeGreaterThanOrEqual(40);
+    const saved = await one.case();
+    expect(saved.mm_per_pixel).toBeCloseTo(film.mmPerPixel, 3);
+    expect(farthest(saved.landmarks, placed)).toBeLessThan(4); // a pixel of the screen, at 28 %
+
+    // The page's numbers are those of the program, to the last digit.
+    const values = await one.values();
+    expect([...values.values()].filter((value) => value !== "").length).toBeGreaterThan(100);
+    const results = JSON.parse(await one.saved("JSON .json")) as { cases: unknown };
+    writeFileSync(file("saved.json"), JSON.stringify(saved));
+    interface Told {
+      readonly cases: readonly { readonly analyses: readonly { readonly title: string }[] }[];
+    }
+    const native = JSON.parse(execFileSync(cephtool, ["analyze", file("saved.json"), "--format", "json"], { maxBuffer: 1 << 26 }).toString()) as Told;
+    const ours = results as unknown as Told;
+    const titles = new Set(ours.cases[0]?.analyses.map(({ title }) => title));
+    const same = native.cases[0]?.analyses.filter(({ title }) => titles.has(title)) ?? [];
+    expect(same.length).toBeGreaterThan(15);
+    for (const analysis of same) expect(ours.cases[0]?.analyses.find(({ title }) => title === analysis.title)).toEqual(analysis);
+
+    await one.kept();
+    await one.page.reload();
+    await one.page.getByRole("toolbar", { name: one.words.filmTools }).waitFor();
+    expect(await one.values()).toEqual(values);
+    // Undo goes back as far as this page's own changes: a point is dragged, taken back and put again.
+    const [x, y] = await one.onScreen(film.landmarks["S"] ?? [0, 0]);
+    await one.page.mouse.move(x, y);
+    await one.page.mouse.down();
+    await one.page.mouse.move(x + 40, y + 25, { steps: 5 });
+    await one.page.mouse.up();
+    const moved = await one.values();
+    expect(moved).not.toEqual(values);
+    await one.page.keyboard.press("Control+z");
+    expect(await one.values()).toEqual(values);
+    await one.page.keyboard.press("Control+y");
+    expect(await one.values()).toEqual(moved);
+    expect(await barriers(one.page)).toEqual([]);
+  });
+
+  test("by keyboard alone, to a tenth of a millimetre, with suggestions after three points", async () => {
+    const one = await person();
+    const { keyboard } = one.page;
+    const focused = (): Promise<string> => one.page.evaluate(() => `${document.activeElement?.id} ${document.activeElement?.getAttribute("aria-label") ?? ""}`);
+    const tabTo = async (what: string): Promise<void> => {
+      for (let i = 0; i < 40 && !(await focused()).includes(what); ++i) await keyboard.press("Tab");
+      expect(await focused()).toContain(what);
+    };
+    const chooser = one.page.waitForEvent("filechooser");
+    await tabTo(one.words.openLabel);
+    await keyboard.press("Enter");
+    await (await chooser).setFiles(file("film.dcm"));
+    await one.page.getByRole("toolbar", { name: one.words.filmTools }).waitFor();
+    await tabTo(one.words.filmLabel);
+    const announced = one.page.locator("p[aria-live]").last();
+    /** Goes to a place by centimetres, millimetres and tenths, from where `Enter` says that the point is. */
+    const put = async ([x, y]: Point): Promise<void> => {
+      const name = await one.asked();
+      await keyboard.press("Enter"); // takes what is suggested, or shows the cursor
+      if ((await one.asked()) === name) await keyboard.press("Enter");
+      await expect.poll(async () => (await announced.textContent()) ?? "").toMatch(new RegExp(`^${name?.replace(/[()]/g, "\\$&")} `));
+      const [fromX = 0, fromY = 0] = ((await announced.textContent()) ?? "").match(/-?[\d.]+(?=,|$)/g)?.map(Number) ?? [];
+      await keyboard.press("PageUp");
+      for (const [distance, keys] of [[x - fromX, ["ArrowLeft", "ArrowRight"]], [y - fromY, ["ArrowUp", "ArrowDown"]]] as const) {
+        const tenths = Math.round(Math.abs(distance)); // 0.1 mm a pixel
+        const key = keys[distance < 0 ? 0 : 1];
+        for (let i = 0; i < Math.floor(tenths / 100); ++i) await keyboard.press(`Control+${key}`);
+        for (let i = 0; i < Math.floor((tenths % 100) / 10); ++i) await keyboard.press(`Shift+${key}`);
+        for (let i = 0; i < tenths % 10; ++i) await keyboard.press(key);
+      }
+      await keyboard.press("PageDown");
+    };
+    const placed = await one.placeAll(put, 6);
+    const saved = await one.case();
+    expect(saved.mm_per_pixel).toBeCloseTo(0.1, 9); // out of the header
+    expect(farthest(saved.landmarks, placed)).toBeLessThanOrEqual(1);
+  });
+
+  test("by touch, where a finger points 64 pixels above itself", async () => {
+    await browser.close();
+    browser = await Browser.open(site, { acceptDownloads: true, hasTouch: true, viewport: { width: 820, height: 1180 } });
+    const one = await person();
+    await one.open(file("film.dcm"));
+    const placed = await one.placeAll(async (place) => {
+      const [x, y] = await one.onScreen(place);
+      await one.page.touchscreen.tap(x, y + 64);
+    }, 10);
+    expect(farthest((await one.case()).landmarks, placed)).toBeLessThan(6);
+  });
+
+  test("in Japanese, with nothing left in English and no barrier in any panel, light or dark", async () => {
+    const one = await person("ja");
+    await one.open(file("film.dcm"));
+    await one.placeAll(undefined, 5);
+    for (const theme of ["light", "dark"] as const) {
+      await one.page.emulateMedia({ colorScheme: theme });
+      for (const panel of ["patient", "scale", "landmarks", "results", "compare"] as const) {
+        await one.panel(panel);
+        expect(await barriers(one.page), `${theme} ${panel}`).toEqual([]);
+      }
+    }
+    await one.panel("scale");
+    const said = await one.page.locator("body").innerText();
+    expect(said).toMatch(/較正|倍率|画素/);
+    expect(said).not.toMatch(/\b(the|of|from)\b/i);
+    const saved = await one.case();
+    expect(saved).toMatchObject({ name: "見本 花子", sex: "female", birth: "2001-05-14", film: "2025-06-02" });
+  });
+
+  test("printed on A4 and Letter, millimetres are millimetres", async () => {
+    const one = await person();
+    await one.open(file("film.dcm"));
+    await one.placeAll();
+    const svg = await one.saved(`${one.words.onPaper} .svg`);
+    const perMm = 1 / film.mmPerPixel; // the drawing counts in pixels of the film
+    const inSvg = new Map([...svg.matchAll(/<text x="([-\d.]+)" y="([-\d.]+)"[^>]*>(\S+)<\/text>/g)].map(([, x, y, name]) => [name, [Number(x) / perMm, Number(y) / perMm]] as const));
+    for (const format of ["A4", "Letter"] as const) {
+      writeFileSync(file("report.pdf"), await one.page.pdf({ format }));
+      const text = execFileSync("pdftotext", ["-layout", file("report.pdf"), "-"]).toString();
+      expect(text).toContain(one.words.report);
+      expect(text).toContain("見本 花子");
+      expect(text).toContain(one.words.scaleOfPrint(100));
+      const pages = Number(/Pages:\s+(\d+)/.exec(execFileSync("pdfinfo", [file("report.pdf")]).toString())?.[1]);
+      const last = execFileSync("pdftotext", ["-bbox", "-f", String(pages), file("report.pdf"), "-"]).toString();
+      const words = [...last.matchAll(/xMin="([\d.]+)" yMin="[\d.]+" xMax="[\d.]+" yMax="([\d.]+)">([^<]+)</g)];
+      const inPdf = new Map(words.map(([, x, y, name]) => [name, [(Number(x) * 25.4) / 72, (Number(y) * 25.4) / 72]] as const));
+      for (const [one_, other, axis] of [["S", "N", 0], ["Po", "N", 0], ["N", "Me", 1], ["S", "Me", 1]] as const) {
+        const apart = (places: ReadonlyMap<string | undefined, readonly number[]>): number => (places.get(other)?.[axis] ?? NaN) - (places.get(one_)?.[axis] ?? NaN);
+        expect(Math.abs(apart(inPdf) - apart(inSvg)), `${one_} ${other} ${format}`).toBeLessThan(0.1);
+        expect(apart(inSvg)).toBeGreaterThan(50);
+      }
+    }
+  });
+});
+
+describe("what goes wrong", () => {
+  test("a damaged file of each kind is told with its name, and what is open stays", async () => {
+    const one = await person();
+    await one.open(file("film.dcm"));
+    const placed = await one.placeAll(undefined, 3);
+    const data = (name: string): Buffer => readFileSync(join(project, "tests/film/data", name));
+    const cut = { "cut.png": data("grey16.png"), "cut.jpg": data("grey.jpg"), "cut.tif": data("grey16_lzw.tif"), "cut.dcm": data("grey16_j2k.dcm"), "cut.json": readFileSync(join(project, "examples/samples/lateral-average.json")) };
+    for (const [name, bytes] of Object.entries(cut)) {
+      writeFileSync(file(name), bytes.subarray(0, bytes.length * 0.6));
+      await one.page.setInputFiles("#file-picker", file(name));
+      const alert = one.page.getByRole("alert").filter({ hasText: name });
+      await alert.waitFor();
+      expect(await alert.textContent()).not.toMatch(/undefined|\[object|TypeError/);
+      await one.button(one.words.close, alert).click();
+    }
+    expect(Object.keys((await one.case()).landmarks)).toEqual(expect.arrayContaining(placed));
+  });
+
+  test("a tab that dies in the middle, and the browser with it, loses nothing", async () => {
+    const one = await person();
+    await one.open(file("film.dcm"));
+    await one.placeAll(undefined, 7);
+    await one.kept();
+    const before = await one.case();
+    await browser.crash(one.page);
+    const again = new Person(await browser.page(), film);
+    await again.page.getByRole("toolbar", { name: again.words.filmTools }).waitFor();
+    expect(await again.case()).toEqual(before);
+    expect(await again.progress()).toMatch(/^7 /);
+  });
+
+  test("what was served once works without the server", async () => {
+    await browser.close();
+    browser = await Browser.open(site, { acceptDownloads: true, serviceWorkers: "allow" });
+    const one = await person();
+    await one.page.evaluate(async () => (await navigator.serviceWorker.ready).active?.state);
+    await one.page.context().setOffline(true);
+    await one.page.reload();
+    await one.ready();
+    await one.open(file("film.dcm"));
+    expect((await one.placeAll(undefined, 3)).length).toBe(3);
+  });
+
+  test("a full disk is told; work goes on and all of it, the film too, is kept once there is room", async () => {
+    const one = await person();
+    const disk = await one.page.context().newCDPSession(one.page);
+    const { origin } = new URL(browser.address);
+    await disk.send("Storage.overrideQuotaForOrigin", { origin, quotaSize: 100 });
+    await one.open(file("film.dcm"));
+    await one.page.getByText(one.words.saveFailures.full).waitFor();
+    await one.placeAll(undefined, 2);
+    await disk.send("Storage.overrideQuotaForOrigin", { origin });
+    await one.placeAll(undefined, 1);
+    await one.kept();
+    await one.page.reload();
+    await one.button(one.words.calibrate).waitFor(); // there is a film
+    await expect.poll(() => one.progress()).toMatch(/^3 /);
+  });
+
+  test("300 patients are listed, found and opened at once, and come in and go out as one file", async () => {
+    const one = await person();
+    const landmarks = Object.fromEntries(Object.entries(film.landmarks).slice(0, 20));
+    const document = {
+      work: { case: { format: "cephtool-case", version: 1, kind: "lateral", landmarks }, scale: null, orientation: { mirrored: false, quarters: 0 }, skipped: [], analyses: [] },
+      view: { current: null, tone: { brightness: 0, contrast: 1, inverted: false, clahe: false, window: null }, tracing: true, outlines: true, labels: true, modes: [] },
+    };
+    const numbers = Array.from({ length: 300 }, (_, i) => String(i).padStart(3, "0"));
+    const patients = numbers.map((number) => ({ id: `p${number}`, name: `Patient ${number}`, number, sex: "" as const, birthDate: "" }));
+    const cases = numbers.map((number) => ({
+      entry: { id: `c${number}`, patient: `p${number}`, kind: "lateral" as const, filmDate: "2024-01-01", film: null, landmarkCount: 20, changedAt: 1 },
+      document,
+      revision: 1,
+    }));
+    writeFileSync(file("all.digitiser"), new Uint8Array(await archiveFile({ patients, cases, films: [] }).arrayBuffer()));
+    await one.button(one.words.patients).click();
+    await one.page.getByLabel(one.words.importAll).setInputFiles(file("all.digitiser"));
+    const count = one.page.getByRole("dialog").getByRole("status");
+    await expect.poll(() => count.textContent(), { timeout: 20_000 }).toBe(one.words.patientCount(300));
+    await one.button(one.words.close, one.page.getByRole("dialog")).click();
+    const before = Date.now();
+    await one.button(one.words.patients).click();
+    await one.page.getByText("Patient 299").waitFor();
+    console.log(`300 patients shown in ${Date.now() - before} ms`);
+    expect(await barriers(one.page)).toEqual([]);
+    await one.page.getByLabel(one.words.search).fill("Patient 123");
+    await expect.poll(() => count.textContent()).toBe(one.words.patientCount(1));
+    const download = one.page.waitForEvent("download");
+    await one.button(one.words.exportAll).click();
+    expect(readFileSync(await (await download).path(), "utf8").split("\n")[0]).toContain("Patient 299");
+    await one.page.locator(".film-entry").click();
+    await one.panel("landmarks");
+    await one.page.locator(".landmark.placed").first().waitFor();
+  });
+});
+
+describe("speed", () => {
+  test("from disk the page is seen and ready at once, and a dragged landmark follows with all analyses shown", async () => {
+    const page = await browser.page(`file://${site}/index.html`);
+    const one = new Person(page, film);
+    await one.ready();
+    await expect.poll(() => page.getByText(one.words.gettingReady).count()).toBe(0);
+    const [seen, ready] = await page.evaluate(() => [performance.getEntriesByName("first-contentful-paint")[0]?.startTime ?? Infinity, performance.now()]);
+    await one.open(file("film.dcm"));
+    await one.chooseAllAnalyses();
+    await one.placeAll();
+    await one.panel("results");
+    const [x, y] = await one.onScreen(film.landmarks["A"] ?? [0, 0]);
+    await page.evaluate(() => {
+      const delays: number[] = [];
+      Object.assign(globalThis, { delays });
+      addEventListener("pointermove", () => {
+        const began = performance.now();
+        requestAnimationFrame(() => {
+          const { port1, port2 } = new MessageChannel();
+          port2.onmessage = () => delays.push(performance.now() - began); // behind this frame
+          port1.postMessage(null);
+        });
+      }, { capture: true });
+    });
+    await page.mouse.move(x, y);
+    await page.mouse.down();
+    for (let i = 0; i < 60; ++i) await page.mouse.move(x + 30 * Math.sin(i / 5), y + 30 * Math.cos(i / 5));
+    await page.mouse.up();
+    const delays = await page.evaluate(() => (globalThis as unknown as { delays: number[] }).delays.sort((a, b) => a - b));
+    const [median, late] = [0.5, 0.95].map((part) => delays[Math.floor(part * delays.length)] ?? Infinity);
+    console.log(`seen after ${seen?.toFixed(0)} ms, ready after ${ready?.toFixed(0)} ms; dragging: median ${median?.toFixed(1)} ms, p95 ${late?.toFixed(1)} ms`);
+    // Goals are 1 s, 2 s and 16 ms on a quiet machine; this one may be compiling something.
+    expect(seen).toBeLessThan(4000);
+    expect(ready).toBeLessThan(8000);
+    expect(median).toBeLessThan(64);
+  });
+});
