@@ -29,9 +29,9 @@ function paste(event: ClipboardEvent): void {
   if (files.length > 0) void openFiles(files);
 }
 
-async function startEngine(): Promise<void> {
+async function startEngine(loading: ReturnType<typeof loadEngine>): Promise<void> {
   try {
-    const ready = await loadEngine();
+    const ready = await loading;
     const shipped = ready.shippedFolder();
     batch(() => {
       folder.value = shipped;
@@ -68,10 +68,10 @@ function givenFile(): File | null {
 export async function start(): Promise<void> {
   addEventListener("keydown", pageKeyDown);
   addEventListener("paste", paste);
+  const loading = loadEngine();
   // Where the browser keeps nothing the page works all the same, and says so.
-  const opened = openStore<Document>().catch(() => null);
-  await startEngine();
-  store.value = await opened;
+  store.value = await openStore<Document>().catch(() => null);
+  await startEngine(loading);
   const given = givenFile();
   try {
     if (given) await openFiles([given]);
