@@ -65,12 +65,22 @@ function givenFile(): File | null {
   return new File([Uint8Array.from(atob(given.textContent), (digit) => digit.charCodeAt(0))], name);
 }
 
+const storePatienceMs = 2000;
+
+function after(ms: number): Promise<void> {
+  return new Promise((resolve) => setTimeout(resolve, ms));
+}
+
+/** Where the browser keeps nothing, or is slow to, the page works all the same, and says so. */
+async function openedStore(): Promise<void> {
+  store.value = await openStore<Document>().catch(() => null);
+}
+
 export async function start(): Promise<void> {
   addEventListener("keydown", pageKeyDown);
   addEventListener("paste", paste);
   const loading = loadEngine();
-  // Where the browser keeps nothing the page works all the same, and says so.
-  store.value = await openStore<Document>().catch(() => null);
+  await Promise.race([openedStore(), after(storePatienceMs)]);
   await startEngine(loading);
   const given = givenFile();
   try {
