@@ -72,7 +72,8 @@ TEST(Program, EveryCommandsTwoExamplesRunInTheFolderOfSamples) {
     const std::string path = std::getenv("PATH");
     setenv("PATH", (folder.path.string() + ":" + path).c_str(), 1);
     setenv("DISPLAY", ":0", 1);
-    EXPECT_EQ(run({"digitise"}).err, "opened " + text_of("opened") + "\n");
+    const std::string told = run({"digitise"}).err;
+    EXPECT_EQ(told, "opened " + text_of("opened") + "\n");
     EXPECT_TRUE(std::filesystem::equivalent(text_of("opened"), "share/tool/digitiser/index.html"));
     setenv("PATH", path.c_str(), 1);
     unsetenv("DISPLAY");
