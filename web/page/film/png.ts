@@ -128,7 +128,9 @@ function unfilter(filter: number, row: Uint8Array, above: Uint8Array, step: numb
         const left = i < step ? 0 : (row[i - step] ?? 0);
         const corner = i < step ? 0 : (above[i - step] ?? 0);
         const up = above[i] ?? 0;
-        const [byLeft, byUp, byCorner] = [Math.abs(up - corner), Math.abs(left - corner), Math.abs(left + up - 2 * corner)];
+        const byLeft = Math.abs(up - corner);
+        const byUp = Math.abs(left - corner);
+        const byCorner = Math.abs(left + up - 2 * corner);
         row[i] = (row[i] ?? 0) + (byLeft <= byUp && byLeft <= byCorner ? left : byUp <= byCorner ? up : corner);
       }
       return true;

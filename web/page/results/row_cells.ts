@@ -77,7 +77,7 @@ function changedRows(now: RowNumbers, before: RowNumbers): number[] {
   return changed;
 }
 
-let before: { readonly numbers: RowNumbers; readonly facts: string } | null = null;
+let before: { readonly numbers: RowNumbers; readonly facts: string; readonly shown: readonly RowCells[] } | null = null;
 
 /** All that words depend on beside the numbers. */
 function facts(): string {
@@ -90,11 +90,11 @@ effect(() => {
   const known = facts();
   const shown = cells.value;
   untracked(() => {
-    const isSameTable = before?.facts === known && before.numbers.value.length === shown.length && shown[0]?.value.peek() !== undefined;
+    const isSameTable = before?.facts === known && before.shown === shown; // other cells are empty yet
     const changed = isSameTable && before ? changedRows(now, before.numbers) : shown.keys();
     for (const row of changed) stale.add(row);
     if (!isSameTable) stale = new Set(shown.keys());
-    before = { numbers: now, facts: known };
+    before = { numbers: now, facts: known, shown };
     refresh();
   });
 });

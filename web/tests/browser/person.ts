@@ -68,8 +68,9 @@ export class Person {
     await this.panel("landmarks");
   }
 
-  /** Chooses all analyses of the first group: the lateral ones. */
-  async chooseAllAnalyses(): Promise<void> {
+  /** Chooses all analyses of the first group, the lateral ones of a lateral film. */
+  async chooseAllAnalyses(panel: "landmarks" | "results" = "landmarks"): Promise<void> {
+    await this.panel(panel);
     await this.page.locator(".picker summary").click();
     await this.button(this.words.all).click();
     await this.page.locator(".picker summary").click();
