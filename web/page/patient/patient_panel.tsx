@@ -1,11 +1,12 @@
 import { computed } from "@preact/signals";
-import { engine, folder, history, kind, record } from "../state/desk.ts";
-import type { Case, Kind, Sex } from "../state/document.ts";
-import { ofKind, withFacts } from "../state/work.ts";
-import { usualAnalyses } from "../results/usual_analyses.ts";
+import { Choice } from "../parts/choice.tsx";
+import { engine, history, record } from "../state/desk.ts";
+import type { Case, Sex } from "../state/document.ts";
+import { withFacts } from "../state/work.ts";
 import { errorWords, language, words } from "../words/words.ts";
 import { DateField } from "./date_field.tsx";
 import { Growth } from "./growth.tsx";
+import { KindChoice } from "./kind_choice.tsx";
 
 /** Kept apart from where landmarks lie, so that a drag does not build the form anew. */
 const facts = computed(() => {
@@ -28,29 +29,6 @@ const age = computed(() => {
   }
 });
 
-function Choice<Value extends string>({ label, value, options, onChange }: {
-  label: string;
-  value: Value | "";
-  options: readonly (readonly [Value | "", string])[];
-  onChange: (value: Value | undefined) => void;
-}) {
-  return (
-    <label class="field">
-      <span>{label}</span>
-      <select value={value} onChange={(event) => onChange((event.currentTarget.value as Value) || undefined)}>
-        {options.map(([option, text]) => <option key={option} value={option}>{text}</option>)}
-      </select>
-    </label>
-  );
-}
-
-function takeKind(next: Kind | undefined): void {
-  if (!next || next === kind.peek()) return;
-  const analyses = usualAnalyses(folder.peek()?.analyses(next) ?? []);
-  history.change((now) => ofKind(now, next, analyses));
-  history.look({ current: null, modes: [] });
-}
-
 export function PatientPanel() {
   const t = words.value;
   const now = patient.value;
@@ -69,12 +47,7 @@ export function PatientPanel() {
           options={[["", t.notKnown], ["female", t.female], ["male", t.male]]}
           onChange={(sex) => change({ sex })}
         />
-        <Choice<Kind>
-          label={t.kind}
-          value={kind.value}
-          options={[["lateral", t.kinds.lateral], ["frontal", t.kinds.frontal], ["model", t.kinds.model]]}
-          onChange={takeKind}
-        />
+        <KindChoice />
         <DateField label={t.birth} value={now.birth ?? ""} onChange={(birth) => change({ birth })} />
         <DateField label={t.filmDate} value={now.film ?? ""} onChange={(film) => change({ film })} />
         <Choice<"left" | "right">

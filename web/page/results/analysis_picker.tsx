@@ -1,6 +1,7 @@
 import type { Analysis, Group } from "../../engine/engine.js";
 import { analysesOfKind, chosenNames, history } from "../state/desk.ts";
 import { choosing } from "../state/work.ts";
+import { KindChoice } from "../patient/kind_choice.tsx";
 import { beginGuide } from "../place/guide.ts";
 import { words } from "../words/words.ts";
 
@@ -37,6 +38,7 @@ export function AnalysisPicker() {
     <details class="picker" open={count === 0}>
       <summary>{t.analysesChosen(count, all.length)}</summary>
       <div class="buttons">
+        <KindChoice />
         <button type="button" onClick={() => choose(all.filter(({ group }) => group === all[0]?.group).map(({ name }) => name))}>{t.all}</button>
         <button type="button" onClick={() => choose([])}>{t.none}</button>
       </div>
