@@ -64,10 +64,14 @@ export class Autosave<Change> {
     if (this.writing) return;
     clearTimeout(this.retry);
     this.tell({ kind: "saving" });
-    this.writing = this.writeAll().finally(() => (this.writing = null));
+    this.writing = this.writeAll().then((isWritten) => {
+      this.writing = null;
+      if (isWritten && this.waiting.size > 0) this.begin(); // came after the last look
+    });
   }
 
-  private async writeAll(): Promise<void> {
+  /** False when it is to be tried again later. */
+  private async writeAll(): Promise<boolean> {
     while (this.waiting.size > 0) {
       const changes = this.waiting;
       this.waiting = new Map();
@@ -83,10 +87,11 @@ export class Autosave<Change> {
         const { why, message: detail } = storeError(error);
         this.retry = setTimeout(() => this.begin(), triedAgainMs);
         this.tell({ kind: "failed", why: why === "damaged" ? "other" : why, detail });
-        return;
+        return false;
       }
     }
     this.tell(this.stateNow(false));
+    return true;
   }
 
   private stateNow(busy: boolean): SaveState {
