@@ -23,7 +23,8 @@ void draw(const Case& record, OutlineSource outlines) {
     const Tracing tracing = tracing_of(record, {}, {}, average_face(record.kind), outlines);
     std::vector<std::string> notes;
     const Page page = page_for(tracing, {});
-    const std::string svg = tracing_file(FileFormat::svg, tracing, {page, paper_style(), nullptr, 10, true}, notes);
+    const std::string svg =
+        tracing_file(FileFormat::svg, tracing, {page, paper_style(), nullptr, 10, long_ruler()}, notes);
     for (const char* wrong : {"=\"nan", "=\"-nan", "=\"inf", "=\"-inf", " nan", " -nan", " inf", " -inf"}) {
         const std::size_t at = svg.find(wrong);
         if (at == std::string::npos || svg.rfind('<', at) < svg.rfind('>', at)) continue;  // a text may say anything
