@@ -3,8 +3,9 @@ import { signal } from "@preact/signals";
 import type { Registration } from "../../engine/engine.js";
 import { readCases } from "../files/open.ts";
 import { earlierCases, openEarlier } from "../files/keeping.ts";
+import { ChangesTable } from "./changes_table.tsx";
 import { earlier, registration, superimposed, superimpositionError } from "../view/tracings.ts";
-import { sayError, words } from "../words/words.ts";
+import { say, sayError, words } from "../words/words.ts";
 
 const planes: readonly Registration[] = ["cranial-base", "palatal-plane", "mandibular-plane"];
 const isReading = signal(false);
@@ -13,7 +14,9 @@ async function openFile(file: File | undefined): Promise<void> {
   if (!file) return;
   isReading.value = true;
   try {
-    earlier.value = (await readCases(file))[0]?.record ?? null;
+    const [first, ...others] = await readCases(file);
+    earlier.value = first?.record ?? null;
+    if (others.length > 0) say(words.peek().firstTaken(others.map(({ record }) => record.name ?? words.peek().unnamed).join(", ")));
   } catch (error) {
     sayError(error);
   } finally {
@@ -54,6 +57,7 @@ export function ComparePanel() {
           {superimposed.value === null && <p class="remark warning">{superimpositionError.value}</p>}
         </fieldset>
       )}
+      <ChangesTable />
     </div>
   );
 }

@@ -1,14 +1,15 @@
 // The case that is worked on and the store: every change is kept at once, and what was kept can be opened again.
 import { batch, computed, effect, signal } from "@preact/signals";
 import { readFilm } from "../film/reader.ts";
+import { wordsOf } from "../film/sentence.ts";
 import { beginGuide } from "../place/guide.ts";
 import { history, record } from "../state/desk.ts";
-import type { Document } from "../state/document.ts";
+import type { Case, Document } from "../state/document.ts";
 import { allPlaced } from "../state/work.ts";
 import type { CaseEntry, CaseId, FilmId, Patient, PatientEntry, PatientId, SaveState, Store } from "../store/store.ts";
 import { fit } from "../view/stage.ts";
 import { earlier } from "../view/tracings.ts";
-import { sayError } from "../words/words.ts";
+import { language, sayError } from "../words/words.ts";
 import { showFilm, showNoFilm } from "./show_film.ts";
 
 /** null where the browser keeps nothing. */
@@ -37,6 +38,22 @@ export function beginCase(document: Document): void {
     earlier.value = null;
     history.begin(document);
   });
+}
+
+function patientOf(id: PatientId, { name = "", sex, birth = "" }: Case, number = ""): Patient {
+  return { id, name, number, sex: sex ?? "", birthDate: birth };
+}
+
+/** Puts cases into the list, each with a patient of its own, without showing them. False where nothing is kept. */
+export function keepBeside(documents: readonly Document[]): boolean {
+  const now = store.peek();
+  if (!now) return false;
+  for (const document of documents) {
+    const at = newPlace();
+    now.putPatient(patientOf(at.patient, document.work.case)).catch(sayError);
+    now.saveCase(entryOf(at, document), document);
+  }
+  return true;
 }
 
 /** The next case that is begun is a film of this patient. */
@@ -73,8 +90,8 @@ function isWorthKeeping({ work }: Document): boolean {
 }
 
 const patientFacts = computed(() => {
-  const { name = "", sex = "", birth = "" } = record.value;
-  return JSON.stringify({ name, sex, birthDate: birth });
+  const { name, sex, birth } = record.value;
+  return JSON.stringify([name, sex, birth]);
 });
 
 let keptPatient = "";
@@ -89,8 +106,7 @@ effect(() => {
   if (facts !== keptPatient) {
     keptPatient = facts;
     const number = patients.peek().find(({ patient }) => patient.id === at.patient)?.patient.number ?? "";
-    const patient: Patient = { id: at.patient, number, ...JSON.parse(patientFacts.value) };
-    now.putPatient(patient).catch(sayError);
+    now.putPatient(patientOf(at.patient, document.work.case, number)).catch(sayError);
   }
   now.saveCase(entryOf(at, document), document);
   rememberCase(at.id);
@@ -132,6 +148,7 @@ export async function openKept(id: CaseId): Promise<boolean> {
     earlier.value = null;
     if (file && read?.kind === "film") showFilm(read.film, file);
     else showNoFilm();
+    if (file && read?.kind === "error") sayError(new Error(`${file.name}: ${wordsOf(read.error, language.peek())}`));
     history.begin(kept.document);
     fit();
     beginGuide();

@@ -14,15 +14,15 @@ import { type Case, type Document, emptyDocument } from "../state/document.ts";
 import { withFacts } from "../state/work.ts";
 import { takeHeader } from "../calibrate/scale_panel.tsx";
 import { fit, focusFilm } from "../view/stage.ts";
-import { language, say, sayError, sayNothing, words } from "../words/words.ts";
+import { language, named, say, sayError, sayNothing, words } from "../words/words.ts";
 import { showFilm, showNoFilm } from "./show_film.ts";
 import { factsOfHeader } from "./film_facts.ts";
-import { beginCase, keepFilm } from "./keeping.ts";
+import { beginCase, keepBeside, keepFilm } from "./keeping.ts";
 
 /** How many files are being read. */
 export const opening = signal(0);
 
-/** One film and one case are put together; of more cases the first is taken. */
+/** One film and one case are put together; of more cases the first is shown, the others go into the list of patients. */
 export async function openFiles(files: readonly File[]): Promise<void> {
   ++opening.value;
   sayNothing();
@@ -33,9 +33,9 @@ export async function openFiles(files: readonly File[]): Promise<void> {
       const head = new Uint8Array(await file.slice(0, 1024).arrayBuffer());
       (beginsAsFilm(head) ? films : cases).push(file);
     }
-    if (cases[0]) await openCase(cases[0]);
+    if (cases.length > 0) await openCases(cases);
     if (films[0]) await openFilm(films[0]);
-    if (films.length > 1 || cases.length > 1) say(words.peek().firstTaken);
+    if (films.length > 1) say(words.peek().firstTaken(films.slice(1).map(({ name }) => name).join(", ")));
   } catch (error) {
     sayError(error);
   } finally {
@@ -77,27 +77,44 @@ function takeScale(shown: Film): void {
   }
 }
 
-async function openCase(file: File): Promise<void> {
-  const [first, ...others] = await readCases(file);
+async function openCases(files: readonly File[]): Promise<void> {
+  const read = (await Promise.all(files.map(readCases))).flat(); // all or none: a fault in one is told before any is kept
+  const [first, ...others] = read.map(({ record: each }) => documentOf(each, usualAnalyses(folder.peek()?.analyses(each.kind) ?? [])));
   if (!first) return;
-  const { kind } = first.record;
-  const analyses = usualAnalyses(folder.peek()?.analyses(kind) ?? []);
+  const keepsOthers = keepBeside(others);
   batch(() => {
-    beginCase(documentOf(first.record, analyses));
+    beginCase(first);
     showNoFilm();
     fit();
     panel.value = "results";
   });
-  const remarks = [...first.remarks.map(({ message }) => message), ...first.notes];
-  if (first.record.image) remarks.push(words.peek().filmOfCase(first.record.image));
-  if (others.length > 0) remarks.push(words.peek().firstOf(others.length + 1));
-  if (remarks.length > 0) say(remarks.join("\n"));
+  const remarks = new Set(read.flatMap((each) => [...each.remarks.map(({ message }) => message), ...each.notes]));
+  const { image } = first.work.case;
+  const t = words.peek();
+  if (image) remarks.add(t.filmOfCase(image));
+  if (others.length > 0) remarks.add(keepsOthers ? t.othersKept(read.length) : t.firstOf(read.length));
+  if (remarks.size > 0) say([...remarks].join("\n"));
 }
+
+/** A flat table, which has columns S_x, S_y, or JSON lines: cephtool measures them all at once. */
+function holdsManyCases(bytes: Uint8Array): boolean {
+  const lines = new TextDecoder().decode(bytes.subarray(0, 1 << 16)).split(/\r?\n/);
+  const [first = "", second = ""] = lines.filter((line) => line.trim() !== "" && !line.startsWith("#"));
+  return /(^|[,;\t"])[^,;\t"]+_x"?[,;\t]"?[^,;\t"]+_y"?([,;\t]|$)/.test(first) || (isObject(first) && isObject(second));
+}
+
+const isObject = (line: string): boolean => /^\{.*\}\s*$/.test(line);
 
 export async function readCases(file: File): Promise<ReadCase[]> {
   const ready = engine.peek();
   if (!ready) throw new Error(words.peek().notReady);
-  return ready.readCases(file.name, new Uint8Array(await file.arrayBuffer()), { language: language.peek() });
+  const bytes = new Uint8Array(await file.arrayBuffer());
+  if (holdsManyCases(bytes)) throw new Error(words.peek().manyCases(file.name));
+  try {
+    return ready.readCases(file.name, bytes, { language: language.peek() });
+  } catch (error) {
+    throw named(error, file.name);
+  }
 }
 
 /** Landmarks that the page had constructed are constructed anew. */

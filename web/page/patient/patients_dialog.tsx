@@ -9,7 +9,7 @@ import { usualAnalyses } from "../results/usual_analyses.ts";
 import { folder } from "../state/desk.ts";
 import { emptyDocument } from "../state/document.ts";
 import type { CaseEntry, PatientEntry } from "../store/store.ts";
-import { say, sayError, words } from "../words/words.ts";
+import { named, say, sayError, words } from "../words/words.ts";
 
 function newCase(): void {
   beginCase(emptyDocument("lateral", usualAnalyses(folder.peek()?.analyses("lateral") ?? [])));
@@ -32,7 +32,7 @@ async function importAll(file: File | undefined): Promise<void> {
     if (count) say(words.peek().imported(count.patients, count.cases, count.films));
     await refreshPatients();
   } catch (error) {
-    sayError(error);
+    sayError(named(error, file.name));
   }
 }
 

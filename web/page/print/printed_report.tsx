@@ -1,4 +1,5 @@
 import { scaleWords } from "../calibrate/scale_panel.tsx";
+import { ChangesTable } from "../compare/changes_table.tsx";
 import { chosenAnalyses, engine, record } from "../state/desk.ts";
 import { rows, session } from "../state/measuring.ts";
 import { tracingOptions } from "../view/tracings.ts";
@@ -75,6 +76,7 @@ export function PrintedReport() {
       ))}
       {others.length > 0 && <p class="quiet">{t.notMeasured(others.map(({ title }) => title).join(", "))}</p>}
       <p class="quiet">{t.noDiagnosis}</p>
+      <ChangesTable />
       {page && <PrintedDrawing page={page} />}
     </article>
   );

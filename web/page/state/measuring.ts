@@ -56,7 +56,7 @@ function copied({ value, mean, sd, deviation, state }: Numbers): RowNumbers {
 }
 
 /** Places in the session, not in the case, what can be constructed; one may rest on another. */
-function construct(to: Session, now: Case, infos: readonly LandmarkInfo[]): Map<string, Point> {
+export function construct(to: Session, now: Case, infos: readonly LandmarkInfo[]): Map<string, Point> {
   const made = new Map<string, Point>();
   let waiting = infos.filter((info) => info.construction && !now.landmarks[info.name]);
   for (const { name } of waiting) to.remove(name);

@@ -56,9 +56,12 @@ export const english = {
   welcome: "Open a film",
   welcomeHow: "Drop an X-ray or a case here, paste it, or choose it: DICOM, TIFF, PNG, JPEG; JSON, CSV, TPS, 3D Slicer.",
   staysHere: "Everything stays on this computer.",
-  firstTaken: "One film and one case are opened at a time; the first were taken.",
+  firstTaken: (others: string) => `One film is opened at a time; not opened: ${others}`,
   filmOfCase: (name: string) => `The case's film is "${name}": open it, too, to see it below the landmarks.`,
-  firstOf: (count: number) => `The file holds ${count} cases; this is the first.`,
+  firstOf: (count: number) => `There are ${count} cases; this is the first. The others are not kept, since this browser keeps nothing.`,
+  othersKept: (count: number) => `There are ${count} cases; this is the first. The others are in the list of patients.`,
+  manyCases: (file: string) =>
+    `${file}: this is a table or list with a case in each line. Here cases are opened one by one.\nMeasure them all at once with: cephtool batch ${file}`,
 
   // The film
   filmLabel: "Film",
@@ -196,6 +199,10 @@ export const english = {
   landmarkCount: (count: number) => many(count, "landmark", "landmarks"),
 
   // Comparing
+  changesTitle: "Changes",
+  earlierValue: "Earlier",
+  valueNow: "Now",
+  change: "Change",
   compareTitle: "Over an earlier film",
   compareHow: "The earlier tracing is laid over this one, lengths in millimetres kept. Both films need their scale.",
   openEarlier: "Open an earlier case",

@@ -54,9 +54,11 @@ export const japanese: Words = {
   welcome: "X線画像を開く",
   welcomeHow: "X線画像か症例のファイルをここにドロップするか、貼り付けるか、選択してください。DICOM、TIFF、PNG、JPEG、および JSON、CSV、TPS、3D Slicer が使えます。",
   staysHere: "データはこのコンピュータの外に送られません。",
-  firstTaken: "一度に開けるのは画像と症例それぞれ1つです。最初のものを開きました。",
+  firstTaken: (others) => `一度に開ける画像は1つです。開かなかったもの：${others}`,
   filmOfCase: (name) => `この症例の画像は「${name}」です。開くと計測点の下に表示されます。`,
-  firstOf: (count) => `ファイルに ${count} 症例あり、最初の症例を開きました。`,
+  firstOf: (count) => `${count} 症例のうち最初の症例を開きました。このブラウザには記録できないため、他の症例は残りません。`,
+  othersKept: (count) => `${count} 症例のうち最初の症例を開きました。他の症例は患者一覧にあります。`,
+  manyCases: (file) => `${file}：1行に1症例ずつ書かれた表または一覧です。この画面では症例を1つずつ開きます。\nまとめて計測するには：cephtool batch ${file}`,
 
   filmLabel: "X線画像",
   filmKeys:
@@ -181,6 +183,10 @@ export const japanese: Words = {
   patientCount: (count) => `${count} 人`,
   landmarkCount: (count) => `計測点 ${count}`,
 
+  changesTitle: "変化",
+  earlierValue: "以前",
+  valueNow: "今回",
+  change: "変化量",
   compareTitle: "以前の画像との重ね合わせ",
   compareHow: "以前の透写図を、mm の長さを保ったまま重ねます。どちらの画像にも縮尺が必要です。",
   openEarlier: "以前の症例を開く",

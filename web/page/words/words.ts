@@ -24,6 +24,12 @@ export function say(text: string): void {
   notice.value = { text, isError: false };
 }
 
+/** An error that does not say which file it is about. */
+export function named(error: unknown, file: string): unknown {
+  const words = errorWords(error);
+  return words.includes(file) ? error : new Error(`${file}: ${words}`);
+}
+
 /** With the place and the way out, where the engine knows them. */
 export function errorWords(error: unknown): string {
   if (!(error instanceof Error)) return String(error);

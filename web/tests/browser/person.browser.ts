@@ -227,6 +227,30 @@ describe("from a film to a report", () => {
   });
 });
 
+describe("more than one case", () => {
+  test("of a file with several all are in the list; one laid under another gives the changes, on paper, too", async () => {
+    const one = await person();
+    const [first, second] = ["lateral-average", "lateral-class2"].map((name) => join(project, `examples/samples/${name}.json`));
+    const specimens = [first!, second!].map((name) => execFileSync(cephtool, ["convert", name, "--format", "tps"]).toString());
+    writeFileSync(file("two.tps"), specimens.join(""));
+    await one.open(file("two.tps"));
+    await one.page.getByText(one.words.othersKept(2)).waitFor();
+    await one.kept();
+    await one.button(one.words.patients).click();
+    await expect.poll(() => one.page.locator(".patient-row b").allTextContents()).toEqual([first, second].map((name) => (JSON.parse(readFileSync(name!, "utf8")) as { name: string }).name));
+    await one.page.keyboard.press("Escape");
+    await one.open(second!);
+    const now = await one.values();
+    await one.panel("compare");
+    await one.page.getByLabel(one.words.openEarlier).setInputFiles(first!);
+    const cells = one.page.locator(".changes tr", { hasText: "SNB" }).first().locator("td");
+    await expect.poll(() => cells.allTextContents()).toEqual(["80.0", [...now].find(([name]) => name.endsWith(" SNB"))?.[1], "-4.8", "°"]);
+    expect(await barriers(one.page)).toEqual([]);
+    writeFileSync(file("changes.pdf"), await one.page.pdf({ format: "A4" }));
+    expect(execFileSync("pdftotext", ["-layout", file("changes.pdf"), "-"]).toString()).toMatch(/SNB +80\.0 +75\.1 +-4\.8/);
+  });
+});
+
 describe("what goes wrong", () => {
   test("a damaged file of each kind is told with its name, and what is open stays", async () => {
     const one = await person();
@@ -242,6 +266,8 @@ describe("what goes wrong", () => {
       expect(await alert.textContent()).not.toMatch(/undefined|\[object|TypeError/);
       await one.button(one.words.close, alert).click();
     }
+    await one.page.setInputFiles("#file-picker", join(project, "examples/samples/cases-flat.csv"));
+    await one.page.getByRole("alert").filter({ hasText: "cephtool batch cases-flat.csv" }).waitFor();
     expect(Object.keys((await one.case()).landmarks)).toEqual(expect.arrayContaining(placed));
   });
 
