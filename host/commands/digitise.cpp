@@ -52,7 +52,7 @@ ExitCode run_digitise(const Command& command, const Arguments& arguments, Stream
     std::string file, output;
     CommandLine line(command, "cephtool digitise lateral-class2.json -o taro.html",
                      "cephtool digitise film.dcm -o film.html");
-    line.add_argument("FILE", file, "film or case that the page begins with; without it an\nempty page");
+    line.add_argument("FILE", file, "film or case that the page begins with; else\nit is empty");
     line.add_text("-o,--output", "FILE", output, "write the page to FILE.html and open nothing");
     if (!line.parse(arguments, streams)) return ExitCode::done;
     if (!output.empty()) check_output(output, {file});
