@@ -74,6 +74,8 @@ export interface Engine {
 
   /** Of the kind's table, in its order; behind them those that shipped analyses use and a case has as its own (Cm). */
   landmarks(kind: Kind): readonly LandmarkInfo[];
+  /** Points that formulas construct and that are no landmarks (CC, CF), by expressions of the formula language: to be shown. */
+  formulaPoints(kind: Kind): readonly { name: string; expression: string }[];
   /** The made-up average face that guides placing; nothing for casts. */
   averageFace(kind: Kind): AverageFace | null;
 
@@ -130,10 +132,10 @@ export interface LandmarkInfo {
   /** As in formulas: "Pog(R)". */
   name: string;
   title: { en: string; ja: string };
-  /** "" where the project has none (points of casts have a title at most). English. */
-  definition: string;
-  /** How it is found on the film: by eye, or how it is constructed. English. */
-  howFound: string;
+  /** "" where the project has none (points of casts have a title at most). */
+  definition: { en: string; ja: string };
+  /** How it is found on the film: by eye, or how it is constructed. */
+  howFound: { en: string; ja: string };
   /** On the average face, in its pixels; null where that lacks it. */
   onAverageFace: Point | null;
   /** Found by construction, not by eye; `howFound` says how. */

@@ -1,7 +1,8 @@
 // engine.d.ts's face of the module (module.cpp): JSON in and out, errors thrown, numbers as views.
 import createModule from "../../build/engine/web/engine/module.mjs";
 import packed from "../../build/engine/web/engine/wasm.mjs";
-import { landmarkTable } from "./landmarks.js";
+import documents from "../../build/engine/web/engine/landmarks.mjs";
+import { formulaPoints, landmarkTable } from "./landmarks.js";
 
 export class EngineError extends Error {
   constructor({ message, ...where }) {
@@ -94,9 +95,13 @@ class Engine {
     if (!this.#landmarks.has(kind)) {
       const names = told(this.#raw.landmarkTable(kind));
       const face = this.averageFace(kind);
-      this.#landmarks.set(kind, landmarkTable(this.#raw.landmarkDocument(), kind, names, face?.landmarks ?? []));
+      this.#landmarks.set(kind, landmarkTable(documents, kind, names, face?.landmarks ?? []));
     }
     return this.#landmarks.get(kind);
+  }
+
+  formulaPoints(kind) {
+    return formulaPoints[kind];
   }
 
   averageFace(kind) {

@@ -1,4 +1,4 @@
-// What is known of the landmarks, read off the tables of docs/landmarks.md.
+// What is known of the landmarks, read off the tables of docs/landmarks.md and docs/landmarks.ja.md.
 
 /** Landmarks that others make, by expressions of the formula language, as textbooks construct them. */
 const constructions = {
@@ -12,7 +12,22 @@ const constructions = {
   model: {},
 };
 
-const headings = { lateral: "## Lateral film", frontal: "## Frontal film", model: "## Dental cast" };
+/** Points that formulas construct and that are no landmarks, as Ricketts' analysis makes them. */
+export const formulaPoints = {
+  lateral: [
+    // Centre of the cranium: the facial axis crosses Ba-N.
+    { name: "CC", expression: "cross([Ba],[N],[PT],cross([N],[Pog],[Go(L)],[Me]))" },
+    // Centre of the face: the pterygoid vertical crosses the Frankfort plane.
+    { name: "CF", expression: "vertical([PTV],[Po],[Or])" },
+  ],
+  frontal: [],
+  model: [],
+};
+
+const headings = {
+  en: { lateral: "## Lateral film", frontal: "## Frontal film", model: "## Dental cast" },
+  ja: { lateral: "## 側面セファロ", frontal: "## 正面セファロ", model: "## 歯列模型" },
+};
 
 /** "Sella (セラ(トルコ鞍中心点))": the Japanese stands in the last brackets, which may hold others. */
 export function titlesOf(text) {
@@ -27,29 +42,32 @@ export function titlesOf(text) {
   return { en: text.slice(0, at).trim(), ja: text.slice(at + 1, -1) };
 }
 
-/** The rows of the tables beneath a kind's headings, by landmark. */
-function rowsOf(document, kind) {
+/** The rows of the tables beneath headings that begin so, by landmark. */
+function rowsOf(document, heading) {
   const rows = new Map();
-  for (const section of document.split(/^(?=## )/m).filter((each) => each.startsWith(headings[kind])))
-    for (const line of section.split("\n").filter((each) => each.startsWith("| ") && !each.startsWith("| name"))) {
+  for (const section of document.split(/^(?=## )/m).filter((each) => each.startsWith(heading)))
+    for (const line of section.split("\n").filter((each) => /^\| (?!name|名前)/.test(each))) {
       const [names, ...cells] = line.trim().slice(1, -1).split("|").map((cell) => cell.trim());
       for (const name of names.replace(" *", "").split(/[,;] */)) rows.set(name, cells);
     }
   return rows;
 }
 
-export function landmarkTable(document, kind, names, onFace) {
-  const rows = rowsOf(document, kind);
+/** `documents` by their language. */
+export function landmarkTable(documents, kind, names, onFace) {
+  const rows = rowsOf(documents.en, headings.en[kind]);
+  const japanese = rowsOf(documents.ja, headings.ja[kind]);
   const own = [...rows].filter(([name, cells]) => cells.length === 4 && !names.includes(name)).map(([name]) => name);
   return [...names, ...own].map((name) => {
     const [title, ...cells] = rows.get(name) ?? [toothTitle(name)];
     const [definition, howFound] = cells.length === 3 ? cells : ["", ""]; // those of casts have a title alone
+    const [definitionJa, howFoundJa] = japanese.get(name) ?? ["", ""];
     const at = onFace.find((landmark) => landmark.name === name);
     return {
       name,
       title: titlesOf(title),
-      definition,
-      howFound,
+      definition: { en: definition, ja: definitionJa },
+      howFound: { en: howFound, ja: howFoundJa },
       onAverageFace: at ? { x: at.x, y: at.y } : null,
       constructed: howFound.startsWith("Constructed:"),
       construction: constructions[kind][name] ?? null,

@@ -4,13 +4,11 @@
 #include <framework/system.h>
 
 #include <memory>
-#include <sstream>
 #include <type_traits>
 
 #include "base/date_reader.h"
 #include "base/eras.h"
 #include "base/numbers.h"
-#include "base/program_folder.h"
 #include "cases/case_builder.h"
 #include "cases/case_format.h"
 #include "cases/mirror.h"
@@ -132,11 +130,6 @@ std::string folder(int folder) {
 
 std::string landmark_table(const std::string& kind) {
     return answer([&] { return Json(cephtool::landmark_names(kind_of(kind))); });
-}
-
-std::string landmark_document() {
-    std::istringstream no_input;
-    return cephtool::read_bytes((cephtool::shared_folder() / "landmarks.md").string(), no_input).text;
 }
 
 std::string face(const std::string& kind) {
@@ -385,7 +378,6 @@ EMSCRIPTEN_BINDINGS(engine) {
     function("close", &close);
     function("folder", &folder);
     function("landmarkTable", &landmark_table);
-    function("landmarkDocument", &landmark_document);
     function("face", &face);
     function("constants", &constants);
     function("read", &read);

@@ -70,6 +70,8 @@ export function GuideCard({ brief = false }: { brief?: boolean }) {
     );
   }
   const info = landmarkInfo(name);
+  const definition = info?.definition[language.value];
+  const howFound = info?.howFound[language.value];
   return (
     <section class={brief ? "guide brief" : "guide"} aria-label={t.guide}>
       <Progress />
@@ -78,8 +80,8 @@ export function GuideCard({ brief = false }: { brief?: boolean }) {
         <em class={`standing ${standing.value}`}>{t.standings[standing.value]}</em>
       </h2>
       {!brief && <AtlasFace name={name} label={t.atlasPlace(name)} />}
-      {info?.definition && <p lang="en">{info.definition}</p>}
-      {!brief && info?.howFound && <p class="quiet" lang="en">{info.howFound}</p>}
+      {definition && <p>{definition}</p>}
+      {!brief && howFound && <p class="quiet">{howFound}</p>}
       <Steps />
     </section>
   );

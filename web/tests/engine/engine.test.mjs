@@ -39,7 +39,9 @@ test("the shipped folder has analyses and modes of all kinds, their landmarks in
 test("landmarks have titles in both languages, definitions and places", () => {
   for (const kind of ["lateral", "frontal"])
     for (const landmark of engine.landmarks(kind)) {
-      assert.ok(landmark.definition && landmark.howFound, landmark.name);
+      for (const text of [landmark.definition, landmark.howFound])
+        assert.ok(/[a-z]{2}/.test(text.en) && /[\u3040-\u30ff\u4e00-\u9fff]/.test(text.ja), landmark.name);
+      assert.equal(landmark.constructed, landmark.howFound.ja.startsWith("作図："), landmark.name);
       assert.match(landmark.title.ja, /[\u3040-\u30ff\u4e00-\u9fff]/, landmark.name);
       assert.doesNotMatch(landmark.title.en, /[\u3040-\u30ff\u4e00-\u9fff]/, landmark.name);
     }
@@ -175,6 +177,19 @@ test("the average face is found by what is placed", () => {
   });
   misses.sort((a, b) => a - b);
   assert.ok(misses.at(-1) < 10 && misses[misses.length >> 1] < 3, `${misses.slice(-5)}`);
+});
+
+test("points of formulas lie on both of their lines", () => {
+  const session = measuring("lateral-class2.json");
+  const { landmarks } = session.record();
+  const points = new Map(engine.formulaPoints("lateral").map(({ name, expression }) => [name, session.construct(expression)]));
+  const gnathion = session.construct("cross([N],[Pog],[Me],[Go(L)])");
+  const off = (at, [x1, y1], [x2, y2]) => Math.abs((at.x - x1) * (y2 - y1) - (at.y - y1) * (x2 - x1)) / Math.hypot(x2 - x1, y2 - y1);
+  assert.ok(off(points.get("CC"), landmarks.Ba, landmarks.N) < 1e-6 && off(points.get("CC"), landmarks.PT, [gnathion.x, gnathion.y]) < 1e-6);
+  assert.ok(off(points.get("CF"), landmarks.Po, landmarks.Or) < 1e-6);
+  const row = rowOf(session, "Anterior cranial base");
+  const length = Math.hypot(points.get("CC").x - landmarks.N[0], points.get("CC").y - landmarks.N[1]) * session.record().mm_per_pixel;
+  assert.ok(Math.abs(session.measure().value[row] - length) < 1e-6);
 });
 
 test("shapes lie where the items measure", () => {
