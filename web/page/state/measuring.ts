@@ -3,7 +3,7 @@ import { computed, effect, signal } from "@preact/signals";
 import type { Case, LandmarkInfo, Numbers, Row, Session } from "../../engine/engine.js";
 import { chosenAnalyses, engine, history, kind, landmarkTable, record } from "./desk.ts";
 import type { Point } from "./document.ts";
-import { allPlaced } from "./work.ts";
+import { allPlaced, positionOf } from "./work.ts";
 import { sayError } from "../words/words.ts";
 
 /** Numbers of all rows, kept apart from the engine's memory. */
@@ -26,6 +26,9 @@ export const numbers = signal<RowNumbers>(none);
 
 /** Landmarks that others determine, where they lie now. A person who places one himself goes before its construction. */
 export const constructed = signal<ReadonlyMap<string, Point>>(new Map());
+
+/** Other points that are constructed: the case's virtual ones, and those of formulas. Shown, not saved. */
+export const shownPoints = signal<ReadonlyMap<string, Point>>(new Map());
 
 let inSession: Case | null = null;
 
@@ -74,6 +77,22 @@ export function construct(to: Session, now: Case, infos: readonly LandmarkInfo[]
   }
 }
 
+/** An expression's landmarks are placed or constructed: the library takes (0, 0) for others. */
+function hasAll(expression: string, isKnown: (name: string) => boolean): boolean {
+  return [...expression.matchAll(/\[([^\]]*)\]/g)].every(([, name]) => isKnown(name ?? ""));
+}
+
+function pointsToShow(of: Session, now: Case, made: ReadonlyMap<string, Point>): Map<string, Point> {
+  const found = new Map<string, Point>();
+  const ofFormulas = engine.peek()?.formulaPoints(now.kind).map(({ name, expression }) => [name, expression] as const) ?? [];
+  for (const [name, expression] of new Map([...ofFormulas, ...Object.entries(now.virtual ?? {})])) {
+    const isKnown = (from: string): boolean => positionOf(now, from) !== undefined || made.has(from) || found.has(from);
+    const at = !positionOf(now, name) && hasAll(expression, isKnown) ? of.construct(expression) : null;
+    if (at) found.set(name, [at.x, at.y]);
+  }
+  return found;
+}
+
 effect(() => {
   const made = engine.value?.measure({ format: "cephtool-case", version: 1, kind: kind.value, landmarks: {} }) ?? null;
   inSession = null;
@@ -101,6 +120,7 @@ effect(() => {
   try {
     tell(measured, now);
     constructed.value = construct(measured, now, infos);
+    shownPoints.value = pointsToShow(measured, now, constructed.peek());
     numbers.value = copied(measured.measure());
   } catch (error) {
     sayError(error); // what was measured last stands

@@ -1,7 +1,7 @@
 // Landmarks, the suggestion, the keyboard's cross and the ruler.
 import { record, scaleOrigin, tool, view } from "../state/desk.ts";
 import type { Point } from "../state/document.ts";
-import { constructed } from "../state/measuring.ts";
+import { constructed, shownPoints } from "../state/measuring.ts";
 import { allPlaced, positionOf } from "../state/work.ts";
 import { draftRuler } from "../calibrate/draft.ts";
 import { suggestion } from "../place/guide.ts";
@@ -78,6 +78,11 @@ export function paintLandmarks(context: CanvasRenderingContext2D): void {
   const names = new Labels(context);
   paintRuler(context);
 
+  for (const [name, at] of shownPoints.value) {
+    const place = toScreen(now, at);
+    diamond(context, place, 3);
+    if (labels) names.put(name, place, ink.constructed);
+  }
   for (const [name, at] of constructed.value) {
     const place = toScreen(now, at);
     diamond(context, place, 4);

@@ -182,6 +182,34 @@ describe("from a film to a report", () => {
     expect(farthest((await one.case()).landmarks, placed)).toBeLessThan(6);
   });
 
+  test.each(["paste", "drop"] as const)("a film that comes by %s, and a pen that points where it touches", async (way) => {
+    const one = await person();
+    await one.give(way, file("film.dcm"));
+    const pen = await one.page.context().newCDPSession(one.page);
+    const placed = await one.placeAll(async (place) => {
+      const [x, y] = await one.onScreen(place);
+      for (const type of ["mouseMoved", "mousePressed", "mouseReleased"] as const)
+        await pen.send("Input.dispatchMouseEvent", { type, x, y, button: type === "mouseMoved" ? "none" : "left", clickCount: 1, pointerType: "pen" });
+    }, 5);
+    expect(farthest((await one.case()).landmarks, placed)).toBeLessThan(4);
+  });
+
+  test("points that formulas construct are on the film once what they rest on is placed, and not in the case", async () => {
+    const one = await person();
+    writeFileSync(file("case.json"), JSON.stringify({ format: "cephtool-case", version: 1, kind: "lateral", mm_per_pixel: 0.1, landmarks: Object.fromEntries(["Po", "Or", "PTV"].map((name) => [name, film.landmarks[name]])) }));
+    await one.open(file("film.dcm"), file("case.json"));
+    const [po, or, ptv] = ["Po", "Or", "PTV"].map((name) => film.landmarks[name] ?? [NaN, NaN]) as [Point, Point, Point];
+    const along = ((ptv[0] - po[0]) * (or[0] - po[0]) + (ptv[1] - po[1]) * (or[1] - po[1])) / ((or[0] - po[0]) ** 2 + (or[1] - po[1]) ** 2);
+    const centre: Point = [po[0] + along * (or[0] - po[0]), po[1] + along * (or[1] - po[1])];
+    await expect.poll(() => one.violetAt(centre)).toBeGreaterThan(4);
+    await one.panel("landmarks");
+    await one.page.locator(".landmark", { hasText: /^PTV$/ }).click();
+    await one.page.keyboard.press("Delete");
+    await expect.poll(() => one.violetAt(centre)).toBe(0);
+    await one.button(one.words.undo).click();
+    expect(Object.keys((await one.case()).landmarks)).not.toContain("CF");
+  });
+
   test("in Japanese, with nothing left in English and no barrier in any panel, light or dark", async () => {
     const one = await person("ja");
     await one.open(file("film.dcm"));
@@ -193,10 +221,12 @@ describe("from a film to a report", () => {
         expect(await barriers(one.page), `${theme} ${panel}`).toEqual([]);
       }
     }
-    await one.panel("scale");
-    const said = await one.page.locator("body").innerText();
-    expect(said).toMatch(/較正|倍率|画素/);
-    expect(said).not.toMatch(/\b(the|of|from)\b/i);
+    for (const [panel, japanese] of [["scale", /較正|倍率|画素/], ["landmarks", /目視|作図/]] as const) {
+      await one.panel(panel);
+      const said = await one.page.locator("body").innerText();
+      expect(said).toMatch(japanese);
+      expect(said).not.toMatch(/\b(the|of|from)\b/i);
+    }
     const saved = await one.case();
     expect(saved).toMatchObject({ name: "見本 花子", sex: "female", birth: "2001-05-14", film: "2025-06-02" });
   });

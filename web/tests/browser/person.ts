@@ -1,5 +1,6 @@
 // What a person does on the page, found by the words that a person reads.
 import { readFileSync } from "node:fs";
+import { basename } from "node:path";
 import { expect } from "vitest";
 import type { Locator, Page } from "playwright-core";
 import { english } from "../../page/words/english.ts";
@@ -29,6 +30,31 @@ export class Person {
   async open(...files: string[]): Promise<void> {
     await this.page.setInputFiles("#file-picker", files);
     await this.page.getByRole("toolbar", { name: this.words.filmTools }).waitFor();
+  }
+
+  /** Gives the page a file as the clipboard or a mouse does. */
+  async give(way: "paste" | "drop", path: string): Promise<void> {
+    const given = [basename(path), readFileSync(path, "base64")] as const;
+    const files = await this.page.evaluateHandle(([name, bytes]) => {
+      const transfer = new DataTransfer();
+      transfer.items.add(new File([Uint8Array.from(atob(bytes), (digit) => digit.charCodeAt(0))], name));
+      return transfer;
+    }, given);
+    if (way === "drop") await this.page.dispatchEvent(".desk", "drop", { dataTransfer: files });
+    else await files.evaluate((clipboardData) => dispatchEvent(new ClipboardEvent("paste", { clipboardData })));
+    await this.page.getByRole("toolbar", { name: this.words.filmTools }).waitFor();
+  }
+
+  /** How many pixels about a place of the film are drawn in the colour of constructed points. */
+  async violetAt(place: Point): Promise<number> {
+    const at = await this.onScreen(place);
+    return this.page.locator(".layer-landmarks").evaluate((sheet: HTMLCanvasElement, [x, y]) => {
+      const { left, top } = sheet.getBoundingClientRect();
+      const pixels = sheet.getContext("2d")!.getImageData(x - left - 6, y - top - 6, 13, 13).data;
+      let count = 0;
+      for (let i = 0; i < pixels.length; i += 4) count += Number(pixels[i + 2]! > 180 && pixels[i + 2]! > pixels[i + 1]! + 40);
+      return count;
+    }, at);
   }
 
   async panel(name: Panel): Promise<void> {
