@@ -14,12 +14,14 @@ class LandmarkFinder {
  public:
     explicit LandmarkFinder(const Case& record) : case_(record), record_(record) {}
 
-    // Nothing when the name is unknown or its landmark not placed.
+    // Nothing when the name is unknown or its landmark, or one that it is made of, not placed.
     std::optional<Position> operator()(const std::string& name);
     // All that are placed, in the case's order, virtual ones last.
     std::vector<Landmark> all();
 
  private:
+    bool lacks_something(const VirtualLandmark& made);
+
     const Case& case_;
     CaseRecord record_;
 };

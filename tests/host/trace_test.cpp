@@ -227,7 +227,7 @@ TEST_F(Trace, LiesOverTheXRayThatTheCaseNamesBesideIt) {
 TEST(Tracing, RoundsValuesAsTheModeSaysAndFindsLandmarksInPartsOfPixels) {
     Case record = host_test::read("a.json", R"json({"format": "cephtool-case", "version": 1, "kind": "lateral",
         "mm_per_pixel": 0.5, "landmarks": {"S": [0.5, 10], "N": [100.5, 10]}, "user": {"X": [7, 9]},
-        "virtual": {"M": "mid([S],[N])"}, "image": "film.jpg"})json");
+        "virtual": {"M": "mid([S],[N])", "L": "mid([S],[PT])", "LL": "mid([L],[N])"}, "image": "film.jpg"})json");
     const std::string definition = "Calc:\r\nLength=len([S],[N])\r\nWide=len([S],[Q])\r\n";
     std::vector<Analysis> analyses;
     analyses.push_back(*Analysis::from_text(tool::Kind::lateral, "a.txt", definition));
@@ -249,7 +249,7 @@ TEST(Tracing, RoundsValuesAsTheModeSaysAndFindsLandmarksInPartsOfPixels) {
     EXPECT_EQ(tracing.values[0].corner.y, 2);
     ASSERT_EQ(tracing.lines.size(), 1u);
     EXPECT_EQ(tracing.lines[0].to.x, 50.5);
-    ASSERT_EQ(tracing.landmarks.size(), 4u);
+    ASSERT_EQ(tracing.landmarks.size(), 4u);  // without PT there is no L, and no LL
     EXPECT_EQ(tracing.landmarks[3].name, "M");
     EXPECT_THAT(to_json(record), HasSubstr("\"image\": \"film.jpg\""));
 
