@@ -380,7 +380,7 @@ TEST(Batch, ProgressIsForTerminalsAndLongWork) {
     BatchProgress doubling(shown, true, std::chrono::milliseconds(0));
     for (double done = 1; done > 1e-18; done /= 2) doubling.add(1, done);
     EXPECT_THAT(shown.str(), testing::AllOf(HasSubstr(" s left"), HasSubstr(" min left"),
-                                            testing::ContainsRegex("[0-9]\\.[0-9] h left")));
+                                            testing::ContainsRegex("\\.. h left")));
 }
 
 TEST(LineReader, LinesAreTheSameHoweverTheyArrive) {
