@@ -74,6 +74,26 @@ TEST(Film, HasTheSamplesThatWereStored) {
     }
 }
 
+TEST(Film, HasSignedSamplesAndThoseOfTheOtherByteOrderFromTheFirstOn) {
+    std::string tiff("II*\0\x8\0\0\0\xA\0", 10);
+    const int tags[][2] = {{256, 2},   {257, 1}, {258, 16}, {259, 1}, {262, 1},
+                           {273, 134}, {277, 1}, {278, 1},  {279, 4}, {339, 2}};
+    for (const auto& [tag, value] : tags)
+        for (const int number : {tag, 3, 1, 0, value, 0})
+            tiff += {static_cast<char>(number), static_cast<char>(number >> 8)};
+    tiff += std::string("\0\0\0\0\xFB\xFF\7\0", 8);  // -5 and 7
+    const tool::Film film = tool::decode_film(tiff);
+    if (!is_left_out(film)) {
+        ASSERT_EQ(film.grey.size(), 2u) << film.error;
+        EXPECT_EQ(film.grey[0] + film.rule.lowest, -5);
+        EXPECT_EQ(film.grey[1] + film.rule.lowest, 7);
+    }
+    std::string other = bytes_of("grey16_big_endian.dcm");
+    other.replace(other.size() - 2 * 40 * 30, 2, "\x12\x34");
+    const tool::Film dicom = tool::decode_film(other);
+    EXPECT_TRUE(is_left_out(dicom) || dicom.grey.front() == 0x1234) << dicom.error;
+}
+
 TEST(Film, HasItsColours) {
     for (const char* name :
          {"planes_zip.tif", "rgb8_jpeg.tif", "rgb8_rle.dcm", "rgb8_baseline.dcm", "palette_lzw.tif"}) {

@@ -62,6 +62,7 @@ TEST(Window, ComesAfterTheModalityAndBeforeTheInversion) {
     EXPECT_EQ(shades(film)[2048], 128);
     film.rule.white_is_low = true;
     EXPECT_EQ(shades(film)[0], 255);
+    EXPECT_EQ(shades(film, {.inverted = true})[0], 0);
     film.rule.windows.clear();
     film.rule.voi = {100, 8, {0, 255, 51}};
     film.rule.white_is_low = false;

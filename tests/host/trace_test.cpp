@@ -226,7 +226,7 @@ TEST_F(Trace, LiesOverTheXRayThatTheCaseNamesBesideIt) {
 
 TEST(Tracing, RoundsValuesAsTheModeSaysAndFindsLandmarksInPartsOfPixels) {
     Case record = host_test::read("a.json", R"json({"format": "cephtool-case", "version": 1, "kind": "lateral",
-        "mm_per_pixel": 0.5, "landmarks": {"S": [0.5, 10], "N": [100.5, 10]}, "user": {"X": [7, 9]},
+        "mm_per_pixel": 0.5, "landmarks": {"S": [0.5, 10], "N": [101.6875, 10]}, "user": {"X": [7, 9]},
         "virtual": {"M": "mid([S],[N])", "L": "mid([S],[PT])", "LL": "mid([L],[N])"}, "image": "film.jpg"})json");
     const std::string definition = "Calc:\r\nLength=len([S],[N])\r\nWide=len([S],[Q])\r\n";
     std::vector<Analysis> analyses;
@@ -244,11 +244,11 @@ TEST(Tracing, RoundsValuesAsTheModeSaysAndFindsLandmarksInPartsOfPixels) {
     const Tracing tracing = tracing_of(record, mode, analyses, {}, OutlineSource::none);
     std::vector<std::string> texts;
     for (const TracingValue& value : tracing.values) texts.push_back(value.text);
-    EXPECT_THAT(texts, testing::ElementsAre("Length 50", "Length 50.0", "Length 50.00", "Length 50.0"));
-    EXPECT_EQ(tracing.values[0].corner.x, 54.5);
+    EXPECT_THAT(texts, testing::ElementsAre("Length 51", "Length 50.6", "Length 50.59", "Length 50.5"));
+    EXPECT_EQ(tracing.values[0].corner.x, 55.09375);
     EXPECT_EQ(tracing.values[0].corner.y, 2);
     ASSERT_EQ(tracing.lines.size(), 1u);
-    EXPECT_EQ(tracing.lines[0].to.x, 50.5);
+    EXPECT_EQ(tracing.lines[0].to.x, 51.09375);
     ASSERT_EQ(tracing.landmarks.size(), 4u);  // without PT there is no L, and no LL
     EXPECT_EQ(tracing.landmarks[3].name, "M");
     EXPECT_THAT(to_json(record), HasSubstr("\"image\": \"film.jpg\""));
