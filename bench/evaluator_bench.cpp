@@ -180,8 +180,9 @@ void ShippedLateral_Set(benchmark::State& state) {
 }
 BENCHMARK(ShippedLateral_Set);
 
-// The same with all that a list of results shows: norms, deviations, and whether something is missing.
-void ShippedLateral_SetNumbers(benchmark::State& state) {
+// Calls read(measurer, sheet, item) for each item after every change.
+template <class Read>
+void read_each_item(benchmark::State& state, const Read& read) {
     Shipped shipped;
     const SheetSet set = shipped.set();
     SheetMeasurer measurer(set);
@@ -190,28 +191,25 @@ void ShippedLateral_SetNumbers(benchmark::State& state) {
     for (auto _ : state) {
         shipped.record.Point[0].x ^= 1;
         measurer.Measure(shipped.subject);
-        for (const auto& [sheet, item] : items)
-            benchmark::DoNotOptimize(ResultList::Numbers(measurer, sheet, item, 1, 0));
+        for (const auto& [sheet, item] : items) read(measurer, sheet, item);
     }
     state.SetItemsProcessed(state.iterations() * static_cast<std::int64_t>(items.size()));
+}
+
+// The same with all that a list of results shows: norms, deviations, and whether something is missing.
+void ShippedLateral_SetNumbers(benchmark::State& state) {
+    read_each_item(state, [](SheetMeasurer& measurer, int sheet, int item) {
+        benchmark::DoNotOptimize(ResultList::Numbers(measurer, sheet, item, 1, 0));
+    });
 }
 BENCHMARK(ShippedLateral_SetNumbers);
 
 // The same as rows by themselves.
 void ShippedLateral_SetRows(benchmark::State& state) {
-    Shipped shipped;
-    const SheetSet set = shipped.set();
-    SheetMeasurer measurer(set);
-    std::vector<std::pair<int, int>> items;
-    shipped.each_item([&](const AnalysisSheet&, int sheet, int item) { items.emplace_back(sheet, item); });
-    for (auto _ : state) {
-        shipped.record.Point[0].x ^= 1;
-        measurer.Measure(shipped.subject);
-        for (const auto& [sheet, item] : items)
-            if (!measurer.Lacks(sheet, item, SheetPart::value, 1, 0))
-                benchmark::DoNotOptimize(measurer.Evaluate(sheet, item, 1, 0));
-    }
-    state.SetItemsProcessed(state.iterations() * static_cast<std::int64_t>(items.size()));
+    read_each_item(state, [](SheetMeasurer& measurer, int sheet, int item) {
+        if (!measurer.Lacks(sheet, item, SheetPart::value, 1, 0))
+            benchmark::DoNotOptimize(measurer.Evaluate(sheet, item, 1, 0));
+    });
 }
 BENCHMARK(ShippedLateral_SetRows);
 

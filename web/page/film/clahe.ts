@@ -1,5 +1,6 @@
 // Local contrast: contrast limited adaptive histogram equalisation (Zuiderveld, Graphics Gems IV, 1994, p. 474).
 import type { GreyFilm } from "./film.ts";
+import { extremes } from "./window.ts";
 
 const tilesAcross = 8; // of a film: some 3 cm, as large as the structures that landmarks lie on
 const bins = 512;
@@ -23,13 +24,7 @@ function clipped(histogram: Uint32Array, count: number): Float64Array {
  */
 export function equalised(film: GreyFilm): GreyFilm {
   const { width, height, samples } = film;
-  let low = Infinity;
-  let high = -Infinity;
-  for (let i = 0; i < samples.length; ++i) {
-    const sample = samples[i] ?? 0;
-    if (sample < low) low = sample;
-    if (sample > high) high = sample;
-  }
+  const [low, high] = extremes(samples);
   if (!(high > low)) return film;
   const range = high - low;
   const binOf = Uint16Array.from({ length: high + 1 }, (_, sample) => Math.max(0, Math.trunc(((sample - low) * (bins - 1)) / range + 0.5)));

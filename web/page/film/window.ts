@@ -34,7 +34,8 @@ export function windowBetween(low: number, high: number): GreyWindow {
 
 const knownExtremes = new WeakMap<Uint8Array | Uint16Array, readonly [number, number]>();
 
-function extremes(samples: Uint8Array | Uint16Array): readonly [number, number] {
+/** The least and the greatest sample, looked for once a film. */
+export function extremes(samples: Uint8Array | Uint16Array): readonly [number, number] {
   const known = knownExtremes.get(samples);
   if (known) return known;
   let low = Infinity;
