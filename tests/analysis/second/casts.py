@@ -1,0 +1,4 @@
+"""Items of casts, and the casts they are worked out on."""
+
+CASTS = {}
+ITEMS = {"cast": {}}

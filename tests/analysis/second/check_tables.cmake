@@ -1,0 +1,10 @@
+# The kept tables are what second.py makes.
+file(MAKE_DIRECTORY ${FOLDER})
+execute_process(COMMAND ${PYTHON} ${SOURCE}/second.py ${FOLDER} COMMAND_ERROR_IS_FATAL ANY)
+foreach(table subjects.tsv values.tsv)
+    file(READ ${SOURCE}/${table} kept)
+    file(READ ${FOLDER}/${table} made)
+    if(NOT kept STREQUAL made)
+        message(FATAL_ERROR "${table} differs: run ${SOURCE}/second.py")
+    endif()
+endforeach()

@@ -1,0 +1,4 @@
+"""Items of soft tissue, airway, neck and frontal analyses."""
+
+OWN = {"lateral": {}, "frontal": {}}
+ITEMS = {"lateral": {}, "frontal": {}}
