@@ -1,11 +1,14 @@
 #include "Analysis.h"
 
 #include <algorithm>
+#include <unordered_map>
 #include <unordered_set>
 
 #include "analysis/definition_file.h"
 #include "analysis/formula_names.h"
 #include "analysis/growth_stage.h"
+#include "analysis/population.h"
+#include "analysis/sheet_body.h"
 #include "platform/code_page.h"
 #include "platform/folder_file.h"
 #include "platform/system.h"
@@ -59,6 +62,11 @@ std::optional<int> dental_stage_named(std::string_view name) {
     return place == none ? std::nullopt : std::optional(place);
 }
 
+Population population_named(std::string_view text) {
+    PopulationName known = population_name(text);
+    return {std::move(known.name), std::move(known.japanese), std::string(text)};
+}
+
 struct Analysis::Body {
     Kind kind;
     std::filesystem::path file;
@@ -66,6 +74,9 @@ struct Analysis::Body {
     AnalysisSheet sheet;
     std::string title, comment;
     std::optional<Ages> ages;
+    std::optional<Population> population;
+    std::string variant_of;
+    std::unordered_map<std::string, std::string> japanese;  // by name
     std::vector<Item> items;
     std::vector<Stage> stages[std::size(both_sets)][std::size(both_sexes)];
     Inputs inputs;
@@ -88,6 +99,9 @@ Analysis Analysis::made(Kind kind, const std::filesystem::path& file, std::strin
                                     {},
                                     {},
                                     {},
+                                    {},
+                                    {},
+                                    {},
                                     {}});
     const AnalysisSheet& sheet = body->sheet;
     body->title = utf8(sheet.Title());
@@ -95,6 +109,12 @@ Analysis Analysis::made(Kind kind, const std::filesystem::path& file, std::strin
     body->comment = utf8(sheet.Comment());
     if (const SheetAges ages = sheet.Ages(); ages.known)
         body->ages = Ages{ages.from, ages.to < 0 ? std::nullopt : std::optional(ages.to)};
+    if (const CString population = sheet.Population(); !population.IsEmpty())
+        body->population = population_named(utf8(population));
+    body->variant_of = utf8(sheet.VariantOf());
+    if (const SheetBody* read = body_of(sheet))
+        for (const auto& [name, japanese] : read->sample.japanese)
+            body->japanese.emplace(utf8_from_code_page(name), utf8_from_code_page(japanese));
     LandmarksNamed landmarks;
     for (int index = 0; index < sheet.GetCount(); ++index) {
         constexpr int shows_norm = 1, is_marked = 2;
@@ -102,7 +122,7 @@ Analysis Analysis::made(Kind kind, const std::filesystem::path& file, std::strin
         landmarks.read(item.expression.View());
         body->items.push_back({utf8(item.name), utf8(item.expression), utf8(item.unit), item.column,
                                (item.mode & shows_norm) != 0, (item.mode & is_marked) != 0, item.second, item.heading,
-                               utf8(item.sign)});
+                               utf8(item.sign), utf8(item.japanese), utf8(item.unverified)});
     }
     Inputs& inputs = body->inputs;
     inputs.landmarks = std::move(landmarks.names);
@@ -111,7 +131,10 @@ Analysis Analysis::made(Kind kind, const std::filesystem::path& file, std::strin
         auto& of_set = body->stages[Body::at(set)];
         for (const Sex sex : both_sexes) {
             for (const SheetStage& stage : sheet.Stages(static_cast<int>(sex), set == StageSet::second)) {
-                of_set[Body::at(sex)].push_back({utf8(stage.name), stage.byAge, stage.from, stage.to});
+                const std::string name = utf8(stage.name);
+                const auto japanese = body->japanese.find(name);
+                of_set[Body::at(sex)].push_back({name, stage.byAge, stage.from, stage.to,
+                                                 japanese == body->japanese.end() ? "" : japanese->second});
                 (stage.byAge ? inputs.age : inputs.dental_stage) = true;
             }
         }
@@ -155,6 +178,20 @@ const std::string& Analysis::comment() const {
 
 const std::optional<Ages>& Analysis::ages() const {
     return body_->ages;
+}
+
+const std::optional<Population>& Analysis::population() const {
+    return body_->population;
+}
+
+const std::string& Analysis::variant_of() const {
+    return body_->variant_of;
+}
+
+const std::string& Analysis::japanese(const std::string& name) const {
+    static const std::string none;
+    const auto found = body_->japanese.find(name);
+    return found == body_->japanese.end() ? none : found->second;
 }
 
 std::span<const Item> Analysis::items() const {

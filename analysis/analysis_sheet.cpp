@@ -79,6 +79,20 @@ SheetAges AnalysisSheet::Ages() const {
     return {true, body_->sample.ages->from, body_->sample.ages->to.value_or(-1)};
 }
 
+CString AnalysisSheet::Population() const {
+    return or_failed(CString(), [&] { return body_ ? CString(body_->sample.population) : CString(); });
+}
+
+CString AnalysisSheet::VariantOf() const {
+    return or_failed(CString(), [&] { return body_ ? CString(body_->sample.variant_of) : CString(); });
+}
+
+CString AnalysisSheet::Japanese(const char* name) const {
+    return or_failed(CString(), [&] {
+        return body_ ? CString(tool::Sample::of(body_->sample.japanese, text_or_empty(name))) : CString();
+    });
+}
+
 std::vector<SheetStage> AnalysisSheet::Stages(int sex, bool second) const {
     if (!body_) return {};
     return or_failed(std::vector<SheetStage>(), [&] {

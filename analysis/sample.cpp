@@ -31,7 +31,7 @@ std::optional<AgeRange> age_range_of_sample(std::string_view text) {
 
 Sample sample_of(std::string_view file) {
     Sample sample;
-    bool in_section = false, ages_seen = false;
+    bool in_section = false, ages_seen = false, population_seen = false, variant_seen = false;
     for_each_line(file, [&](std::string_view line, int code) {
         if (code != content_line) in_section = code == parameter_section;
         const std::size_t equals = line.find('=');
@@ -40,9 +40,16 @@ Sample sample_of(std::string_view file) {
         if (name == ages_key && !ages_seen) {
             ages_seen = true;
             sample.ages = age_range_of_sample(value);
-        } else if (name.starts_with(sign_key)) {
-            sample.signs.emplace(name.substr(sign_key.size()), value);
+        } else if (name == population_key && !population_seen) {
+            population_seen = true;
+            sample.population = value;
+        } else if (name == variant_key && !variant_seen) {
+            variant_seen = true;
+            sample.variant_of = value;
         }
+        for (const auto& [key, lines] : {std::pair(sign_key, &sample.signs), std::pair(japanese_key, &sample.japanese),
+                                         std::pair(unverified_key, &sample.unverified)})
+            if (name.starts_with(key)) lines->emplace(name.substr(key.size()), value);
         return false;
     });
     return sample;

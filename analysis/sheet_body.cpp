@@ -31,7 +31,6 @@ const std::vector<SheetItem>& SheetBody::items() const {
         std::vector<SheetItem> items;
         for (const NamedLine& line : lines) {
             const TypedExpression typed = split_type(line.rest);
-            const auto sign = sample.signs.find(line.name);
             items.push_back({.name = CString(line.name),
                              .expression = CString(typed.expression),
                              .unit = CString(unit_of_item(file, line.name)),
@@ -39,7 +38,9 @@ const std::vector<SheetItem>& SheetBody::items() const {
                              .mode = typed.type.mode,
                              .second = line.second_set(),
                              .heading = !line.rest.data(),
-                             .sign = CString(sign == sample.signs.end() ? std::string_view() : sign->second)});
+                             .sign = CString(Sample::of(sample.signs, line.name)),
+                             .japanese = CString(Sample::of(sample.japanese, line.name)),
+                             .unverified = CString(Sample::of(sample.unverified, line.name))});
         }
         items_ = std::move(items);
     });

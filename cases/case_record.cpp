@@ -1,6 +1,8 @@
 #include "cases/case_record.h"
 
+#include <algorithm>
 #include <cmath>
+#include <span>
 
 namespace cephtool {
 namespace {
@@ -28,14 +30,21 @@ bool is_scale(double mm_per_pixel) {
 
 tool::Subject subject_of(const Case& record) {
     tool::Subject subject{.mm_per_pixel = record.mm_per_pixel.value(), .palate = record.palate};
-    subject.landmarks.reserve(record.landmarks.size() + record.user.size());
-    for (const auto* landmarks : {&record.landmarks, &record.user})
-        for (const Landmark& landmark : *landmarks) {
+    subject.landmarks.reserve(record.landmarks.size() + record.user.size() + record.vertebrae.size());
+    const auto add = [&](std::span<const Landmark> landmarks) {
+        for (const Landmark& landmark : landmarks) {
             tool::PlacedLandmark& placed = subject.landmarks.emplace_back();
             placed.at = {landmark.position.x, landmark.position.y};
             placed.slot = landmark.slot;
             if (landmark.slot < 0) placed.name = landmark.name;
         }
+    };
+    add(record.landmarks);
+    add(record.user);
+    // The engine's record has no places for points of vertebrae: formulas find them behind a person's own landmarks,
+    // as far as these leave room.
+    const std::size_t room = USER_POINT_MAX - std::min<std::size_t>(record.user.size(), USER_POINT_MAX);
+    add(std::span(record.vertebrae).first(std::min(record.vertebrae.size(), room)));
     for (const VirtualLandmark& made : record.virtuals) subject.virtuals.push_back({made.name, made.construction});
     if (record.sex) subject.sex = static_cast<tool::Sex>(*record.sex);
     return subject;

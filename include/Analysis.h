@@ -36,6 +36,7 @@ struct Stage {
     std::string name;
     bool by_age = true;  // in years; else by the place of the dental stage
     double from = 0, to = 0;
+    std::string japanese = {};  // the Japanese name; "" when the file gives none
     bool operator==(const Stage&) const = default;
 };
 
@@ -44,6 +45,17 @@ struct Ages {
     int from = 0;
     std::optional<int> to;  // nothing: open above
 };
+
+// Whose norms an analysis has.
+struct Population {
+    std::string name;      // what it is chosen by: "Japanese"
+    std::string japanese;  // the same in Japanese; as `name` when it is not known
+    std::string text;      // as the file has it: "Japanese adults (日本人成人)"
+};
+
+// The population that a person asks for: "japanese" and "日本人" are the name "Japanese". A name that is not known here
+// is what it is.
+TOOL_API Population population_named(std::string_view text);
 
 struct Item {
     std::string name;
@@ -55,6 +67,8 @@ struct Item {
     bool second = false;      // of the second set
     bool heading = false;     // of the items below it; then only the name counts
     std::string sign;         // what a positive value means; "" when the file does not say
+    std::string japanese;     // the Japanese name; likewise
+    std::string unverified;   // why the norm is to be doubted: its source was not seen; "" for one that was
 };
 
 // What must be known of a patient.
@@ -82,6 +96,11 @@ class TOOL_API Analysis {
     const std::string& title() const;  // the file's name without extension where it has none
     const std::string& comment() const;
     const std::optional<Ages>& ages() const;
+    const std::optional<Population>& population() const;  // nothing when the file does not say
+    // The file in the same folder that this one has norms of another population for; "" for an analysis of its own.
+    const std::string& variant_of() const;
+    // The Japanese name of an item, a heading, a stage or the text of a finding; "" when the file gives none.
+    const std::string& japanese(const std::string& name) const;
     std::span<const Item> items() const;  // in the order of the file, with the headings
 
     std::span<const Stage> stages(StageSet set, Sex sex) const;

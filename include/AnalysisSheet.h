@@ -45,6 +45,8 @@ struct SheetItem {
     bool second = false;   // stands in a "Calc2:" section
     bool heading = false;  // a line without "=": no item, but the heading of those below it
     CString sign;          // what a positive value means, as the file's "Param:" section says; "" when it does not
+    CString japanese;      // the Japanese name, as it says; likewise
+    CString unverified;    // why its norm is to be doubted: nobody saw the source; "" for a norm that was seen
 };
 
 // How old, in completed years, the people were that the norms were taken from, both ends included.
@@ -102,6 +104,12 @@ class TOOL_API AnalysisSheet {
     CString Title() const;    // "" without one
     CString Comment() const;  // the line behind "Comment:"; "" without one
     SheetAges Ages() const;   // the line "Ages=" of "Param:"
+    // Whose norms they are, and the file that these are norms of another population for: the lines "Population=" and
+    // "Variant of=" of "Param:"; "" without them.
+    CString Population() const;
+    CString VariantOf() const;
+    // The Japanese name that "Param:" gives an item, a heading, a stage or the text of a finding; "" without one.
+    CString Japanese(const char* name) const;
     // Stages of the first or second set for a sex (1 male, else female), in the order of the file.
     std::vector<SheetStage> Stages(int sex, bool second) const;
 

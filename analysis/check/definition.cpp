@@ -8,6 +8,7 @@
 #include "analysis/check/key.h"
 #include "analysis/check/stages.h"
 #include "analysis/formula_names.h"
+#include "analysis/growth_stage.h"
 #include "analysis/item_text.h"
 #include "analysis/sample.h"
 #include "platform/number_text.h"
@@ -45,6 +46,19 @@ bool has_norm(const std::optional<NamedLine>& line) {
     return line && !is_blank(line->rest);
 }
 
+// The texts in quotes that a finding chooses from.
+std::vector<std::string_view> texts_of(std::string_view item) {
+    std::vector<std::string_view> texts;
+    std::size_t at = item.find(';');
+    while (at != std::string_view::npos && (at = item.find('"', at)) != std::string_view::npos) {
+        const std::size_t end = item.find('"', at + 1);
+        if (end == std::string_view::npos) break;
+        texts.push_back(item.substr(at + 1, end - at - 1));
+        at = end + 1;
+    }
+    return texts;
+}
+
 struct ReferenceList : FormulaNames {
     void landmark(std::string_view) override {}
     void cast_measure(std::string_view) override {}
@@ -60,8 +74,15 @@ class Check {
     void run() {
         for (const NamedLine& item : file_.items()) {
             names_.push_back(item.name);
+            if (!item.rest.data()) headings_.push_back(item.name);
+            for (const std::string_view text : texts_of(item.rest)) displayed_.push_back(text);
             for (const int sex : {male, female}) has_norms_ |= has_norm(file_.find(item.name, Look::norms, sex).mean);
         }
+        displayed_.insert(displayed_.end(), names_.begin(), names_.end());
+        for (const bool second : {false, true})
+            for (const int sex : {male, female})
+                for_each_stage(file_.text(), sex, second,
+                               [&](const StageLine& stage) { displayed_.push_back(stage.name); });
         const std::string_view title = file_.title(), comment = file_.comment();
         int section = content_line;
         bool in_front = true, below_comment = false;
@@ -78,6 +99,8 @@ class Check {
             below_comment = code == comment_section;
             return false;
         });
+        if (variant_ && !parameters_.contains(population_key))
+            findings_.fault(*variant_, "a variant without a population is never chosen; add Population=");
         check_circles(file_, references_, findings_);
     }
 
@@ -230,25 +253,61 @@ class Check {
         const std::size_t equals = line.find('=');
         if (equals == std::string_view::npos) return;
         const std::string_view name = line.substr(0, equals), value = line.substr(equals + 1);
-        const bool ages = name == ages_key;
-        if (!ages && !name.starts_with(sign_key)) {
-            if (!meant_name(name, std::span(&ages_key, 1)).empty())
-                findings_.fault(line, quoted(name) + " is not read; write " + quoted(ages_key));
-            return;
-        }
+        const auto key = std::ranges::find_if(sample_keys, [name](std::string_view each) {
+            return each.ends_with(' ') ? name.starts_with(each) : name == each;
+        });
+        if (key == std::end(sample_keys)) return check_for_parameter_key(line, name);
         if (!parameters_.insert(name).second)
             return findings_.fault(line, "a line further up already says this, and only that one is read; remove one");
-        if (ages && !age_range_of_sample(value))
-            return findings_.fault(
-                line.substr(equals),
-                quoted(value) + " is no range of ages; write whole years, as in 12-17, or 18- when it is open above");
-        if (ages) return;
-        const std::string_view item = name.substr(sign_key.size());
-        if (!file_.find_item(item))
-            findings_.fault(line, "there is no item " + quoted(item) + ", so its sign is never read" +
-                                      suggestion(meant_name(item, names_)));
+        if (*key == ages_key) {
+            if (!age_range_of_sample(value))
+                findings_.fault(
+                    line.substr(equals),
+                    quoted(value) +
+                        " is no range of ages; write whole years, as in 12-17, or 18- when it is open above");
+        } else if (!key->ends_with(' ')) {
+            if (*key == variant_key) variant_ = line;
+            if (is_blank(value))
+                findings_.fault(line, *key == population_key
+                                          ? "say behind \"=\" whose norms these are, such as Japanese"
+                                          : "say behind \"=\" which file this is a variant of, such as Steiner.txt");
+        } else {
+            check_parameter_of(name.substr(key->size()), *key, line, value);
+        }
+    }
+
+    // Keys with slips in them.
+    void check_for_parameter_key(std::string_view line, std::string_view name) {
+        for (const std::string_view key : sample_keys) {
+            const bool slip = key.ends_with(' ') ? equal_ignoring_case(name.substr(0, key.size()), key)
+                                                 : !meant_name(name, std::span(&key, 1)).empty();
+            if (slip) findings_.fault(line, quoted(name.substr(0, key.size())) + " is not read; write " + quoted(key));
+        }
+    }
+
+    // A line on something that has a name in the file.
+    void check_parameter_of(std::string_view name, std::string_view key, std::string_view line,
+                            std::string_view value) {
+        if (key == japanese_key) {
+            if (std::ranges::find(displayed_, name) == displayed_.end())
+                findings_.fault(line, "there is no item, heading, stage or finding " + quoted(name) +
+                                          ", so its Japanese name is never read" +
+                                          suggestion(meant_name(name, displayed_)));
+            else if (is_blank(value))
+                findings_.fault(line, "write the Japanese name behind \"=\"");
+            return;
+        }
+        const bool sign = key == sign_key;
+        if (!file_.find_item(name) || std::ranges::find(headings_, name) != headings_.end())
+            findings_.fault(line, "there is no item " + quoted(name) + ", so its " + (sign ? "sign" : "mark") +
+                                      " is never read" + suggestion(meant_name(name, names_)));
         else if (is_blank(value))
-            findings_.fault(line, "say behind \"=\" what a positive value means, such as in front of the line");
+            findings_.fault(line, sign ? "say behind \"=\" what a positive value means, such as in front of the line"
+                                       : "say behind \"=\" why the norm is to be doubted, such as textbook figure, "
+                                         "not seen in print");
+        else if (!sign && !has_norm(file_.find(name, Look::norms, male).mean) &&
+                 !has_norm(file_.find(name, Look::norms, female).mean))
+            findings_.fault(line, quoted(name) + " has no norm that could be doubted; remove the line");
     }
 
     // --- Norms -----------------------------------------------------------------------------------------------------
@@ -343,10 +402,11 @@ class Check {
     const DefinitionFile& file_;
     Findings& findings_;
     FormulaCheck formulas_;
-    std::vector<std::string_view> names_;
+    std::vector<std::string_view> names_, headings_, displayed_;  // the last can have a Japanese name
     bool has_norms_ = false;
     References references_;
     std::set<std::string_view> parameters_;
+    std::optional<std::string_view> variant_;  // the line
 };
 
 }  // namespace

@@ -2,13 +2,18 @@
 #include "DefinitionCheck.h"
 
 #include <algorithm>
+#include <map>
 
 #include "analysis/check/catalogue.h"
 #include "analysis/check/definition.h"
 #include "analysis/check/display_mode.h"
 #include "analysis/check/settings.h"
 #include "analysis/check/text.h"
+#include "analysis/check/variants.h"
 #include "analysis/face.h"
+#include "analysis/population.h"
+#include "analysis/sample.h"
+#include "platform/code_page.h"
 #include "platform/path.h"
 #include "platform/settings_form.h"
 #include "platform/system.h"
@@ -153,9 +158,29 @@ class PathCheck {
     void file(std::string_view path, CheckFamily family, int kind) {
         const bool ricketts = kind == lateral && equal_ignoring_case(names_of(path).own, ricketts_name);
         const bool settings = family == CheckFamily::eras || family == CheckFamily::bone_age;
-        file_with(path, settings, [=](std::string_view text, Findings& findings) {
+        file_with(path, settings, [=, this](std::string_view text, Findings& findings) {
             check_content(family, kind, ricketts, text, findings);
+            if (family == CheckFamily::definition) variant(path, text, findings);
         });
+    }
+
+    void variant(std::string_view path, std::string_view text, Findings& findings) {
+        const tool::Sample sample = tool::sample_of(text);
+        if (sample.variant_of.empty()) return;
+        const std::string_view folder = path.substr(0, path.size() - names_of(path).own.size());
+        const std::string base = joined(folder, sample.variant_of);
+        auto of_base = is_readable_file(base) ? tool::read_file(base, tool::largest_text_file) : std::nullopt;
+        std::optional<tool::DefinitionFile> base_file;
+        if (of_base) base_file.emplace(*std::move(of_base));
+        check_as_read(text, findings, [&](const tool::DefinitionFile& file, Findings& in_copy) {
+            tool::check_variant(file, base_file ? &*base_file : nullptr, in_copy);
+        });
+        const std::string population =
+            tool::lower(tool::population_name(tool::utf8_from_code_page(sample.population)).name);
+        const auto [first, is_first] = variants_.emplace(tool::lower(base) + "\n" + population, path);
+        if (!is_first && !population.empty())
+            findings.fault(sample.population, tool::quoted(names_of(first->second).own) +
+                                                  " is a variant for this population, too, and only one is chosen");
     }
 
     // Checks the list; the files in it that are there.
@@ -230,6 +255,7 @@ class PathCheck {
     }
 
     CheckResult result_;
+    std::map<std::string, std::string> variants_;  // the first file by the base's path and the population
 };
 
 // A check that could not be made says so: without a finding it would be taken for the best of all results.

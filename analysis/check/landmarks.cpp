@@ -12,6 +12,10 @@ namespace {
 constexpr std::size_t longest_user_name = sizeof tagUPOINT::Name - 1;
 constexpr std::size_t longest_virtual_name = sizeof tagKPOINT::Name - 1;
 
+// Points of the third and fourth cervical vertebra, which lateral cases have beside the landmarks of the table.
+constexpr std::string_view vertebra_points[] = {"C3ua", "C3up", "C3da", "C3dp", "C3la", "C3lp",
+                                                "C4ua", "C4up", "C4da", "C4dp", "C4la", "C4lp"};
+
 }  // namespace
 
 LandmarkCheck::LandmarkCheck(int kind, Findings& findings) : findings_(findings) {
@@ -19,6 +23,8 @@ LandmarkCheck::LandmarkCheck(int kind, Findings& findings) : findings_(findings)
     for (const int film : {0, 1})
         if (any_kind || (film == 0 ? is_lateral(kind) : is_frontal(kind)))
             known_.insert(known_.end(), landmark_names(film).begin(), landmark_names(film).end());
+    if (any_kind || is_lateral(kind))
+        known_.insert(known_.end(), std::begin(vertebra_points), std::end(vertebra_points));
     for (int slot = 0; slot < cast_point_count && (any_kind || kind == 2); ++slot)
         known_.push_back(cast_point_name(slot));
 }

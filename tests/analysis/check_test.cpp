@@ -241,6 +241,17 @@ TEST(CheckDefinition, FindsWhatIsNeverReadOrMisread) {
              "Param:\nAges=18\nAges=12-17\nages=1-2\nOther=1\nSign A=in front\nSign a=x\nSign B=\nSign A=again\nLine\n",
          {"7:5 no range of ages", "8:1 already says this", "9:1 write \"Ages\"", "12:1 no item \"a\"",
           "13:1 say behind", "14:1 already says this"}},
+        {"names and marks",
+         items +
+             "Mean:\nA=1\nSD:\nA=1\nParam:\nJapanese A=x\nJapanese A=y\nJapanese C=x\nJapanese B=\njapanese B=x\n"
+             "Unverified A=x\nUnverified B=x\nUnverified C=x\nunverified C=x\nPopulation=\nVariant of=\nVariants=\n",
+         {"5:1 note an item without a norm", "12:1 already says this", "13:1 finding \"C\"",
+          "14:1 write the Japanese name", "15:1 write \"Japanese \"", "17:1 has no norm", "18:1 no item \"C\"",
+          "19:1 write \"Unverified \"", "20:1 whose norms these are", "21:1 which file"}},
+        {"names of all that is shown",
+         "title:\nT\nCalc:\nHead\nA=len([S],[N])>1;\"b (c)\";\"d\"\nStage:\ne=1-2\nParam:\nJapanese Head=x\nJapanese b (c)=x\n"
+         "Japanese d=x\nJapanese e=x\nVariant of=F.txt\nPopulation=Thai\n",
+         {"4:1 note a heading"}},
         {"ages of one year", items + "Param:\nAges=9-9\n", {}},
         {"circles",
          "title:\nT\nCalc:\nA=sdu(\"B\")*1\nB=len([S],[N])+case(\"C\")\nC=case(\"B\")*2\nD=case(\"A\")\nMean:\n"
@@ -249,7 +260,7 @@ TEST(CheckDefinition, FindsWhatIsNeverReadOrMisread) {
           "7:1 note an item without", "9:1 refers to itself"}},
         {"deviation by hand", "title:\nT\nCalc:\nA=(len([S],[N])-mean(\"A\"))/sdv(\"A\")\nMean:\nA=1\nSD:\nA=1\n", {}},
         {"landmarks of one's own",
-         "title:\nT\nCalc:\nA=len([Foo],[Foo])+len([toolong],[UCWR])\n",
+         "title:\nT\nCalc:\nA=len([Foo],[Foo])+len([toolong],[UCWR])\nB=len([C3ua],[C4lp])\n",
          {"4:8 note landmark of the user's own", "4:25 note virtual landmark", "4:35 note landmark of the user's own"}},
         {"stages",
          "title:\nT\nStage:\na=0-6.5\nb=6-7\nc=9-8\nd=8-8\ne\nf=x-9\ng=0-\nh=20\ni=7-8\n" + fifty +
@@ -453,6 +464,35 @@ TEST(CheckFolder, FollowsTheListsAsTheEngineDoes) {
     EXPECT_EQ(places("cvba.dat"), (Expected{"cvba.dat:0", "1 files"}));
     EXPECT_EQ(places("other"), (Expected{"other:0", "0 files"}));
     EXPECT_EQ(places("gone"), (Expected{"gone:0", "0 files"}));
+}
+
+TEST(CheckFolder, AVariantHasItsBaseAndAPopulationThatIsAskedFor) {
+    const std::string items = "title:\nT\nCalc:\nA=len([S],[N])\n", base = items + "Param:\nPopulation=European\n";
+    const auto variant = [&](const std::string& of, const std::string& population) {
+        return items + "Param:\nVariant of=" + of + "\nPopulation=" + population + "\n";
+    };
+    struct {
+        std::string variant;
+        Expected found;
+    } const rows[] = {
+        {variant("base.txt", "Japanese adults"), {}},
+        {variant("gone.txt", "Thai"), {"6:12 no file \"gone.txt\""}},
+        {variant("other.txt", "Thai"), {"6:12 a variant itself"}},
+        {variant("base.txt", "european, 20 men"), {"7:12 itself, so this file"}},
+        {variant("base.txt", "Korean"), {"7:12 \"other.txt\" is a variant"}},
+        {"title:\nT\nCalc:\nA=lenR([S],[N])\nB=len([S],[A])\nParam:\nPopulation=Thai\nVariant of=base.txt\n",
+         {"4:1 another formula", "8:12 note lacks \"B\""}},
+        {"title:\nT\nCalc:\nB=len([S],[A])\nParam:\nPopulation=Thai\nVariant of=base.txt\n",
+         {"7:12 note lacks \"B\"", "7:12 note this file lacks \"A\""}},
+    };
+    for (const auto& row : rows) {
+        const AnalysisFolder folder;
+        folder.write("CalcForm/list.txt", "base.txt\r\nother.txt\r\nrow.txt\r\n");
+        folder.write("CalcForm/base.txt", base);
+        folder.write("CalcForm/other.txt", variant("base.txt", "Korean (\x8a\xd8\x8d\x91\x90\x6c)"));
+        folder.write("CalcForm/row.txt", row.variant);
+        expect_findings(DefinitionCheck::Path((folder.root() + "CalcForm").c_str()), row.found, row.variant);
+    }
 }
 
 TEST(CheckFolder, TheOneThatShipsHasNoFault) {

@@ -10,6 +10,7 @@
 #include "base/date_reader.h"
 #include "cases/vertebrae.h"
 #include "host/host_test.h"
+#include "results/measurement.h"
 
 namespace cephtool {
 namespace {
@@ -48,6 +49,19 @@ TEST(DentalStages, StandAtTheEnginesOrdinal) {
     double ordinal = 0;
     for (const char* stage : dental_stages) EXPECT_EQ(CCephCalc::GetDentalAge(stage), ordinal++) << stage;
     EXPECT_EQ(CCephCalc::GetDentalAge("another"), ordinal);
+}
+
+TEST(CervicalPoints, AreNamedInFormulasLikeLandmarks) {
+    const Analysis analysis =
+        *Analysis::from_text(tool::Kind::lateral, "V.txt",
+                             "title:\nV\nCalc:\nFront=len([C3ua],[C3la])\nTilt=len([C3da],mid([C4ua],[C4up]))\n");
+    const Analysis* const analyses[] = {&analysis};
+    const CaseResult result = measured(read("a.csv", std::string(film) + corners), analyses, {}, false);
+    EXPECT_EQ(result.analyses[0].items[0].value, 10);
+    EXPECT_THAT(result.analyses[0].items[1].missing, ElementsAre("C3da"));
+    Case full = read("a.csv", std::string(film) + corners);
+    for (int i = 0; i < 95; ++i) full.user.push_back({"u" + std::to_string(i), {1, 1}});
+    EXPECT_TRUE(measured(full, analyses, {}, false).analyses[0].items[0].value);
 }
 
 TEST(CervicalPoints, AreMadeFromCornersOrNamed) {

@@ -1,0 +1,12 @@
+// Sheets that have norms of another population for the analysis of another file.
+#pragma once
+
+#include "analysis/check/findings.h"
+#include "analysis/definition_file.h"
+
+namespace tool {
+
+// `base` is the text of the file that a sheet says it is a variant of; null when it can't be read.
+void check_variant(const DefinitionFile& variant, const DefinitionFile* base, Findings& findings);
+
+}  // namespace tool
