@@ -326,7 +326,10 @@ std::optional<Position> Session::suggest(const std::string& name) const {
     static const cephtool::OutlineTemplate faces[] = {cephtool::shipped_template(cephtool::Kind::lateral),
                                                       cephtool::shipped_template(cephtool::Kind::frontal)};
     if (record_.kind == cephtool::Kind::model) return {};
-    return cephtool::LandmarkSuggestion(faces[record_.kind == cephtool::Kind::frontal], record_.landmarks)(name);
+    std::vector<Landmark> placed = record_.landmarks;
+    for (const auto* others : {&record_.user, &record_.vertebrae})
+        placed.insert(placed.end(), others->begin(), others->end());
+    return cephtool::LandmarkSuggestion(faces[record_.kind == cephtool::Kind::frontal], placed)(name);
 }
 
 }  // namespace engine

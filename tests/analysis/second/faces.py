@@ -5,15 +5,17 @@ import math
 import random
 from pathlib import Path
 
-SAMPLES = Path(__file__).resolve().parents[3] / "examples" / "samples"
+PROJECT = Path(__file__).resolve().parents[3]
 
 JAW = "B PM Pog(R) Pog Gn Me Go(L) Go Go(P) Xi D L1 L1R L1C LMo LMo(D) LMoR TLL TC Me(s) Pog(s) Vmi".split()
 UPPER = "ANS A PNS U1 U1R U1C UMo UMo(D) UMoR PMo SN TUL".split()
 
 
 def average(file, own):
-    case = json.loads((SAMPLES / file).read_text(encoding="utf-8"))
-    return {name: complex(*at) for name, at in {**case["landmarks"], **case.get("vertebrae", {}), **own}.items()}
+    """With what the outlines' face has beside the sample's landmarks: own landmarks, vertebrae."""
+    case = json.loads((PROJECT / "examples" / "samples" / file).read_text(encoding="utf-8"))
+    face = json.loads((PROJECT / "outlines" / file.replace("-average", "")).read_text(encoding="utf-8"))
+    return {name: complex(*at) for name, at in {**case["landmarks"], **face["landmarks"], **own}.items()}
 
 
 def moved(face, names, shift=0, degrees=0, about=0, size=1):
