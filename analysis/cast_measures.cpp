@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "analysis/cast_points.h"
+#include "analysis/cast_terms.h"
 #include "geometry/line.h"
 
 namespace tool {
@@ -67,13 +68,22 @@ double arch_length(tagPOINTMO& record, CastCurve curve) {
 }  // namespace
 
 bool is_cast_token(std::string_view token) {
-    return find_measure(token) != nullptr;
+    return find_measure(token) != nullptr || cast_terms(token);
 }
 
 std::vector<int> points_of_measure(std::string_view token) {
     std::vector<int> slots;
     const Measure* m = find_measure(token);
-    if (!m || m->quantity == Quantity::palate) return slots;
+    if (!m) {
+        if (const auto terms = cast_terms(token))
+            for (const CastTerm& term : *terms)
+                for (const CastPlace& place : term.places) {
+                    slots.push_back(place.slot);
+                    if (place.other != place.slot) slots.push_back(place.other);
+                }
+        return slots;
+    }
+    if (m->quantity == Quantity::palate) return slots;
     const int base = curve_slot(m->curve);
     if (m->quantity == Quantity::arch_width) return {base, base + 1};
     if (m->quantity == Quantity::arch_length) return {base + 2, base + 3, base + 4};
@@ -86,10 +96,15 @@ std::vector<int> points_of_measure(std::string_view token) {
 }
 
 double cast_measure(std::string_view token, tagPOINTMO& record) {
-    const Measure* m = find_measure(token);
-    if (!m) return 0.0;
     const auto absent = [&](int slot) { return cast_point(record, slot) == CPoint(); };
     if (std::ranges::any_of(points_of_measure(token), absent)) return 0.0;
+    const Measure* m = find_measure(token);
+    if (!m) {
+        double sum = 0;
+        if (const auto terms = cast_terms(token))
+            for (const CastTerm& term : *terms) sum += measured_term(term, record) * record.Scale;
+        return sum;
+    }
     switch (m->quantity) {
         case Quantity::arch_width: return arch_width(record, m->curve);
         case Quantity::arch_length: return arch_length(record, m->curve);

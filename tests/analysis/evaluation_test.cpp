@@ -374,10 +374,46 @@ TEST(Cast, IsMeasuredThroughItsTokens) {
     struct {
         const char* token;
         double value;
-    } const cases[] = {{"[UCAW]", 35},  {"[UBAW]", 36},  {"[LCAW]", 37},  {"[LBAW]", 38}, {"[UCAL]", 100},
-                       {"[UBAL]", 102}, {"[LCAL]", 104}, {"[LBAL]", 106}, {"[UATW]", 60}, {"[UTTW]", 120},
-                       {"[LATW]", 45},  {"[LTTW]", 90},  {"[ATR]", 75},   {"[TTR]", 75},  {"[PLTU]", -1},
-                       {"[PLTL]", 0},   {"UCAW", 0},     {"", 0}};
+    } const cases[] = {{"[UCAW]", 35},
+                       {"[UBAW]", 36},
+                       {"[LCAW]", 37},
+                       {"[LBAW]", 38},
+                       {"[UCAL]", 100},
+                       {"[UBAL]", 102},
+                       {"[LCAL]", 104},
+                       {"[LBAL]", 106},
+                       {"[UATW]", 60},
+                       {"[UTTW]", 120},
+                       {"[LATW]", 45},
+                       {"[LTTW]", 90},
+                       {"[ATR]", 75},
+                       {"[TTR]", 75},
+                       {"[PLTU]", -1},
+                       {"[PLTL]", 0},
+                       {"UCAW", 0},
+                       {"", 0},
+                       // Of single teeth and contact points; here all teeth turn their mesial points to the right.
+                       {"[11]", 10},
+                       {"[12+36]", 17.5},
+                       {"[26-46]", 16.25},
+                       {"[16m-UCWR]", 75},
+                       {"[11+16m-15m-14m]", 40},
+                       {"[16/15-12]", 60},
+                       {"[21~22~26]", 75},
+                       {"[UCF^16m-26]", 25},
+                       {"[22|23]", 5},
+                       {"[41|42]", 22.5},
+                       {"[31|32]", 7.5},
+                       {"[17]", 0},
+                       {"[11|13]", 0},
+                       {"[26|36]", 0},
+                       {"[16/14-11]", 0},
+                       {"[11~]", 0},
+                       {"[11+]", 0},
+                       {"[+]", 0},
+                       {"[UCF]", 0},
+                       {"[11^12-13-14]", 0},
+                       {"[11-12~13]", 0}};
     AnalysisFolder folder;
     folder.write("CalcForm_Model/list.txt", "M.txt");
     folder.write("CalcForm_Model/M.txt", "Calc:\nPalate=Model([PLTU]);1+1;2+2\nTwo=Model([UCAW])/3*1\n");
