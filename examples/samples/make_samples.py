@@ -160,12 +160,14 @@ def derived(average, name, sex, birth, film, dental_stage, upper, body, teeth, n
 
 # Mesio-distal crown widths in mm from the first incisor to the first molar. Their sums fit Bolton's ratios.
 CROWN_WIDTHS = {"upper": [8.5, 7.0, 7.7, 7.1, 6.8, 10.2], "lower": [5.3, 5.9, 6.7, 7.1, 7.0, 10.8]}
+# How far the facial and lingual ends of lower incisors, and the cusp tips of canines and first molars, lie off the crown's middle, mm.
+CROWN_MARKS = {1: {"f": 2.6, "l": -3.3}, 2: {"f": 2.8, "l": -3.4}, 3: {"c": 1.2}, 6: {"c": 3.6}}
 
 
 def cast():
     """Two even dental arches seen on the chewing surface, mm from the middle of the front teeth, the patient's right on
     the left; the contacts of the teeth lie on a parabola."""
-    landmarks = {}
+    landmarks, own = {}, {}
     for arch, quadrants, steep, middle, sign in (("upper", (1, 2), 0.05, (60, 25), 1), ("lower", (4, 3), 0.054, (60, 125), -1)):
         for quadrant, side in zip(quadrants, (-1, 1)):
             x = 0.0
@@ -177,6 +179,12 @@ def cast():
                     low, high = (x, high) if math.dist(mesial, (x, steep * x * x)) < width else (low, x)
                 for face, (u, v) in (("m", mesial), ("d", (x, steep * x * x))):
                     landmarks[f"{quadrant}{tooth}{face}"] = whole((20 * (middle[0] + side * u), 20 * (middle[1] + sign * v)))
+                along = x - mesial[0], steep * x * x - mesial[1]
+                for mark, off in CROWN_MARKS.get(tooth, {}).items():  # from the crown's middle to cheek or lip
+                    if tooth > 2 or arch == "lower":
+                        u, v = ((a + b / 2) for a, b in zip(mesial, along))
+                        u, v = u + off * along[1] / width, v - off * along[0] / width
+                        own[f"{quadrant}{tooth}{mark}"] = whole((20 * (middle[0] + side * u), 20 * (middle[1] + sign * v)))
         curves = {"C": (20.4, 11, -1, 26.5, 36), "B": (20.9, 14, 1, 25, 33)} if arch == "upper" else \
                  {"C": (17.5, 10, -1, 24, 32.5), "B": (19.5, 13, 1, 25, 31)}
         for curve, (half_width, at, front, half_rear, rear) in curves.items():
@@ -185,7 +193,7 @@ def cast():
                                  "RR": (-half_rear, rear), "RL": (half_rear, rear)}.items():
                 landmarks[name + mark] = whole((20 * (middle[0] + u), 20 * (middle[1] + sign * v)))
     return {"format": "cephtool-case", "version": 1, "name": "Mihon Hanako (見本 花子), even arches", "kind": "model",
-            "sex": "female", "birth": "2001-05-14", "film": "2025-06-02", "mm_per_pixel": 0.05, "landmarks": landmarks}
+            "sex": "female", "birth": "2001-05-14", "film": "2025-06-02", "mm_per_pixel": 0.05, "landmarks": landmarks, "user": own}
 
 
 def whole(p):
@@ -202,7 +210,7 @@ def write_case(path, case):
 
     parts = []
     for key, value in case.items():
-        if key in ("landmarks", "vertebrae", "virtual"):
+        if key in ("landmarks", "vertebrae", "user", "virtual"):
             value = "{\n    " + rows(f"{text(k)}: {text(v)}" for k, v in value.items()) + "\n  }"
         elif key == "outlines":
             value = "[\n    " + rows(text(outline) for outline in value) + "\n  ]"

@@ -395,10 +395,10 @@ TEST(Cast, IsMeasuredThroughItsTokens) {
                        // Of single teeth and contact points; here all teeth turn their mesial points to the right.
                        {"[11]", 10},
                        {"[12+36]", 17.5},
-                       {"[26-46]", 16.25},
+                       {"[26-46]", 13.75},
                        {"[16m-UCWR]", 75},
                        {"[11+16m-15m-14m]", 40},
-                       {"[16/15-12]", 60},
+                       {"[16/15-12]", 52.5},
                        {"[21~22~26]", 75},
                        {"[UCF^16m-26]", 25},
                        {"[22|23]", 5},
