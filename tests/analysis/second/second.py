@@ -6,7 +6,7 @@ shipped files and compare, and run this again to see that the kept tables are it
 
 A module has ITEMS, for each kind the items it knows: {"lateral": {"SNA": lambda f: angle(f.S, f.N, f.A)}}. `f` holds the
 points as geometry.py wants them, by attribute or f["Go(L)"]; an item's name means one measure in every file, and its value is a
-number, or the text of a finding. Beside it OWN, places of own landmarks on the average face (pixels, per kind), OWN_JAW and
+number, or the text of a finding. Beside it OWN, places of own landmarks on the average face that it lacks (pixels, per kind), OWN_JAW and
 OWN_UPPER, those that go with the jaws; CASTS, subjects of its own: {"crowded": (mm_per_pixel, {"11m": 1200+500j})}.
 """
 import csv
