@@ -276,8 +276,8 @@ ITEMS = {"lateral": {
     "Beta angle expected": lambda f: 0.44 * sna(f) + 0.275 * plane_angle(f) - 13.7,
     "Beta angle less expected": lambda f: beta(f) + 13.7 - 0.44 * sna(f) - 0.275 * plane_angle(f),
     "A-B on the bisector plane": lambda f: ahead(f.A, f.B, *bisector(f)),
-    "A-B on the bisector expected": lambda f: 30.7 - 0.318 * sna(f) - 0.225 * plane_angle(f),
-    "A-B on the bisector less expected": lambda f: ahead(f.A, f.B, *bisector(f)) - 30.7 + 0.318 * sna(f) +
+    "A-B on the bisector expected, mm": lambda f: 30.7 - 0.318 * sna(f) - 0.225 * plane_angle(f),
+    "A-B on the bisector less expected, mm": lambda f: ahead(f.A, f.B, *bisector(f)) - 30.7 + 0.318 * sna(f) +
                                          0.225 * plane_angle(f),
     "YEN angle": lambda f: angle(f.S, f.Mp, f.Gs),
     "W angle": lambda f: angle(foot(f.Mp, f.S, f.Gs), f.Mp, f.Gs),
@@ -311,10 +311,10 @@ ITEMS = {"lateral": {
     "B-Pog to S-N": lambda f: inner(f.S, f.N, f.Pog, f.B),
     "H angle to NB": h_angle,
     "ANB less expected": lambda f: anb(f) - (-45.359 + 0.493 * sna(f) + 0.251 * ml(f)),
-    "A-B on occlusal plane less expected": lambda f: wits_of_downs(f) - (57.510 + 1.526 * anb(f) - 0.634 * sna(f) -
+    "A-B on occlusal plane less expected, mm": lambda f: wits_of_downs(f) - (57.510 + 1.526 * anb(f) - 0.634 * sna(f) -
                                                                        0.666 * steiner_plane(f)),
-    "H angle to NB less expected": lambda f: h_angle(f) - (anb(f) - 1.3 * forward_of_nb(f, f.Pog) + 10.5),
-    "L1 to NB less expected": lambda f: forward_of_nb(f, f.L1) - (0.5 * anb(f) - 0.35 * forward_of_nb(f, f.Pog) + 3.9),
+    "H angle to NB less expected, degrees": lambda f: h_angle(f) - (anb(f) - 1.3 * forward_of_nb(f, f.Pog) + 10.5),
+    "L1 to NB less expected, mm": lambda f: forward_of_nb(f, f.L1) - (0.5 * anb(f) - 0.35 * forward_of_nb(f, f.Pog) + 3.9),
 }}
 
 # Straight distances, named by their ends.
