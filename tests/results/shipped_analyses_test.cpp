@@ -1,4 +1,5 @@
 // The definition files that ship: what they measure on the sample faces, held against their definitions.
+#include <AnalysisFolder.h>
 #include <AnalysisSheet.h>
 #include <LandmarkTable.h>
 #include <gmock/gmock.h>
@@ -325,6 +326,22 @@ TEST(ShippedAnalyses, EveryItemThatCanBeNegativeSaysWhatItsSignMeans) {
         for (const char* sample : row.samples)
             for (const Row& item : measured(row.kind, Face(sample)))
                 EXPECT_TRUE(item.result.value >= 0 || !item.sign.empty()) << item.file << ": " << item.name;
+}
+
+TEST(ShippedAnalyses, EachNameHasOneJapaneseNameAndEachNormItsPopulation) {
+    const tool::AnalysisFolder folder(ANALYSES);
+    std::map<std::string, std::string> known;
+    for (const tool::Kind kind : tool::all_kinds) {
+        for (const tool::Analysis& analysis : folder.analyses(kind)) {
+            const std::string file = analysis.file().filename().string();
+            const bool has_norms = host_test::bytes_of(analysis.file().string()).find("\nMean") != std::string::npos;
+            EXPECT_TRUE(analysis.population() || !has_norms) << file;
+            for (const tool::Item& item : analysis.items()) {
+                EXPECT_NE(item.japanese, "") << file << ": " << item.name;
+                EXPECT_EQ(known.try_emplace(item.name, item.japanese).first->second, item.japanese) << item.name;
+            }
+        }
+    }
 }
 
 TEST(ShippedAnalyses, CantsArePositiveWhenLowerOnThePatientsRight) {
