@@ -178,6 +178,7 @@ ITEMS = {"lateral": {
     "Facial taper": lambda f: inner(f.Pog, f.N, f.Me, f["Go(L)"]),
     "Facial axis": lambda f: inner(f.N, f.Ba, f.PT, ricketts_gnathion(f, f["Go(L)"], f.Me)),
     "Facial axis less 90": lambda f: inner(f.N, f.Ba, f.PT, ricketts_gnathion(f, f.Go, f.Me)) - 90,
+    "Angle of convexity": lambda f: -turn(f.N, f.A, f.A, f.Pog),
     "A-B plane angle": lambda f: turn(f.N, f.Pog, f.A, f.B),
     "Y axis": lambda f: fall(f.S, f.Gn, f.Po, f.Or),
     "Cant of occlusal plane": lambda f: fall(*downs_plane(f), f.Po, f.Or),
