@@ -60,6 +60,7 @@ class Face {
         if (!side) return;
         points_["Cm"] = points_["TN"] - Vec{4.2, 7.2};
         points_["TV1"] = {183.6, -30}, points_["TV2"] = {183, -210};
+        points_["C6p"] = {50, -241}, points_["C7p"] = {43, -259};
         points_["OLr"] = points_["UMo(D)"] - Vec{0.6, 0.6}, points_["OLf"] = points_["U1"] - Vec{-0.8, -0.7};
     }
     Vec& operator[](const char* name) { return points_.at(name); }
@@ -172,7 +173,7 @@ TEST(ShippedAnalyses, AnAverageFaceLiesNearEveryNorm) {
                 if (row.name == "Holdaway ratio") continue;  // over a small chin
                 EXPECT_LE(std::abs(row.result.deviation), 4) << row.file << ": " << row.name;
                 if (row.result.has_mean && !row.result.has_sd) {
-                    EXPECT_NEAR(row.result.value, row.result.mean, 9) << row.file << ": " << row.name;
+                    EXPECT_NEAR(row.result.value, row.result.mean, 10) << row.file << ": " << row.name;
                 }
             }
         }

@@ -38,13 +38,15 @@ def lateral(own, own_jaw=(), own_upper=()):
     return {
         "shaken average": (0.1, shaken(face, 1, 9)),
         "class II": (0.1, shaken(moved(moved(face, jaw, -80 + 10j, 3, joint), {"U1", "TUL"}, 35), 2, 12)),
-        "class III": (0.125, shaken(moved(moved(face, jaw, 95 - 20j, -4, joint), upper, -40), 3, 12)),
-        "open bite": (0.1, shaken(moved(moved(face, jaw, 0, 9, joint), upper, 0, -5, face["PNS"]), 4, 10)),
+        "class III": (0.125, shaken(moved(moved(moved(face, {"C4m"}, 30j), jaw, 95 - 20j, -4, joint), upper, -40), 3, 12)),
+        "open bite": (0.1, shaken(moved(moved(moved(face, {"C2m", "C3m", "C4m"}, 30j), jaw, 0, 9, joint), upper, 0, -5,
+                                        face["PNS"]), 4, 10)),
         "deep bite": (0.08, shaken(moved(moved(face, jaw, 15, -7, joint), {"U1", "U1C"}, -70 + 20j), 5, 10)),
-        "tilted film": (0.1, shaken(moved(face, all_of_it, 300 - 90j, 23, face["S"]), 6, 8)),
+        "tilted film": (0.1, shaken(moved(moved(face, {"C3ua", "C3up", "C4ua", "C4up"}, 35j), all_of_it, 300 - 90j, 23,
+                                          face["S"]), 6, 8)),
         "film on its side": (0.2, shaken(moved(face, all_of_it, 1500 + 300j, -97, face["S"], 0.6), 7, 5)),
-        "child": (0.1, shaken(moved(moved(face, {*jaw, *upper}, -30 - 40j, 2, face["N"], 0.82), all_of_it, 200 + 250j,
-                                    -6, 0, 0.86), 8, 8)),
+        "child": (0.1, shaken(moved(moved(moved(face, {"C3m", "C4m"}, 35j), {*jaw, *upper}, -30 - 40j, 2, face["N"], 0.82),
+                                    all_of_it, 200 + 250j, -6, 0, 0.86), 8, 8)),
         "coarse film": (0.5, shaken(moved(face, all_of_it, 40 + 20j, 4, 0, 0.22), 9, 3)),
     }
 

@@ -17,11 +17,10 @@ from pathlib import Path
 
 import casts
 import faces
-import frontal
 import lateral_hard
 import soft_and_airway
 
-MODULES = (lateral_hard, soft_and_airway, frontal, casts)
+MODULES = (lateral_hard, soft_and_airway, casts)
 
 
 class Points(dict):

@@ -11,7 +11,6 @@ export const ink = {
   measured: "#ffe98a",
   construction: "#ffb07c",
   earlier: "#ff7ab8",
-  dotted: "#ff9d5c",
   halo: "rgba(0, 0, 0, 0.75)",
 } as const;
 

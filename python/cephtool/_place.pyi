@@ -1,1 +1,0 @@
-PROGRAM_FOLDER: str
