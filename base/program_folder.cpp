@@ -16,9 +16,19 @@ std::filesystem::path program_of_library() {
     return path_from_library(path);
 }
 
+std::filesystem::path& folder_of_host() {
+    static std::filesystem::path folder;
+    return folder;
+}
+
 }  // namespace
 
+void set_program_folder(const std::filesystem::path& folder) {
+    folder_of_host() = folder;
+}
+
 std::filesystem::path program_folder() {
+    if (!folder_of_host().empty()) return folder_of_host();
     std::filesystem::path program = program_of_library();
     if (program.empty()) program = running_program();
     if (program.empty()) {  // never the current folder: it may be anybody's

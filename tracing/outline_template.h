@@ -13,6 +13,7 @@ enum class Tissue { hard, soft, tooth };
 struct OutlineStyle {
     Tissue tissue = Tissue::hard;
     bool fine = false;  // to be drawn thinner than the main structures
+    bool dotted = false;  // of what is no outline of the patient: an ideal arch, a mirrored half
 };
 
 struct TemplateCurve {

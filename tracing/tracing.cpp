@@ -6,6 +6,8 @@
 #include "base/numbers.h"
 #include "base/wording.h"
 #include "results/measurement.h"
+#include "tracing/canvas.h"
+#include "tracing/cast_outlines.h"
 #include "tracing/landmark_finder.h"
 
 namespace cephtool {
@@ -91,10 +93,43 @@ std::string facts_of(const Case& record) {
     return text;
 }
 
+// Crowns and arches of a cast; a width stands beside each crown, in 0.1 mm.
+void add_cast(Tracing& tracing, const Case& record) {
+    constexpr double size_pt = 7;
+    CastPicture cast = cast_picture(record.landmarks, record.user, tracing.mm_per_pixel);
+    tracing.outlines = std::move(cast.curves);
+    for (const ToothWidth& width : cast.widths) {
+        const std::string text = with_decimals(width.width * tracing.mm_per_pixel, 1);
+        const double height = size_pt * mm_a_point / tracing.mm_per_pixel;
+        const Position corner{width.beside.x - static_cast<double>(text.size()) * height / 4,
+                              width.beside.y - height / 2};
+        tracing.values.push_back({text, corner, "#003c96", size_pt});
+    }
+    if (!tracing.outlines.empty()) tracing.origin = "Crowns: usual shapes; dotted: even arch";
+}
+
+void add_mirrored_half(Tracing& tracing, const Case& record, Half half) {
+    if (record.kind != Kind::frontal || half == Half::none || tracing.outlines.empty()) return;
+    const auto midline = midline_of(record.landmarks);
+    if (!midline) {
+        tracing.notes.emplace_back("no half is mirrored: the midline needs CG and ANS, or ZR and ZL");
+        return;
+    }
+    std::vector<FittedCurve> made = mirrored_half(tracing.outlines, *midline, half);
+    tracing.outlines.insert(tracing.outlines.end(), made.begin(), made.end());
+    const bool right = half == Half::right;
+    if (tracing.origin.empty()) {
+        tracing.origin = right ? "Dotted: the right half, mirrored" : "Dotted: the left half, mirrored";
+    } else {
+        tracing.origin =
+            right ? "Outlines: average, fitted; dotted: right half" : "Outlines: average, fitted; dotted: left half";
+    }
+}
+
 }  // namespace
 
 Tracing tracing_of(const Case& record, const DisplayMode& mode, const std::vector<Analysis>& analyses,
-                   const OutlineTemplate& face, OutlineSource outlines) {
+                   const OutlineTemplate& face, OutlineSource outlines, Half mirrored) {
     LandmarkFinder find(record);
     Tracing tracing;
     tracing.patient = record.name.empty() ? printable(record.file) : record.name;
@@ -115,12 +150,18 @@ Tracing tracing_of(const Case& record, const DisplayMode& mode, const std::vecto
                                         std::to_string(most_outline_points) + " points");
             }
         }
+        add_mirrored_half(tracing, record, mirrored);
+        return tracing;
+    }
+    if (record.kind == Kind::model) {
+        add_cast(tracing, record);
         return tracing;
     }
     OutlineFit fit = fitted_outlines(face, record.landmarks);
     tracing.outlines = std::move(fit.curves);
     tracing.notes = std::move(fit.notes);
     if (!tracing.outlines.empty()) tracing.origin = "Outlines: an average face, fitted to the landmarks";
+    add_mirrored_half(tracing, record, mirrored);
     return tracing;
 }
 

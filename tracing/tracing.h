@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "results/analysis_folder.h"
-#include "tracing/outline_fit.h"
+#include "tracing/mirrored_half.h"
 
 namespace cephtool {
 
@@ -40,8 +40,10 @@ struct Tracing {
 
 enum class OutlineSource { own_or_fitted, fitted, none };
 
-// The case must have a scale. `face` is only looked at when outlines are wanted.
+// The case must have a scale. `face` is only looked at when outlines are wanted; a cast without outlines of its own has
+// crowns, their widths and ideal arches instead (cast_outlines.h). `mirrored` is the half of a frontal tracing that is
+// laid over the other one, dotted, where there are outlines.
 Tracing tracing_of(const Case& record, const DisplayMode& mode, const std::vector<Analysis>& analyses,
-                   const OutlineTemplate& face, OutlineSource outlines);
+                   const OutlineTemplate& face, OutlineSource outlines, Half mirrored = Half::right);
 
 }  // namespace cephtool

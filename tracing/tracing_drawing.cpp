@@ -12,6 +12,7 @@ namespace {
 
 constexpr int up = 1;  // the library's flag for map modes whose y points up: it negates y
 constexpr int solid = 0;
+constexpr int dots = 2;  // PS_DOT
 // Outlines are handed over in steps of 1/40 mm: the library keeps samples ten steps apart, finer than a pen is wide.
 constexpr double outline_steps_a_mm = 40;
 
@@ -44,15 +45,15 @@ class Painter {
         paint_legend(ruler);
     }
 
-    void paint_outline_lines() {
+    void paint_outline_lines(bool dotted_too = true) {
         for (const bool fine : {true, false})
             for (const FittedCurve& curve : tracing_.outlines) {
-                if (curve.style.fine != fine) continue;
+                if (curve.style.fine != fine || (curve.style.dotted && !dotted_too)) continue;
                 const std::vector<tagPOINT> points = outline_points(curve.outline);
                 const OutlinePen& pen = style_.pen(curve.style);
                 CTools::Draw_SPLine(&dc_, CPoint(0, 0), units_a_mm / outline_steps_a_mm, points.data(),
                                     static_cast<short>(points.size()), pen.colour, static_cast<unsigned>(pen.tenths_mm),
-                                    curve.outline.closed, solid, up);
+                                    curve.outline.closed, curve.style.dotted ? dots : solid, up);
                 for (std::size_t i = 0; i + 1 < curve.outline.points.size(); ++i) {
                     add_ink(page_(curve.outline.points[i]), page_(curve.outline.points[i + 1]));
                 }
@@ -77,7 +78,7 @@ class Painter {
     void paint_outlines() {
         const bool filled = !film_;
         for (const FittedCurve& curve : tracing_.outlines) {
-            if (!filled || curve.style.tissue != Tissue::tooth) continue;
+            if (!filled || curve.style.tissue != Tissue::tooth || curve.style.dotted) continue;
             fill(outline_points(curve.outline), curve.outline.closed);
         }
         paint_outline_lines();
@@ -277,7 +278,7 @@ const Ruler& short_ruler() {
 
 void draw_outlines(const Tracing& tracing, const Page& page, const TracingStyle& style, const Canvas& canvas) {
     canvas.dc.m_bPrinting = TRUE;
-    Painter(tracing, page, style, nullptr, canvas).paint_outline_lines();
+    Painter(tracing, page, style, nullptr, canvas).paint_outline_lines(false);
 }
 
 void draw_tracing(const Tracing& tracing, const Page& page, const TracingStyle& style, const Film* film,

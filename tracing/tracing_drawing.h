@@ -23,7 +23,7 @@ const Ruler& short_ruler();
 void draw_tracing(const Tracing& tracing, const Page& page, const TracingStyle& style, const Film* film,
                   const Ruler& ruler, const Canvas& canvas, std::vector<std::string>& unlabelled);
 
-// The outlines alone, without filled teeth.
+// The outlines alone, without filled teeth and what is dotted.
 void draw_outlines(const Tracing& tracing, const Page& page, const TracingStyle& style, const Canvas& canvas);
 
 }  // namespace cephtool

@@ -16,6 +16,7 @@ int brightened(int part) {
 }  // namespace
 
 const OutlinePen& TracingStyle::pen(const OutlineStyle& outline) const {
+    if (outline.dotted) return dotted;
     if (outline.tissue == Tissue::tooth) return tooth;
     if (outline.tissue == Tissue::soft) return outline.fine ? fine_soft : soft;
     return outline.fine ? fine : main;
@@ -40,6 +41,7 @@ const TracingStyle& paper_style() {
         .soft = {RGB(168, 118, 88), 4},
         .fine_soft = {RGB(205, 172, 150), 2},
         .tooth = {RGB(70, 66, 58), 3},
+        .dotted = {RGB(206, 84, 16), 3},
         .tooth_fill = RGB(253, 246, 226),
         .dot = RGB(198, 24, 38),
         .halo = RGB(255, 255, 255),
@@ -60,6 +62,7 @@ const TracingStyle& film_style() {
         .soft = {RGB(122, 206, 236), 4},
         .fine_soft = {RGB(96, 150, 170), 2},
         .tooth = {RGB(250, 248, 240), 3},
+        .dotted = {RGB(255, 150, 92), 3},
         .tooth_fill = RGB(46, 48, 52),
         .dot = RGB(255, 92, 92),
         .halo = RGB(16, 18, 22),

@@ -17,7 +17,7 @@ struct OutlinePen {
 
 struct TracingStyle {
     COLORREF paper, text, quiet_text;
-    OutlinePen main, fine, soft, fine_soft, tooth;
+    OutlinePen main, fine, soft, fine_soft, tooth, dotted;
     COLORREF tooth_fill;
     COLORREF dot, halo, label, leader;
     bool dark;  // colours of a display mode, made for white paper, are brightened

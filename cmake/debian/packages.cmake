@@ -1,5 +1,5 @@
 # Debian packages, by `cmake --workflow --preset package` or, of any build, by cpack: the library, what compiling
-# against it needs, and the program. "libtool" is another's name there.
+# against it needs, the program, and the package for Python. "libtool" is another's name there.
 find_program(DPKG_SHLIBDEPS dpkg-shlibdeps)
 find_program(GZIP gzip)
 if(CMAKE_CROSSCOMPILING OR NOT TARGET cephtool)
@@ -14,6 +14,10 @@ set(CPACK_COMPONENTS_ALL library development program)
 set(library_package libceph-tool${tool_interface})
 set(development_package libceph-tool-dev)
 set(program_package cephtool)
+if(TARGET python_engine)
+    list(APPEND CPACK_COMPONENTS_ALL python)
+    set(python_package python3-cephtool)
+endif()
 
 # The newest entry names the version and its revision in Debian.
 set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS ${CMAKE_CURRENT_LIST_DIR}/changelog)
@@ -39,6 +43,10 @@ set(CPACK_COMPONENT_PROGRAM_DESCRIPTION "cephalometric analysis for orthodontist
 ${about}\n.\nThis package holds the program with its analyses, display modes and samples.
 It prints tables, tracings, charts and reports.")
 
+set(CPACK_COMPONENT_PYTHON_DESCRIPTION "cephalometric analysis for orthodontists (Python 3)
+${about}\n.\nThis package holds the module for Python: cases and arrays of landmarks go in,
+data frames and arrays come out.")
+
 set(CPACK_DEBIAN_LIBRARY_PACKAGE_SECTION libs)
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_SECTION libdevel)
 set(CPACK_DEBIAN_PROGRAM_PACKAGE_SECTION science)
@@ -61,6 +69,13 @@ if(film_libraries)
 endif()
 set(CPACK_DEBIAN_PROGRAM_PACKAGE_DEPENDS "${library_package} (>= ${PROJECT_VERSION})")
 set(CPACK_DEBIAN_PROGRAM_PACKAGE_RECOMMENDS fonts-ipafont-gothic)
+set(CPACK_DEBIAN_PYTHON_PACKAGE_SECTION python)
+if(TARGET python_engine)  # which one minor version of Python can load
+    math(EXPR next_python "${Python_VERSION_MINOR} + 1")
+    set(CPACK_DEBIAN_PYTHON_PACKAGE_DEPENDS "${program_package} ${same_version}, python3 (>= 3.${Python_VERSION_MINOR}), \
+python3 (<< 3.${next_python}), python3-numpy")
+    set(CPACK_DEBIAN_PYTHON_PACKAGE_RECOMMENDS "python3-pandas, python3-scipy")
+endif()
 
 foreach(component IN LISTS CPACK_COMPONENTS_ALL)
     set(package ${${component}_package})
@@ -78,6 +93,10 @@ endforeach()
 # The system knows where its libraries are.
 set(packed_program \$ENV{DESTDIR}\${CMAKE_INSTALL_PREFIX}/${CMAKE_INSTALL_LIBEXECDIR}/cephtool/cephtool)
 install(CODE "file(RPATH_REMOVE FILE ${packed_program})" COMPONENT program EXCLUDE_FROM_ALL)
+if(TARGET python_engine)
+    set(packed_module \$ENV{DESTDIR}\${CMAKE_INSTALL_PREFIX}/${python_folder}/$<TARGET_FILE_NAME:python_engine>)
+    install(CODE "file(RPATH_REMOVE FILE ${packed_module})" COMPONENT python EXCLUDE_FROM_ALL)
+endif()
 
 set(CPACK_GENERATOR DEB)
 set(CPACK_PACKAGE_CONTACT "Tool maintainers <maintainers@users.noreply.c-seed-2ef94938.example>")

@@ -185,8 +185,8 @@ def cast():
                         u, v = ((a + b / 2) for a, b in zip(mesial, along))
                         u, v = u + off * along[1] / width, v - off * along[0] / width
                         own[f"{quadrant}{tooth}{mark}"] = whole((20 * (middle[0] + side * u), 20 * (middle[1] + sign * v)))
-        curves = {"C": (20.4, 11, -1, 26.5, 36), "B": (20.9, 14, 1, 25, 33)} if arch == "upper" else \
-                 {"C": (17.5, 10, -1, 24, 32.5), "B": (19.5, 13, 1, 25, 31)}
+        curves = {"C": (20.4, 17.5, -1, 26.5, 36), "B": (20.9, 18.5, 1, 25, 33)} if arch == "upper" else \
+                 {"C": (17.5, 13.5, -1, 24, 32.5), "B": (19.5, 14, 1, 25, 31)}
         for curve, (half_width, at, front, half_rear, rear) in curves.items():
             name = arch[0].upper() + curve
             for mark, (u, v) in {"WR": (-half_width, at), "WL": (half_width, at), "F": (0, front),

@@ -27,7 +27,7 @@ struct PixelSize {
 };
 
 struct TraceOptions {
-    std::string input, output, mode, zoom, size, style, outlines = "case", language = "en", folder;
+    std::string input, output, mode, zoom, size, style, outlines = "case", mirrored = "right", language = "en", folder;
     std::vector<std::string> measures;
     bool no_image = false, actual_size = false;
 };
@@ -118,9 +118,12 @@ void trace(const TraceOptions& options, const CaseOptions& case_options, Streams
     const OutlineSource source = options.outlines == "case"     ? OutlineSource::own_or_fitted
                                  : options.outlines == "fitted" ? OutlineSource::fitted
                                                                 : OutlineSource::none;
+    const Half mirrored = options.mirrored == "right"  ? Half::right
+                          : options.mirrored == "left" ? Half::left
+                                                       : Half::none;
     const OutlineTemplate face = source == OutlineSource::none ? OutlineTemplate{} : shipped_template(record.kind);
     const std::vector<Analysis> analyses = listed_analyses(folder);
-    Tracing tracing = tracing_of(record, mode, analyses, face, source);
+    Tracing tracing = tracing_of(record, mode, analyses, face, source, mirrored);
     for (const std::string& name : options.measures) add_measure(tracing, record, analyses, name);
     notes.insert(notes.end(), tracing.notes.begin(), tracing.notes.end());
     const bool japanese = options.language == "ja";
@@ -159,6 +162,8 @@ ExitCode run_trace(const Command& command, const Arguments& arguments, Streams& 
                    "draw what an item measures: \"SNA\", or\n\"Steiner:SNA\"; again for more");
     line.add_choice("--outlines", given.outlines, {"case", "fitted", "none"},
                     "case: its own, where it has any;\nfitted: those of an average face; none");
+    line.add_choice("--mirrored-half", given.mirrored, {"left", "none", "right"},
+                    "of a frontal tracing: dotted over the other\nhalf, to compare the sides");
     line.add_choice("--style", given.style, {"film", "paper"}, "film: bright on dark; paper: dark on white");
     line.add_choice("--language", given.language, {"en", "ja"}, "en or ja: of the texts below the tracing");
     line.add_text("--size", "WxH", given.size, "PNG: the largest that fits in it", [](const std::string& text) {

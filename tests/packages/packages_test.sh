@@ -1,7 +1,8 @@
 #!/usr/bin/env bash
-# packages_test.sh BUILD ROOT LIBDIR VERSION: makes the packages of BUILD, unpacks them in ROOT and uses what lies there.
+# packages_test.sh BUILD ROOT LIBDIR VERSION SOURCE PYTHON: makes the packages of BUILD, unpacks them in ROOT and uses
+# what lies there.
 set -euo pipefail
-build=$1 root=$2 libraries=$2/usr/$3 version=$4
+build=$1 root=$2 libraries=$2/usr/$3 version=$4 source=$5 python=$6
 fail() { echo "$*" >&2; exit 1; }
 expect() { grep -qE -- "$1" <<<"$2" || fail "no \"$1\" in:"$'\n'"$2"; }
 
@@ -20,6 +21,20 @@ expect "令和6年3月5日" "$("$program" era 2024-03-05)"
 "$program" trace --outlines fitted "$samples/lateral-class2.json" -o "$root/tracing.svg" 2>"$root/notes"
 grep -q 'id="outlines"' "$root/tracing.svg" || fail "a tracing without outlines"
 ! objdump -p "$(readlink -f "$program")" | grep -E "RUNPATH|RPATH" || fail "a packaged program has a run path"
+
+# The package for Python, with the program's data; and the wheel, with its own.
+if ls "$build"/packages/python3-cephtool_*.deb >/dev/null 2>&1; then
+    expect "cephtool \(= $version-[0-9]+\), python3 \(>= 3.*python3-numpy" "$(dpkg-deb -f "$build"/packages/python3-cephtool_*.deb Depends)"
+    say='import cephtool; print(cephtool.__file__, cephtool.era("2024-03-05").japanese)
+[case] = cephtool.read("'$samples'/lateral-average.json"); print("%.1f" % cephtool.analysis("Steiner").measure_points(
+    case.points(["S", "N", "A"])[None], landmarks=["S", "N", "A"], mm_per_pixel=0.1).value[0, 0], case.tracing().notes)'
+    expect "^$root/usr.*令和6年3月5日 82.0 \[\]" "$(PYTHONPATH=$root/usr/lib/python3/dist-packages $python -c "$say" | xargs)"
+    if $python -c "import pip, wheel" 2>/dev/null; then
+        TOOL_BUILD=$build $python -m pip install --quiet --no-build-isolation --no-deps --no-index --root-user-action ignore --target "$root/wheel" "$source" \
+            >"$root/pip.log" 2>&1 || fail "$(cat "$root/pip.log")"
+        expect "^$root/wheel.*令和6年3月5日 82.0 \[\]" "$(LD_LIBRARY_PATH= PYTHONPATH=$root/wheel $python -c "$say" | xargs)"
+    fi
+fi
 
 # Documents with all that their links lead to.
 while IFS=: read -r page link; do

@@ -54,6 +54,7 @@ Json json_of(const cephtool::Outline& outline, const cephtool::OutlineStyle& sty
     return {{"name", outline.name},
             {"tissue", tissues[static_cast<std::size_t>(style.tissue)]},
             {"fine", style.fine},
+            {"dotted", style.dotted},
             {"closed", outline.closed},
             {"points", points}};
 }

@@ -152,6 +152,8 @@ export interface Outline {
   tissue: Tissue;
   /** To be drawn thinner. */
   fine: boolean;
+  /** No outline of the patient: the ideal arch of a cast, the mirrored half of a frontal tracing. */
+  dotted: boolean;
   closed: boolean;
   /** A smooth curve through all of them (uniform Catmull-Rom). */
   points: Point[];

@@ -84,6 +84,11 @@ def width(f, *teeth):
     return read(sum(dist(f[t + "m"], f[t + "d"]) for t in teeth))
 
 
+def ratio(f, teeth, others):
+    """In percent."""
+    return read(100 * sum(dist(f[t + "m"], f[t + "d"]) for t in teeth) / sum(dist(f[t + "m"], f[t + "d"]) for t in others))
+
+
 def middle(f, tooth):
     return mid(f[tooth + "m"], f[tooth + "d"])
 
@@ -246,6 +251,15 @@ items = {
     "Lower four incisors": lower4,
     "Upper four incisors": upper4,
     "Upper twelve": lambda f: width(f, *UPPER),
+    "Lower twelve": lambda f: width(f, *LOWER),
+    "Upper six": lambda f: width(f, *UPPER[3:9]),
+    "Lower six": lambda f: width(f, *LOWER[3:9]),
+    "Overall ratio": lambda f: ratio(f, LOWER, UPPER),
+    "Anterior ratio": lambda f: ratio(f, LOWER[3:9], UPPER[3:9]),
+    "Lower excess, twelve": lambda f: width(f, *LOWER) - 0.913 * width(f, *UPPER),
+    "Lower excess, six": lambda f: width(f, *LOWER[3:9]) - 0.772 * width(f, *UPPER[3:9]),
+    "Lower excess, twelve, by Japanese": lambda f: width(f, *LOWER) - 0.916 * width(f, *UPPER),
+    "Lower excess, six, by Japanese": lambda f: width(f, *LOWER[3:9]) - 0.7839 * width(f, *UPPER[3:9]),
     "31, 41, 16 and 26": syrian,
     "Lower incisors and first molars": malaysian,
     "Upper 3-4-5, Spanish men": lambda f: 12.68 + 0.42 * lower4(f),
@@ -278,6 +292,11 @@ items = {
     "Upper coronal arch width": lambda f: curve_width(f, "UC"),
     "Upper basal arch width": lambda f: curve_width(f, "UB"),
     "Upper basal arch length": lambda f: curve_length(f, "UB"),
+    "Upper coronal arch length": lambda f: curve_length(f, "UC"),
+    "Lower coronal arch width": lambda f: curve_width(f, "LC"),
+    "Lower coronal arch length": lambda f: curve_length(f, "LC"),
+    "Lower basal arch width": lambda f: curve_width(f, "LB"),
+    "Lower basal arch length": lambda f: curve_length(f, "LB"),
     "Base wider than arch": lambda f: curve_width(f, "UB") - curve_width(f, "UC"),
     "Basal arch width, Howes": howes,
     "Arch width, Howes": lambda f: curve_width(f, "UC") / width(f, *UPPER) * 100,

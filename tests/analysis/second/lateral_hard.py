@@ -318,6 +318,90 @@ ITEMS = {"lateral": {
     "L1 to NB less expected, mm": lambda f: forward_of_nb(f, f.L1) - (0.5 * anb(f) - 0.35 * forward_of_nb(f, f.Pog) + 3.9),
 }}
 
+# Burstone's horizontal falls by 12.278 mm on 100 from S-N, 7 degrees.
+def horizontal(f):
+    return f.S, f.S + (f.N - f.S) * complex(1, -0.12278)
+
+
+def on_hp(x, of):
+    return lambda f: ahead(f[x], f[of], *horizontal(f))
+
+
+def below(x, of):
+    """How far x lies below a point, square to the horizontal."""
+    return lambda f: abs(left(f[x], *horizontal(f)) - left(f[of], *horizontal(f)))
+
+
+def arcs_centre(f):
+    """Sassouni's O: where the palatal plane meets the tangent of the lower border."""
+    return cross(f.PNS, f.ANS, f["Go(L)"], f.Me)
+
+
+def arc(x, y):
+    return lambda f: dist(arcs_centre(f), f[x]) - dist(arcs_centre(f), f[y])
+
+
+ITEMS["lateral"] |= {
+    "SND": lambda f: angle(f.S, f.N, f.D),
+    "S-L": lambda f: ahead(f.Pog, f.S, f.S, f.N),
+    "S-E": lambda f: ahead(f.S, f.CdE, f.S, f.N),
+    "Mandibular plane angle": lambda f: fall(f["Go(L)"], f.Me, f.Po, f.Or),
+    "Mandibular plane": lambda f: fall(f["Go(L)"], f.Me, f.Po, f.Or),
+    "Palatal to mandibular plane": lambda f: fall(f["Go(L)"], f.Me, f.PNS, f.ANS),
+    "L1 to mandibular plane": lambda f: inner(f.Me, f["Go(L)"], f.L1R, f.L1),
+    "L1 to mandibular plane less 90": lambda f: inner(f.Me, f["Go(L)"], f.L1R, f.L1) - 90,
+    "L1 to Go-Gn": lambda f: inner(f.Gn, f.Go, f.L1R, f.L1),
+    "Gonial angle, tGo to Gn": lambda f: angle(f.Ar, tangent_gonion(f), f.Gn),
+    "CdE-ANS": lambda f: dist(f.CdE, f.ANS),
+    "CdE-Gn": lambda f: dist(f.CdE, f.Gn),
+    "Unit difference": lambda f: dist(f.CdE, f.Gn) - dist(f.CdE, f.ANS),
+    "Upper face share": lambda f: 100 / (1 + dist(f.ANS, f.Me) / dist(f.N, f.ANS)),
+    "Body to cranial base": lambda f: dist(tangent_gonion(f), f.Me) / dist(f.S, f.N),
+
+    "Facial depth": lambda f: inner(f.Or, f.Po, f.N, f.Pog),
+    "Lower facial height": lambda f: angle(f.ANS, f.Xi, f.PM),
+    "Total facial height": lambda f: fall(f.Xi, f.PM, f.Ba, f.N),
+    "Mandibular arc": lambda f: 180 - angle(f.DC, f.Xi, f.PM),
+    "Maxillary depth": lambda f: inner(f.Or, f.Po, f.N, f.A),
+    "Cranial deflection": lambda f: fall(f.Po, f.Or, f.Ba, f.N),
+    "Anterior cranial base": lambda f: dist(f.N, cross(f.Ba, f.N, f.PT, ricketts_gnathion(f, f["Go(L)"], f.Me))),
+    "Ramus position": lambda f: angle(f.Po, cf(f), f.Xi),
+    "Corpus, Xi to PM": lambda f: dist(f.Xi, f.PM),
+    "Molar relation": lambda f: ahead(f["UMo(D)"], f["LMo(D)"], *functional_plane(f)),
+    "Overjet": lambda f: ahead(f.U1, f.L1, *functional_plane(f)),
+    "Overbite": lambda f: left(f.L1, *functional_plane(f)) - left(f.U1, *functional_plane(f)),
+    "L1 extrusion": lambda f: left(f.L1, *functional_plane(f)),
+    "L1 to A-Pog, distance": lambda f: left(f.L1, f.A, f.Pog),
+    "L1 to A-Pog, angle": lambda f: -crown_ahead(f.L1, f.L1R, f.A, f.Pog),
+    "U1 to A-Pog, distance": lambda f: left(f.U1, f.A, f.Pog),
+    "U1 to A-Pog, angle": lambda f: crown_ahead(f.U1R, f.U1, f.A, f.Pog),
+    "U6 to PTV": lambda f: ahead(f["UMo(D)"], f.PTV, *face_forward(f)),
+
+    "Arc, ANS less Pog": arc("ANS", "Pog"),
+    "Arc, A less B": arc("A", "B"),
+    "Arc, U1 less ANS": arc("U1", "ANS"),
+    "Palatal to occlusal plane": lambda f: fall(*downs_plane(f), f.PNS, f.ANS),
+    "Occlusal to mandibular plane": lambda f: fall(f["Go(L)"], f.Me, *downs_plane(f)),
+    "Upper less lower face height": lambda f: dist(f.N, f.ANS) - dist(f.ANS, f.Me),
+
+    "Ar-Ptm on HP": on_hp("Ptm", "Ar"),
+    "Ptm-N on HP": on_hp("N", "Ptm"),
+    "N-A horizontal": on_hp("A", "N"),
+    "N-B horizontal": on_hp("B", "N"),
+    "N-Pog horizontal": on_hp("Pog", "N"),
+    "PNS-ANS on HP": on_hp("ANS", "PNS"),
+    "N-ANS vertical": below("ANS", "N"),
+    "ANS-Gn vertical": below("Gn", "ANS"),
+    "PNS-N vertical": below("PNS", "N"),
+    "Go-Gn to HP": lambda f: fall(f.Go, f.Gn, f.S, f.N) - 7,
+    "Occlusal plane to HP": lambda f: steiner_plane(f) - 7,
+    "B-Pog on Go-Gn": lambda f: ahead(f.Pog, f.B, f.Go, f.Gn),
+    "U1 to palatal plane, height": lambda f: abs(left(f.U1, f.PNS, f.ANS)),
+    "U6 to palatal plane, height": lambda f: abs(left(f.UMo, f.PNS, f.ANS)),
+    "L1 to Go-Gn, height": lambda f: abs(left(f.L1, f.Go, f.Gn)),
+    "L6 to Go-Gn, height": lambda f: abs(left(f.LMo, f.Go, f.Gn)),
+}
+
 # Straight distances, named by their ends.
 for a, b in (pair.split("-") for pair in """S-N Ba-N S-Ba S-Ar PNS-ANS PNS-A S-ANS S-PNS Ba-ANS Cd-A Cd-Gn Cd-Pog Cd-Go
         Go-Pog Ar-Go Ar-Gn Ar-Pog Ar-Me N-ANS ANS-Me N-Me S-Go S-Me S-Pog Go-Gn Se-N N-Go S-Gn""".split()):

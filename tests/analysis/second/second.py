@@ -17,10 +17,11 @@ from pathlib import Path
 
 import casts
 import faces
+import frontal
 import lateral_hard
 import soft_and_airway
 
-MODULES = (lateral_hard, soft_and_airway, casts)
+MODULES = (lateral_hard, soft_and_airway, frontal, casts)
 
 
 class Points(dict):

@@ -11,6 +11,7 @@ export const ink = {
   measured: "#ffe98a",
   construction: "#ffb07c",
   earlier: "#ff7ab8",
+  dotted: "#ff9d5c",
   halo: "rgba(0, 0, 0, 0.75)",
 } as const;
 

@@ -11,10 +11,13 @@ function paintOutlines(context: CanvasRenderingContext2D, tracing: Tracing, colo
   const now = camera.value;
   context.lineJoin = "round";
   for (const outline of tracing.outlines) {
-    context.strokeStyle = colour ?? tissueInk[outline.tissue];
+    if (outline.dotted && colour) continue;
+    context.strokeStyle = colour ?? (outline.dotted ? ink.dotted : tissueInk[outline.tissue]);
+    context.setLineDash(outline.dotted ? [1.5, 3] : []);
     context.lineWidth = outline.fine ? 0.9 : 1.5;
     context.stroke(curvePath(outline.points, outline.closed, ({ x, y }) => toScreen(now, [x, y])));
   }
+  context.setLineDash([]);
 }
 
 /** Modes are coloured for white paper; black and what is nearly so is drawn light here. */

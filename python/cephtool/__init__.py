@@ -1,0 +1,35 @@
+"""Cephalometric analyses of head films, of casts and of arrays of landmarks.
+
+Cases go in, numbers come out::
+
+    import cephtool
+
+    cases = cephtool.read("films")                    # a folder, a table, a file
+    steiner = cephtool.analysis("Steiner")
+    steiner.measure(cases)                            # a pandas DataFrame
+    steiner.measure_points(points, mm_per_pixel=0.1)  # arrays, from an array (n_cases, n_landmarks, 2)
+    cephtool.formula("angle1([S],[N],[A])")(points)   # a formula of your own
+
+The numbers are those of the program ``cephtool``, to the last bit. Coordinates are pixels of the image, x to the right,
+y down; a lateral face looks right. Lengths are mm, angles degrees.
+
+What is wrong with an input raises `Error`, which names file, line, column and the way out. What changes how numbers
+are to be read, such as a mirrored film, is warned of with `Remark`. All objects but arrays are immutable, and may be
+shared by threads; measuring and reading let other threads run.
+"""
+
+from cephtool import _setup as _setup
+from cephtool import geometry, line_image, shapes
+from cephtool._engine import version as __version__
+from cephtool._errors import Error, Remark
+from cephtool.analyses import Analysis, DisplayMode, Folder, Formula, Item, Values, analysis, formula, measure
+from cephtool.cases import Case, Tracing, landmark_names, read
+from cephtool.dates import Age, Era, age, date, era
+from cephtool.growth import Finding, growth
+from cephtool.photographs import Photograph, photograph
+
+__all__ = [
+    "Age", "Analysis", "Case", "DisplayMode", "Era", "Error", "Finding", "Folder", "Formula", "Item", "Photograph",
+    "Remark", "Tracing", "Values", "__version__", "age", "analysis", "date", "era", "formula", "geometry", "growth",
+    "landmark_names", "line_image", "measure", "photograph", "read", "shapes",
+]

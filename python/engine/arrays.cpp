@@ -1,0 +1,300 @@
+#include <CalcTool.h>
+#include <LandmarkTable.h>
+#include <MeasuredAnalysis.h>
+#include <Tools.h>
+
+#include <array>
+#include <cmath>
+#include <limits>
+#include <tuple>
+#include <utility>
+
+#include "base/wording.h"
+#include "python/engine/engine.h"
+
+namespace python {
+namespace {
+
+using cephtool::Error;
+using cephtool::ExitCode;
+using tool::Analysis;
+
+constexpr double nan = std::numeric_limits<double>::quiet_NaN();
+
+// Numbers of one for each case, or one that holds for all.
+class EachCase {
+ public:
+    EachCase(const Doubles& numbers, const char* what, py::ssize_t cases)
+        : numbers_(numbers.unchecked<1>()), step_(numbers.shape(0) == 1 ? 0 : 1) {
+        if (numbers.shape(0) != 1 && numbers.shape(0) != cases)
+            throw bad_argument(std::string(what) + " has " + std::to_string(numbers.shape(0)) + " numbers for " +
+                               std::to_string(cases) + " cases");
+    }
+    double operator[](py::ssize_t place) const { return numbers_(place * step_); }
+
+ private:
+    py::detail::unchecked_reference<double, 1> numbers_;
+    py::ssize_t step_;
+};
+
+struct Patients {
+    EachCase mm_per_pixel, sex, age, dental_stage;
+};
+
+struct Columns {
+    std::vector<double> value, mean, sd, deviation;
+};
+
+// For one thread.
+class PointMeasurer {
+ public:
+    PointMeasurer(const Analysis& analysis, const std::vector<std::string>& names, bool norms)
+        : analysis_(analysis), set_(analysis.sheet()), his_(set_), hers_(set_), norms_(norms) {
+        const int kind = static_cast<int>(tool::measured_on(analysis.kind()));
+        for (const std::string& name : names) {
+            tool::PlacedLandmark& landmark = subject_.landmarks.emplace_back();
+            landmark.slot = LandmarkTable::Find(kind, name.c_str());
+            if (landmark.slot < 0) landmark.name = name;
+        }
+        for (int i = 0; i < static_cast<int>(analysis.items().size()); ++i)
+            if (!analysis.items()[static_cast<std::size_t>(i)].heading) items_.push_back(i);
+    }
+
+    std::size_t item_count() const { return items_.size(); }
+
+    void measure(const py::detail::unchecked_reference<double, 3>& points, const Patients& patients, Columns& all) {
+        const py::ssize_t cases = points.shape(0);
+        for (std::vector<double>* column : {&all.value, &all.mean, &all.sd, &all.deviation})
+            if (norms_ || column == &all.value) column->assign(static_cast<std::size_t>(cases) * item_count(), nan);
+        std::size_t at = 0;
+        for (py::ssize_t place = 0; place < cases; ++place) {
+            take(points, patients, place);
+            for (const int item : items_) {
+                const ResultNumbers found = numbers(item);
+                if (found.value) all.value[at] = *found.value;
+                if (norms_) {
+                    if (found.mean) all.mean[at] = *found.mean;
+                    if (found.sd) all.sd[at] = *found.sd;
+                    if (found.deviation) all.deviation[at] = *found.deviation;
+                }
+                ++at;
+            }
+        }
+    }
+
+ private:
+    // Without a point is where the engine has landmarks that were not placed.
+    void take(const py::detail::unchecked_reference<double, 3>& points, const Patients& patients, py::ssize_t place) {
+        for (std::size_t i = 0; i < subject_.landmarks.size(); ++i) {
+            const double x = points(place, static_cast<py::ssize_t>(i), 0);
+            const double y = points(place, static_cast<py::ssize_t>(i), 1);
+            const bool is_placed = !std::isnan(x) && !std::isnan(y);
+            subject_.landmarks[i].at = is_placed ? tool::FilmPoint{x, y} : tool::FilmPoint{};
+        }
+        subject_.mm_per_pixel = patients.mm_per_pixel[place];
+        const auto sex = static_cast<int>(patients.sex[place]);
+        const double age = patients.age[place], stage = patients.dental_stage[place];
+        subject_.sex = sex == 0 ? std::nullopt : std::optional(static_cast<tool::Sex>(sex));
+        subject_.age_years = std::isnan(age) ? std::nullopt : std::optional(age);
+        subject_.dental_stage = stage < 0 ? std::nullopt : std::optional(static_cast<int>(stage));
+        if (norms_) {
+            const std::tuple person(subject_.sex, subject_.age_years, subject_.dental_stage);
+            if (!band_of_ || band_of_ != person) band_ = tool::norm_band(analysis_, subject_);
+            band_of_ = person;
+        }
+        auto record = tool::SubjectRecord::of(analysis_.kind(), subject_);
+        if (!record)
+            throw Error(ExitCode::bad_input, "case " + std::to_string(place) + ": " + record.reason(),
+                        "Points are pixels up to 1000000; what was not placed is NaN.");
+        record_ = *std::move(record);
+        const SheetSubject fields = record_->subject(tool::Sex::male, 0);
+        his_.Measure(fields);
+        if (!subject_.sex) hers_.Measure(fields);
+    }
+
+    ResultNumbers numbers(int item) {
+        constexpr int male = 1, female = 2;
+        if (analysis_.items()[static_cast<std::size_t>(item)].formula.empty()) return {};
+        if (subject_.sex) return ResultList::Numbers(his_, 0, item, static_cast<int>(*subject_.sex), band_, norms_);
+        return ResultList::Common(ResultList::Numbers(his_, 0, item, male, band_, norms_),
+                                  ResultList::Numbers(hers_, 0, item, female, band_, norms_));
+    }
+
+    const Analysis& analysis_;
+    SheetSet set_;
+    SheetMeasurer his_, hers_;
+    const bool norms_;
+    std::vector<int> items_;
+    tool::Subject subject_;
+    std::optional<tool::SubjectRecord> record_;  // of the subject, measured
+    int band_ = -1;
+    std::optional<std::tuple<std::optional<tool::Sex>, std::optional<double>, std::optional<int>>> band_of_;
+};
+
+py::tuple measure_points(const Analysis& analysis, const Doubles& points, const std::vector<std::string>& names,
+                         const Doubles& mm_per_pixel, const Doubles& sex, const Doubles& age,
+                         const Doubles& dental_stage, bool norms) {
+    if (points.ndim() != 3 || points.shape(2) != 2 || points.shape(1) != static_cast<py::ssize_t>(names.size()))
+        throw bad_argument("the points do not have the shape (n_cases, " + std::to_string(names.size()) + ", 2)",
+                           "The landmarks are " + cephtool::joined(names, ", ") + ".");
+    const py::ssize_t cases = points.shape(0);
+    const Patients patients{{mm_per_pixel, "mm_per_pixel", cases},
+                            {sex, "sex", cases},
+                            {age, "age", cases},
+                            {dental_stage, "dental_stage", cases}};
+    const auto all_points = points.unchecked<3>();
+    Columns all;
+    py::ssize_t items = 0;
+    {
+        const py::gil_scoped_release others_run;
+        PointMeasurer measurer(analysis, names, norms);
+        items = static_cast<py::ssize_t>(measurer.item_count());
+        measurer.measure(all_points, patients, all);
+    }
+    const auto table = [&](std::vector<double>& column) -> py::object {
+        if (!norms && &column != &all.value) return py::none();
+        return array_of(std::move(column), {cases, items});
+    };
+    return py::make_tuple(table(all.value), table(all.mean), table(all.sd), table(all.deviation));
+}
+
+// ---- Plane geometry, row by row: arrays of the shape (n, 2)
+
+using Points = py::array_t<double, py::array::c_style | py::array::forcecast>;
+
+template <std::size_t>
+using PointsOf = const Points&;
+
+// The function takes the points of a row and gives a number, or a point.
+template <std::size_t count, class Function, std::size_t... places>
+auto row_by_row(Function function, std::index_sequence<places...>) {
+    return [function](PointsOf<places>... points) {
+        const std::array<const Points*, count> all{&points...};
+        for (const Points* each : all)
+            if (each->ndim() != 2 || each->shape(1) != 2 || each->shape(0) != all[0]->shape(0))
+                throw bad_argument("the points do not all have the shape (n, 2)");
+        const auto rows = static_cast<std::size_t>(all[0]->shape(0));
+        const std::array<const double*, count> data{points.data()...};
+        using Value = decltype(function((static_cast<void>(places), CPointD())...));
+        constexpr std::size_t width = std::is_same_v<Value, double> ? 1 : 2;
+        std::vector<double> values(rows * width);
+        {
+            const py::gil_scoped_release others_run;
+            for (std::size_t row = 0; row < rows; ++row) {
+                const Value value = function(CPointD(data[places][2 * row], data[places][2 * row + 1])...);
+                if constexpr (width == 1) {
+                    values[row] = value;
+                } else {
+                    values[2 * row] = value.x;
+                    values[2 * row + 1] = value.y;
+                }
+            }
+        }
+        const auto length = static_cast<py::ssize_t>(rows);
+        return array_of(std::move(values), width == 1 ? std::vector{length} : std::vector{length, py::ssize_t{2}});
+    };
+}
+
+template <std::size_t count, class Function>
+void add_geometry(py::module_& module, const char* name, Function function) {
+    module.def(name, row_by_row<count>(function, std::make_index_sequence<count>()));
+}
+
+CPointD nowhere() {
+    return {nan, nan};
+}
+
+bool is_one_point(CPointD a, CPointD b) {
+    return a.x == b.x && a.y == b.y;
+}
+
+double length(CPointD a, CPointD b) {
+    return CCalcTool::Get_Lengthd(&a, &b, 1);
+}
+
+double angle(CPointD a, CPointD b, CPointD c) {
+    return is_one_point(a, b) || is_one_point(c, b) ? nan : CCalcTool::Angle_Cald(&a, &b, &c);
+}
+
+double line_angle(CPointD a, CPointD b, CPointD c, CPointD d) {
+    return is_one_point(a, b) || is_one_point(c, d) ? nan : CCalcTool::Get_Angled(&a, &b, &c, &d);
+}
+
+CPointD foot(CPointD a, CPointD b, CPointD p) {
+    return is_one_point(a, b) ? nowhere() : CCalcTool::Get_Pointd(&a, &b, &p);
+}
+
+CPointD crossing(CPointD a, CPointD b, CPointD c, CPointD d) {
+    CPointD at;
+    return !is_one_point(a, b) && !is_one_point(c, d) && CCalcTool::Get_Cross_Pointd(&a, &b, &c, &d, &at) ? at
+                                                                                                          : nowhere();
+}
+
+// ---- Line images
+
+using Image = py::array_t<std::uint8_t, py::array::c_style>;
+
+py::ssize_t checked_side(py::ssize_t side) {
+    if (side > std::numeric_limits<int>::max() / 2) throw bad_argument("the image is too large");
+    return side;
+}
+
+template <class Step>
+void change(Image& image, Step step) {
+    if (image.ndim() != 2) throw bad_argument("a line image has the shape (height, width)");
+    const int height = static_cast<int>(checked_side(image.shape(0)));
+    const int width = static_cast<int>(checked_side(image.shape(1)));
+    std::uint8_t* const pixels = image.mutable_data();
+    const py::gil_scoped_release others_run;
+    step(pixels, width, height);
+}
+
+void widen(Image image, int steps, int connectivity) {
+    change(image, [&](std::uint8_t* pixels, int width, int height) {
+        for (int i = 0; i < steps; ++i) CTools::Dira(pixels, width, height, connectivity);
+    });
+}
+
+void narrow(Image image, int steps, int connectivity) {
+    change(image, [&](std::uint8_t* pixels, int width, int height) {
+        for (int i = 0; i < steps; ++i) CTools::Eros(pixels, width, height, connectivity);
+    });
+}
+
+void thin(Image image) {
+    change(image, [](std::uint8_t* pixels, int width, int height) { CTools::Linear(nullptr, pixels, width, height); });
+}
+
+// `picture` is grey, or blue, green, red.
+Image lines_of(const Image& picture, int threshold, bool bright) {
+    const auto height = checked_side(picture.shape(0)), width = checked_side(picture.shape(1));
+    const int bytes = picture.ndim() == 3 ? static_cast<int>(picture.shape(2)) : 1;
+    Image lines({height, width});
+    std::uint8_t* const pixels = lines.mutable_data();
+    const std::uint8_t* const source = picture.data();
+    const py::gil_scoped_release others_run;
+    if (height > 0 && width > 0)
+        CTools::MakeLineImg(source, bytes, static_cast<int>(width) * bytes, pixels, static_cast<int>(width),
+                            static_cast<int>(height), threshold, bright);
+    return lines;
+}
+
+}  // namespace
+
+void add_arrays(py::module_& module) {
+    module.def("measure_points", measure_points, py::arg("analysis"), py::arg("points"), py::arg("names"),
+               py::arg("mm_per_pixel"), py::arg("sex"), py::arg("age"), py::arg("dental_stage"), py::arg("norms"));
+    module.def(
+        "dental_stage", [](const std::string& name) { return tool::dental_stage_named(name); }, py::arg("name"));
+    add_geometry<2>(module, "length", length);
+    add_geometry<3>(module, "angle", angle);
+    add_geometry<4>(module, "line_angle", line_angle);
+    add_geometry<3>(module, "foot", foot);
+    add_geometry<4>(module, "crossing", crossing);
+    module.def("widen", widen, py::arg("image").noconvert(), py::arg("steps"), py::arg("connectivity"));
+    module.def("narrow", narrow, py::arg("image").noconvert(), py::arg("steps"), py::arg("connectivity"));
+    module.def("thin", thin, py::arg("image").noconvert());
+    module.def("lines_of", lines_of, py::arg("picture"), py::arg("threshold"), py::arg("bright"));
+}
+
+}  // namespace python
