@@ -24,14 +24,20 @@ Error no_scale_for(const char* what) {
             "Calibrate the film first."};
 }
 
-cephtool::OutlineTemplate face_for(const Case& record, const TracingWish& wish) {
-    return wish.outlines == cephtool::OutlineSource::none ? cephtool::OutlineTemplate{}
-                                                          : cephtool::shipped_template(record.kind);
+const cephtool::OutlineTemplate& face_for(const Case& record, const TracingWish& wish) {
+    static const cephtool::OutlineTemplate none;
+    const bool has_face = wish.outlines != cephtool::OutlineSource::none && record.kind != cephtool::Kind::model;
+    return has_face ? average_outlines(record.kind) : none;
+}
+
+cephtool::DisplayMode mode_for(const Case& record, const TracingWish& wish) {
+    if (wish.no_mode) return {};
+    return wish.mode ? mode_numbered(*wish.mode)
+                     : cephtool::chosen_mode(folder_numbered(wish.folder), record.kind, "");
 }
 
 Tracing tracing_of(Case record, const TracingWish& wish) {
-    const cephtool::DisplayMode mode =
-        wish.mode ? mode_numbered(*wish.mode) : cephtool::chosen_mode(folder_numbered(wish.folder), record.kind, "");
+    const cephtool::DisplayMode mode = mode_for(record, wish);
     const bool has_scale = record.mm_per_pixel.has_value();
     if (!has_scale) record.mm_per_pixel = 1;
     Tracing tracing =
@@ -157,9 +163,15 @@ Json chart_drawing(std::vector<FilmToReport> films, const std::vector<const ceph
     return drawing(cephtool::chart_file(cephtool::FileFormat::svg, measured_films(std::move(films), analyses), texts));
 }
 
+const cephtool::OutlineTemplate& average_outlines(cephtool::Kind kind) {
+    static const cephtool::OutlineTemplate faces[] = {cephtool::shipped_template(cephtool::Kind::lateral),
+                                                      cephtool::shipped_template(cephtool::Kind::frontal)};
+    return faces[kind == cephtool::Kind::frontal];
+}
+
 Json average_face(cephtool::Kind kind) {
     if (kind == cephtool::Kind::model) return nullptr;
-    const cephtool::OutlineTemplate face = cephtool::shipped_template(kind);
+    const cephtool::OutlineTemplate& face = average_outlines(kind);
     Json outlines = Json::array();
     for (const cephtool::TemplateCurve& curve : face.curves) outlines.push_back(json_of(curve.outline, curve.style));
     return {{"mmPerPixel", face.mm_per_pixel}, {"landmarks", json_of(face.landmarks)}, {"outlines", outlines}};

@@ -13,6 +13,7 @@ namespace engine {
 
 struct TracingWish {
     std::optional<int> mode;  // none: the first that the folder lists
+    bool no_mode = false;     // outlines and landmarks alone
     cephtool::OutlineSource outlines = cephtool::OutlineSource::own_or_fitted;
     int folder = 0;  // whose analyses make the values of the mode
 };
@@ -37,6 +38,8 @@ Json report_drawings(std::vector<FilmToReport> films, const std::vector<const ce
 Json chart_drawing(std::vector<FilmToReport> films, const std::vector<const cephtool::Analysis*>& analyses,
                    const cephtool::Texts& texts);
 
+// Of lateral or frontal films; read once, since a drag has it drawn once a frame.
+const cephtool::OutlineTemplate& average_outlines(cephtool::Kind kind);
 // {mmPerPixel, landmarks, outlines}; null for casts.
 Json average_face(cephtool::Kind kind);
 

@@ -187,6 +187,14 @@ export interface Analysis {
   readonly comment: string;
   /** How old, in completed years, the people were that the norms were taken from. */
   readonly ages: { from: number; to: number | null } | null;
+  /** Whose norms it has: `name` is what they are chosen by. null when the file does not say. */
+  readonly population: {
+    readonly name: string;
+    readonly shown: { readonly en: string; readonly ja: string };
+    readonly text: { readonly en: string; readonly ja: string };
+  } | null;
+  /** The name of the analysis that this one has norms of another population for; "" for an analysis of its own. */
+  readonly variantOf: string;
   /** What must be known of the patient for its norms. */
   readonly wants: { sex: boolean; age: boolean; dentalStage: boolean };
   readonly items: readonly Item[];
@@ -195,7 +203,10 @@ export interface Analysis {
 }
 
 export interface Item {
+  /** As in the file, and in formulas of other items. */
   readonly name: string;
+  /** As people read it. */
+  readonly shown: { readonly en: string; readonly ja: string };
   /** Of the items below it; then only the name counts. */
   readonly heading: boolean;
   readonly unit: "deg" | "mm" | "%" | "SD" | "";
@@ -206,6 +217,8 @@ export interface Item {
   readonly marked: boolean;
   /** What a positive value means, "" when the file does not say. */
   readonly sign: { en: string; ja: string };
+  /** Why its norm is to be doubted: its source was not seen. "" for one that was. */
+  readonly unverified: { readonly en: string; readonly ja: string };
   readonly landmarks: readonly string[];
 }
 
@@ -414,8 +427,8 @@ export interface Shape {
 }
 
 export interface TracingOptions {
-  /** The first of the folder without it. */
-  mode?: DisplayMode;
+  /** The first of the folder without it; null: outlines and landmarks alone, which take a fraction of the time. */
+  mode?: DisplayMode | null;
   /** own: the case's outlines where it has any; fitted: those of the average face. */
   outlines: "own" | "fitted" | "none";
   /** For values of the display mode; the shipped folder's without it. */

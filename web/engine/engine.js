@@ -43,7 +43,7 @@ function told(answer) {
 const idsOf = (analyses) => JSON.stringify(analyses.map((analysis) => analysis.id));
 
 function wishOf({ mode, outlines, folder }) {
-  return JSON.stringify({ mode: mode?.id, outlines, folder: folder?.id });
+  return JSON.stringify({ mode: mode === null ? null : mode?.id, outlines, folder: folder?.id });
 }
 
 class AnalysisFolder {

@@ -100,7 +100,8 @@ std::optional<cephtool::Film> film_of(const val& film) {
 TracingWish wish_of(const std::string& json) {
     const Json given = Json::parse(json);
     TracingWish wish;
-    if (given.contains("mode")) wish.mode = given["mode"].get<int>();
+    wish.no_mode = given.contains("mode") && given["mode"].is_null();
+    if (given.contains("mode") && !wish.no_mode) wish.mode = given["mode"].get<int>();
     if (given.contains("folder")) wish.folder = given["folder"].get<int>();
     const std::string outlines = given.value("outlines", "own");
     wish.outlines = outlines == "fitted" ? cephtool::OutlineSource::fitted

@@ -15,6 +15,7 @@
 #include "cases/vertebrae.h"
 #include "report/result_table.h"
 #include "tracing/landmark_finder.h"
+#include "web/engine/drawings.h"
 
 namespace engine {
 namespace {
@@ -323,13 +324,11 @@ Json Session::constructed() const {
 }
 
 std::optional<Position> Session::suggest(const std::string& name) const {
-    static const cephtool::OutlineTemplate faces[] = {cephtool::shipped_template(cephtool::Kind::lateral),
-                                                      cephtool::shipped_template(cephtool::Kind::frontal)};
     if (record_.kind == cephtool::Kind::model) return {};
     std::vector<Landmark> placed = record_.landmarks;
     for (const auto* others : {&record_.user, &record_.vertebrae})
         placed.insert(placed.end(), others->begin(), others->end());
-    return cephtool::LandmarkSuggestion(faces[record_.kind == cephtool::Kind::frontal], placed)(name);
+    return cephtool::LandmarkSuggestion(average_outlines(record_.kind), placed)(name);
 }
 
 }  // namespace engine

@@ -1,8 +1,9 @@
 // Keeps the engine's session in step with the case, and the numbers that follow from it.
-import { computed, effect, signal } from "@preact/signals";
+import { type ReadonlySignal, computed, effect, signal } from "@preact/signals";
 import type { Case, LandmarkInfo, Numbers, Row, Session } from "../../engine/engine.js";
 import { chosenAnalyses, engine, history, kind, landmarkTable, record } from "./desk.ts";
 import type { Point } from "./document.ts";
+import { behindFrame } from "./frames.ts";
 import { allPlaced, positionOf } from "./work.ts";
 import { sayError } from "../words/words.ts";
 
@@ -133,6 +134,21 @@ export function asked<Answer>(ask: (session: Session) => Answer, otherwise: Answ
     void numbers.value;
     return session.value ? ask(session.value) : otherwise;
   });
+}
+
+/** The same for what takes longer than a frame of a drag has: it then follows a frame behind. */
+export function askedBehind<Answer>(ask: (session: Session) => Answer, otherwise: Answer): ReadonlySignal<Answer> {
+  const now = asked(ask, otherwise);
+  const last = signal(otherwise);
+  const follow = (): void => {
+    last.value = now.peek();
+  };
+  effect(() => {
+    void numbers.value;
+    if (history.isStepping.value) behindFrame(follow);
+    else last.value = now.value;
+  });
+  return last;
 }
 
 /** The same for what takes a while and can wait until a drag has come to its end. */

@@ -1,14 +1,13 @@
 // Outlines: smooth curves through all their points.
-import type { Point } from "../../engine/engine.js";
+import type { Point } from "../state/document.ts";
 
-/** A uniform Catmull-Rom curve as Bézier curves, mapped by `at`. */
-export function curvePath(points: readonly Point[], closed: boolean, at: (point: Point) => [number, number]): Path2D {
+/** A uniform Catmull-Rom curve as Bézier curves. */
+export function curvePath(points: readonly Point[], closed: boolean): Path2D {
   const path = new Path2D();
   const count = points.length;
   if (count === 0) return path;
-  const mapped = points.map(at);
-  const point = (index: number): [number, number] =>
-    mapped[closed ? (index + count) % count : Math.min(count - 1, Math.max(0, index))]!;
+  const point = (index: number): Point =>
+    points[closed ? (index + count) % count : Math.min(count - 1, Math.max(0, index))]!;
   path.moveTo(...point(0));
   for (let index = 0; index < (closed ? count : count - 1); ++index) {
     const [x0, y0] = point(index - 1);

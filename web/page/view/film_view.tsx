@@ -3,14 +3,20 @@ import { computed } from "@preact/signals";
 import { history, shownRow } from "../state/desk.ts";
 import { words } from "../words/words.ts";
 import { filmKeyDown, filmKeyUp } from "./keys.ts";
-import { Layer } from "./layer.tsx";
+import { landmarkMarks } from "./landmark_marks.ts";
+import { Ground, MarkLayer } from "./layer.tsx";
 import { Loupe } from "./loupe.tsx";
+import type { Mark } from "./marks.ts";
 import { paintFilm } from "./paint_film.ts";
-import { paintLandmarks } from "./paint_landmarks.ts";
-import { paintShapes } from "./paint_shapes.ts";
-import { paintTracing } from "./paint_tracing.ts";
 import { Pointing } from "./pointing.ts";
+import { shapeMarks } from "./shape_marks.ts";
 import { dragged, hovered, pixelRatio, viewSize } from "./stage.ts";
+import { tracingMarks } from "./tracing_marks.ts";
+
+function* allMarks(): Iterable<Mark> {
+  yield* tracingMarks();
+  yield* landmarkMarks();
+}
 
 const filmClass = computed(
   () => `film-view${shownRow.value === null ? "" : " dimmed"}${dragged.value ? " dragging" : hovered.value ? " over-landmark" : ""}`,
@@ -54,10 +60,9 @@ export function FilmView() {
       onBlur={() => history.commit()}
       onContextMenu={(event) => event.preventDefault()}
     >
-      <Layer name="film" paint={paintFilm} />
-      <Layer name="tracing" paint={paintTracing} />
-      <Layer name="landmarks" paint={paintLandmarks} />
-      <Layer name="shapes" paint={paintShapes} />
+      <Ground name="film" paint={paintFilm} />
+      <MarkLayer name="marks" marks={allMarks} />
+      <MarkLayer name="shapes" marks={shapeMarks} />
       <Loupe />
       <p id="film-keys" class="unseen">{words.value.filmKeys}</p>
     </div>

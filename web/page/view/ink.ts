@@ -1,6 +1,7 @@
-// Colours and marks on the dark of a film. Dots are told apart by their form as well as by their colour.
+// Colours and pens on the dark of a film. Dots are told apart by their form as well as by their colour.
 import type { Tissue } from "../../engine/engine.js";
 import type { Point } from "../state/document.ts";
+import type { Box } from "./marks.ts";
 
 export const ink = {
   landmark: "#ffd54a",
@@ -57,4 +58,9 @@ export function crosshairPath([x, y]: Point, arm: number, gap: number): Path2D {
     [[x, y - arm], [x, y - gap]],
     [[x, y + gap], [x, y + arm]],
   ]);
+}
+
+/** All that a text of the label font, begun there, can take. */
+export function textBox(text: string, x: number, y: number): Box {
+  return { left: x - 3, top: y - 14, right: x + 13 * text.length + 3, bottom: y + 6 };
 }

@@ -2,7 +2,7 @@
 import { computed, signal } from "@preact/signals";
 import type { Case, DisplayMode, Registration, Tracing, TracingOptions } from "../../engine/engine.js";
 import { folder, kind, scale, view } from "../state/desk.ts";
-import { asked } from "../state/measuring.ts";
+import { askedBehind } from "../state/measuring.ts";
 import { errorWords } from "../words/words.ts";
 
 export const modesOfKind = computed<readonly DisplayMode[]>(() => folder.value?.modes(kind.value) ?? []);
@@ -24,25 +24,25 @@ export const tracingOptions = computed<TracingOptions>(() => {
 });
 
 /** The first one with outlines, one for each display mode. Empty without a scale: outlines are fitted in millimetres. */
-export const tracings = asked<Tracing[]>((session) => {
+export const tracings = askedBehind<Tracing[]>((session) => {
   const { tracing, outlines, modes } = view.value;
   if (!tracing || scale.value === null) return [];
   const chosen = modesOfKind.value.filter((mode) => modes.includes(mode.name));
   const rest = folder.value ? { folder: folder.value } : {};
-  const all = (chosen.length > 0 ? chosen : [undefined]).map((mode, index) =>
-    orNone(() => session.tracing({ ...rest, ...(mode && { mode }), outlines: outlines && index === 0 ? "own" : "none" })),
+  const all = (chosen.length > 0 ? chosen : [null]).map((mode, index) =>
+    orNone(() => session.tracing({ ...rest, mode, outlines: outlines && index === 0 ? "own" : "none" })),
   );
-  return all.flatMap((made) => (made ? [made] : [])).map((made) => (chosen.length > 0 ? made : { ...made, lines: [], values: [] }));
+  return all.flatMap((made) => (made ? [made] : []));
 }, []);
 
 /** An earlier film of the patient that is laid over this one. */
 export const earlier = signal<Case | null>(null);
 export const registration = signal<Registration>("cranial-base");
 
-const comparison = asked<{ tracing: Tracing | null; error: string }>((session) => {
+const comparison = askedBehind<{ tracing: Tracing | null; error: string }>((session) => {
   if (!earlier.value) return { tracing: null, error: "" };
   try {
-    return { tracing: session.superimpose(earlier.value, registration.value, { outlines: "own" }), error: "" };
+    return { tracing: session.superimpose(earlier.value, registration.value, { mode: null, outlines: "own" }), error: "" };
   } catch (error) {
     return { tracing: null, error: errorWords(error) };
   }

@@ -48,7 +48,7 @@ export class Person {
   /** How many pixels about a place of the film are drawn in the colour of constructed points. */
   async violetAt(place: Point): Promise<number> {
     const at = await this.onScreen(place);
-    return this.page.locator(".layer-landmarks").evaluate((sheet: HTMLCanvasElement, [x, y]) => {
+    return this.page.locator(".layer-marks").evaluate((sheet: HTMLCanvasElement, [x, y]) => {
       const { left, top } = sheet.getBoundingClientRect();
       const pixels = sheet.getContext("2d")!.getImageData(x - left - 6, y - top - 6, 13, 13).data;
       let count = 0;
