@@ -1,4 +1,7 @@
 // cephtool digitise: the page in which landmarks are placed, opened in the browser or written as a file to hand on.
+#include <chrono>
+#include <filesystem>
+
 #include "base/path.h"
 #include "base/program_folder.h"
 #include "base/source.h"
@@ -38,10 +41,34 @@ std::string page_with(const Source& given, const std::filesystem::path& page, st
     return text.replace(at, place.size(), with + tool::base64(given.text));
 }
 
+constexpr auto page_name = "digitise.html";
+
+// A copy holds a patient's film, and the browser may want it again only as long as it is open: those of days before go.
+// Of a folder that only its owner can look into, nothing else is touched.
+void remove_old_pages() {
+    namespace fs = std::filesystem;
+    std::error_code failure, end_of_folder;
+    const auto yesterday = fs::file_time_type::clock::now() - std::chrono::hours(24);
+    fs::directory_iterator at(fs::temp_directory_path(failure), failure);
+    for (; !end_of_folder && at != fs::directory_iterator(); at.increment(end_of_folder)) {
+        const fs::directory_entry& folder = *at;
+        const fs::path page = folder.path() / page_name;
+        const fs::file_status status = folder.symlink_status(failure);
+        if (!utf8_from_path(folder.path().filename()).starts_with("cephtool-") || !fs::is_directory(status)) continue;
+#ifndef _WIN32
+        if (status.permissions() != fs::perms::owner_all) continue;
+#endif
+        const fs::file_time_type written = fs::last_write_time(page, failure);
+        if (failure || written > yesterday || !fs::is_regular_file(fs::symlink_status(page, failure))) continue;
+        if (fs::remove(page, failure)) fs::remove(folder.path(), failure);  // unless something else is in it
+    }
+}
+
 // In a folder of its own that nobody else can look into.
 std::string temporary_page(const std::string& text, std::ostream& out) {
+    remove_old_pages();
     const std::filesystem::path folder = private_temporary_folder();
-    const std::string page = utf8_from_path(folder / "digitise.html");
+    const std::string page = utf8_from_path(folder / page_name);
     write_result(text, page, out);
     return page;
 }

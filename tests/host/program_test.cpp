@@ -75,6 +75,19 @@ TEST(Program, EveryCommandsTwoExamplesRunInTheFolderOfSamples) {
     const std::string told = run({"digitise"}).err;
     EXPECT_EQ(told, "opened " + text_of("opened") + "\n");
     EXPECT_TRUE(std::filesystem::equivalent(text_of("opened"), "share/tool/digitiser/index.html"));
+    // Copies with a patient's film in them go when they are older than a day.
+    setenv("TMPDIR", folder.path.c_str(), 1);
+    for (const char* name : {"cephtool-old", "cephtool-new"}) {
+        folder.add(std::string(name) + "/digitise.html", "film");
+        std::filesystem::permissions(name, std::filesystem::perms::owner_all);
+    }
+    std::filesystem::last_write_time("cephtool-old/digitise.html",
+                                     std::filesystem::file_time_type::clock::now() - std::chrono::hours(25));
+    EXPECT_THAT(run({"digitise", "lateral-class2.json"}).err, HasSubstr("cephtool-"));
+    EXPECT_THAT(text_of(text_of("opened").c_str()), HasSubstr("data-name=\"lateral-class2.json\""));
+    EXPECT_FALSE(std::filesystem::exists("cephtool-old"));
+    EXPECT_TRUE(std::filesystem::exists("cephtool-new/digitise.html"));
+    unsetenv("TMPDIR");
     setenv("PATH", path.c_str(), 1);
     unsetenv("DISPLAY");
 #endif

@@ -8,6 +8,7 @@
 #include "report/style.h"
 #include "report/tracing_file.h"
 #include "results/growth_findings.h"
+#include "web/engine/fault.h"
 #include "web/engine/folders.h"
 
 namespace engine {
@@ -19,8 +20,8 @@ using cephtool::ExitCode;
 using cephtool::Tracing;
 using engine::json_of;
 
-Error no_scale_for(const char* what) {
-    return {ExitCode::bad_input, std::string(what) + " is in millimetres, and the case has no scale",
+Fault no_scale_for(const char* what) {
+    return {"no_scale", std::string(what) + " is in millimetres, and the case has no scale",
             "Calibrate the film first."};
 }
 
@@ -32,8 +33,7 @@ const cephtool::OutlineTemplate& face_for(const Case& record, const TracingWish&
 
 cephtool::DisplayMode mode_for(const Case& record, const TracingWish& wish) {
     if (wish.no_mode) return {};
-    return wish.mode ? mode_numbered(*wish.mode)
-                     : cephtool::chosen_mode(folder_numbered(wish.folder), record.kind, "");
+    return wish.mode ? mode_numbered(*wish.mode) : cephtool::chosen_mode(folder_numbered(wish.folder), record.kind, "");
 }
 
 Tracing tracing_of(Case record, const TracingWish& wish) {
@@ -104,7 +104,7 @@ std::vector<cephtool::FilmResults> measured_films(std::vector<FilmToReport> film
     for (FilmToReport& film : films) {
         if (!film.record.mm_per_pixel) throw no_scale_for("a report");
         if (film.record.kind != films.front().record.kind)
-            throw Error(ExitCode::bad_input, "the films are not of one kind", "Compare cases of one kind.");
+            throw Fault("kinds", "the films are not of one kind", "Compare cases of one kind.");
         cephtool::FilmResults& result = results.emplace_back();
         result.result = cephtool::measured(std::move(film.record), analyses, {}, false);
         result.growth = cephtool::growth_findings(result.record(), folder_numbered(shipped_folder));
@@ -129,11 +129,12 @@ Json superimposed_points(const Case& record, const Case& earlier, const cephtool
     for (const Case* each : {&record, &earlier}) {
         const std::vector<std::string> missing = cephtool::missing_for(registration, *each);
         if (missing.empty()) continue;
-        throw Error(ExitCode::bad_input, std::string(each == &record ? "this" : "the earlier") + " film lacks " +
-                                             cephtool::joined(missing, " and "));
+        const std::string both = cephtool::joined(missing, " and ");
+        throw each == &record ? Fault("lacks", "this film lacks " + both, {}, missing)
+                              : Fault("earlier_lacks", "the earlier film lacks " + both, {}, missing);
     }
     const auto map = cephtool::superimposed(registration, record, earlier);
-    if (!map) throw Error(ExitCode::bad_input, "the line to register on has no length");
+    if (!map) throw Fault("line_has_no_length", "the line to register on has no length");
     return json_of(cephtool::moved(tracing_of(earlier, wish), *map));
 }
 

@@ -23,6 +23,10 @@ export interface Point {
 }
 
 export class EngineError extends Error {
+  /** Of an error that the engine itself finds, not the library: fault.h. "" for others. */
+  readonly key: string;
+  /** What its words name. */
+  readonly names: readonly string[];
   /** "" when no file is at fault. */
   readonly file: string;
   /** From 1; 0: the file as a whole. */
@@ -142,7 +146,12 @@ export interface LandmarkInfo {
   constructed: boolean;
   /** Where other landmarks can make it: an expression of the formula language, and what it needs. Nothing is measured on
    * it before it is placed. */
-  construction: { expression: string; from: string[] } | null;
+  construction: {
+    expression: string;
+    from: string[];
+    /** It is asked for like any other, and made of those only where they happen to be placed. */
+    optional?: boolean;
+  } | null;
 }
 
 export type Tissue = "hard" | "soft" | "tooth";
@@ -187,14 +196,6 @@ export interface Analysis {
   readonly comment: string;
   /** How old, in completed years, the people were that the norms were taken from. */
   readonly ages: { from: number; to: number | null } | null;
-  /** Whose norms it has: `name` is what they are chosen by. null when the file does not say. */
-  readonly population: {
-    readonly name: string;
-    readonly shown: { readonly en: string; readonly ja: string };
-    readonly text: { readonly en: string; readonly ja: string };
-  } | null;
-  /** The name of the analysis that this one has norms of another population for; "" for an analysis of its own. */
-  readonly variantOf: string;
   /** What must be known of the patient for its norms. */
   readonly wants: { sex: boolean; age: boolean; dentalStage: boolean };
   readonly items: readonly Item[];
@@ -203,10 +204,7 @@ export interface Analysis {
 }
 
 export interface Item {
-  /** As in the file, and in formulas of other items. */
   readonly name: string;
-  /** As people read it. */
-  readonly shown: { readonly en: string; readonly ja: string };
   /** Of the items below it; then only the name counts. */
   readonly heading: boolean;
   readonly unit: "deg" | "mm" | "%" | "SD" | "";
@@ -217,8 +215,6 @@ export interface Item {
   readonly marked: boolean;
   /** What a positive value means, "" when the file does not say. */
   readonly sign: { en: string; ja: string };
-  /** Why its norm is to be doubted: its source was not seen. "" for one that was. */
-  readonly unverified: { readonly en: string; readonly ja: string };
   readonly landmarks: readonly string[];
 }
 

@@ -8,7 +8,7 @@ export class EngineError extends Error {
   constructor({ message, ...where }) {
     super(message);
     this.name = "EngineError";
-    Object.assign(this, where);
+    Object.assign(this, { key: "", names: [] }, where);
   }
 }
 

@@ -15,6 +15,7 @@
 #include "base/wording.h"
 #include "cases/case_builder.h"
 #include "cases/case_names.h"
+#include "web/engine/fault.h"
 
 namespace engine {
 namespace {
@@ -141,20 +142,6 @@ Json in_both(const std::string& text) {
     return {{"en", texts_in("en").part(text)}, {"ja", texts_in("ja").part(text)}};
 }
 
-// What people read of an item, a heading or a population: in Japanese the file's Japanese name, where it has one.
-Json named(const std::string& name, const std::string& japanese) {
-    const std::string english = cephtool::printable(name);
-    return {{"en", english}, {"ja", japanese.empty() ? english : cephtool::printable(japanese)}};
-}
-
-Json population_of(const Analysis& analysis) {
-    const auto& population = analysis.population();
-    if (!population) return nullptr;
-    return {{"name", population->name},
-            {"shown", named(population->name, population->japanese)},
-            {"text", in_both(cephtool::printable(population->text))}};
-}
-
 Json json_of(const Analysis& analysis, int number) {
     const auto needed = needed_landmarks(analysis);
     Json items = Json::array();
@@ -164,14 +151,12 @@ Json json_of(const Analysis& analysis, int number) {
         for (const std::string& name : needed[i])
             if (std::ranges::find(landmarks, name) == landmarks.end()) landmarks.push_back(name);
         items.push_back({{"name", cephtool::printable(item.name)},
-                         {"shown", named(item.name, item.japanese)},
                          {"heading", item.heading},
                          {"unit", item.unit},
                          {"formula", item.formula},
                          {"column", item.column},
                          {"marked", item.marked},
                          {"sign", in_both(cephtool::printable(item.sign))},
-                         {"unverified", in_both(cephtool::printable(item.unverified))},
                          {"landmarks", needed[i]}});
     }
     put_in_order(landmarks, cephtool::case_kind(analysis));
@@ -184,8 +169,6 @@ Json json_of(const Analysis& analysis, int number) {
             {"title", cephtool::title_of(analysis)},
             {"comment", cephtool::comment_of(analysis)},
             {"ages", ages ? Json{{"from", ages->from}, {"to", ages->to ? Json(*ages->to) : Json(nullptr)}} : Json()},
-            {"population", population_of(analysis)},
-            {"variantOf", cephtool::utf8_from_path(cephtool::path_from_utf8(analysis.variant_of()).stem())},
             {"wants", {{"sex", inputs.sex}, {"age", inputs.age}, {"dentalStage", inputs.dental_stage}}},
             {"items", items},
             {"landmarks", landmarks}};
@@ -216,7 +199,7 @@ int open_folder(const std::vector<NamedBytes>& files) {
             folder->problems = problems_of(file, root);
         }
         if (!folder || (folder->analyses.empty() && folder->modes.empty())) {
-            throw Error(ExitCode::bad_input, "there is no analysis in it",
+            throw Fault("no_analysis", "there is no analysis in it",
                         "A folder of analyses holds CalcForm/list.txt, which names the definition files beside it.");
         }
         folder->files = root;

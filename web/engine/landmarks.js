@@ -5,6 +5,13 @@ const constructions = {
   lateral: {
     // The crossing of the facial plane with the mandibular plane: Ricketts, McNamara.
     Gn: { expression: "cross([N],[Pog],[Me],[Go(L)])", from: ["N", "Pog", "Me", "Go(L)"] },
+    // The middle of the ramus, by lines square and parallel to Frankfort through four points of its outline. Those are
+    // placed for nothing else, so whoever has not placed them places Xi.
+    Xi: {
+      expression: "vertical(mid([R3],[R4]),mid([R1],[R2]),vertical(mid([R1],[R2]),[Po],[Or]))",
+      from: ["R1", "R2", "R3", "R4", "Po", "Or"],
+      optional: true,
+    },
     // The crossing of the tangents of the ramus and the lower border.
     Go: { expression: "cross([Ar],[Go(P)],[Me],[Go(L)])", from: ["Ar", "Go(P)", "Me", "Go(L)"] },
   },

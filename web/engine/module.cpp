@@ -16,6 +16,7 @@
 #include "results/growth_findings.h"
 #include "results/results.h"
 #include "web/engine/drawings.h"
+#include "web/engine/fault.h"
 #include "web/engine/folders.h"
 #include "web/engine/session.h"
 
@@ -36,6 +37,10 @@ std::string error_text(const std::string& message, const Error* error) {
         json["column"] = error->column;
         json["excerpt"] = error->excerpt;
         json["wayOut"] = error->way_out;
+    }
+    if (const auto* fault = dynamic_cast<const Fault*>(error)) {
+        json["key"] = fault->key;
+        json["names"] = fault->names;
     }
     return "!" + text_of(json);
 }
@@ -160,7 +165,7 @@ std::string read(const std::string& name, const std::string& bytes, const std::s
         options.mirror = given.value("mirror", false);
         options.flip_y = given.value("flipY", false);
         if (bytes.size() > cephtool::largest_input)
-            throw Error(ExitCode::bad_input, "it is larger than 64 MiB", cephtool::case_limit.way_out);
+            throw Fault("too_large", "it is larger than 64 MiB", cephtool::case_limit.way_out);
         const cephtool::Texts texts = texts_in(given.value("language", "en"));
         Json list = Json::array();
         for (const Case& record : cephtool::read_cases(cephtool::checked_text({name, bytes}), options))
@@ -193,7 +198,7 @@ std::string age(const std::string& birth, const std::string& film, const std::st
         record.birth = cephtool::read_date(birth);
         record.film = cephtool::read_date(film);
         if (*record.film < *record.birth)
-            throw Error(ExitCode::bad_input,
+            throw Fault("film_before_birth",
                         "the film of " + cephtool::text_of(*record.film) + " was taken before birth (" +
                             cephtool::text_of(*record.birth) + ")",
                         "Check both dates.");
@@ -237,7 +242,7 @@ std::string results(const std::string& records, const std::string& analyses, con
         std::vector<cephtool::CaseResult> all;
         for (Case& record : cases_of(records)) {
             if (!record.mm_per_pixel)
-                throw Error(ExitCode::bad_input, "the case has no scale, so no length can be measured",
+                throw Fault("no_scale", "the case has no scale, so no length can be measured",
                             "Calibrate the film first.");
             record.file = record.name;
             all.push_back(cephtool::measured(cephtool::turned_right(std::move(record), {}), chosen, {}, false));

@@ -16,6 +16,7 @@
 #include "report/result_table.h"
 #include "tracing/landmark_finder.h"
 #include "web/engine/drawings.h"
+#include "web/engine/fault.h"
 
 namespace engine {
 namespace {
@@ -67,7 +68,8 @@ Case checked_landmark(cephtool::Kind kind, const std::string& name, Position at)
     builder.kind(kind);
     for (const double coordinate : {at.x, at.y})
         if (!(std::abs(coordinate) <= cephtool::largest_coordinate))
-            throw Error(ExitCode::bad_input, "the coordinate of " + cephtool::in_quotes(name) + " is out of range");
+            throw Fault("out_of_range", "the coordinate of " + cephtool::in_quotes(name) + " is out of range", {},
+                        {name});
     if (holds(cephtool::landmark_names(kind), name)) {
         builder.landmark(name, at, 0);
     } else if (kind == cephtool::Kind::lateral && holds(cephtool::vertebra_point_names(), name)) {
@@ -110,13 +112,13 @@ void Session::set_record(Case record) {
 void Session::place(const std::string& name, Position at) {
     Case checked = checked_landmark(record_.kind, name, at);
     if (checked.landmarks.empty() && checked.vertebrae.empty() && checked.user.empty())
-        throw Error(ExitCode::bad_input, cephtool::in_quotes(name) + " at (0, 0) counts as not placed",
-                    "Place it a pixel beside.");
+        throw Fault("at_origin", cephtool::in_quotes(name) + " at (0, 0) counts as not placed",
+                    "Place it a pixel beside.", {name});
     if (std::vector<Landmark>* list = list_with(record_, name)) {
         std::ranges::find(*list, name, &Landmark::name)->position = at;
     } else {
         if (!checked.user.empty() && record_.user.size() >= USER_POINT_MAX)
-            throw Error(ExitCode::bad_input, "there are 100 landmarks of your own already");
+            throw Fault("too_many_own", "there are 100 landmarks of your own already");
         const auto append = [](std::vector<Landmark>& to, const std::vector<Landmark>& from) {
             to.insert(to.end(), from.begin(), from.end());
         };
@@ -136,7 +138,7 @@ void Session::remove(const std::string& name) {
 
 void Session::set_scale(std::optional<double> mm_per_pixel) {
     if (mm_per_pixel && !cephtool::is_scale(*mm_per_pixel))
-        throw Error(ExitCode::bad_input, "a pixel is 0.000001 to 1000000 mm wide");
+        throw Fault("scale_range", "a pixel is 0.000001 to 1000000 mm wide");
     record_.mm_per_pixel = mm_per_pixel;
     changed();
 }

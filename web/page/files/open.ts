@@ -5,7 +5,7 @@ import { beginsAsFilm } from "../film/decode.ts";
 import type { Film } from "../film/film.ts";
 import { readFilm } from "../film/reader.ts";
 import { scaleOfHeader } from "../film/scale.ts";
-import { wordsOf } from "../film/sentence.ts";
+import { type Sentence, wordsOf } from "../film/sentence.ts";
 import { panel } from "../parts/panel_choice.ts";
 import { beginGuide } from "../place/guide.ts";
 import { usualAnalyses } from "../results/usual_analyses.ts";
@@ -14,7 +14,7 @@ import { type Case, type Document, emptyDocument } from "../state/document.ts";
 import { withFacts } from "../state/work.ts";
 import { takeHeader } from "../calibrate/scale_panel.tsx";
 import { fit, focusFilm } from "../view/stage.ts";
-import { language, named, say, sayError, sayNothing, words } from "../words/words.ts";
+import { alsoSay, alsoSayErrors, language, named, say, sayError, sayNothing, words } from "../words/words.ts";
 import { showFilm, showNoFilm } from "./show_film.ts";
 import { factsOfHeader } from "./film_facts.ts";
 import { beginCase, keepBeside, keepFilm } from "./keeping.ts";
@@ -29,13 +29,28 @@ export async function openFiles(files: readonly File[]): Promise<void> {
   try {
     const films: File[] = [];
     const cases: File[] = [];
+    const faults: unknown[] = []; // one file's must not stop the others
     for (const file of files) {
-      const head = new Uint8Array(await file.slice(0, 1024).arrayBuffer());
-      (beginsAsFilm(head) ? films : cases).push(file);
+      try {
+        const head = new Uint8Array(await file.slice(0, 1024).arrayBuffer());
+        (beginsAsFilm(head) ? films : cases).push(file);
+      } catch (error) {
+        faults.push(named(error, file.name));
+      }
     }
-    if (cases.length > 0) await openCases(cases);
-    if (films[0]) await openFilm(films[0]);
-    if (films.length > 1) say(words.peek().firstTaken(films.slice(1).map(({ name }) => name).join(", ")));
+    await openCases(cases, faults);
+    for (const [index, file] of films.entries()) {
+      try {
+        await openFilm(file);
+      } catch (error) {
+        faults.push(error);
+        continue;
+      }
+      const rest = films.slice(index + 1);
+      if (rest.length > 0) alsoSay(words.peek().firstTaken(rest.map(({ name }) => name).join(", ")));
+      break;
+    }
+    if (faults.length > 0) alsoSayErrors(faults);
   } catch (error) {
     sayError(error);
   } finally {
@@ -43,10 +58,20 @@ export async function openFiles(files: readonly File[]): Promise<void> {
   }
 }
 
+/** What is said of pictures that the program may read: of four inks, of 12 bits, packed as faxes are. */
+const kindsForProgram = new Set<string>(["jpegDamaged", "tiffCompression", "tiffColour", "tiffSamples"]);
+
+function isForProgram({ key, values }: Sentence): boolean {
+  return kindsForProgram.has(key) || Object.values(values).some((value) => typeof value === "object" && isForProgram(value));
+}
+
 /** Landmarks without a film get this one, else it begins a new case. */
 async function openFilm(file: File): Promise<void> {
   const read = await readFilm(file);
-  if (read.kind === "error") throw new Error(`${file.name}: ${wordsOf(read.error, language.peek())}`);
+  if (read.kind === "error") {
+    const wayOut = isForProgram(read.error) ? `\n${words.peek().asPng(file.name)}` : "";
+    throw new Error(`${file.name}: ${wordsOf(read.error, language.peek())}${wayOut}`);
+  }
   const belongs = film.peek() === null && Object.keys(record.peek().landmarks).length > 0;
   batch(() => {
     if (!belongs) {
@@ -62,7 +87,7 @@ async function openFilm(file: File): Promise<void> {
   });
   focusFilm();
   await keepFilm(file);
-  for (const doubt of read.film.header.doubts) say(wordsOf(doubt, language.peek()));
+  for (const doubt of read.film.header.doubts) alsoSay(wordsOf(doubt, language.peek()));
 }
 
 /** What the header says of the patient's plane is taken at once; a width at the detector a person has to judge. */
@@ -77,8 +102,10 @@ function takeScale(shown: Film): void {
   }
 }
 
-async function openCases(files: readonly File[]): Promise<void> {
-  const read = (await Promise.all(files.map(readCases))).flat(); // all or none: a fault in one is told before any is kept
+async function openCases(files: readonly File[], faults: unknown[]): Promise<void> {
+  const tried = await Promise.allSettled(files.map(readCases));
+  for (const each of tried) if (each.status === "rejected") faults.push(each.reason);
+  const read = tried.flatMap((each) => (each.status === "fulfilled" ? each.value : []));
   const [first, ...others] = read.map(({ record: each }) => documentOf(each, usualAnalyses(folder.peek()?.analyses(each.kind) ?? [])));
   if (!first) return;
   const keepsOthers = keepBeside(others);

@@ -20,6 +20,7 @@ const paths = {
   labels: "M4 6h12M10 6v10",
   ruler: "M3 13 13 3l4 4L7 17zM6 10l1.5 1.5M9 7l1.5 1.5M11.5 4.5 13 6",
   window: "M3 4h14v12H3zM3 16 17 4",
+  snap: "M4 3h4v7a2 2 0 0 0 4 0V3h4v7a6 6 0 0 1-12 0zM4 6h4M12 6h4",
   invert: "M10 3a7 7 0 1 0 0 14zM10 3v14",
   previous: "M12 4l-6 6 6 6",
   next: "M8 4l6 6-6 6",

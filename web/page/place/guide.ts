@@ -2,7 +2,7 @@
 import { batch, computed } from "@preact/signals";
 import { announcement, engine, history, kind, landmarkInfo, landmarkNames, record, view, work } from "../state/desk.ts";
 import type { Point, Work } from "../state/document.ts";
-import { asked, constructed, neededLandmarks } from "../state/measuring.ts";
+import { asked, constructed, constructedNames, neededLandmarks } from "../state/measuring.ts";
 import { placed, positionOf, removed, skipped } from "../state/work.ts";
 import { bringIntoView, filmSize, keyboardCursor } from "../view/stage.ts";
 import { words } from "../words/words.ts";
@@ -12,10 +12,13 @@ export const askedLandmarks = computed<readonly string[]>(() => {
   const order = new Set<string>();
   for (const name of neededLandmarks.value) {
     const construction = landmarkInfo(name)?.construction;
-    if (!construction) order.add(name);
+    if (!construction || construction.optional) order.add(name);
     else for (const from of construction.from) order.add(from);
   }
-  return [...order].filter((name) => !landmarkInfo(name)?.construction);
+  return [...order].filter((name) => {
+    const construction = landmarkInfo(name)?.construction;
+    return !construction || (construction.optional && !constructedNames.value.has(name));
+  });
 });
 
 export const placedCount = computed(() => askedLandmarks.value.filter((name) => positionOf(record.value, name)).length);

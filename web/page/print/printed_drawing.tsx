@@ -6,7 +6,7 @@ import { words } from "../words/words.ts";
 const roomMm = { width: 197, height: 266 };
 
 /** At true size, or at the largest whole 5 % below it at which it fits. */
-export function PrintedDrawing({ page }: { page: SvgPage }) {
+export function PrintedDrawing({ page, caption = "" }: { page: SvgPage; caption?: string }) {
   const place = useRef<HTMLDivElement>(null);
   const fitting = Math.min(1, roomMm.width / page.widthMm, roomMm.height / page.heightMm);
   const percent = fitting === 1 ? 100 : Math.floor(fitting * 20) * 5;
@@ -19,7 +19,7 @@ export function PrintedDrawing({ page }: { page: SvgPage }) {
   return (
     <figure class="print-drawing">
       <div ref={place} />
-      <figcaption>{words.value.scaleOfPrint(percent)}</figcaption>
+      <figcaption>{caption} {words.value.scaleOfPrint(percent)}</figcaption>
     </figure>
   );
 }

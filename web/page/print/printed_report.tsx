@@ -2,10 +2,11 @@ import { scaleWords } from "../calibrate/scale_panel.tsx";
 import { ChangesTable } from "../compare/changes_table.tsx";
 import { chosenAnalyses, engine, record } from "../state/desk.ts";
 import { rows, session } from "../state/measuring.ts";
-import { tracingOptions } from "../view/tracings.ts";
+import { earlier, registration, tracingOptions } from "../view/tracings.ts";
 import { language, words } from "../words/words.ts";
 import { PrintedAnalysis } from "./printed_analysis.tsx";
 import { PrintedDrawing } from "./printed_drawing.tsx";
+import { superimposedDrawing } from "./superimposed_drawing.ts";
 
 function dateWords(date: string): string {
   try {
@@ -60,6 +61,7 @@ export function PrintedReport() {
   const fruitful = chosenAnalyses.value.filter(({ id }) => isFruitful(id));
   const others = chosenAnalyses.value.filter(({ id }) => !isFruitful(id));
   const page = drawing();
+  const laidOver = superimposedDrawing();
   return (
     <article class="print">
       <h1>{t.report}</h1>
@@ -77,6 +79,9 @@ export function PrintedReport() {
       {others.length > 0 && <p class="quiet">{t.notMeasured(others.map(({ title }) => title).join(", "))}</p>}
       <p class="quiet">{t.noDiagnosis}</p>
       <ChangesTable />
+      {laidOver && earlier.value && (
+        <PrintedDrawing page={laidOver} caption={t.superimposedCaption(earlier.value.film ?? t.noDate, record.value.film ?? t.noDate, t.registrations[registration.value])} />
+      )}
       {page && <PrintedDrawing page={page} />}
     </article>
   );

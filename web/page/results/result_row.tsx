@@ -34,7 +34,7 @@ export function ResultRow({ index, row, cells, isStop }: Props) {
         <button
           type="button"
           tabIndex={isStop ? 0 : -1}
-          title={[item.formula, item.sign[language.value]].filter(Boolean).join("\n+ ")}
+          title={[item.name, item.formula, item.sign[language.value]].filter(Boolean).join("\n+ ")}
           onFocus={() => (shownRow.value = index)}
           onBlur={() => (shownRow.value = null)}
         >

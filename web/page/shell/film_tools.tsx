@@ -7,6 +7,7 @@ import { film, history, tool, view } from "../state/desk.ts";
 import { TonePanel } from "../tone/tone_panel.tsx";
 import { type Turn, turnedWork } from "../view/orientation.ts";
 import { filmSize, fit, zoomBy } from "../view/stage.ts";
+import { snaps, toggleSnapping } from "../view/snapping.ts";
 import { TracingMenu } from "../view/tracing_menu.tsx";
 import { words } from "../words/words.ts";
 
@@ -37,6 +38,7 @@ export function FilmTools() {
           <Menu icon="tone" label={t.tone}>
             <TonePanel />
           </Menu>
+          <IconButton icon="snap" label={t.snap} pressed={snaps.value} onClick={toggleSnapping} />
           <IconButton icon="ruler" label={t.calibrate} pressed={tool.value === "calibrate"} onClick={calibrate} />
         </>
       )}

@@ -15,6 +15,7 @@ import type { Point } from "../state/document.ts";
 import { constructed } from "../state/measuring.ts";
 import { placed, positionOf } from "../state/work.ts";
 import { words } from "../words/words.ts";
+import { toggleSnapping } from "./snapping.ts";
 import { bringIntoView, filmSize, fit, keyboardCursor, nudgeStep, zoomBy } from "./stage.ts";
 
 const arrows: Readonly<Record<string, Point>> = {
@@ -79,6 +80,7 @@ const commands: Readonly<Record<string, () => void>> = {
   PageUp: () => stepLandmark(-1),
   p: () => stepLandmark(-1),
   s: skipLandmark,
+  e: toggleSnapping,
   Delete: removeLandmark,
   Backspace: removeLandmark,
   "+": () => zoomBy(1.25),

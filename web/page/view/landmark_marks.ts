@@ -8,6 +8,7 @@ import { suggestion } from "../place/guide.ts";
 import { toScreen } from "./camera.ts";
 import { crosshairPath, haloedLine, haloedText, ink, labelFont, segmentPath, textBox } from "./ink.ts";
 import { type Mark, boxAbout } from "./marks.ts";
+import { snapped, snaps } from "./snapping.ts";
 import { camera, dragged, hovered, keyboardCursor, pointer, touching } from "./stage.ts";
 
 /** Something about a place, no farther from it than `reach`. */
@@ -144,5 +145,6 @@ export function* landmarkMarks(): Iterable<Mark> {
     yield names.at(`${current}?`, [place[0] + 6, place[1] - 5], ink.suggestion);
   }
   if (keyboardCursor.value) yield cross(toScreen(now, keyboardCursor.value), 14, 3, ink.chosen, 1.2);
+  else if (snaps.value && pointer.value) yield cross(toScreen(now, snapped(pointer.value)), 7, 2, ink.suggestion, 1.2);
   else if (pointer.value && touching.value) yield cross(toScreen(now, pointer.value), 18, 3, ink.chosen, 1.2);
 }

@@ -38,7 +38,7 @@ const greyView = computed<GreyView>(() => {
 });
 
 /** From pixels of the file, whose corners have whole coordinates here, to those of the film as it is shown. */
-function turnMatrix({ mirrored, quarters }: Orientation, { width, height }: Size): DOMMatrix {
+export function turnMatrix({ mirrored, quarters }: Orientation, { width, height }: Size): DOMMatrix {
   const turned = {
     0: [1, 0, 0, 1, 0, 0],
     1: [0, 1, -1, 0, height, 0],

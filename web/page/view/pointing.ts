@@ -10,6 +10,7 @@ import type { Point } from "../state/document.ts";
 import { oncePerFrame } from "../state/frames.ts";
 import { constructed } from "../state/measuring.ts";
 import { allPlaced, placed, positionOf } from "../state/work.ts";
+import { snapped } from "./snapping.ts";
 import { windowDragged } from "../tone/window_drag.ts";
 import { panned, toFilm, toScreen, zoomed } from "./camera.ts";
 import { camera, dragged, hovered, keyboardCursor, moveCamera, pointer, touching } from "./stage.ts";
@@ -146,7 +147,7 @@ export class Pointing {
     } else {
       batch(() => {
         dragged.value = press.name;
-        history.preview((now) => placed(now, press.name, place, landmarkNames.peek()));
+        history.preview((now) => placed(now, press.name, snapped(place), landmarkNames.peek()));
       });
     }
   }
@@ -170,7 +171,7 @@ export class Pointing {
   private putPoint(at: Point): void {
     const { current } = view.peek();
     if (tool.peek() === "calibrate") putRulerEnd(at);
-    else if (current !== null) placeLandmark(current, at);
+    else if (current !== null) placeLandmark(current, snapped(at));
   }
 
   /** A click near a landmark chooses it, unless another is asked for and it is not the very same place. */

@@ -2,7 +2,7 @@
 import type { Outline, Tracing } from "../../engine/engine.js";
 import { view } from "../state/desk.ts";
 import { type Camera, toScreen } from "./camera.ts";
-import { curvePath } from "./curve.ts";
+import { curveText } from "./curve.ts";
 import { haloedText, ink, labelFont, segmentPath, textBox, tissueInk } from "./ink.ts";
 import { type Mark, boxAbout } from "./marks.ts";
 import { camera } from "./stage.ts";
@@ -23,7 +23,7 @@ function outlineMark({ points, closed, fine, dotted }: Outline, colour: string, 
       context.strokeStyle = colour;
       context.lineWidth = fine ? 0.9 : 1.5;
       context.setLineDash(dotted ? [1.5, 3] : []);
-      context.stroke(curvePath(places, closed));
+      context.stroke(new Path2D(curveText(places, closed)));
       context.setLineDash([]);
       context.globalAlpha = 1;
     },

@@ -12,6 +12,9 @@ export const english = {
   notKnown: "not known",
   notReady: "The measuring engine is not ready yet. Try again in a moment.",
   gettingReady: "Getting ready …",
+  and: " and ",
+  /** In place of the engine's own words, which are English. */
+  engineErrors: {} as Readonly<Record<string, (names: string) => string>>,
   engineFailed: (why: string) => `The measuring engine can't run in this browser: ${why}`,
 
   // The bar
@@ -56,6 +59,7 @@ export const english = {
   welcome: "Open a film",
   welcomeHow: "Drop an X-ray or a case here, paste it, or choose it: DICOM, TIFF, PNG, JPEG; JSON, CSV, TPS, 3D Slicer.",
   staysHere: "Everything stays on this computer.",
+  asPng: (file: string) => `If other programs show it, this makes a PNG of it: cephtool film ${file} -o film.png`,
   firstTaken: (others: string) => `One film is opened at a time; not opened: ${others}`,
   filmOfCase: (name: string) => `The case's film is "${name}": open it, too, to see it below the landmarks.`,
   firstOf: (count: number) => `There are ${count} cases; this is the first. The others are not kept, since this browser keeps nothing.`,
@@ -89,6 +93,9 @@ export const english = {
   turnUpsideDown: "Mirror top and bottom",
   turnHow: "A lateral face looks right; on a frontal film the patient's right lies on the left. What was placed is turned along.",
   labels: "Names of landmarks",
+  snap: "Snap to edges (E)",
+  snaps: "Points snap to the strongest edge near the pointer.",
+  snapsNot: "Points go where the pointer is.",
   tracing: "Tracing",
   outlines: "Outlines of bones and teeth",
   modes: "Lines and values",
@@ -216,6 +223,7 @@ export const english = {
 
   // Printing
   report: "Cephalometric report",
+  superimposedCaption: (before: string, now: string, on: string) => `Laid on ${on}. Dashed: ${before}; solid: ${now}.`,
   scaleOfPrint: (percent: number) => (percent === 100 ? "True size (scale 1:1)" : `Scale ${percent} % of true size`),
   notMeasured: (titles: string) => `None of their items can be measured: ${titles}`,
 
@@ -227,6 +235,7 @@ export const english = {
     ["Page Down, N", "next landmark"],
     ["Page Up, P", "landmark before"],
     ["S", "skip"],
+    ["E", "snap to the strongest edge near the pointer, or not"],
     ["Delete", "remove"],
     ["+ − 0", "larger, smaller, whole film"],
     ["Ctrl+Z, Ctrl+Y", "undo, redo"],

@@ -34,8 +34,21 @@ export function named(error: unknown, file: string): unknown {
 export function errorWords(error: unknown): string {
   if (!(error instanceof Error)) return String(error);
   if (!(error instanceof EngineError)) return error.message;
+  const own = words.peek().engineErrors[error.key];
+  if (own) return own(error.names.join(words.peek().and));
   const place = [error.file, error.line, error.column].filter(Boolean).join(":");
   return [place ? `${place}: ${error.message}` : error.message, error.excerpt && `    ${error.excerpt}`, error.wayOut].filter(Boolean).join("\n");
+}
+
+/** Below what was said of the same files before. */
+export function alsoSay(text: string): void {
+  const before = notice.peek();
+  notice.value = { text: [before?.text, text].filter(Boolean).join("\n"), isError: before?.isError ?? false };
+}
+
+export function alsoSayErrors(errors: readonly unknown[]): void {
+  alsoSay(errors.map(errorWords).join("\n"));
+  notice.value = { text: notice.peek()!.text, isError: true };
 }
 
 export function sayError(error: unknown): void {

@@ -10,7 +10,7 @@ import { archiveFile } from "../../page/store/archive.ts";
 import { drawFilm, type DrawnFilm, type Point } from "../drawn/film.ts";
 import { dicomOf, pngOf } from "../drawn/files.ts";
 import { Browser, built } from "./harness.ts";
-import { Person } from "./person.ts";
+import { Person, type SavedCase } from "./person.ts";
 
 const project = resolve(import.meta.dirname, "../../..");
 const cephtool = join(process.env.NATIVE_BUILD ?? join(project, "build/release"), "bin/cephtool");
@@ -276,8 +276,15 @@ describe("more than one case", () => {
     const cells = one.page.locator(".changes tr", { hasText: "SNB" }).first().locator("td");
     await expect.poll(() => cells.allTextContents()).toEqual(["80.0", [...now].find(([name]) => name.endsWith(" SNB"))?.[1], "-4.8", "°"]);
     expect(await barriers(one.page)).toEqual([]);
+    const drawings = new Set<string>();
+    for (const plane of Object.values(one.words.registrations)) {
+      await one.page.getByRole("radio", { name: plane }).check();
+      await one.page.evaluate(() => new Promise((done) => requestAnimationFrame(() => requestAnimationFrame(done))));
+      drawings.add(await one.page.locator(".layer-marks").evaluate((sheet: HTMLCanvasElement) => sheet.toDataURL()));
+    }
+    expect(drawings.size).toBe(3);
     writeFileSync(file("changes.pdf"), await one.page.pdf({ format: "A4" }));
-    expect(execFileSync("pdftotext", ["-layout", file("changes.pdf"), "-"]).toString()).toMatch(/SNB +80\.0 +75\.1 +-4\.8/);
+    expect(execFileSync("pdftotext", ["-layout", file("changes.pdf"), "-"]).toString()).toMatch(/SNB +80\.0 +75\.1 +-4\.8[^]*Laid on Mandibular plane Me-Go at Me\. Dashed: .*True size/);
   });
 });
 
@@ -296,9 +303,16 @@ describe("what goes wrong", () => {
       expect(await alert.textContent()).not.toMatch(/undefined|\[object|TypeError/);
       await one.button(one.words.close, alert).click();
     }
+    expect(Object.keys((await one.case()).landmarks)).toEqual(expect.arrayContaining(placed));
+    // Of several the others are opened.
+    await one.page.setInputFiles("#file-picker", [file("cut.json"), join(project, "examples/samples/lateral-class2.json"), file("cut.png"), file("film.png")]);
+    const alert = one.page.getByRole("alert").filter({ hasText: "cut.json" }).filter({ hasText: "cut.png" });
+    await alert.waitFor();
+    await one.button(one.words.close, alert).click();
+    const { image, landmarks } = (await one.case()) as SavedCase & { image?: string };
+    expect([image, Object.keys(landmarks).length]).toEqual(["film.png", 51]);
     await one.page.setInputFiles("#file-picker", join(project, "examples/samples/cases-flat.csv"));
     await one.page.getByRole("alert").filter({ hasText: "cephtool batch cases-flat.csv" }).waitFor();
-    expect(Object.keys((await one.case()).landmarks)).toEqual(expect.arrayContaining(placed));
   });
 
   test("a tab that dies in the middle, and the browser with it, loses nothing", async () => {
