@@ -1,9 +1,10 @@
-"""docs_test.py ROOT PROGRAM_FOLDER: what the documents say is true. Their examples print what they show, their C++ is
+"""docs_test.py ROOT PROGRAM_FOLDER [PYTHON PACKAGE_FOLDER]: what the documents say is true. Their examples print what they show, their C++ is
 that of examples/, and their links lead somewhere. Under "console" a line "$ COMMAND" is run where the sample cases lie,
-with what earlier ones of the page left; lines "> ..." go on with it, and "..." stands for any lines."""
+with what earlier ones of the page left; lines "> ..." go on with it, and "..." stands for any lines. Blocks of "pycon"
+are one session of Python a page, of the interpreter that has the package."""
 import os, pathlib, re, shutil, subprocess, sys, tempfile
 
-root, program_folder = pathlib.Path(sys.argv[1]), sys.argv[2]
+root, program_folder, *python = pathlib.Path(sys.argv[1]), *sys.argv[2:]
 pages = sorted(p for pattern in ("*.md", "docs/*.md", "*/README.md", "anaitem/*.md", "examples/**/*.md")
                for p in root.glob(pattern))
 programs = [p.read_text().strip() for p in root.glob("examples/*.cpp")]
@@ -49,6 +50,33 @@ def run(page, number, lines, folder):
                             f"{result.returncode}:\n{result.stdout}")
 
 
+def run_session(page, fenced, folder):
+    """Examples of doctest, at the lines that they have in the page."""
+    global examples
+    session = []
+    for language, number, lines in fenced:
+        if language == "pycon":
+            session += [""] * (number - len(session)) + lines
+    if not session:
+        return
+    needed = [name for line in session for name in re.findall(r"^>>> import (.*)", line)]
+    needed = {name.strip() for names in needed for name in names.split(",")}
+    without = [name for name in sorted(needed) if not python or subprocess.run(
+        [python[0], "-c", f"import {name}"], env={"PYTHONPATH": python[1]}, stderr=subprocess.DEVNULL).returncode]
+    if without:
+        print(f"{page}: session left out without {', '.join(without)}")
+        return
+    pathlib.Path(folder, ".session").write_text("\n".join(session) + "\n")
+    environment = {"PYTHONPATH": python[1], "PATH": os.environ["PATH"], "HOME": str(folder), "MPLBACKEND": "Agg",
+                   "LC_ALL": "C.UTF-8", "OMP_NUM_THREADS": "1"}
+    result = subprocess.run([python[0], "-W", "ignore::UserWarning", "-m", "doctest", "-o", "ELLIPSIS", "-o", "NORMALIZE_WHITESPACE", ".session"],
+                            cwd=folder, env=environment, text=True, timeout=300, stdout=subprocess.PIPE,
+                            stderr=subprocess.STDOUT)
+    examples += sum(line.startswith(">>> ") for line in session)
+    if result.returncode:
+        failures.append(f"{page}: {result.stdout}")
+
+
 def anchors(path):
     plain = re.sub(r"^ *(```+).*?^ *\1$", "", path.read_text(), flags=re.S | re.M)
     heads = re.findall(r"^#+ (.*)$", plain, flags=re.M)
@@ -69,6 +97,7 @@ for path in pages:
                 failures.append(f"{page}:{number}: no file of examples/ has this program")
             elif any(re.match(r"\s*(\$ |\S*cephtool )", line) for line in lines):
                 failures.append(f"{page}:{number}: an example that is not run")
+        run_session(page, fenced, folder)
     prose = re.sub(r"^ *(```+).*?^ *\1$|`[^`\n]*`", "", text, flags=re.S | re.M)
     failures += [f"{page}: not run: {line}" for line in re.findall(r"^ {4}.*\bcephtool .*", prose, re.M)]
     for link in re.findall(r"\]\(([^)\s]+)\)|<img src=\"([^\"]+)\"", prose):
