@@ -1,4 +1,5 @@
-// The definition files that ship: what they measure on the sample faces, held against their definitions.
+// The definition files that ship: what must hold of all that they measure on the sample faces. That items are what
+// their definitions say is held by the second computation.
 #include <AnalysisFolder.h>
 #include <AnalysisSheet.h>
 #include <LandmarkTable.h>
@@ -24,18 +25,6 @@ struct Vec {
 };
 Vec operator-(Vec a, Vec b) {
     return {a.x - b.x, a.y - b.y};
-}
-double dot(Vec a, Vec b) {
-    return a.x * b.x + a.y * b.y;
-}
-double cross(Vec a, Vec b) {
-    return a.x * b.y - a.y * b.x;
-}
-double length(Vec a) {
-    return std::sqrt(dot(a, a));
-}
-double degrees(double radians) {
-    return radians * 180 / std::numbers::pi;
 }
 
 constexpr int lateral = 0, frontal = 1, diagnosis = 10, surgery = 20;
@@ -200,119 +189,6 @@ TEST(ShippedAnalyses, UprightIncisorsDoNotMakeTheirAngleJump) {
         }
     }
     EXPECT_GT(before, 180);
-}
-
-// The definitions in plain vectors: inclinations by atan2, distances by products.
-TEST(ShippedAnalyses, ItemsAreWhatTheirDefinitionsSay) {
-    Face f = Face("lateral-class2.json");
-    const auto point = [&](const char* name) { return f[name]; };
-    const auto mean = [](Vec a, Vec b) { return Vec{(a.x + b.x) / 2, (a.y + b.y) / 2}; };
-    const auto rise = [](Vec a, Vec b) { return degrees(std::atan2(b.y - a.y, b.x - a.x)); };  // over the film's level
-    const auto at = [](Vec a, Vec v, Vec b) {
-        return degrees(std::atan2(std::abs(cross(a - v, b - v)), dot(a - v, b - v)));
-    };
-    const auto beside = [](Vec x, Vec a, Vec b) { return cross(b - a, x - a) / length(b - a); };  // left of a to b
-    const auto beyond = [](Vec r, Vec x, Vec a, Vec b) { return dot(x - r, b - a) / length(b - a); };
-    const auto crossing = [](Vec a, Vec b, Vec c, Vec d) {
-        const double t = cross(c - a, d - c) / cross(b - a, d - c);
-        return Vec{a.x + t * (b.x - a.x), a.y + t * (b.y - a.y)};
-    };
-    const Vec S = point("S"), N = point("N"), Or = point("Or"), Po = point("Po"), A = point("A"), B = point("B"),
-              Pog = point("Pog"), Gn = point("Gn"), Me = point("Me"), Go = point("Go"), GoL = point("Go(L)"),
-              Ar = point("Ar"), Ba = point("Ba"), PT = point("PT"), Xi = point("Xi"), PM = point("PM"),
-              DC = point("DC"), ANS = point("ANS"), PNS = point("PNS"), U1 = point("U1"), U1R = point("U1R"),
-              L1 = point("L1"), L1R = point("L1R"), Cd = point("Cd"), TN = point("TN"), SN = point("SN"),
-              TUL = point("TUL"), TLL = point("TLL"), TC = point("TC"), PogS = point("Pog(s)"), NS = point("N(s)"),
-              Gl = point("Gl"), MeS = point("Me(s)"), Sto = point("Sto"), Cm = point("Cm");
-    const Vec molars = mean(point("UMo"), point("LMo")), incisors = mean(U1, L1), premolars = point("PMo");
-    const Vec tGo = crossing(Ar, point("Go(P)"), GoL, Me);
-    const double fh = rise(Po, Or), sn = rise(S, N), mp = rise(Go, Me), ml = rise(GoL, Me), pp = rise(PNS, ANS),
-                 facial = rise(Pog, N), ab = rise(B, A), op = rise(molars, incisors), u1 = rise(U1, U1R),
-                 l1 = rise(L1R, L1), hp = sn - 7;
-    const Vec level = {std::cos(hp / degrees(1)), std::sin(hp / degrees(1))};
-    const auto along_hp = [&](Vec r, Vec x) { return dot(x - r, level); };
-    const auto below_hp = [&](Vec r, Vec x) { return -cross(level, x - r); };
-    const struct {
-        const char *file, *item;
-        double value;
-    } rows[] = {
-        {"Downs", "Facial angle", facial - fh},
-        {"Downs", "Angle of convexity", rise(A, N) - rise(Pog, A)},
-        {"Downs", "A-B plane angle", ab - facial},
-        {"Downs", "Mandibular plane angle", fh - ml},
-        {"Downs", "Y axis", fh - rise(S, Gn)},
-        {"Downs", "Cant of occlusal plane", fh - op},
-        {"Downs", "Interincisal angle", 180 - (u1 - l1)},
-        {"Downs", "L1 to occlusal plane", 90 - (l1 - op)},
-        {"Downs", "L1 to mandibular plane", 180 - (l1 - ml)},
-        {"Downs", "U1 to A-Pog", beside(U1, A, Pog)},
-        {"Steiner", "SNA", at(S, N, A)},
-        {"Steiner", "ANB", at(S, N, A) - at(S, N, B)},
-        {"Steiner", "SN to Go-Gn", sn - rise(Go, Gn)},
-        {"Steiner", "U1 to NA angle", u1 - rise(A, N)},
-        {"Steiner", "L1 to NB angle", rise(B, N) - l1},
-        {"Steiner", "L1 to NB distance", beside(L1, N, B)},
-        {"Steiner", "Pog to NB", beside(Pog, N, B)},
-        {"Steiner", "S-L", beyond(S, Pog, S, N)},
-        {"Steiner", "Lower lip to S line", beside(TLL, mean(TN, SN), PogS)},
-        {"Tweed", "FMIA", l1 - fh},
-        {"Tweed", "IMPA", 180 - (l1 - mp)},
-        {"Tweed", "FMA", fh - mp},
-        {"Tweed", "Z angle", std::min(rise(PogS, TUL), rise(PogS, TLL)) - fh},
-        {"Wits", "AO-BO", beyond(B, A, molars, premolars)},
-        {"Jarabak", "Gonial angle", at(Ar, tGo, Me)},
-        {"Jarabak", "Sum of the three angles", at(N, S, Ar) + at(S, Ar, tGo) + at(Ar, tGo, Me)},
-        {"Jarabak", "Face height ratio", 100 * length(S - tGo) / length(N - Me)},
-        {"Bjork", "SN to mandibular plane", sn - ml},
-        {"Segner_Hasund", "Gonial angle, tGo to Gn", at(Ar, tGo, Gn)},
-        {"COGS", "Gonial angle to Gn", at(Ar, Go, Gn)},
-        {"Ricketts", "Facial axis", rise(crossing(N, Pog, GoL, Me), PT) - rise(Ba, N)},
-        {"Ricketts", "Facial taper", 180 - (facial - rise(GoL, Me))},
-        {"Ricketts", "Lower facial height", at(ANS, Xi, PM)},
-        {"Ricketts", "Total facial height", rise(Ba, N) - rise(Xi, PM)},
-        {"Ricketts", "Mandibular arc", 180 - at(DC, Xi, PM)},
-        {"Ricketts", "Convexity", beside(A, N, Pog)},
-        {"Ricketts", "Palatal plane", fh - pp},
-        {"Ricketts", "Overjet", beyond(L1, U1, molars, premolars)},
-        {"Ricketts", "Overbite", beside(L1, molars, premolars) - beside(U1, molars, premolars)},
-        {"Ricketts", "L1 extrusion", beside(L1, molars, premolars)},
-        {"Ricketts", "Molar relation", beyond(point("LMo(D)"), point("UMo(D)"), molars, premolars)},
-        {"Ricketts", "U6 to PTV", beyond(point("PTV"), point("UMo(D)"), Po, Or)},
-        {"Ricketts", "Upper lip to E line", beside(TUL, TN, TC)},
-        {"McNamara", "Pog to N-perpendicular", beyond(N, Pog, Po, Or)},
-        {"McNamara", "Cd-Gn less Cd-A", length(Cd - Gn) - length(Cd - A)},
-        {"McNamara", "U1 to A vertical", beyond(A, U1, Po, Or)},
-        {"Kim", "ODI", 180 - (ab - mp) + (fh - pp)},
-        {"Kim", "APDI", (facial - fh) + (ab - facial) + (fh - pp)},
-        {"Riedel_Eastman", "U1 to palatal plane", u1 - pp},
-        {"Northwestern", "U1 to SN", u1 - sn},
-        {"Holdaway", "Soft tissue facial angle", rise(PogS, NS) - fh},
-        {"Holdaway", "H angle", rise(PogS, NS) - rise(PogS, TUL)},
-        {"Holdaway", "SN behind the H line", -beside(SN, TUL, PogS)},
-        {"Holdaway", "Nose prominence", beyond(TUL, TN, Po, Or)},
-        {"Legan_Burstone", "Facial convexity Gl-SN-Pog(s)", rise(SN, Gl) - rise(PogS, SN)},
-        {"Legan_Burstone", "Mandibular prognathism Gl-Pog", along_hp(Gl, PogS)},
-        {"Legan_Burstone", "Vertical height ratio", below_hp(Gl, SN) / below_hp(SN, MeS)},
-        {"Legan_Burstone", "Incisor exposure", below_hp(Sto, U1)},
-        {"COGS", "N-B horizontal", along_hp(N, B)},
-        {"COGS", "ANS-Gn vertical", below_hp(ANS, Gn)},
-        {"COGS", "Go-Gn to HP", hp - rise(Go, Gn)},
-        {"COGS", "B-Pog on Go-Gn", beyond(B, Pog, Go, Gn)},
-        {"COGS", "U1 to palatal plane, height", std::abs(beside(U1, PNS, ANS))},
-        {"Sassouni", "Arc, ANS less Pog",
-         length(crossing(PNS, ANS, GoL, Me) - ANS) - length(crossing(PNS, ANS, GoL, Me) - Pog)},
-        {"Sassouni", "Occlusal to mandibular plane", op - ml},
-        {"Legan_Burstone", "Nasolabial angle", at(Cm, SN, TUL)},
-        {"McNamara", "Nasolabial angle by the nose tip", at(TN, SN, TUL)},
-    };
-    std::map<std::string, double> values;
-    for (const Row& row : measured(lateral, f)) values[row.file + row.name] = row.result.value;
-    for (const auto& row : rows) {
-        const auto found = values.find("CalcForm/" + std::string(row.file) + ".txt" + row.item);
-        ASSERT_NE(found, values.end()) << row.file << ": " << row.item;
-        EXPECT_NEAR(std::remainder(found->second - row.value, 360), 0, 1e-3) << row.file << ": " << row.item;
-        EXPECT_LT(std::abs(found->second), 400) << row.item;
-    }
 }
 
 TEST(ShippedAnalyses, EveryItemThatCanBeNegativeSaysWhatItsSignMeans) {
