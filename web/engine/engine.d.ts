@@ -140,6 +140,8 @@ export interface LandmarkInfo {
   definition: { en: string; ja: string };
   /** How it is found on the film: by eye, or how it is constructed. */
   howFound: { en: string; ja: string };
+  /** No landmark of the kind's table, but of particular analyses: a case has it under "user". */
+  own: boolean;
   /** On the average face, in its pixels; null where that lacks it. */
   onAverageFace: Point | null;
   /** Found by construction, not by eye; `howFound` says how. */

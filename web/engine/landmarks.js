@@ -78,6 +78,7 @@ export function landmarkTable(documents, kind, names, onFace) {
       onAverageFace: at ? { x: at.x, y: at.y } : null,
       constructed: howFound.startsWith("Constructed:"),
       construction: constructions[kind][name] ?? null,
+      own: !names.includes(name),
     };
   });
 }

@@ -1,4 +1,4 @@
-import { kind, landmarkNames, landmarkTable, skippedNames, view } from "../state/desk.ts";
+import { kind, landmarkInfo, landmarkTable, skippedNames, view } from "../state/desk.ts";
 import { constructedNames, placedNames } from "../state/measuring.ts";
 import { focusFilmAfter, hovered } from "../view/stage.ts";
 import { words } from "../words/words.ts";
@@ -48,7 +48,7 @@ export function LandmarkList() {
   const t = words.value;
   const asked = askedLandmarks.value;
   const others = landmarkTable.value.map((info) => info.name).filter((name) => !asked.includes(name));
-  const own = [...placedNames.value].filter((name) => !landmarkNames.value.has(name) && !isVertebra(name) && !asked.includes(name));
+  const own = [...placedNames.value].filter((name) => !landmarkInfo(name) && !isVertebra(name) && !asked.includes(name));
   return (
     <div class="landmark-list">
       <Group title={t.neededLandmarks} names={asked} />

@@ -33,7 +33,8 @@ export const chosenAnalyses = computed<readonly Analysis[]>(() => {
 });
 
 export const landmarkTable = computed<readonly LandmarkInfo[]>(() => engine.value?.landmarks(kind.value) ?? []);
-export const landmarkNames = computed<ReadonlySet<string>>(() => new Set(landmarkTable.value.map((info) => info.name)));
+/** Those that a case has in its table; particular analyses' own are the person's. */
+export const landmarkNames = computed<ReadonlySet<string>>(() => new Set(landmarkTable.value.filter((info) => !info.own).map((info) => info.name)));
 const landmarksByName = computed(() => new Map(landmarkTable.value.map((info) => [info.name, info])));
 
 export function landmarkInfo(name: string): LandmarkInfo | undefined {

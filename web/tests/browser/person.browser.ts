@@ -132,6 +132,29 @@ describe("from a film to a report", () => {
     },
   );
 
+  test("landmarks of particular analyses are asked for, defined and suggested like any other, and measured as the program does", async () => {
+    const one = await person();
+    await one.open(join(project, "examples/samples/lateral-average.json"));
+    await one.chooseAllAnalyses();
+    await one.panel("landmarks");
+    const goOn = one.button(one.words.continuePlacing);
+    if (await goOn.count()) await goOn.click();
+    const undefinedOnes: string[] = [];
+    let count = 0;
+    for (let name = await one.asked(); name !== null; name = await one.asked(), ++count) {
+      if (!(await one.page.locator(".guide-name span").textContent())) undefinedOnes.push(name);
+      const take = one.page.getByRole("button", { name: one.words.takeSuggestion });
+      await ((await take.count()) ? take : one.button(one.words.skip)).click();
+      await expect.poll(() => one.asked()).not.toBe(name);
+    }
+    expect(undefinedOnes).toEqual([]);
+    expect(count).toBeGreaterThan(40);
+    const saved = await one.case();
+    expect(Object.keys(saved.user ?? {}).length).toBeGreaterThan(30);
+    writeFileSync(file("own.json"), JSON.stringify(saved));
+    await sameAsProgram(one, file("own.json"));
+  });
+
   test("by keyboard alone, to a tenth of a millimetre, with suggestions after three points", async () => {
     const one = await person();
     const { keyboard } = one.page;

@@ -160,4 +160,5 @@ export interface SavedCase {
   readonly film?: string;
   readonly mm_per_pixel?: number;
   readonly landmarks: Readonly<Record<string, Point>>;
+  readonly user?: Readonly<Record<string, Point>>;
 }
