@@ -64,9 +64,10 @@ function rowsOf(document, heading) {
 export function landmarkTable(documents, kind, names, onFace) {
   const rows = rowsOf(documents.en, headings.en[kind]);
   const japanese = rowsOf(documents.ja, headings.ja[kind]);
-  const own = [...rows].filter(([name, cells]) => cells.length === 4 && !names.includes(name)).map(([name]) => name);
+  const isOwn = ([name, cells]) => (cells.length === 4 || toothPoint.test(name)) && !names.includes(name);
+  const own = [...rows].filter(isOwn).map(([name]) => name);
   return [...names, ...own].map((name) => {
-    const [title, ...cells] = rows.get(name) ?? [toothTitle(name)];
+    const [title, ...cells] = toothPoint.test(name) ? [toothTitle(name)] : rows.get(name);
     const [definition, howFound] = cells.length === 3 ? cells : ["", ""]; // those of casts have a title alone
     const [definitionJa, howFoundJa] = japanese.get(name) ?? ["", ""];
     const at = onFace.find((landmark) => landmark.name === name);
@@ -83,10 +84,18 @@ export function landmarkTable(documents, kind, names, onFace) {
   });
 }
 
+const toothPoint = /^(\d\d)([mdcfl])$/;
+const toothPlaces = {
+  m: ["mesial", "近心"],
+  d: ["distal", "遠心"],
+  c: ["cusp tip", "咬頭頂"],
+  f: ["facial", "唇側"],
+  l: ["lingual", "舌側"],
+};
+
 /** "16m": the mesial contact point of tooth 16. */
 function toothTitle(name) {
-  const tooth = /^(\d\d)([md])$/.exec(name);
-  if (!tooth) return name;
-  const [, number, side] = tooth;
-  return `${number}, ${side === "m" ? "mesial" : "distal"} (${number} ${side === "m" ? "近心" : "遠心"})`;
+  const [, number, place] = toothPoint.exec(name);
+  const [english, japanese] = toothPlaces[place];
+  return `${number}, ${english} (${number} ${japanese})`;
 }
