@@ -13,7 +13,7 @@ import numpy.typing as npt
 
 from cephtool import _engine
 from cephtool._errors import warn
-from cephtool.cases import Case, PathLike
+from cephtool.cases import Case, PathLike, landmark_names
 
 if TYPE_CHECKING:
     import pandas
@@ -28,6 +28,8 @@ class Item(NamedTuple):
     unit: str  #: ``"deg"``, ``"mm"``, ``"%"``, ``"SD"`` or empty
     formula: str  #: docs/formula_language.md
     sign: str  #: what a positive value means; empty when the file does not say
+    japanese: str  #: its Japanese name, likewise
+    unverified: str  #: why its norm is to be doubted; empty for one whose source was seen
 
 
 class DisplayMode(NamedTuple):
@@ -85,7 +87,7 @@ def _number(value: Optional[float]) -> float:
 
 
 class Analysis:
-    """An analysis: items, how they are measured, their norms. Never changes; threads may share it, and it can be pickled.
+    """An analysis: items, how they are measured, their norms. Never changes; threads may share it; it can be pickled.
 
     Get one from `cephtool.analysis`, from a `Folder`, or of your own with `read` and `from_text`.
     """
@@ -136,24 +138,36 @@ class Analysis:
         return self._analysis.family
 
     @property
+    def population(self) -> str:
+        """Whose norms these are, in the file's words: ``"Japanese adults (日本人成人)"``; empty when it does not say."""
+        return self._analysis.population[1]
+
+    @property
+    def variant_of(self) -> str:
+        """The file that this one has norms of another population for; empty for an analysis of its own."""
+        return self._analysis.variant_of
+
+    @property
     def comment(self) -> str:
         """Where the norms come from."""
         return self._analysis.comment
 
     @property
     def landmarks(self) -> list[str]:
-        """Landmarks that the items need, in the order met. Arrays of points are in this order unless told otherwise."""
-        return self._analysis.landmarks
+        """Landmarks that the items need, in the order met; of casts all. Arrays of points have this order."""
+        named = self._analysis.landmarks
+        return list(dict.fromkeys(landmark_names("model") + named)) if self.kind == "model" else named
 
     @functools.cached_property
     def items(self) -> list[Item]:
         """What it measures, in the order of the file, without headings."""
-        return [Item(name, unit, text, sign) for name, unit, text, heading, sign in self._analysis.items if not heading]
+        return [Item(name, unit, text, *words) for name, unit, text, heading, *words in self._analysis.items
+                if not heading]
 
     def measure(self, cases: Union[Case, Iterable[Case]], *, form: str = "long",
-                band: Optional[int] = None) -> pandas.DataFrame:
+                band: Optional[int] = None, language: str = "en") -> pandas.DataFrame:
         """What the analysis says about cases, as `cephtool.measure`."""
-        return _measured(cases, [self], form, band, 4)
+        return _measured(cases, [self], form, band, language)
 
     def measure_points(self, points: npt.ArrayLike, *, mm_per_pixel: Union[float, npt.ArrayLike],
                        landmarks: Optional[Sequence[str]] = None,
@@ -244,6 +258,21 @@ class Folder:
         """All, kind by kind, in the order of the lists."""
         return [Analysis._of(each, _listed, self._path, place) for place, each in enumerate(self._folder.analyses)]
 
+    def for_population(self, name: str = "") -> list[Analysis]:
+        """All analyses once: with norms of the population (``"Japanese"``, ``"日本人"``) where the folder has them.
+
+        Of the others `Analysis.population` tells whose norms they have.
+        """
+        wanted = _engine.population_named(name) if name else None
+        if wanted and all(analysis._analysis.population[0].lower() != wanted.lower() for analysis in self.analyses):
+            raise ValueError(f"no analysis has norms of the population {name!r}")
+        variants = {(variant.variant_of.lower(), variant.family): variant for variant in reversed(self.analyses)
+                    if variant.variant_of and wanted and variant._analysis.population[0].lower() == wanted.lower()}
+        own = [analysis for analysis in self.analyses if not analysis.variant_of]
+        return [analysis if wanted and analysis._analysis.population[0].lower() == wanted.lower()
+                else variants.get((os.path.basename(analysis._analysis.file).lower(), analysis.family), analysis)
+                for analysis in own]
+
     @property
     def modes(self) -> list[DisplayMode]:
         return [DisplayMode(*mode) for mode in self._folder.modes]
@@ -287,7 +316,7 @@ def analysis(name: str, kind: Optional[str] = None) -> Analysis:
 
 
 def measure(cases: Union[Case, Iterable[Case]], analyses: Optional[Iterable[Analysis]] = None, *, form: str = "long",
-            band: Optional[int] = None) -> pandas.DataFrame:
+            band: Optional[int] = None, language: str = "en") -> pandas.DataFrame:
     """What analyses say about cases. The numbers are those of ``cephtool analyze`` and ``cephtool batch``.
 
     Parameters
@@ -295,48 +324,54 @@ def measure(cases: Union[Case, Iterable[Case]], analyses: Optional[Iterable[Anal
     cases : Case or iterable of Case
         Each is measured by the analyses for its kind.
     analyses : iterable of Analysis, optional
-        All that ship without it.
+        Without it all that ship, variants for other populations left out (`Folder.for_population`).
     form : {"long", "wide"}
         A row for each item of a case, or one for each case.
     band : int, optional
         Code of the norms' columns, in place of the one that age, sex and dental stage lead to.
+    language : {"en", "ja"}
+        Of ``label``.
 
     Returns
     -------
     pandas.DataFrame
-        Long: ``case`` (place, from 0), ``name``, ``analysis``, ``item``, ``unit``, ``value``, ``text`` (of an item that
-        has one in place of a value), ``mean``, ``sd``, ``deviation`` (in SD), ``missing`` (landmarks that the value
-        lacks, blanks between), ``reason`` (why there is no value although none is missing), ``remarks`` (codes, "; "
-        between).
-        Wide: ``name``, ``kind``, ``sex``, ``age``, ``remarks``, and a column ``"ANALYSIS:ITEM"`` with
-        the values of each item, ``"FAMILY:ANALYSIS:ITEM"`` of others than lateral ones.
+        Long: ``case`` (place, from 0), ``name``, ``analysis``, ``item``, ``label`` (its name to be shown), ``unit``,
+        ``value``, ``text`` (of an item that has one in place of a value), ``mean``, ``sd``, ``deviation`` (in SD),
+        ``missing`` (landmarks that the value lacks, blanks between), ``reason`` (why there is no value although none is
+        missing), ``remarks`` (codes, "; " between).
+        Wide: ``name``, ``kind``, ``sex``, ``age``, ``remarks``, and a column ``"ANALYSIS:ITEM"`` with the values of each
+        item, ``"FAMILY:ANALYSIS:ITEM"`` of others than lateral ones.
 
     Warns
     -----
     Remark
         How norms fit the patients: of each code the first.
     """
-    return _measured(cases, shipped_folder().analyses if analyses is None else list(analyses), form, band, 4)
+    return _measured(cases, shipped_folder().for_population() if analyses is None else list(analyses), form, band,
+                     language)
 
 
 def _measured(cases: Union[Case, Iterable[Case]], analyses: list[Analysis], form: str, band: Optional[int],
-              stacklevel: int) -> pandas.DataFrame:
+              language: str) -> pandas.DataFrame:
     import pandas
+    if language not in ("en", "ja"):
+        raise ValueError(f'the language is "en" or "ja", not {language!r}')
     if form not in ("long", "wide"):
         raise ValueError(f'the form is "long" or "wide", not {form!r}')
     all_cases = [cases] if isinstance(cases, Case) else list(cases)
     columns, remarks = _engine.measure([case._record for case in all_cases],
                                        [analysis._analysis for analysis in analyses], band)
-    codes = _remarked(all_cases, analyses, remarks, stacklevel)
+    codes = _remarked(all_cases, analyses, remarks)
     if form == "wide":
         return _wide(pandas, all_cases, analyses, columns, codes)
-    items = [[(name, unit) for name, unit, *_ in analysis._analysis.items] for analysis in analyses]
+    items = [[(item[0], item[1], item[5] or item[0]) for item in analysis._analysis.items] for analysis in analyses]
     whose_items = list(zip(columns["analysis"].tolist(), columns["item"].tolist()))
     return pandas.DataFrame({
         "case": columns["case"],
         "name": [all_cases[place].name for place in columns["case"].tolist()],
         "analysis": [analyses[analysis].name for analysis, _ in whose_items],
         "item": [items[analysis][item][0] for analysis, item in whose_items],
+        "label": [items[analysis][item][2 if language == "ja" else 0] for analysis, item in whose_items],
         "unit": [items[analysis][item][1] for analysis, item in whose_items],
         **{name: columns[name]
            for name in ("value", "text", "mean", "sd", "deviation", "missing", "reason")},
@@ -345,8 +380,8 @@ def _measured(cases: Union[Case, Iterable[Case]], analyses: list[Analysis], form
     })
 
 
-def _remarked(cases: list[Case], analyses: list[Analysis], remarks: list[tuple[int, str, str, str]],
-              stacklevel: int) -> list[dict[str, list[str]]]:
+def _remarked(cases: list[Case], analyses: list[Analysis],
+              remarks: list[tuple[int, str, str, str]]) -> list[dict[str, list[str]]]:
     """Warns of what came up while measuring, once a code. Gives the codes of each case: of analyses, and of "", all."""
     codes: list[dict[str, list[str]]] = [{"": [code for code, _ in case.remarks]} for case in cases]
     first: dict[str, str] = {}
@@ -357,7 +392,7 @@ def _remarked(cases: list[Case], analyses: list[Analysis], remarks: list[tuple[i
         first.setdefault(code, ": ".join(part for part in (whose, of_analysis, text) if part))
         count[code] = count.get(code, 0) + 1
     for code, text in first.items():
-        warn(text + (f" ({count[code] - 1} more of this kind)" if count[code] > 1 else ""), code, stacklevel + 1)
+        warn(text + (f" ({count[code] - 1} more of this kind)" if count[code] > 1 else ""), code, 5)
     return codes
 
 
@@ -370,7 +405,7 @@ def _wide(pandas: Any, cases: list[Case], analyses: list[Analysis], columns: dic
                                          for of_case in codes]}
     for number, analysis in enumerate(analyses):
         prefix = ("" if analysis.family == "lateral" else analysis.family + ":") + analysis.name
-        for item, (name, _, _, heading, _) in enumerate(analysis._analysis.items):
+        for item, (name, _, _, heading, *_) in enumerate(analysis._analysis.items):
             if heading:
                 continue
             rows = np.flatnonzero((columns["analysis"] == number) & (columns["item"] == item))
@@ -401,12 +436,12 @@ class Formula:
 
     @property
     def landmarks(self) -> list[str]:
-        """Landmarks that it names, in the order met."""
+        """Landmarks that it names, in the order met; of casts all."""
         return self._analysis.landmarks
 
     @property
     def unit(self) -> str:
-        """``"deg"``, ``"mm"``, ``"%"`` or empty, read off the formula. Lengths are pixels as long as no scale is given."""
+        """``"deg"``, ``"mm"``, ``"%"`` or empty, read off the formula; lengths are pixels as long as no scale is given."""
         return self._analysis.items[0].unit
 
     def __call__(self, points: npt.ArrayLike, *, landmarks: Optional[Sequence[str]] = None,

@@ -108,5 +108,5 @@ def procrustes(points: npt.ArrayLike, *, scale: bool = True, tolerance: float = 
 
 
 def mean_shape(points: npt.ArrayLike, *, scale: bool = False) -> Floats:
-    """The mean of shapes (n_cases, n_landmarks, 2) laid over each other, centred on 0; sizes are kept unless `scale`."""
+    """The mean of shapes (n_cases, n_landmarks, 2) laid over each other, centred on 0; sizes stay unless `scale`."""
     return procrustes(points, scale=scale).mean

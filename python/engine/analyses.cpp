@@ -91,11 +91,19 @@ Analysis formula(const std::string& text, const std::string& kind) {
     return analysis;
 }
 
+// Name and text; empty ones where the file does not say.
+py::tuple population(const Analysis& analysis) {
+    const std::optional<tool::Population>& whose = analysis.population();
+    return whose ? py::make_tuple(cephtool::printable(whose->name), cephtool::printable(whose->text))
+                 : py::make_tuple("", "");
+}
+
 py::list items(const Analysis& analysis) {
     py::list all;
     for (const tool::Item& item : analysis.items())
         all.append(py::make_tuple(cephtool::printable(item.name), item.unit, cephtool::printable(item.formula),
-                                  item.heading, cephtool::printable(item.sign)));
+                                  item.heading, cephtool::printable(item.sign), cephtool::printable(item.japanese),
+                                  cephtool::printable(item.unverified)));
     return all;
 }
 
@@ -195,6 +203,8 @@ void add_analyses(py::module_& module) {
         .def_property_readonly("file", [](const Analysis& a) { return cephtool::utf8_from_path(a.file()); })
         .def_property_readonly("kind", [](const Analysis& a) { return cephtool::name_of(cephtool::case_kind(a)); })
         .def_property_readonly("family", [](const Analysis& a) { return cephtool::kind_name(a); })
+        .def_property_readonly("population", population)
+        .def_property_readonly("variant_of", [](const Analysis& a) { return cephtool::printable(a.variant_of()); })
         .def_property_readonly("landmarks", [](const Analysis& a) { return a.inputs().landmarks; })
         .def_property_readonly("items", items);
     py::class_<AnalysisFolder>(module, "Folder")
@@ -216,6 +226,8 @@ void add_analyses(py::module_& module) {
                                           cephtool::title_of(*mode.mode)));
             return all;
         });
+    module.def(
+        "population_named", [](const std::string& text) { return tool::population_named(text).name; }, py::arg("text"));
     module.def("measure", measure, py::arg("cases"), py::arg("analyses"), py::arg("band"));
 }
 

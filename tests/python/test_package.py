@@ -90,6 +90,18 @@ def test_pictures_and_tables_for_a_notebook(class2, tmp_path):
     assert "interior" not in STEINER._repr_html_() and "Interincisal angle" in STEINER._repr_html_()
 
 
+@ignored
+def test_norms_of_a_population_stand_in_for_others(class2):
+    folder = cephtool.Folder()
+    assert {a.variant_of for a in folder.for_population()} == {""} and len(folder.for_population("日本人")) < len(folder)
+    japanese = [a for a in folder.for_population("japanese") if a.name.startswith("Downs")]
+    assert [a.name for a in japanese] == ["Downs_Japanese"] and "Japanese" in japanese[0].population
+    frame = cephtool.measure(class2, japanese, language="ja")
+    assert frame.item[0] == "Facial angle" and frame.label[0] == japanese[0].items[0].japanese != ""
+    with pytest.raises(ValueError, match="Martian"):
+        folder.for_population("Martian")
+
+
 def test_arrays_are_taken_as_they_lie(class2):
     points = class2.points(STEINER.landmarks)
     block = np.full((5, 2, 20), np.nan)
