@@ -37,7 +37,35 @@ PART_OF_OUTLINE = {
     "C4": ["Vertebra C4"],
 }
 
-# How much of the way of hard tissue a point of the skin goes along.
+# Own landmarks that stand on bone which moves; those of the ramus bend with it.
+PART_OF_OWN = {
+    "maxilla": ["Mp"],
+    "mandible": ["RGn", "Gs", "CA", "RCJ", "Agn", "R1", "R2", "R3", "R4"],
+    "C3": ["C3m"],
+    "C4": ["C4m"],
+}
+
+# How much of the way of hard tissue a point of the skin, the tongue or the hyoid goes along.
+OWN_FOLLOWS = {
+    "Cm": {"A": 0.4},
+    "As": {"A": 0.6},
+    "Ls": {"U1": 0.6},
+    "ULi": {"U1": 0.6},
+    "Sts": {"U1": 0.5},
+    "Sti": {"L1": 0.4, "U1": 0.3},
+    "LLi": {"L1": 0.6},
+    "Li": {"L1": 0.5, "B": 0.3},
+    "Si": {"B": 0.9},
+    "Gns": {"Pog": 0.6, "Me": 0.4},
+    "Cp": {"Me": 0.5},
+    "NTP": {"Me": 0.5},
+    "TT": {"L1": 0.8},
+    "TD": {"B": 0.2},
+    "PAa": {"B": 0.3},
+    "LPa": {"Go": 1.0},
+    "Eb": {"Me": 0.3},
+    "Hy": {"Me": 0.5},
+}
 SKIN_FOLLOWS = {
     "SN": {"A": 0.6},
     "TUL": {"U1": 0.6},
@@ -138,10 +166,19 @@ def derived(average, name, sex, birth, film, dental_stage, upper, body, teeth, n
         new.update((mark, moves[part](old[mark])) for mark in marks)
     # The premolars meet half way between where the upper and the lower ones go.
     new["PMo"] = tuple((a + b) / 2 for a, b in zip(moves["upper molar"](old["PMo"]), moves["lower molar"](old["PMo"])))
+
+    def follow(p, shares):
+        return tuple(p[i] + sum(share * (new[leader][i] - old[leader][i]) for leader, share in shares.items())
+                     for i in (0, 1))
+
     for mark, shares in SKIN_FOLLOWS.items():
-        new[mark] = tuple(old[mark][i] + sum(share * (new[leader][i] - old[leader][i])
-                                             for leader, share in shares.items()) for i in (0, 1))
-    new = {mark: whole(p) for mark, p in new.items()}
+        new[mark] = follow(old[mark], shares)
+    own = {mark: still(p) for mark, p in average["user"].items()}
+    for part, marks in PART_OF_OWN.items():
+        own.update((mark, moves[part](own[mark])) for mark in marks if part in moves)
+    for mark, shares in OWN_FOLLOWS.items():
+        own[mark] = follow(own[mark], shares)
+    new, own = ({mark: whole(p) for mark, p in each.items()} for each in (new, own))
 
     part_of = {outline: part for part, outlines in PART_OF_OUTLINE.items() for outline in outlines}
     outlines = []
@@ -155,7 +192,7 @@ def derived(average, name, sex, birth, film, dental_stage, upper, body, teeth, n
         points = [anchors.get(tuple(before), whole(after)) for before, after in zip(outline["points"], points)]
         outlines.append({**outline, "points": points})
     return {**average, "name": name, "sex": sex, "birth": birth, "film": film, "dental_stage": dental_stage,
-            "landmarks": new, "vertebrae": neck_points, "outlines": outlines}
+            "landmarks": new, "vertebrae": neck_points, "user": own, "outlines": outlines}
 
 
 # Mesio-distal crown widths in mm from the first incisor to the first molar. Their sums fit Bolton's ratios.
