@@ -3,7 +3,6 @@
 #include <algorithm>
 
 #include "analysis/cast_points.h"
-#include "analysis/cast_terms.h"
 #include "geometry/line.h"
 
 namespace tool {
@@ -65,6 +64,11 @@ double arch_length(tagPOINTMO& record, CastCurve curve) {
     return distance(front, foot_of_perpendicular(front, rear)) * record.Scale;
 }
 
+bool lacks_a_point(std::string_view token, tagPOINTMO& record) {
+    return std::ranges::any_of(points_of_measure(token),
+                               [&](int slot) { return cast_point(record, slot) == CPoint(); });
+}
+
 }  // namespace
 
 bool is_cast_token(std::string_view token) {
@@ -96,8 +100,7 @@ std::vector<int> points_of_measure(std::string_view token) {
 }
 
 double cast_measure(std::string_view token, tagPOINTMO& record) {
-    const auto absent = [&](int slot) { return cast_point(record, slot) == CPoint(); };
-    if (std::ranges::any_of(points_of_measure(token), absent)) return 0.0;
+    if (lacks_a_point(token, record)) return 0.0;
     const Measure* m = find_measure(token);
     if (!m) {
         double sum = 0;
@@ -116,6 +119,25 @@ double cast_measure(std::string_view token, tagPOINTMO& record) {
         case Quantity::palate: return record.Palate;
     }
     return 0.0;
+}
+
+std::vector<CastLine> lines_of_measure(std::string_view token, tagPOINTMO& record) {
+    std::vector<CastLine> lines;
+    if (lacks_a_point(token, record)) return lines;
+    const Measure* m = find_measure(token);
+    if (!m) {
+        for (const CastTerm& term : cast_terms(token).value_or(std::vector<CastTerm>()))
+            for (const CastLine& line : lines_of_term(term, record)) lines.push_back(line);
+        return lines;
+    }
+    const std::vector<int> slots = points_of_measure(token);
+    if (m->quantity == Quantity::arch_length) {
+        const Vec2 front = cast_point(record, slots[0]);
+        return {{front, foot_of_perpendicular(front, {cast_point(record, slots[1]), cast_point(record, slots[2])})}};
+    }
+    for (std::size_t i = 0; i + 1 < slots.size(); i += 2)
+        lines.push_back({cast_point(record, slots[i]), cast_point(record, slots[i + 1])});
+    return lines;
 }
 
 }  // namespace tool

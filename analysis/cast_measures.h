@@ -4,7 +4,7 @@
 #include <string_view>
 #include <vector>
 
-#include "Records.h"
+#include "analysis/cast_terms.h"
 
 namespace tool {
 
@@ -22,5 +22,8 @@ bool is_cast_token(std::string_view token);
 
 // Slots of the points (cast_points.h) that a token's measure needs; some may come twice.
 std::vector<int> points_of_measure(std::string_view token);
+
+// What is measured, as lines to be drawn; none when a point is not placed.
+std::vector<CastLine> lines_of_measure(std::string_view token, tagPOINTMO& record);
 
 }  // namespace tool

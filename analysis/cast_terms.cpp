@@ -90,24 +90,60 @@ Vec2 times(double k, Vec2 v) {
     return {k * v.x, k * v.y};
 }
 
-// Slopes of the natural cubic spline at its knots, by the usual elimination of its three diagonals.
-std::vector<Vec2> wire_slopes(const std::vector<Vec2>& p, const std::vector<double>& chord) {
-    const std::size_t n = p.size();
-    std::vector<double> factor(n);
-    std::vector<Vec2> slope(n);
-    const auto steepness = [&](std::size_t i) { return (p[i + 1] - p[i]) / chord[i]; };
-    for (std::size_t i = 0; i < n; ++i) {
-        const double before = i == 0 ? 0 : 1 / chord[i - 1], behind = i + 1 == n ? 0 : 1 / chord[i];
-        Vec2 right;
-        if (i > 0) right = right + times(3 * before, steepness(i - 1));
-        if (i + 1 < n) right = right + times(3 * behind, steepness(i));
-        const double pivot = 2 * (before + behind) - (i == 0 ? 0 : before * factor[i - 1]);
-        factor[i] = behind / pivot;
-        slope[i] = (i == 0 ? right : right - times(before, slope[i - 1])) / pivot;
-    }
-    for (std::size_t i = n - 1; i-- > 0;) slope[i] = slope[i] - times(factor[i], slope[i + 1]);
-    return slope;
+std::vector<Vec2> points_of(const CastTerm& term, tagPOINTMO& record) {
+    std::vector<Vec2> points;
+    for (const CastPlace& place : term.places) points.push_back(at(place, record));
+    return points;
 }
+
+// The natural cubic spline over the chords between points; those at the place of the one before count once.
+class Wire {
+ public:
+    explicit Wire(std::vector<Vec2> points) : p_(std::move(points)) {
+        p_.erase(std::unique(p_.begin(), p_.end()), p_.end());
+        for (std::size_t i = 1; i < p_.size(); ++i) chord_.push_back(distance(p_[i - 1], p_[i]));
+        if (p_.size() > 1) find_slopes();
+    }
+
+    std::size_t pieces() const { return chord_.size(); }
+
+    // On piece i, the cubic that has the places and slopes of both its ends; t runs from 0 to 1.
+    Vec2 at(std::size_t i, double t) const {
+        const double s = 1 - t, h = chord_[i];
+        return times(s * s * (1 + 2 * t), p_[i]) + times(t * t * (1 + 2 * s), p_[i + 1]) +
+               times(h * t * s * s, slope_[i]) - times(h * t * t * s, slope_[i + 1]);
+    }
+
+    // Its derivative by t.
+    Vec2 velocity(std::size_t i, double t) const {
+        const Vec2 chord = p_[i + 1] - p_[i];
+        const double h = chord_[i], rise = 6 * t * (1 - t), first = (1 - t) * (1 - 3 * t), second = t * (3 * t - 2);
+        return {rise * chord.x + h * (first * slope_[i].x + second * slope_[i + 1].x),
+                rise * chord.y + h * (first * slope_[i].y + second * slope_[i + 1].y)};
+    }
+
+ private:
+    // By the usual elimination of three diagonals.
+    void find_slopes() {
+        const std::size_t n = p_.size();
+        std::vector<double> factor(n);
+        slope_.resize(n);
+        const auto steepness = [&](std::size_t i) { return (p_[i + 1] - p_[i]) / chord_[i]; };
+        for (std::size_t i = 0; i < n; ++i) {
+            const double before = i == 0 ? 0 : 1 / chord_[i - 1], behind = i + 1 == n ? 0 : 1 / chord_[i];
+            Vec2 right;
+            if (i > 0) right = right + times(3 * before, steepness(i - 1));
+            if (i + 1 < n) right = right + times(3 * behind, steepness(i));
+            const double pivot = 2 * (before + behind) - (i == 0 ? 0 : before * factor[i - 1]);
+            factor[i] = behind / pivot;
+            slope_[i] = (i == 0 ? right : right - times(before, slope_[i - 1])) / pivot;
+        }
+        for (std::size_t i = n - 1; i-- > 0;) slope_[i] = slope_[i] - times(factor[i], slope_[i + 1]);
+    }
+
+    std::vector<Vec2> p_, slope_;
+    std::vector<double> chord_;
+};
 
 }  // namespace
 
@@ -127,42 +163,43 @@ std::optional<std::vector<CastTerm>> cast_terms(std::string_view token) {
 }
 
 double measured_term(const CastTerm& term, tagPOINTMO& record) {
-    std::vector<Vec2> points;
-    for (const CastPlace& place : term.places) points.push_back(at(place, record));
-    switch (term.kind) {
-        case CastTerm::Kind::wire: return wire_length(points);
-        case CastTerm::Kind::height:
-            return distance(points[0], foot_of_perpendicular(points[0], {points[1], points[2]}));
-        case CastTerm::Kind::gap: {
-            const double apart = distance(points[2], points[3]);
-            return apart == 0 ? 0.0 : dot(points[1] - points[0], points[3] - points[2]) / apart;
-        }
-        case CastTerm::Kind::way: break;
+    const std::vector<Vec2> points = points_of(term, record);
+    if (term.kind == CastTerm::Kind::wire) return wire_length(points);
+    if (term.kind == CastTerm::Kind::gap) {
+        const double apart = distance(points[2], points[3]);
+        return apart == 0 ? 0.0 : dot(points[1] - points[0], points[3] - points[2]) / apart;
     }
     double way = 0;
-    for (std::size_t i = 1; i < points.size(); ++i) way += distance(points[i - 1], points[i]);
+    for (const CastLine& line : lines_of_term(term, record)) way += distance(line[0], line[1]);
     return way;
 }
 
+std::vector<CastLine> lines_of_term(const CastTerm& term, tagPOINTMO& record) {
+    std::vector<Vec2> points = points_of(term, record);
+    if (term.kind == CastTerm::Kind::height)
+        points = {points[0], foot_of_perpendicular(points[0], {points[1], points[2]})};
+    if (term.kind == CastTerm::Kind::gap) points.resize(2);
+    if (term.kind == CastTerm::Kind::wire) {
+        constexpr int chords = 8;  // of a piece
+        const Wire wire(points);
+        points.clear();
+        for (std::size_t i = 0; i < wire.pieces(); ++i)
+            for (int step = i == 0 ? 0 : 1; step <= chords; ++step)
+                points.push_back(wire.at(i, static_cast<double>(step) / chords));
+    }
+    std::vector<CastLine> lines;
+    for (std::size_t i = 1; i < points.size(); ++i) lines.push_back({points[i - 1], points[i]});
+    return lines;
+}
+
 double wire_length(const std::vector<Vec2>& points) {
-    std::vector<Vec2> p = points;
-    p.erase(std::unique(p.begin(), p.end()), p.end());
-    if (p.size() < 2) return 0;
-    std::vector<double> chord;
-    for (std::size_t i = 1; i < p.size(); ++i) chord.push_back(distance(p[i - 1], p[i]));
-    const std::vector<Vec2> slope = wire_slopes(p, chord);
+    const Wire wire(points);
     // Gauss's rule with three points in each part; in 32 parts its error is far below a thousandth of a pixel.
     constexpr int parts = 32;
     constexpr double off = 0.7745966692414834, outer = 5.0 / 18, inner = 8.0 / 18;
     double total = 0;
-    for (std::size_t i = 0; i + 1 < p.size(); ++i) {
-        const Vec2 chords = p[i + 1] - p[i];
-        // The derivative by t from 0 to 1 of the cubic that has both ends and both slopes.
-        const auto speed = [&](double t) {
-            const double h = chord[i], rise = 6 * t * (1 - t), first = (1 - t) * (1 - 3 * t), second = t * (3 * t - 2);
-            return length({rise * chords.x + h * (first * slope[i].x + second * slope[i + 1].x),
-                           rise * chords.y + h * (first * slope[i].y + second * slope[i + 1].y)});
-        };
+    for (std::size_t i = 0; i < wire.pieces(); ++i) {
+        const auto speed = [&](double t) { return length(wire.velocity(i, t)); };
         for (int part = 0; part < parts; ++part) {
             const double middle = (part + 0.5) / parts, half = 0.5 / parts;
             total +=

@@ -12,6 +12,7 @@
 //            of neighbours, the middle between the points at which they face one another
 #pragma once
 
+#include <array>
 #include <optional>
 #include <string_view>
 #include <vector>
@@ -37,6 +38,10 @@ std::optional<std::vector<CastTerm>> cast_terms(std::string_view token);
 
 // In pixels. Undefined unless all points are placed.
 double measured_term(const CastTerm& term, tagPOINTMO& record);
+
+// What is measured, to be drawn: lines from point to point, a wire as short ones. Of a place the middle of its points.
+using CastLine = std::array<Vec2, 2>;
+std::vector<CastLine> lines_of_term(const CastTerm& term, tagPOINTMO& record);
 
 // Length of the wire over the points, in their unit; those at the place of the one before count once.
 double wire_length(const std::vector<Vec2>& points);

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstring>
 
+#include "analysis/cast_measures.h"
 #include "analysis/functions.h"
 #include "analysis/landmark_names.h"
 #include "analysis/measures.h"
@@ -74,6 +75,8 @@ std::string_view Landmarks::virtual_construction(int index) const {
 }
 
 double Landmarks::cast_measure(std::string_view token) const {
+    if (shapes_ && cast_)
+        for (const CastLine& line : lines_of_measure(token, *cast_)) note_shape(ShapeKind::length, line);
     return measured_cast(token, *this);
 }
 

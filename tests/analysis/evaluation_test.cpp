@@ -2,11 +2,13 @@
 
 #include <chrono>
 #include <cmath>
+#include <cstring>
 #include <random>
 #include <thread>
 
 #include "ResultList.h"
 #include "SheetMeasurer.h"
+#include "analysis/cast_measures.h"
 #include "tests/analysis/subject.h"
 
 namespace tool_test {
@@ -420,6 +422,12 @@ TEST(Cast, IsMeasuredThroughItsTokens) {
     for (const auto& c : cases) {
         EXPECT_EQ(CCephCalc::Calc_Model(c.token, &cast.record), c.value) << c.token;
         EXPECT_EQ(cast.calc(std::string("Model(") + c.token + ")"), c.value) << c.token;
+        double drawn = 0;
+        for (const tool::CastLine& line : tool::lines_of_measure(c.token, cast.record))
+            drawn += tool::distance(line[0], line[1]) * cast.record.Scale;
+        if (!std::strstr(c.token, "TR]") && c.value >= 0) {
+            EXPECT_NEAR(drawn, c.value, 1e-9) << c.token;
+        }
     }
     // Kept: -1 is a palate not judged yet.
     EXPECT_EQ(cast.item("Palate"), 0);
