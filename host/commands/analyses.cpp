@@ -7,7 +7,9 @@
 
 #include "base/columns.h"
 #include "base/wording.h"
+#include "cases/case_builder.h"
 #include "cases/case_record.h"
+#include "cases/vertebrae.h"
 #include "host/command_line.h"
 #include "host/output.h"
 #include "host/selection.h"
@@ -90,11 +92,27 @@ std::string shown(const std::optional<tool::Ages>& ages) {
            (ages->to ? from + " to " + std::to_string(*ages->to) + " years" : from + " years and older") + "\n";
 }
 
+// Those that no table of the kind has, with where to read what they are.
+std::string own_landmarks(const Analysis& analysis) {
+    const Kind kind = case_kind(analysis);
+    std::vector<std::string> known = landmark_names(kind);
+    for (std::string& name : vertebra_point_names()) known.push_back(std::move(name));
+    std::string names;
+    for (const std::string& name : analysis.inputs().landmarks)
+        if (std::ranges::find(known, name) == known.end()) names += (names.empty() ? "" : ", ") + printable(name);
+    if (names.empty()) return "";
+    return wrapped(
+               "With landmarks of your own: " + names + ". docs/landmarks.md says where those of shipped files lie.",
+               page_width, "") +
+           "\n";
+}
+
 std::string shown(const Analysis& analysis) {
     std::string text = title_of(analysis) + "\n";
     if (!comment_of(analysis).empty()) text += wrapped(comment_of(analysis), page_width, "") + "\n";
     text += shown(analysis.ages());
-    text += std::string(kind_name(analysis)) + ", " + file_of(analysis) + "\n\n";
+    text += std::string(kind_name(analysis)) + ", " + file_of(analysis) + "\n";
+    text += own_landmarks(analysis) + "\n";
     for (const ItemSummary& item : items_of(analysis)) text += shown(item);
     return text;
 }

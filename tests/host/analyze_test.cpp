@@ -133,6 +133,7 @@ TEST_F(Clinic, AnalysesAreListedWithTheirItemsAndNorms) {
     EXPECT_THAT(run({"analyses", "--anaitem", "clinic", "base", "--format", "json"}).out,
                 HasSubstr("\"formula\": \"len([S],[N])\""));
     std::filesystem::rename("clinic", path_from_utf8("clïnic"));  // a name outside code page 932
+    EXPECT_THAT(run({"analyses", "--anaitem", ANALYSES, "Hyoid"}).out, HasSubstr("of your own: RGn, Hy, AA. docs/"));
     EXPECT_EQ(run({"analyses", "--anaitem", "clïnic"}).out, list);
     const Outcome slip = run({"analyses", "--anaitem", "clïnic", "./bad.txt"});
     EXPECT_EQ(slip.code, ExitCode::bad_command_line);
