@@ -27,9 +27,11 @@ from cephtool.cases import Case, Tracing, landmark_names, read
 from cephtool.dates import Age, Era, age, date, era
 from cephtool.growth import Finding, growth
 from cephtool.photographs import Photograph, photograph
+from cephtool.study import Agreement, agreement
 
 __all__ = [
-    "Age", "Analysis", "Case", "DisplayMode", "Era", "Error", "Finding", "Folder", "Formula", "Item", "Photograph",
-    "Remark", "Tracing", "Values", "__version__", "age", "analysis", "date", "era", "formula", "geometry", "growth",
-    "landmark_names", "line_image", "measure", "photograph", "read", "shapes",
+    "Age", "Agreement", "Analysis", "Case", "DisplayMode", "Era", "Error", "Finding", "Folder", "Formula",
+    "Item", "Photograph", "Remark", "Tracing", "Values", "__version__", "age", "agreement", "analysis", "date",
+    "era", "formula", "geometry", "growth", "landmark_names", "line_image", "measure", "photograph", "read",
+    "shapes",
 ]

@@ -2,6 +2,7 @@
 
 from __future__ import annotations
 
+import functools
 import html
 import json
 import os
@@ -72,7 +73,6 @@ class Case:
     """
 
     _record: _engine.Case
-    _facts: dict[str, Any]
 
     def __init__(self, landmarks: Mapping[str, Sequence[float]], *, kind: str = "lateral",
                  mm_per_pixel: Optional[float] = None, name: Optional[str] = None, sex: Optional[str] = None,
@@ -92,17 +92,18 @@ class Case:
         content |= {key: value.isoformat() if isinstance(value, Date) else value for key, value in given.items()
                     if value is not None}
         content |= {key: points for key, points in placed.items() if points or key == "landmarks"}
-        self._take(_engine.Case.from_text(name or "Case", json.dumps(content, default=dict, indent=1), _options()))
+        self._record = _engine.Case.from_text(name or "Case", json.dumps(content, default=dict, indent=1), _options())
         self._warn(3)
 
-    def _take(self, record: _engine.Case) -> None:
-        self._record = record
-        self._facts = json.loads(record.json())
+    @functools.cached_property
+    def _facts(self) -> dict[str, Any]:
+        facts: dict[str, Any] = json.loads(self._record.json())
+        return facts
 
     @classmethod
     def _of(cls, record: _engine.Case) -> Case:
         case = cls.__new__(cls)
-        case._take(record)
+        case._record = record
         return case
 
     @classmethod

@@ -68,4 +68,5 @@ PYBIND11_MODULE(_engine, module) {
     python::add_analyses(module);
     python::add_arrays(module);
     python::add_facts(module);
+    python::add_study(module);
 }

