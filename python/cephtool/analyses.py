@@ -220,10 +220,10 @@ class Analysis:
         return f"<Analysis {self.name!r}, {self.kind}, {len(self.items)} items>"
 
     def _repr_html_(self) -> str:
-        rows = "".join("<tr>" + "".join(f"<td>{html.escape(text)}</td>" for text in item) + "</tr>"
+        rows = "".join("<tr>" + "".join(f"<td>{html.escape(text)}</td>" for text in item[:5]) + "</tr>"
                        for item in self.items)
         return (f"<b>{html.escape(self.title)}</b><p>{html.escape(self.comment)}</p>"
-                f"<table><tr><th>Item</th><th>Unit</th><th>Formula</th><th>Positive</th></tr>{rows}</table>")
+                f"<table><tr><th>Item</th><th>Unit</th><th>Formula</th><th>Positive</th><th>Japanese</th></tr>{rows}</table>")
 
 
 class Folder:
