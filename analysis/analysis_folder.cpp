@@ -23,6 +23,7 @@ struct AnalysisFolder::Body {
     std::optional<Analysis> ricketts;
     BoneAgeCoefficients male, female;
     std::optional<EraCalendar> eras;
+    LandmarkErrors landmark_errors;
     std::vector<FolderProblem> problems;
 
     // Nothing, with a problem, when it can't be read. That a file is missing which nothing promises is none.
@@ -91,6 +92,8 @@ AnalysisFolder::AnalysisFolder(const fs::path& folder, int cast_decimals) {
         coefficients = body->text(FolderPart::bone_age, path_in(folder, "cvba.dat"), false);
         if (const auto table = body->text(FolderPart::eras, path_in(folder, "Era.dat"), false))
             body->eras = EraCalendar::from_text(*table);
+        if (const auto errors = body->text(FolderPart::landmark_errors, path_in(folder, landmark_error_file), false))
+            body->landmark_errors = LandmarkErrors::from_text(*errors);
     } else {
         const bool is_there = fs::exists(folder, failure);
         body->problems.push_back({FolderPart::folder, folder, is_there, is_there ? "Not a folder" : "No such folder"});
@@ -124,6 +127,10 @@ const BoneAgeCoefficients& AnalysisFolder::bone_age(Sex sex) const {
 
 const std::optional<EraCalendar>& AnalysisFolder::eras() const {
     return body_->eras;
+}
+
+const LandmarkErrors& AnalysisFolder::landmark_errors() const {
+    return body_->landmark_errors;
 }
 
 std::span<const FolderProblem> AnalysisFolder::problems() const {

@@ -21,7 +21,8 @@ std::vector<std::string> form_files(int kind);  // all of them
 // Names in an analysis folder.
 std::string_view form_folder_name(int kind);  // "" for kinds without a catalogue of their own
 inline constexpr std::string_view list_file = "list.txt", ricketts_file = "Ricketts.txt",
-                                  surgery_file = "CalcForm_Surg\\Surgery.txt";
+                                  surgery_file = "CalcForm_Surg\\Surgery.txt",
+                                  landmark_error_file = "LandmarkError.txt";
 
 // What a catalogue lists, by their names in its folder. Empty lines are no entries.
 std::vector<std::string> catalogue_entries(std::string_view catalogue);

@@ -1,8 +1,11 @@
 #include "MeasuredAnalysis.h"
 
 #include <algorithm>
+#include <cmath>
 
+#include "SheetMeasurer.h"
 #include "analysis/evaluation.h"
+#include "analysis/result_text.h"
 #include "analysis/sheet_body.h"
 #include "platform/code_page.h"
 
@@ -38,7 +41,25 @@ MeasuredItem measured(const Item& item, const ResultRow& row) {
             .missing = utf8(row.missing),
             .norm_missing = utf8(row.normMissing),
             .degenerate = {utf8(row.degenerate[0]), utf8(row.degenerate[1])},
+            .error = {},
             .shapes = {}};
+}
+
+int decimals_of(const std::string& number) {
+    const std::size_t point = number.find('.');
+    return point == std::string::npos ? 0 : static_cast<int>(number.size() - point - 1);
+}
+
+ValueError value_error(const SheetError& error, const MeasuredItem& item) {
+    ValueError told{.state = error.state,
+                    .value = error.value,
+                    .deviation = number(item.deviation.has_value(), error.deviation),
+                    .text = {},
+                    .mostly = utf8(error.mostly),
+                    .share = error.share,
+                    .without = utf8(error.without)};
+    if (error.state == ErrorState::known) told.text = number_text(error.value, decimals_of(item.value_text));
+    return told;
 }
 
 bool has_point(const MeasuredShape& shape, const FilmPoint& point) {
@@ -105,7 +126,19 @@ int norm_band(const Analysis& analysis, const Subject& subject) {
     return band;
 }
 
-Result<MeasuredAnalysis> measure_all(const Analysis& analysis, const Subject& subject, Shapes shapes) {
+bool ValueError::covers(double of_deviation) const {
+    constexpr double for_95_percent = 1.96;
+    return state == ErrorState::known && deviation && std::abs(of_deviation) <= for_95_percent * *deviation;
+}
+
+Result<ErrorAxes> error_axes(Kind kind, const Subject& subject) {
+    Result<SubjectRecord> record = SubjectRecord::of(kind, subject);
+    if (!record) return Failure{record.reason()};
+    return LandmarkErrors::axes_of(static_cast<int>(measured_on(kind)), record->subject(Sex::male, 0));
+}
+
+Result<MeasuredAnalysis> measure_all(const Analysis& analysis, const Subject& subject, Shapes shapes,
+                                     const LandmarkErrors* errors) {
     Result<SubjectRecord> record = SubjectRecord::of(analysis.kind(), subject);
     if (!record) return Failure{record.reason()};
     MeasuredAnalysis all;
@@ -113,10 +146,18 @@ Result<MeasuredAnalysis> measure_all(const Analysis& analysis, const Subject& su
     const SheetSubject fields = record->subject(subject.sex.value_or(Sex::male), all.band);
     const ResultList list(analysis.sheet(), fields, subject.sex.has_value());
     all.norms_differ = list.NormsDiffer();
+    std::optional<SheetSet> set;
+    std::optional<SheetMeasurer> measurer;
+    if (errors) {
+        measurer.emplace(set.emplace(analysis.sheet()));
+        measurer->SetErrors(*errors);
+        measurer->Measure(fields);
+    }
     const SheetBody* const sheet = body_of(analysis.sheet());
     for (int index = 0; index < list.GetCount(); ++index) {
         const ResultRow& row = list.GetRow(index);
         MeasuredItem& item = all.items.emplace_back(measured(analysis.items()[static_cast<std::size_t>(index)], row));
+        if (measurer && item.value) item.error = value_error(measurer->Error(0, index, fields.sex, fields.band), item);
         if (shapes == Shapes::wanted && item.has_result()) item.shapes = shapes_of(*sheet, *sheet->line(index), fields);
     }
     return all;

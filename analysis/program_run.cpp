@@ -223,6 +223,11 @@ const Program::NormField* ProgramRun::norm_field(int norm) const {
     return line ? &line->field(band_) : nullptr;
 }
 
+StepId ProgramRun::norm_formula_of(int norm) const {
+    const Program::NormField* field = norm_field(norm);
+    return field ? field->formula : no_step;
+}
+
 // Of a norm whose formula, if it has one, is computed.
 std::optional<double> ProgramRun::norm_number(const Program::NormField* field) const {
     if (!field || field->formula == no_step) return field ? field->number : std::nullopt;

@@ -26,6 +26,7 @@ class ProgramRun {
         std::optional<double> mean, sd;
         const Program::Alternative* alternative = nullptr;  // the selected one
         bool norm_needs_band = false;                       // as of ItemResult
+        bool alternative_is_text() const { return alternative && alternative->is_text; }
         // Only the text tells: something on the way may be undefined (Degeneracy); or the band is not known, and the
         // value or a norm is made from norms.
         bool suspect = false, rests_on_norms = false;
@@ -39,6 +40,12 @@ class ProgramRun {
     bool has_all_for_norm(int norm, int sex) const;
     bool lacks_some_for(int item) const { return any(program_.needs_of_item(item) + program_.words, surely_absent_); }
 
+    // What ProgramGradient derives: a step that was computed, the alternative that one took, and the formula of a norm
+    // for the sex and band of the last item, no_step when it has none.
+    Vec2 computed(StepId id) const { return values_[id]; }
+    StepId chosen(const Step& choice) const;
+    StepId norm_formula_of(int norm) const;
+
  private:
     bool known(StepId id) const;
     double value(StepId id);
@@ -49,7 +56,6 @@ class ProgramRun {
     Presence presence(std::size_t bit) const;
     static bool any(const std::uint64_t* needs, const std::vector<std::uint64_t>& absent);
     static std::optional<std::size_t> selected(double selector, std::size_t count);
-    StepId chosen(const Step& choice) const;
     const Program::NormLine* norm_line(int norm) const;
     const Program::NormField* norm_field(int norm) const;
     std::optional<double> norm_number(const Program::NormField* field) const;

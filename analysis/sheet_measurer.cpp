@@ -75,6 +75,18 @@ CStringArray SheetMeasurer::Missing(int sheet, int index, SheetPart part, int se
     });
 }
 
+void SheetMeasurer::SetErrors(const tool::LandmarkErrors& errors) {
+    if (body_) tool::as_far_as_possible([&] { body_->run.set_errors(errors); });
+}
+
+SheetError SheetMeasurer::Error(int sheet, int index, int sex, int band) {
+    if (!measured_) return {};
+    return or_failed(SheetError(), [&] {
+        const auto at = body_->run.place(sheet, index);
+        return at ? body_->run.error(*at, sex, band) : SheetError();
+    });
+}
+
 bool SheetMeasurer::Lacks(int sheet, int index, SheetPart part, int sex, int band) {
     return !measured_ || or_failed(true, [&] {
         const auto at = body_->run.place(sheet, index);

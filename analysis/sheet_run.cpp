@@ -52,6 +52,7 @@ void SheetRun::begin(const SheetSubject& subject) {
     for (auto& text : texts_) text.reset();
     settle(landmarks_.emplace(program_.kind, subject.record, subject.kCount, subject.kPoints, subject.uCount));
     served_ = run_.begin(*landmarks_);
+    gradient_begun_ = false;
 }
 
 void SheetRun::settle(Landmarks& landmarks) const {
@@ -85,6 +86,28 @@ SheetRun::Found SheetRun::found(const Place& at, int sex, int band) {
         }
     }
     return found_by_text(at, sex, band);
+}
+
+void SheetRun::set_errors(const LandmarkErrors& errors) {
+    if (!gradient_) gradient_.emplace(program_, run_);
+    gradient_->set_errors(errors);
+}
+
+SheetError SheetRun::error(const Place& at, int sex, int band) {
+    SheetError told;
+    if (!gradient_ || !served_ || !at.item.has_formula || at.item.as_text) return told;
+    const ProgramRun::Result result = run_.item(at.number, sex, band);
+    if (result.rests_on_norms || result.suspect || result.alternative_is_text()) return told;
+    if (!gradient_begun_) gradient_->begin(*landmarks_);
+    gradient_begun_ = true;
+    const ProgramGradient::Error error = gradient_->error(at.number, result, sex, band);
+    told.state = error.state;
+    told.value = error.value;
+    told.deviation = error.deviation;
+    if (error.mostly != no_step) told.mostly = CString(gradient_->name(error.mostly));
+    told.share = error.share;
+    for (const StepId landmark : error.without) told.without.Add(CString(gradient_->name(landmark)));
+    return told;
 }
 
 SheetRow SheetRun::row(int sheet, int index, int sex, int band) {

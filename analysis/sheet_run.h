@@ -11,6 +11,7 @@
 
 #include "AnalysisSheet.h"
 #include "analysis/point_expression.h"
+#include "analysis/program_gradient.h"
 #include "analysis/program_run.h"
 #include "analysis/sheet_body.h"
 #include "platform/or_failed.h"
@@ -51,6 +52,10 @@ class SheetRun {
     Found found(const Place& place, int sex, int band);
     bool lacks(const Place& place, SheetPart part, int sex, int band);
 
+    // From here on values have errors. Computes all at once for each record.
+    void set_errors(const LandmarkErrors& errors);
+    SheetError error(const Place& place, int sex, int band);
+
     // As of SheetMeasurer.
     SheetRow row(int sheet, int index, int sex, int band);
     CStringArray missing(int sheet, int index, SheetPart part, int sex, int band);
@@ -70,7 +75,9 @@ class SheetRun {
     ProgramRun run_;
     SheetSubject subject_;
     std::optional<Landmarks> landmarks_;
-    bool served_ = false;                       // the program serves the record
+    bool served_ = false;  // the program serves the record
+    std::optional<ProgramGradient> gradient_;
+    bool gradient_begun_ = false;               // for the record
     std::vector<std::unique_ptr<Text>> texts_;  // by sheet, two each, for women and men; null: not asked yet
 };
 

@@ -7,6 +7,7 @@
 #include <filesystem>
 #include <fstream>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include <fcntl.h>
@@ -212,6 +213,22 @@ void ShippedLateral_SetRows(benchmark::State& state) {
     });
 }
 BENCHMARK(ShippedLateral_SetRows);
+
+// The same with the standard error of each value, for as many landmarks as there are.
+void ShippedLateral_SetErrors(benchmark::State& state) {
+    std::vector<tool::LandmarkError> errors;
+    for (int slot = 0; slot < LandmarkTable::Count(0); ++slot)
+        errors.push_back({.name = LandmarkTable::Name(0, slot), .along_mm = 0.5, .across_mm = 0.7});
+    const tool::LandmarkErrors of_landmarks(errors);
+    const bool with_errors = state.range(0);
+    bool told = false;
+    read_each_item(state, [&](SheetMeasurer& measurer, int sheet, int item) {
+        if (with_errors && !std::exchange(told, true)) measurer.SetErrors(of_landmarks);
+        benchmark::DoNotOptimize(measurer.Evaluate(sheet, item, 1, 0));
+        if (with_errors) benchmark::DoNotOptimize(measurer.Error(sheet, item, 1, 0));
+    });
+}
+BENCHMARK(ShippedLateral_SetErrors)->Arg(0)->Arg(1);
 
 #ifdef BENCH_MUPARSER
 // Landmarks are variables that hold their slots; norms are numbers at hand, so this does a part of the work only.

@@ -11,11 +11,12 @@
 #include "BoneAge.h"
 #include "DisplayMode.h"
 #include "EraCalendar.h"
+#include "LandmarkErrors.h"
 #include "framework/export.h"
 
 namespace tool {
 
-enum class FolderPart { folder, analyses, modes, bone_age, eras };
+enum class FolderPart { folder, analyses, modes, bone_age, eras, landmark_errors };
 
 // A file that a catalogue lists, or that is there, and could not be read. The folder is as if it were not.
 struct FolderProblem {
@@ -39,6 +40,7 @@ class TOOL_API AnalysisFolder {
     std::span<const DisplayMode> modes(Kind kind) const;
     const BoneAgeCoefficients& bone_age(Sex sex) const;
     const std::optional<EraCalendar>& eras() const;  // of Era.dat; nothing without it
+    const LandmarkErrors& landmark_errors() const;  // of LandmarkError.txt; of no landmark without it
     std::span<const FolderProblem> problems() const;
 
  private:

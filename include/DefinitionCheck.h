@@ -24,7 +24,8 @@ enum class CheckFamily {
     mode,             // a display mode
     mode_list,        // "list.txt" of a folder of display modes
     eras,             // "Era.dat"
-    bone_age          // "cvba.dat"
+    bone_age,         // "cvba.dat"
+    landmark_errors   // "LandmarkError.txt"
 };
 
 // What was found.

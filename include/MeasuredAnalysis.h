@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "Analysis.h"
+#include "LandmarkErrors.h"
 #include "MeasuredShape.h"
 #include "ResultList.h"
 #include "framework/export.h"
@@ -61,6 +62,20 @@ class TOOL_API SubjectRecord {
     std::unique_ptr<Fields> fields_;
 };
 
+// The standard error of a value, as of SheetError.
+struct ValueError {
+    ErrorState state = ErrorState::not_derived;
+    double value = 0;
+    std::optional<double> deviation;  // of the deviation, in SD
+    std::string text;                 // of `value`, with the decimals of the value's text
+    std::string mostly;
+    double share = 0;
+    std::vector<std::string> without;
+
+    // Whether the deviation may as well be 0: its 95 % interval, 1.96 standard errors to each side, covers it.
+    TOOL_API bool covers(double of_deviation) const;
+};
+
 // The texts are as of ResultRow.
 struct MeasuredItem {
     const Item* item = nullptr;  // of the analysis
@@ -71,6 +86,7 @@ struct MeasuredItem {
     std::string value_text, mean_text, sd_text, deviation_text, stars;
     std::vector<std::string> missing, norm_missing;
     std::string degenerate[2];
+    std::optional<ValueError> error;    // of a value, where errors were asked for
     std::vector<MeasuredShape> shapes;  // in the order in which the formula needs them; of casts none
 
     bool has_result() const { return state == ResultState::value || state == ResultState::text; }
@@ -89,6 +105,9 @@ enum class Shapes { left_out, wanted };
 
 // The analysis must outlive the result. A subject that SubjectRecord refuses is a failure.
 TOOL_API Result<MeasuredAnalysis> measure_all(const Analysis& analysis, const Subject& subject,
-                                              Shapes shapes = Shapes::wanted);
+                                              Shapes shapes = Shapes::wanted, const LandmarkErrors* errors = nullptr);
+
+// What the axes of the errors are taken from (LandmarkErrors.h).
+TOOL_API Result<ErrorAxes> error_axes(Kind kind, const Subject& subject);
 
 }  // namespace tool

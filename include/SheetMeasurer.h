@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "AnalysisSheet.h"
+#include "LandmarkErrors.h"
 #include "framework/export.h"
 #include "framework/text.h"
 
@@ -49,6 +50,10 @@ class TOOL_API SheetMeasurer {
     // Before the first Measure, and without the memory that it takes, a value is NaN and all is missing.
     SheetRow Evaluate(int sheet, int index, int sex, int band);
     CStringArray Missing(int sheet, int index, SheetPart part, int sex, int band);
+    // The standard error of the value that Evaluate gives, when landmarks have the errors that SetErrors was told; of
+    // what has no number, or for numbers outside, it is not derived.
+    void SetErrors(const tool::LandmarkErrors& errors);
+    SheetError Error(int sheet, int index, int sex, int band);
     // Whether anything is missing.
     bool Lacks(int sheet, int index, SheetPart part, int sex, int band);
 

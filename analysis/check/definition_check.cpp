@@ -7,6 +7,7 @@
 #include "analysis/check/catalogue.h"
 #include "analysis/check/definition.h"
 #include "analysis/check/display_mode.h"
+#include "analysis/check/landmark_errors.h"
 #include "analysis/check/settings.h"
 #include "analysis/check/text.h"
 #include "analysis/check/variants.h"
@@ -48,7 +49,9 @@ struct KnownFile {
     std::string_view name;
     CheckFamily family;
 };
-constexpr KnownFile known_files[] = {{"Era.dat", CheckFamily::eras}, {"cvba.dat", CheckFamily::bone_age}};
+constexpr KnownFile known_files[] = {{"Era.dat", CheckFamily::eras},
+                                     {"cvba.dat", CheckFamily::bone_age},
+                                     {"LandmarkError.txt", CheckFamily::landmark_errors}};
 
 template <class Known>
 const Known* named(std::span<const Known> all, std::string_view name) {
@@ -102,6 +105,7 @@ void check_as_read(std::string_view text, Findings& findings, Check&& check) {
 void check_content(CheckFamily family, int kind, bool ricketts, std::string_view text, Findings& findings) {
     if (family == CheckFamily::eras) return tool::check_eras(text, findings);
     if (family == CheckFamily::bone_age) return tool::check_bone_age(text, findings);
+    if (family == CheckFamily::landmark_errors) return tool::check_landmark_errors(text, findings);
     check_as_read(text, findings, [=](const tool::DefinitionFile& file, Findings& in_copy) {
         if (family == CheckFamily::definition)
             tool::check_definition(file, kind, ricketts, in_copy);

@@ -6,6 +6,7 @@ files it writes are kept beside it.
 """
 import json
 import math
+import random
 import struct
 from pathlib import Path
 
@@ -389,6 +390,21 @@ def main():
         places = ",".join(f"{x},{y}" for x, y in (case["landmarks"][mark] for mark in marks))
         rows.append(f"{name},{case['sex']},{case.get('birth', '')},{case.get('film', '')},{places}")
     (FOLDER / "cases-flat.csv").write_text("\n".join(rows) + "\n", encoding="utf-8", newline="\n")
+
+    # Ten faces, each read twice: the average face with jaws and teeth moved, and what a reader errs by.
+    marks = {mark: marks[mark] for mark in "S,N,Or,Po,A,B,Pog,Me,Gn,Go,Ar,ANS,PNS,U1,U1R,L1,L1R".split(",")}
+    faces = random.Random(1906)
+    moved = [{mark: (x + faces.gauss(0, 25), y + faces.gauss(0, 25)) for mark, (x, y) in marks.items()}
+             for _ in range(10)]
+    for name, slip in (("first", 0), ("second", 3)):
+        lines = []
+        for number, face in enumerate(moved, 1):
+            lines.append(f"LM={len(face)}")
+            lines += [f"{round(x + faces.gauss(slip, 6))} {round(2400 - y + faces.gauss(0, 8))}"
+                      for x, y in face.values()]
+            lines += [f"ID=film{number}", "COMMENT=landmarks=" + ",".join(face), "COMMENT=flip=2400",
+                      f"SCALE={MM_PER_PIXEL}"]
+        (FOLDER / f"readings-{name}.tps").write_text("\n".join(lines) + "\n", encoding="utf-8", newline="\n")
 
 
 if __name__ == "__main__":

@@ -425,6 +425,13 @@ TEST(CheckOtherFiles, FindsWhatIsNeverReadOrMisread) {
          "PARAM_F2=-1e-3\n",
          {"0:0 note PARAM_F3 is missing", "2:10 is no number", "3:10 is no number", "6:1 only that one is read",
           "7:1 never read (did you mean \"PARAM_F0\"?)"}},
+        {"errors of landmarks",
+         CheckFamily::landmark_errors,
+         "; ours\nS=1,1\nLateral:\nS=0.5,1.25,12,we, all\nS=1,1\nN=1\nN=-1,2\nA=1,x\nB=1,2,few\npo=1,1\nT1=1,1\nToolong=1,1\n"
+         "words\nMe=1,101\n",
+         {"2:1 in front of", "5:1 further up", "6:1 \"\" is no number", "7:1 \"-1\" is no number", "8:1 \"x\"",
+          "9:1 \"few\"", "10:1 did you mean \"Po\"", "11:1 one of the user's own", "12:1 one to five bytes",
+          "13:1 no landmark's error", "14:1 \"101\""}},
         {"no bone age", CheckFamily::bone_age, "PARAM_M0=1\n", {"0:0 no section [CVB_AGE]"}},
     };
     for (const auto& c : cases) expect_findings(checked(c.text, c.family), c.expected, c.name);
@@ -523,7 +530,7 @@ TEST(CheckDamage, AFileCutAnywhereIsCheckedAndWhatPassesLacksNoItem) {
     for (std::size_t size = 0; size <= text.size(); ++size) {
         const std::string cut = text.substr(0, size);
         for (const CheckFamily family : {CheckFamily::definition_list, CheckFamily::mode, CheckFamily::mode_list,
-                                         CheckFamily::eras, CheckFamily::bone_age})
+                                         CheckFamily::eras, CheckFamily::bone_age, CheckFamily::landmark_errors})
             checked(cut, family);
         const CheckResult result = checked(cut);
         for (const CheckFinding& f : result.findings) {
