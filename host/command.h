@@ -41,6 +41,7 @@ ExitCode run_batch(const Command& command, const Arguments& arguments, Streams& 
 ExitCode run_stage(const Command& command, const Arguments& arguments, Streams& streams);
 ExitCode run_modes(const Command& command, const Arguments& arguments, Streams& streams);
 ExitCode run_trace(const Command& command, const Arguments& arguments, Streams& streams);
+ExitCode run_reliability(const Command& command, const Arguments& arguments, Streams& streams);
 ExitCode run_report(const Command& command, const Arguments& arguments, Streams& streams);
 ExitCode run_chart(const Command& command, const Arguments& arguments, Streams& streams);
 ExitCode run_convert(const Command& command, const Arguments& arguments, Streams& streams);

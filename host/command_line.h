@@ -57,6 +57,9 @@ class CommandLine {
     // It may be given again for more.
     Option add_texts(const std::string& names, const std::string& sort, std::vector<std::string>& values,
                      const std::string& help);
+    // Any number of words behind one name, up to the next option.
+    Option add_list(const std::string& names, const std::string& sort, std::vector<std::string>& values,
+                    const std::string& help);
     // Two words behind one name.
     Option add_pair(const std::string& names, const std::string& sorts, std::vector<std::string>& values,
                     const std::string& help);

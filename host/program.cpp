@@ -59,6 +59,13 @@ constexpr Command command_table[] = {
      "Opens the page in which a film is calibrated and its landmarks are placed, with values and tracing beside it; "
      "where there is no browser its path is printed. Nothing leaves the computer.",
      run_digitise},
+#ifdef TOOL_STUDY
+    {"reliability", "tell how well readings of the same films agree",
+     "Each reading is a file or folder of cases, of the same films with the same scale: by one person at another time, or "
+     "by others. Tells for each landmark and value the technical error (of two readings Dahlberg's), the intraclass "
+     "correlations, bias, and limits of agreement; and writes the errors of landmarks for \"analyze --error\".",
+     run_reliability},
+#endif
     {"film", "tell what the files of X-rays are; write one as PNG",
      "Shows format, size, depth, the width of a pixel and where that comes from, the patient, dates, and what is doubtful. "
      "The PNG holds the picture alone, through the window of the file or one of your own.",

@@ -93,6 +93,7 @@ class TableMaker {
         const bool has_numbers =
             std::ranges::any_of(items, [](const Measurement* each) { return each->value.has_value(); });
         for (const std::string& remark : remarks(items)) add_remark(row, remark);
+        for (const std::string& remark : error_remarks(items)) add_remark(row, remark);
         if (!has_numbers) {
             row.words = words(items);
             return row;
@@ -119,12 +120,18 @@ class TableMaker {
         return texts_.remarks(films);
     }
 
+    std::vector<std::string> error_remarks(const Items& items) const {
+        std::vector<std::vector<Remark>> all;
+        for (const Measurement* item : items) all.push_back(item->error_remarks());
+        return texts_.remarks({all.begin(), all.end()});
+    }
+
     std::vector<std::string> cells_of_one(const Measurement& item) const {
         std::vector<std::string> cells(value_columns_);
-        cells[static_cast<std::size_t>(item.column)] = item.value_text;
+        cells[static_cast<std::size_t>(item.column)] = item.value_with_error();
         cells.push_back(unit_sign(item.unit));
         if (style_ == TableStyle::full) {
-            cells.insert(cells.end(), {item.mean_text, item.sd_text, item.deviation_text, item.stars});
+            cells.insert(cells.end(), {item.mean_text, item.sd_text, item.deviation_text, item.stars_with_error()});
         }
         return cells;
     }
@@ -132,7 +139,7 @@ class TableMaker {
     std::vector<std::string> cells_of_several(const Items& items) const {
         std::vector<std::string> cells;
         for (const Measurement* item : items) {
-            cells.insert(cells.end(), {item->value_text, item->stars});
+            cells.insert(cells.end(), {item->value_with_error(), item->stars_with_error()});
         }
         cells.push_back(unit_sign(items.back()->unit));
         cells.push_back(change(*items.front(), *items.back()));

@@ -36,7 +36,25 @@ Measurement measurement(const tool::MeasuredItem& row) {
             .stars = row.stars,
             .missing = printable_all(row.missing),
             .norm_missing = printable_all(row.norm_missing),
-            .reason = reason_of(row.state, row.degenerate)};
+            .reason = reason_of(row.state, row.degenerate),
+            .remarks = {},
+            .error = row.error};
+}
+
+// What stands behind "±".
+Remark error_remark(Kind kind, const tool::Subject& subject) {
+    const auto axes = tool::error_axes(static_cast<tool::Kind>(kind), subject);
+    if (kind == Kind::lateral && axes && *axes == tool::ErrorAxes::sella_nasion) {
+        return {"errors_by_sn",
+                "± is one standard error, by the errors of the landmarks along and across Frankfort, which is taken "
+                "as S-N less 7 degrees: Po or Or is missing."};
+    }
+    if (kind == Kind::lateral && axes && *axes == tool::ErrorAxes::film) {
+        return {"errors_by_film",
+                "± is one standard error, by the errors of the landmarks along and across Frankfort, which is taken "
+                "as the film's width: neither Po-Or nor S-N is there."};
+    }
+    return {"errors", "± is one standard error of a single reading, by the errors of the landmarks."};
 }
 
 }  // namespace
@@ -69,8 +87,34 @@ std::string LeftOut::in_words(const Texts& texts) const {
     }
 }
 
-CaseResult measured(Case record, std::span<const Analysis* const> analyses, std::optional<int> band,
-                    bool only_fruitful) {
+std::string Measurement::value_with_error() const {
+    return error && !error->text.empty() ? value_text + " ± " + error->text : value_text;
+}
+
+std::string Measurement::stars_with_error() const {
+    return error && deviation && !stars.empty() && error->covers(*deviation) ? "(" + stars + ")" : stars;
+}
+
+std::vector<Remark> Measurement::error_remarks() const {
+    if (!error) return {};
+    switch (error->state) {
+        case ErrorState::no_figure: return {{"error_unknown", "error not known of %1", {joined(error->without, ", ")}}};
+        case ErrorState::at_border: return {{"error_at_border", "no error: the value jumps within it"}};
+        case ErrorState::not_derived: return {{"error_not_derived", "no error: rests on more than landmarks of films"}};
+        case ErrorState::known: break;
+    }
+    std::vector<Remark> told;
+    if (!error->mostly.empty()) {
+        const int percent = static_cast<int>(100 * error->share + 0.5);
+        told.push_back({"error_mostly", "mostly %1 (%2 %)", {printable(error->mostly), std::to_string(percent)}});
+    }
+    if (deviation && !stars.empty() && error->covers(*deviation))
+        told.push_back({"within_error", "the deviation may be none: it lies within the error"});
+    return told;
+}
+
+CaseResult measured(Case record, std::span<const Analysis* const> analyses, std::optional<int> band, bool only_fruitful,
+                    const tool::LandmarkErrors* errors) {
     CaseResult result{std::move(record), {}, {}};
     tool::Subject subject = subject_of(result.record);
     bool norms_differ = false;
@@ -78,7 +122,7 @@ CaseResult measured(Case record, std::span<const Analysis* const> analyses, std:
         if (case_kind(*analysis) != result.record.kind) continue;
         NormBand norms = norm_band(*analysis, result.record, band);
         subject.band = norms.code;
-        const tool::MeasuredAnalysis all = *tool::measure_all(*analysis, subject, tool::Shapes::left_out);
+        const tool::MeasuredAnalysis all = *tool::measure_all(*analysis, subject, tool::Shapes::left_out, errors);
         AnalysisResult found{analysis, std::move(norms), {}};
         for (const tool::MeasuredItem& row : all.items) {
             Measurement& item = found.items.emplace_back(measurement(row));
@@ -94,7 +138,14 @@ CaseResult measured(Case record, std::span<const Analysis* const> analyses, std:
         result.analyses.push_back(std::move(found));
     }
     if (norms_differ) result.record.remarks.push_back(norms_by_sex());
+    if (errors) result.record.remarks.push_back(error_remark(result.record.kind, subject));
     return result;
+}
+
+bool has_errors(const CaseResult& result) {
+    return std::ranges::any_of(result.analyses, [](const AnalysisResult& analysis) {
+        return std::ranges::any_of(analysis.items, [](const Measurement& item) { return item.error.has_value(); });
+    });
 }
 
 std::vector<std::string> signs_in_words(std::span<const Measurement> items, const Texts& texts) {

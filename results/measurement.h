@@ -1,6 +1,7 @@
 // What the analyses say about a case: every item's value, norm and deviation, or the reason why there is none.
 #pragma once
 
+#include <MeasuredAnalysis.h>
 #include <ResultList.h>
 
 #include <optional>
@@ -32,7 +33,15 @@ struct Measurement {
     std::vector<std::string> norm_missing;  // the same for the norm
     Remark reason = {};                     // why there is no value, when no landmark is missing; without a text: none
     std::vector<Remark> remarks = {};
+    std::optional<tool::ValueError> error = {};  // of the value, where errors were asked for
 
+    // "82.8 ± 1.2", where the error is known.
+    std::string value_with_error() const;
+    // In brackets where the deviation may as well be none.
+    std::string stars_with_error() const;
+    // What the error says in words: the landmark that it is mostly owed to, that the deviation may be none, or why
+    // there is no error.
+    std::vector<Remark> error_remarks() const;
     bool has_result() const { return value || !text.empty(); }
 };
 
@@ -62,9 +71,12 @@ struct CaseResult {
 
 // Measures the case by those of the analyses that are for its kind. `band` is the engine's norm column code; without it
 // the patient's stages choose the column. With `only_fruitful`, analyses of which no item can be computed go to
-// `left_out`. The analyses must outlive the result.
-CaseResult measured(Case record, std::span<const Analysis* const> analyses, std::optional<int> band,
-                    bool only_fruitful);
+// `left_out`. The analyses must outlive the result. With `errors` of landmarks values have errors.
+CaseResult measured(Case record, std::span<const Analysis* const> analyses, std::optional<int> band, bool only_fruitful,
+                    const tool::LandmarkErrors* errors = nullptr);
+
+// Whether errors were asked for, and there are values.
+bool has_errors(const CaseResult& result);
 
 // What positive values mean, in the texts' language, each with the items that it holds for:
 // "+ in front of the line: U1 to NA distance, Pog to NB". Of items with a value.

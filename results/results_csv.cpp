@@ -20,25 +20,35 @@ std::string remarks_on(const CaseResult& result, const AnalysisResult& analysis,
     all.insert(all.end(), analysis.remarks().begin(), analysis.remarks().end());
     all.insert(all.end(), item.remarks.begin(), item.remarks.end());
     if (!item.reason.code.empty()) all.push_back(item.reason);
+    for (const Remark& remark : item.error_remarks())
+        if (remark.code != "error_mostly") all.push_back(remark);
     return codes_of(all);
 }
 
-std::string row(const CaseResult& result, const AnalysisResult& analysis, const Measurement& item) {
+std::string error_fields(const Measurement& item) {
+    if (!item.error || item.error->state != ErrorState::known) return ",,,";
+    return "," + shortest(item.error->value) + "," + field(item.error->deviation) + "," + csv_field(item.error->mostly);
+}
+
+std::string row(const CaseResult& result, const AnalysisResult& analysis, const Measurement& item, bool with_errors) {
     const std::string value = item.text.empty() ? field(item.value) : csv_field(item.text);
     return csv_field(printable(result.record.file)) + "," + csv_field(title_of(*analysis.analysis)) + "," +
            csv_field(item.name) + "," + value + "," + item.unit + "," + field(item.mean) + "," + field(item.sd) + "," +
            field(item.deviation) + "," + csv_field(joined(item.missing, " ")) + "," + age_months(result.record) + "," +
-           remarks_on(result, analysis, item) + "\r\n";
+           remarks_on(result, analysis, item) + (with_errors ? error_fields(item) : "") + "\r\n";
 }
 
 }  // namespace
 
 std::string results_csv(std::span<const CaseResult> results) {
-    std::string text = "case,analysis,item,value,unit,mean,sd,deviation,missing,age_months,remarks\r\n";
+    bool with_errors = false;
+    for (const CaseResult& result : results) with_errors = with_errors || has_errors(result);
+    std::string text = "case,analysis,item,value,unit,mean,sd,deviation,missing,age_months,remarks";
+    text += with_errors ? ",error,deviation_error,mostly\r\n" : "\r\n";
     for (const CaseResult& result : results)
         for (const AnalysisResult& analysis : result.analyses)
             for (const Measurement& item : analysis.items)
-                if (!item.heading) text += row(result, analysis, item);
+                if (!item.heading) text += row(result, analysis, item, with_errors);
     return text;
 }
 

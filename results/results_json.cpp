@@ -1,5 +1,6 @@
 #include <nlohmann/json.hpp>
 
+#include "base/wording.h"
 #include "cases/case_facts.h"
 #include "results/results.h"
 
@@ -12,6 +13,20 @@ Json json_of(const std::optional<double>& value) {
     return value ? Json(*value) : Json(nullptr);
 }
 
+Json json_of_error(const Measurement& item) {
+    const tool::ValueError& error = *item.error;
+    std::vector<std::string> words;
+    for (const Remark& remark : item.error_remarks()) words.push_back(in_english(remark));
+    if (error.state != ErrorState::known)
+        return {{"value", nullptr}, {"without", error.without}, {"text", joined(words, "; ")}};
+    return {{"value", error.value},
+            {"deviation", json_of(error.deviation)},
+            {"mostly", error.mostly},
+            {"share", error.share},
+            {"covers_mean", item.deviation && error.covers(*item.deviation)},
+            {"text", joined(words, "; ")}};
+}
+
 Json json_of(const Measurement& item) {
     Json json = {{"name", item.name},          {"value", json_of(item.value)}, {"unit", item.unit},
                  {"mean", json_of(item.mean)}, {"sd", json_of(item.sd)},       {"deviation", json_of(item.deviation)},
@@ -20,6 +35,7 @@ Json json_of(const Measurement& item) {
     if (!item.text.empty()) json["text"] = item.text;
     if (!item.norm_missing.empty()) json["norm_missing"] = item.norm_missing;
     if (!item.reason.text.empty()) json["reason"] = in_english(item.reason);
+    if (item.error) json["error"] = json_of_error(item);
     if (!item.remarks.empty()) json["remarks"] = json_of(item.remarks);
     return json;
 }

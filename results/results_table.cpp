@@ -10,10 +10,11 @@
 namespace cephtool {
 namespace {
 
-constexpr int value_width = 9, unit_width = 4, mean_width = 9, sd_width = 7, deviation_width = 7, stars_width = 6;
+constexpr int plain_value_width = 9, value_and_error_width = 14, unit_width = 4, mean_width = 9, sd_width = 7,
+              deviation_width = 7, stars_width = 6;
 constexpr int columns_behind_name =
-    1 + value_width + 1 + unit_width + 1 + mean_width + 1 + sd_width + 1 + deviation_width + 1 + stars_width;
-constexpr int widest_name = page_width - columns_behind_name;
+    1 + 1 + unit_width + 1 + mean_width + 1 + sd_width + 1 + deviation_width + 1 + stars_width;
+constexpr int columns = page_width - columns_behind_name;  // of name and value
 
 constexpr const char* none = "–";
 
@@ -28,8 +29,8 @@ std::string or_dash(const std::string& text) {
 
 class AnalysisTable {
  public:
-    AnalysisTable(const AnalysisResult& result, int name_width, bool colour)
-        : result_(result), name_width_(name_width), colour_(colour) {}
+    AnalysisTable(const AnalysisResult& result, int name_width, int value_width, bool colour)
+        : result_(result), name_width_(name_width), value_width_(value_width), colour_(colour) {}
 
     std::string text() const {
         std::string lines = painted(fitted(title_of(*result_.analysis), page_width), bold, colour_) + "\n";
@@ -49,7 +50,7 @@ class AnalysisTable {
 
     std::string row(const std::string& name, const std::string& value, const std::string& unit, const std::string& mean,
                     const std::string& sd) const {
-        return name_cell(name) + " " + right_aligned(value, value_width) + " " + left_aligned(unit, unit_width) + " " +
+        return name_cell(name) + " " + right_aligned(value, value_width_) + " " + left_aligned(unit, unit_width) + " " +
                right_aligned(mean, mean_width) + " " + right_aligned(sd, sd_width) + " ";
     }
 
@@ -62,8 +63,9 @@ class AnalysisTable {
         if (!item.missing.empty()) return no_value(item, "missing: " + joined(item.missing, ", "));
         if (!item.text.empty()) return words(item) + remarks_below(item);
         if (!item.value) return no_value(item, in_english(item.reason)) + remarks_below(item);
-        std::string text = row(item.name, item.value_text, item.unit, or_dash(item.mean_text), or_dash(item.sd_text)) +
-                           deviation_cell(item) + "\n";
+        std::string text =
+            row(item.name, item.value_with_error(), item.unit, or_dash(item.mean_text), or_dash(item.sd_text)) +
+            deviation_cell(item) + "\n";
         if (!item.norm_missing.empty()) text += below("norm missing: " + joined(item.norm_missing, ", "));
         return text + remarks_below(item);
     }
@@ -71,23 +73,26 @@ class AnalysisTable {
     std::string remarks_below(const Measurement& item) const {
         std::string lines;
         for (const Remark& remark : item.remarks) lines += below(in_english(remark));
+        std::vector<std::string> of_error;
+        for (const Remark& remark : item.error_remarks()) of_error.push_back(in_english(remark));
+        if (!of_error.empty()) lines += below(joined(of_error, "; "));
         return lines;
     }
 
     std::string deviation_cell(const Measurement& item) const {
         if (item.deviation_text.empty()) return right_aligned(none, deviation_width);
-        return painted(
-            right_aligned(item.deviation_text, deviation_width) + (item.stars.empty() ? "" : " " + item.stars),
-            paint_of(*item.deviation), colour_);
+        return painted(right_aligned(item.deviation_text, deviation_width) +
+                           (item.stars.empty() ? "" : " " + item.stars_with_error()),
+                       paint_of(*item.deviation), colour_);
     }
 
     // A dash in place of the value, and behind it why.
     std::string no_value(const Measurement& item, const std::string& why) const {
-        return behind(name_cell(item.name) + " " + right_aligned(none, value_width) + " ", why);
+        return behind(name_cell(item.name) + " " + right_aligned(none, value_width_) + " ", why);
     }
 
     std::string below(const std::string& why) const {
-        return behind(left_aligned("", name_width_ + 1 + value_width + 1), why);
+        return behind(left_aligned("", name_width_ + 1 + value_width_ + 1), why);
     }
 
     std::string words(const Measurement& item) const { return behind(name_cell(item.name) + "  ", item.text); }
@@ -99,24 +104,26 @@ class AnalysisTable {
     }
 
     const AnalysisResult& result_;
-    int name_width_;
+    int name_width_, value_width_;
     bool colour_;
 };
 
 // The same for all analyses of a case, so that their columns stand below each other.
-int name_width(const CaseResult& result) {
+int name_width(const CaseResult& result, int value_width) {
     int width = display_width("Item");
     for (const AnalysisResult& analysis : result.analyses)
         for (const Measurement& item : analysis.items) width = std::max(width, display_width(item.name));
-    return std::min(width, widest_name);
+    return std::min(width, columns - value_width);
 }
 
 }  // namespace
 
 std::string results_table(const CaseResult& result, bool colour) {
-    const int width = name_width(result);
+    const int value_width = has_errors(result) ? value_and_error_width : plain_value_width;
+    const int width = name_width(result, value_width);
     std::string text = case_heading(result.record, colour);
-    for (const AnalysisResult& analysis : result.analyses) text += "\n" + AnalysisTable(analysis, width, colour).text();
+    for (const AnalysisResult& analysis : result.analyses)
+        text += "\n" + AnalysisTable(analysis, width, value_width, colour).text();
     if (result.analyses.empty()) text += "\nThe case has the landmarks of no item of any analysis.\n";
     if (!result.left_out.empty()) text += "\n";
     for (const LeftOut& analysis : result.left_out) text += analysis.in_words(Texts(Language::english)) + "\n";

@@ -72,7 +72,22 @@ constexpr TextRow text_table[] = {
     {"film", "撮影日"},
     {"dental_stage", "歯齢"},
     {"+ %1: %2", "正の値は%1：%2"},
+    {"error not known of %1", "%1 の誤差が不明"},
+    {"no error: the value jumps within it", "誤差なし：誤差の範囲内で値が不連続に変わる"},
+    {"no error: rests on more than landmarks of films", "誤差なし：フィルム上の計測点以外にもよる"},
+    {"mostly %1 (%2 %)", "主に %1 による（%2 %）"},
+    {"the deviation may be none: it lies within the error", "偏差は誤差の範囲内で、ないとも言える"},
     // What is remarked.
+    {"%1 lies %2 mm from where the other %3 landmarks expect it.",
+     "%1 は、他の %3 計測点から推定される位置から %2 mm 離れている。"},
+    {"± is one standard error of a single reading, by the errors of the landmarks.",
+     "± は計測点の誤差による、1回の計測の標準誤差。"},
+    {"± is one standard error, by the errors of the landmarks along and across Frankfort, which is taken as S-N less 7 "
+     "degrees: Po or Or is missing.",
+     "± は計測点の誤差による標準誤差。Po または Or がないため、FH平面は S-N から7度として求めた。"},
+    {"± is one standard error, by the errors of the landmarks along and across Frankfort, which is taken as the film's "
+     "width: neither Po-Or nor S-N is there.",
+     "± は計測点の誤差による標準誤差。Po-Or も S-N もないため、FH平面はフィルムの横方向とした。"},
     {"Norms that differ between men and women are left out, since the sex is not given; --sex m or --sex f gives it.",
      "性別が未入力のため、男女で異なる標準値は省いた。性別は --sex m または --sex f で指定できる。"},
     {"Norms that change with growth are left out, since the case lacks %1.",

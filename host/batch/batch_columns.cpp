@@ -51,6 +51,8 @@ BatchColumns batch_columns(std::span<const Analysis* const> analyses, BatchParts
             columns.names.push_back(name);
             if (parts.norms) columns.names.insert(columns.names.end(), {name + ":mean", name + ":sd"});
             if (parts.deviations) columns.names.push_back(name + ":deviation");
+            if (parts.errors) columns.names.insert(columns.names.end(), {name + ":error", name + ":mostly"});
+            if (parts.errors && parts.deviations) columns.names.push_back(name + ":deviation_error");
         }
     }
     for (const Kind kind : all_kinds) {

@@ -15,6 +15,7 @@ namespace cephtool {
 struct BatchParts {
     bool norms = false;       // mean and SD
     bool deviations = false;  // from the mean, in SD
+    bool errors = false;      // of the value, and with deviations of those, and whose landmark it mostly is
 };
 
 // A definition file. One that the folder lists is for one kind of case, one of the person's own for all of them.
@@ -32,8 +33,8 @@ struct BatchAnalysis {
 
 struct BatchColumns {
     std::vector<BatchAnalysis> analyses;
-    std::vector<SheetSet> sets;      // of each kind of case the sheets for it, in the order of the analyses
-    std::vector<std::string> names;  // "Steiner:SNA" and, as `parts` has it, "…:mean", "…:sd", "…:deviation"
+    std::vector<SheetSet> sets;  // of each kind of case the sheets for it, in the order of the analyses
+    std::vector<std::string> names;  // "Steiner:SNA" and, as `parts` has it, "…:mean", "…:sd", "…:deviation", "…:error"
     BatchParts parts;
 };
 

@@ -61,6 +61,10 @@ void BatchFormat::for_each_number(std::span<const BatchItem> items, Append appen
             append(item.sd, {});
         }
         if (parts_.deviations) append(item.deviation, {});
+        if (!parts_.errors) continue;
+        append(item.error, {});
+        append({}, item.mostly);
+        if (parts_.deviations) append(item.deviation_error, {});
     }
 }
 

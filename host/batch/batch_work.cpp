@@ -5,6 +5,7 @@
 
 #include "base/wording.h"
 #include "host/batch/ordered_pool.h"
+#include "tracing/landmark_outliers.h"
 
 namespace cephtool {
 namespace {
@@ -30,7 +31,10 @@ std::string place_of(const Error& error) {
 
 class Worker {
  public:
-    explicit Worker(const BatchWork& work) : work_(work), reader_(work.options), measurer_(work.columns, work.band) {}
+    explicit Worker(const BatchWork& work)
+        : work_(work), reader_(work.options), measurer_(work.columns, work.band, work.errors) {
+        if (work.slips) outliers_.emplace(shipped_template(Kind::lateral));
+    }
 
     void measure(Portion& portion) {
         portion.lines.clear();
@@ -53,7 +57,13 @@ class Worker {
                                             " case, and none of the analyses is for its kind",
                                         "\"cephtool analyses\" lists the analyses by kind.");
             }
-            work_.format.append(portion.lines, text.number, record, measurer_.measure(record));
+            if (outliers_ && !(*outliers_)(record).empty()) {
+                Case doubted = record;
+                outliers_->remark(doubted);
+                work_.format.append(portion.lines, text.number, doubted, measurer_.measure(doubted));
+            } else {
+                work_.format.append(portion.lines, text.number, record, measurer_.measure(record));
+            }
         } catch (const Error& error) {
             fail(place_of(error), error.what(), error.way_out);
         } catch (const std::exception& failure) {
@@ -64,6 +74,7 @@ class Worker {
     const BatchWork& work_;
     CaseReader reader_;
     CaseMeasurer measurer_;
+    std::optional<LandmarkOutliers> outliers_;
 };
 
 // The case of the last line that an earlier run wrote must give that line again.

@@ -14,6 +14,8 @@ struct BatchWork {
     const BatchFormat& format;
     CaseOptions options;
     std::optional<int> band;
+    const tool::LandmarkErrors* errors = nullptr;
+    bool slips = false;  // remark landmarks where nobody expects them (tracing/landmark_outliers.h)
     std::size_t threads = 1;
 };
 

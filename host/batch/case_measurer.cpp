@@ -36,6 +36,13 @@ ResultNumbers CaseMeasurer::numbers(const BatchAnalysis::Item& item, int sheet, 
     return ResultList::Numbers(sheets, sheet, item.index, static_cast<int>(sex), band, with_norms());
 }
 
+void CaseMeasurer::add_error(BatchItem& item, const SheetError& error) {
+    if (error.state != ErrorState::known) return;
+    item.error = error.value;
+    if (item.deviation) item.deviation_error = error.deviation;
+    if (!error.mostly.IsEmpty()) item.mostly = verdict(error.mostly);
+}
+
 std::string_view CaseMeasurer::verdict(const CString& text) {
     auto known = verdicts_.find(text.View());
     if (known == verdicts_.end()) known = verdicts_.emplace(text.View(), printable(Utf8FromCodePage932(text))).first;
@@ -45,7 +52,10 @@ std::string_view CaseMeasurer::verdict(const CString& text) {
 const MeasuredCase& CaseMeasurer::measure(const Case& record) {
     CaseRecord fields(record);
     std::optional<SheetMeasurer>& sheets = sheets_[static_cast<std::size_t>(record.kind)];
-    if (!sheets) sheets.emplace(columns_.sets[static_cast<std::size_t>(record.kind)]);
+    if (!sheets) {
+        sheets.emplace(columns_.sets[static_cast<std::size_t>(record.kind)]);
+        if (errors_) sheets->SetErrors(*errors_);
+    }
     sheets->Measure(fields.subject(0, 0));
     std::vector<BatchItem>& all = measured_.items;
     std::vector<std::string>& remarks = measured_.remarks;
@@ -74,6 +84,10 @@ const MeasuredCase& CaseMeasurer::measure(const Case& record) {
             }
             BatchItem& item = all[first + i];
             item = {found.value, found.mean, found.sd, found.deviation, {}};
+            if (errors_ && found.value) {
+                const int sex = static_cast<int>(record.sex.value_or(Sex::male));
+                add_error(item, sheets->Error(sheet, wanted.index, sex, norms.band));
+            }
             if (found.state == ResultState::text) item.text = verdict(found.text);
         }
     }

@@ -18,6 +18,8 @@ namespace cephtool {
 struct BatchItem {
     std::optional<double> value, mean, sd, deviation;
     std::string_view text;  // the verdict of an item that has one in place of a value
+    std::optional<double> error = {}, deviation_error = {};
+    std::string_view mostly = {};  // the landmark that the error is mostly owed to
 };
 
 struct MeasuredCase {
@@ -29,7 +31,9 @@ struct MeasuredCase {
 class CaseMeasurer {
  public:
     // `columns` must outlive this object, and can be shared.
-    CaseMeasurer(const BatchColumns& columns, std::optional<int> band) : columns_(columns), band_(band) {}
+    // `errors`, null for none, must, too.
+    CaseMeasurer(const BatchColumns& columns, std::optional<int> band, const tool::LandmarkErrors* errors = nullptr)
+        : columns_(columns), band_(band), errors_(errors) {}
 
     // Items of analyses for other kinds of cases are empty. Valid until the next call.
     const MeasuredCase& measure(const Case& record);
@@ -44,10 +48,12 @@ class CaseMeasurer {
     bool with_norms() const { return columns_.parts.norms || columns_.parts.deviations; }
     const std::vector<Norms>& norms_of(const Case& record, std::optional<int> months);
     ResultNumbers numbers(const BatchAnalysis::Item& item, int sheet, SheetMeasurer& sheets, Sex sex, int band);
+    void add_error(BatchItem& item, const SheetError& error);
     std::string_view verdict(const CString& text);
 
     const BatchColumns& columns_;
     std::optional<int> band_;
+    const tool::LandmarkErrors* errors_;
     MeasuredCase measured_;
     std::optional<SheetMeasurer> sheets_[std::size(all_kinds)];
 

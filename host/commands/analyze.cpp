@@ -5,9 +5,11 @@
 #include "base/wording.h"
 #include "host/case_files.h"
 #include "host/command_line.h"
+#include "host/error_option.h"
 #include "host/output.h"
 #include "host/selection.h"
 #include "results/results.h"
+#include "tracing/landmark_outliers.h"
 
 namespace cephtool {
 namespace {
@@ -21,12 +23,14 @@ ExitCode run_analyze(const Command& command, const Arguments& arguments, Streams
     std::string folder, output;
     ResultFormat format{};
     std::optional<int> band;
+    ErrorOption error;
     CommandLine line(command, "cephtool analyze lateral-average.json",
                      "cephtool analyze --format csv --sex f lateral-average.csv lateral-class2.json");
     line.add_argument("CASE", paths, "files with landmarks; - is standard input").required();
     line.add_analyses(names);
     line.add_analysis_folder(folder);
     line.add_band(band);
+    add_error_options(line, error);
     CaseOptionFlags case_options(line);
     case_options.add_images(
         "the X-ray of the case (JPEG, PNG, TIFF,\nDICOM), asked for what it lacks; again for\nthe next case");
@@ -44,9 +48,13 @@ ExitCode run_analyze(const Command& command, const Arguments& arguments, Streams
                     "A folder of analyses holds \"CalcForm\" with a \"list.txt\". Name one with --anaitem FOLDER.");
     }
 
+    const auto errors = landmark_errors(error, selection.folder(), streams.in);
     std::vector<CaseResult> results;
+    LandmarkOutliers outliers(shipped_template(Kind::lateral));
     const auto measure = [&](const Source& source, Case record) {
-        CaseResult result = measured(std::move(record), selection.chosen(), band, names.empty());
+        outliers.remark(record);
+        CaseResult result =
+            measured(std::move(record), selection.chosen(), band, names.empty(), errors ? &*errors : nullptr);
         if (!names.empty() && result.analyses.empty()) {
             throw source.error(std::string("this is a ") + name_of(result.record.kind) +
                                    " case, and none of the analyses named is for its kind",

@@ -7,6 +7,7 @@
 #include "host/batch/batch_progress.h"
 #include "host/batch/batch_work.h"
 #include "host/command_line.h"
+#include "host/error_option.h"
 #include "host/interruption.h"
 #include "host/selection.h"
 
@@ -26,14 +27,17 @@ ExitCode run_batch(const Command& command, const Arguments& arguments, Streams& 
     std::string folder, output;
     ResultFormat result_format{};
     std::optional<int> band, threads;
+    ErrorOption error;
     bool resume = false;
     CommandLine line(command, "cephtool batch lateral-average.json lateral-class2.json -o new.csv",
                      "cephtool batch --analysis Steiner --with norms cases-flat.csv -o new.jsonl");
     line.add_argument("CASES", paths, "files or folders with cases; - is standard input").required();
     line.add_text("-o,--output", "FILE", output, "table to write: FILE.csv or FILE.jsonl").required();
     line.add_analyses(names);
-    line.add_choice("--with", with, {"norms", "deviations"},
-                    "norms (mean and SD) or deviations, in\ncolumns of their own; again for both");
+    line.add_choice(
+        "--with", with, {"norms", "deviations", "errors", "slips"},
+        "norms (mean and SD), deviations or standard\nerrors, in columns of their own, or slips,\nlandmarks where nobody expects them, among\nthe remarks; again for more");
+    add_error_file(line, error);
     line.add_format(result_format, output, {ResultFormat::csv, ResultFormat::json_lines});
     line.add_flag("--resume", resume, "go on with what a stopped run has written");
     line.add_number("--threads", threads, 1, most_threads, "as many at a time; else one a core");
@@ -49,7 +53,9 @@ ExitCode run_batch(const Command& command, const Arguments& arguments, Streams& 
     const Selection selection(folder, names, streams);
 
     const auto asked = [&](const char* what) { return std::ranges::find(with, what) != with.end(); };
-    const BatchColumns columns = batch_columns(selection.chosen(), {asked("norms"), asked("deviations")});
+    error.wanted = asked("errors") || !error.file.empty();
+    const auto errors = landmark_errors(error, selection.folder(), streams.in);
+    const BatchColumns columns = batch_columns(selection.chosen(), {asked("norms"), asked("deviations"), error.wanted});
     const BatchFormat format(result_format, columns);
     BatchOutput table(output, format.head(), format.number_mark());
     table.check(paths);
@@ -85,7 +91,13 @@ ExitCode run_batch(const Command& command, const Arguments& arguments, Streams& 
         progress.add(cases, known ? std::optional(static_cast<double>(stream.bytes_read()) / static_cast<double>(*all))
                                   : std::nullopt);
     };
-    const BatchWork work{columns, format, case_options.options(), band, thread_count(threads)};
+    const BatchWork work{columns,
+                         format,
+                         case_options.options(),
+                         band,
+                         errors ? &*errors : nullptr,
+                         asked("slips"),
+                         thread_count(threads)};
     if (!measure_batch(work, stream, table, interruption_asked, show)) {
         throw Error(ExitCode::bad_input, "stopped; " + printable(table.part()) + " holds the cases that are done",
                     "The same command line with --resume goes on.");

@@ -8,6 +8,7 @@
 #include "host/output.h"
 #include "report/style.h"
 #include "results/growth_findings.h"
+#include "tracing/landmark_outliers.h"
 
 namespace cephtool {
 namespace {
@@ -38,6 +39,7 @@ void add_report_options(CommandLine& line, ReportOptions& options) {
     line.add_argument("CASE", options.input, "file with landmarks; - is standard input").required();
     line.add_texts("--compare", "CASE", options.others, "the same patient at another time; again\nfor a third");
     line.add_analyses(options.analyses);
+    add_error_options(line, options.error);
     line.add_choice("--language", options.language, {"en", "ja"}, "en or ja: of the texts round the results");
     line.add_analysis_folder(options.folder);
 }
@@ -54,10 +56,13 @@ std::vector<FilmResults> measured_films(const ReportOptions& options, const Case
                     "Name at most two with --compare.");
     }
     std::vector<FilmResults> films;
+    LandmarkOutliers outliers(shipped_template(Kind::lateral));
     case_options.check_images(paths.size());
+    const auto errors = landmark_errors(options.error, selection.folder(), streams.in);
     for (const std::string& path : paths) {
         const Source source = checked_text(read_bytes(path, streams.in));
         Case record = read_case(source, case_options.options(films.size()));
+        outliers.remark(record);
         if (!films.empty() && record.kind != films.front().record().kind) {
             throw source.error(std::string("this is a ") + name_of(record.kind) + " case, and the first one is " +
                                    name_of(films.front().record().kind),
@@ -69,7 +74,8 @@ std::vector<FilmResults> measured_films(const ReportOptions& options, const Case
         }
         for (const std::string& note : record.notes) streams.err << printable(path) << ": " << note << "\n";
         check_output(options.output, {image_file(record)});
-        FilmResults film{measured(std::move(record), selection.chosen(), {}, false), {}, {}, {}};
+        FilmResults film{
+            measured(std::move(record), selection.chosen(), {}, false, errors ? &*errors : nullptr), {}, {}, {}};
         say_remarks(film.record(), streams);
         film.growth = growth_findings(film.record(), selection.folder());
         if (!options.analyses.empty() && film.result.analyses.empty()) {

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "host/command_line.h"
+#include "host/error_option.h"
 #include "host/selection.h"
 #include "report/film_results.h"
 #include "results/texts.h"
@@ -14,6 +15,7 @@ namespace cephtool {
 struct ReportOptions {
     std::string input, output, folder, language = "en";
     std::vector<std::string> others, analyses;
+    ErrorOption error;
 
     Texts texts() const { return Texts(language == "ja" ? Language::japanese : Language::english); }
 };

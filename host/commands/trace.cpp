@@ -13,6 +13,7 @@
 #include "results/analysis_folder.h"
 #include "results/texts.h"
 #include "tracing/japanese_legend.h"
+#include "tracing/landmark_outliers.h"
 #include "tracing/measures.h"
 
 namespace cephtool {
@@ -102,7 +103,8 @@ std::size_t landmarks_outside(const Case& record, const tool::Background& pictur
 void trace(const TraceOptions& options, const CaseOptions& case_options, Streams& streams) {
     const FileFormat format = format_of(options);
     const AnalysisFolder folder = analysis_folder(options.folder, {FolderPart::modes, FolderPart::analyses});
-    const Case record = read_case(checked_text(read_bytes(options.input, streams.in)), case_options);
+    Case record = read_case(checked_text(read_bytes(options.input, streams.in)), case_options);
+    LandmarkOutliers(shipped_template(Kind::lateral)).remark(record);
     check_output(options.output, {image_file(record)});
     std::vector<std::string> notes = record.notes;
     const DisplayMode mode = chosen_mode(folder, record.kind, options.mode);

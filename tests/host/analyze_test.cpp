@@ -1,5 +1,8 @@
 #include <gmock/gmock.h>
 
+#include <cmath>
+#include <cstdio>
+
 #include "base/path.h"
 #include "host/host_test.h"
 
@@ -9,6 +12,7 @@ namespace {
 using host_test::Folder;
 using host_test::Outcome;
 using host_test::run;
+using testing::AllOf;
 using testing::HasSubstr;
 using testing::Not;
 
@@ -51,6 +55,41 @@ TEST_F(Clinic, EveryAnalysisOfTheKindThatYieldsAnythingIsMeasured) {
     const std::string gone = std::filesystem::path("clinic/CalcForm/Gone.txt").make_preferred().string();
     EXPECT_THAT(lateral.err, HasSubstr("note: " + gone + " is listed, but can't be read"));
     EXPECT_THAT(analyze({"face.csv"}).out, HasSubstr("face.csv,Face,Width,10,mm"));
+}
+
+// S-N is level and 10 mm, and Frankfort is taken from it: 0.3 mm along for either end is an error of 0.42 mm.
+TEST_F(Clinic, ValuesHaveErrorsWhereTheyAreAskedFor) {
+    EXPECT_THAT(analyze({"--error", "film.csv"}).err, HasSubstr("LandmarkError.txt can't be read"));
+    folder_.add("clinic/LandmarkError.txt", "Lateral:\r\nS=0.3,0\r\nN=0.29,0,5,us\r\n");
+    const double turned = std::cos(7 * 3.14159265358979 / 180);
+    const Outcome told = analyze({"--error", "--sex", "f", "film.csv"});
+    EXPECT_THAT(told.out, HasSubstr("remarks,error,deviation_error,mostly\r\n"));
+    double error = 0, deviation = 0;
+    std::sscanf(told.out.c_str() + told.out.find(",errors_by_sn"), ",errors_by_sn,%lf,%lf,S", &error, &deviation);
+    EXPECT_NEAR(error, std::hypot(0.3, 0.29) * turned, 1e-9) << told.out;
+    EXPECT_EQ(error, deviation);
+    EXPECT_THAT(told.out, HasSubstr("Sheet,Long,yes,,,,,,,errors_by_sn,,,\r\n"));
+    const auto table = [](const char* band) {
+        return run({"analyze", "--anaitem", "clinic", "--analysis", "Cranial base", "--error", "--sex", "f", "--band",
+                    band, "film.csv"})
+            .out;
+    };
+    EXPECT_THAT(table("0"), HasSubstr(" 10.0 ± 0.4 mm         8.0     1.0   +2.00 **"));
+    EXPECT_THAT(table("0"), HasSubstr("mostly S (52 %)\n"));
+    folder_.add("own.txt", "Lateral:\nS=0,0\nN=2,0\n");
+    EXPECT_THAT(run({"analyze", "--anaitem", "clinic", "--analysis", "Cranial base", "--error-file", "own.txt", "--sex",
+                     "f", "film.csv"})
+                    .out,
+                AllOf(HasSubstr("+2.00 (**)"), HasSubstr("the deviation may be none")));
+    folder_.add("own.txt", "Lateral:\nS=0,0\n");
+    EXPECT_THAT(run({"analyze", "--anaitem", "clinic", "--error-file", "own.txt", "film.csv"}).out,
+                HasSubstr("error not known of N"));
+    folder_.add("own.txt", "Lateral:\nS=0;0\n");
+    EXPECT_THAT(analyze({"--error-file", "own.txt", "film.csv"}).err, HasSubstr("own.txt:2: \"0;0\" is no number"));
+    // A batch has the same.
+    run({"batch", "--anaitem", "clinic", "--with", "errors", "--with", "deviations", "--sex", "f", "film.csv", "-o",
+         "t.csv"});
+    EXPECT_THAT(host_test::bytes_of("t.csv"), HasSubstr(",10,2," + std::to_string(error).substr(0, 7)));
 }
 
 TEST_F(Clinic, SexAndBandChooseTheNorm) {

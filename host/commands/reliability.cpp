@@ -1,0 +1,160 @@
+// cephtool reliability: how well readings of the same films agree.
+#include <algorithm>
+#include <filesystem>
+#include <map>
+#include <ostream>
+
+#include "base/path.h"
+#include "base/wording.h"
+#include "host/command_line.h"
+#include "host/output.h"
+#include "host/selection.h"
+#include "study/reliability.h"
+
+namespace cephtool {
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr std::size_t least_films = 3;
+
+// Files, and those of folders in the order of their names.
+std::vector<std::string> files_of(const std::vector<std::string>& paths) {
+    std::vector<std::string> files;
+    for (const std::string& path : paths) {
+        std::error_code failure;
+        if (path == "-" || !fs::is_directory(path_from_utf8(path), failure)) {
+            files.push_back(path);
+            continue;
+        }
+        std::vector<std::string> inside;
+        for (const fs::directory_entry& entry : fs::directory_iterator(path_from_utf8(path), failure))
+            if (entry.is_regular_file(failure) && !utf8_from_path(entry.path().filename()).starts_with("."))
+                inside.push_back(utf8_from_path(entry.path()));
+        if (failure) {
+            throw Error(ExitCode::bad_input, printable(path) + " can't be read: " + failure.message(),
+                        "Name the files of the cases.");
+        }
+        std::ranges::sort(inside);
+        files.insert(files.end(), inside.begin(), inside.end());
+    }
+    return files;
+}
+
+struct Reading {
+    std::vector<std::string> names;  // of the films, in their order
+    std::map<std::string, Case> cases;
+};
+
+// A film goes by the name of its file without folder and end, those of a file with several by their number.
+Reading read_all(const std::vector<std::string>& paths, const CaseOptionFlags& options, Streams& streams) {
+    Reading reading;
+    for (const std::string& path : files_of(paths)) {
+        const std::string stem = utf8_from_path(path_from_utf8(path).stem().stem());
+        const Source source = read_bytes(path, streams.in);
+        std::vector<Case> cases = read_cases(source, options.options());
+        for (std::size_t i = 0; i < cases.size(); ++i) {
+            const std::string name = cases.size() == 1 ? stem : std::to_string(i + 1);
+            if (!reading.cases.emplace(name, std::move(cases[i])).second) {
+                throw source.error(
+                    "there is another case " + in_quotes(name) + " in this reading",
+                    "Films go by the names of their files, those of a file with several by their number.");
+            }
+            reading.names.push_back(name);
+        }
+    }
+    return reading;
+}
+
+// The films that all readings have.
+std::vector<StudyFilm> films_of(std::vector<Reading>& readings, Streams& streams) {
+    std::vector<StudyFilm> films;
+    std::size_t left_out = 0;
+    const auto alike = [&](const std::string& name) {
+        return std::ranges::all_of(readings, [&](const Reading& reading) { return reading.cases.contains(name); });
+    };
+    if (std::ranges::none_of(readings.front().names, alike)) {
+        throw Error(
+            ExitCode::bad_input, "the readings have no film in common",
+            "Films go by the names of their files: name the files of a film alike, in a folder for each reading.");
+    }
+    for (const std::string& name : readings.front().names) {
+        if (!alike(name)) {
+            ++left_out;
+            continue;
+        }
+        StudyFilm& film = films.emplace_back(StudyFilm{name, {}});
+        for (Reading& reading : readings) film.readings.push_back(std::move(reading.cases.at(name)));
+        const Case& first = film.readings.front();
+        for (const Case& each : film.readings) {
+            if (each.kind != first.kind || each.kind != films.front().readings.front().kind)
+                throw Error(ExitCode::bad_input, printable(each.file) + " is of another kind than the first case",
+                            "Study films of one kind.");
+            if (each.mm_per_pixel != first.mm_per_pixel)
+                throw Error(ExitCode::bad_input,
+                            printable(each.file) + " has another scale than " + printable(first.file),
+                            "Readings are compared on the same picture: --scale gives all of them one scale.");
+        }
+    }
+    for (const Reading& reading : readings) left_out = std::max(left_out, reading.names.size() - films.size());
+    if (left_out > 0)
+        streams.err << "note: " << left_out << (left_out == 1 ? " film is" : " films are")
+                    << " left out, which not all readings have\n";
+    if (films.size() < least_films) {
+        throw Error(ExitCode::bad_input, "fewer than three films are in all readings", "Read more films twice.");
+    }
+    return films;
+}
+
+}  // namespace
+
+ExitCode run_reliability(const Command& command, const Arguments& arguments, Streams& streams) {
+    std::vector<std::string> paths[4], names;
+    std::string folder, output, errors_path;
+    ResultFormat format{};
+    CommandLine line(
+        command, "cephtool reliability readings-first.tps --second readings-second.tps",
+        "cephtool reliability readings-first.tps --second readings-second.tps -o s.csv");
+    line.add_argument("FIRST", paths[0], "cases of the first reading: files or folders").required();
+    line.add_list("--second", "CASE", paths[1], "the same films read again: the names of\nthe files are the same")
+        .required();
+    line.add_list("--third", "CASE", paths[2], "and once more");
+    line.add_list("--fourth", "CASE", paths[3], "and once more");
+    line.add_text("--write-errors", "FILE", errors_path,
+                  "writes the errors of the landmarks, as\nLandmarkError.txt holds them");
+    line.add_analyses(names);
+    line.add_analysis_folder(folder);
+    const CaseOptionFlags case_options(line);
+    line.add_format(format, output, {ResultFormat::table, ResultFormat::json, ResultFormat::csv});
+    line.add_output(output);
+    if (!line.parse(arguments, streams)) return ExitCode::done;
+    std::vector<std::string> inputs;
+    for (const auto& each : paths) inputs.insert(inputs.end(), each.begin(), each.end());
+    check_inputs(inputs);
+    for (const std::string& written : {output, errors_path}) check_output(written, inputs);
+    if (paths[2].empty() && !paths[3].empty())
+        throw Error(ExitCode::bad_command_line, "there is a fourth reading and no third", "Name it with --third.");
+    const Selection selection(folder, names, streams);
+    std::vector<Reading> readings;
+    for (const auto& each : paths)
+        if (!each.empty()) readings.push_back(read_all(each, case_options, streams));
+    const std::vector<StudyFilm> films = films_of(readings, streams);
+    const Study study = studied(films, selection.chosen());
+    if (!errors_path.empty()) {
+        const std::string source =
+            std::to_string(study.films) + " films, " + std::to_string(study.readings) + " readings";
+        const auto text =
+            errors_of(study, source)
+                .to_text(
+                    "Technical errors of a single reading in mm, along and across Frankfort,\nby \"cephtool reliability\".");
+        if (!text) throw Error(ExitCode::bad_input, "a landmark has a name outside code page 932", "Rename it.");
+        write_result(*text, errors_path, streams.out);
+    }
+    const std::string text = format == ResultFormat::csv    ? study_csv(study)
+                             : format == ResultFormat::json ? study_json(study)
+                                                            : study_table(study);
+    write_result(text, output, streams.out);
+    return ExitCode::done;
+}
+
+}  // namespace cephtool
