@@ -64,7 +64,7 @@ cephtool analyze --format |table json csv
 cephtool analyze --format = j|json
 cephtool analyze --fo|--format
 cephtool analyze model|model-average.json
-cephtool analyze --analysis Ste|Steiner
+cephtool analyze --analysis Nor|Northwestern
 cephtool trace --mirror --mode Ric|Ricketts
 cephtool trace lateral-class2.json ph|
 cephtool exif ph|photo.jpg
