@@ -163,13 +163,17 @@ double dot(Point a, Point b) {
 
 using Places = std::map<std::string, Point>;
 
+constexpr double at_one_place = 1e-3;  // pixels
+
 std::vector<Tooth> teeth_of(const Places& places, bool lower) {
     std::vector<Tooth> teeth;
     for (const char quadrant : lower ? std::string("43") : std::string("12"))
         for (char position = '1'; position <= '6'; ++position) {
             const std::string number{quadrant, position};
             const auto mesial = places.find(number + "m"), distal = places.find(number + "d");
-            if (mesial == places.end() || distal == places.end() || mesial->second == distal->second) continue;
+            if (mesial == places.end() || distal == places.end() ||
+                std::abs(mesial->second - distal->second) < at_one_place)
+                continue;
             teeth.push_back(
                 {number, lower, quadrant == '1' || quadrant == '4', position - '0', mesial->second, distal->second});
         }
@@ -267,7 +271,7 @@ std::optional<Outline> ideal_arch(const std::vector<Tooth>& teeth) {
     }
     if (!right || !left) return {};
     const Point origin = (right->middle() + left->middle()) / 2.0, half = (left->middle() - right->middle()) / 2.0;
-    if (half == Point()) return {};
+    if (std::abs(half) < at_one_place) return {};
     // In half widths of the arch, so that the equations stay well conditioned.
     Eigen::MatrixXd powers(static_cast<Eigen::Index>(teeth.size()), 3);
     Eigen::VectorXd heights(static_cast<Eigen::Index>(teeth.size()));

@@ -1,6 +1,7 @@
 #include "tracing/mirrored_half.h"
 
 #include <algorithm>
+#include <cmath>
 
 namespace cephtool {
 namespace {
@@ -56,7 +57,7 @@ std::vector<Position> samples_of(const Outline& outline) {
 
 std::optional<Midline> midline_of(const std::vector<Landmark>& landmarks) {
     const Position *cg = place_of(landmarks, "CG"), *ans = place_of(landmarks, "ANS");
-    const auto apart = [](Position a, Position b) { return a.x != b.x || a.y != b.y; };
+    const auto apart = [](Position a, Position b) { return std::hypot(a.x - b.x, a.y - b.y) > 1e-3; };
     if (cg && ans && apart(*cg, *ans)) return Midline{"CG-ANS", *cg, *ans};
     const Position *right = place_of(landmarks, "ZR"), *left = place_of(landmarks, "ZL");
     if (!right || !left || !apart(*right, *left)) return {};
