@@ -115,7 +115,7 @@ void ProgramGradient::lay_out() {
             own.insert(own.end(), leaves[input].begin(), leaves[input].end());
         });
         std::ranges::sort(own);
-        own.erase(std::ranges::unique(own).begin(), own.end());
+        own.erase(std::unique(own.begin(), own.end()), own.end());
         if (all + own.size() > most_slopes) own.clear(), opaque_[id] = true;
         all += own.size();
     };
