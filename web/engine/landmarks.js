@@ -68,12 +68,18 @@ export function landmarkTable(documents, kind, names, onFace) {
   const own = [...rows].filter(isOwn).map(([name]) => name);
   return [...names, ...own].map((name) => {
     const [title, ...cells] = toothPoint.test(name) ? [toothTitle(name)] : rows.get(name);
-    const [definition, howFound] = cells.length === 3 ? cells : ["", ""]; // those of casts have a title alone
-    const [definitionJa, howFoundJa] = japanese.get(name) ?? ["", ""];
+    const titles = titlesOf(title);
+    let [definition, howFound] = cells;
+    let [definitionJa, howFoundJa] = japanese.get(name) ?? ["", ""];
+    if (cells.length !== 3) {
+      // Those of casts have a title alone.
+      if (!toothPoint.test(name)) titles.ja = definitionJa;
+      definition = howFound = definitionJa = howFoundJa = "";
+    }
     const at = onFace.find((landmark) => landmark.name === name);
     return {
       name,
-      title: titlesOf(title),
+      title: titles,
       definition: { en: definition, ja: definitionJa },
       howFound: { en: howFound, ja: howFoundJa },
       onAverageFace: at ? { x: at.x, y: at.y } : null,

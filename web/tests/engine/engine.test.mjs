@@ -49,7 +49,10 @@ test("landmarks have titles in both languages, definitions and places", () => {
   assert.equal(sella.title.en, "Sella");
   assert.deepEqual(sella.onAverageFace, { x: 850, y: 850 });
   assert.deepEqual(titlesOf("Base (spheno) (頭(蝶))"), { en: "Base (spheno)", ja: "頭(蝶)" });
-  for (const landmark of engine.landmarks("model")) assert.notEqual(landmark.title.en, landmark.name);
+  for (const { name, title } of engine.landmarks("model")) {
+    assert.notEqual(title.en, name);
+    assert.match(title.ja, /[\u3040-\u30ff\u4e00-\u9fff]/, name);
+  }
 });
 
 test("the engine has what its types promise, and no more", () => {
