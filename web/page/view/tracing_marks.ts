@@ -11,7 +11,8 @@ import { superimposed, tracings } from "./tracings.ts";
 function outlineMark({ points, closed, fine, dotted }: Outline, colour: string, alpha: number, now: Camera): Mark {
   const places = points.map(({ x, y }) => toScreen(now, [x, y]));
   return {
-    key: `outline ${colour} ${places.join(" ")}`,
+    // To a tenth of a pixel: a fitted outline moves by less than can be seen when a landmark far from it is dragged.
+    key: `outline ${colour} ${places.map(([x, y]) => `${Math.round(10 * x)} ${Math.round(10 * y)}`).join(" ")}`,
     // Smooth curves reach beyond their points, by a third of a step at the most.
     box: boxAbout(places, 2 + places.reduce((most, [x, y], index) => {
       const [beforeX, beforeY] = places[index === 0 ? places.length - 1 : index - 1]!;
