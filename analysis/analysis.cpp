@@ -72,14 +72,15 @@ struct Analysis::Body {
     std::filesystem::path file;
     std::optional<int> place;
     AnalysisSheet sheet;
-    std::string title, comment;
-    std::optional<Ages> ages;
-    std::optional<Population> population;
-    std::string variant_of;
-    std::unordered_map<std::string, std::string> japanese;  // by name
-    std::vector<Item> items;
-    std::vector<Stage> stages[std::size(both_sets)][std::size(both_sexes)];
-    Inputs inputs;
+    std::string title = {}, comment = {};
+    std::optional<Ages> ages = {};
+    std::optional<Population> population = {};
+    std::string variant_of = {};
+    bool has_norms = false;
+    std::unordered_map<std::string, std::string> japanese = {};  // by name
+    std::vector<Item> items = {};
+    std::vector<Stage> stages[std::size(both_sets)][std::size(both_sexes)] = {};
+    Inputs inputs = {};
 
     static std::size_t at(StageSet set) { return set == StageSet::second; }
     static std::size_t at(Sex sex) { return sex != Sex::male; }
@@ -89,20 +90,11 @@ Analysis::Analysis(std::shared_ptr<const Body> body) : body_(std::move(body)) {}
 
 Analysis Analysis::made(Kind kind, const std::filesystem::path& file, std::string_view text, std::optional<int> place,
                         int cast_decimals) {
-    auto body =
-        std::make_shared<Body>(Body{kind,
-                                    file,
-                                    place,
-                                    AnalysisSheet(static_cast<int>(kind), text.data(), text.size(), cast_decimals),
-                                    {},
-                                    {},
-                                    {},
-                                    {},
-                                    {},
-                                    {},
-                                    {},
-                                    {},
-                                    {}});
+    auto body = std::make_shared<Body>(
+        Body{.kind = kind,
+             .file = file,
+             .place = place,
+             .sheet = AnalysisSheet(static_cast<int>(kind), text.data(), text.size(), cast_decimals)});
     const AnalysisSheet& sheet = body->sheet;
     body->title = utf8(sheet.Title());
     if (body->title.empty()) body->title = utf8_stem(file);
@@ -127,6 +119,13 @@ Analysis Analysis::made(Kind kind, const std::filesystem::path& file, std::strin
     Inputs& inputs = body->inputs;
     inputs.landmarks = std::move(landmarks.names);
     for_each_line(text, [&](std::string_view, int code) { return inputs.sex = is_of_one_sex(code); });
+    if (const SheetBody* read = body_of(sheet))
+        body->has_norms = std::ranges::any_of(read->lines, [&](const NamedLine& item) {
+            const auto has_mean = [&](Sex sex) {
+                return read->file.find(item.name, DefinitionFile::Look::norms, static_cast<int>(sex)).mean.has_value();
+            };
+            return has_mean(Sex::male) || has_mean(Sex::female);
+        });
     for (const StageSet set : both_sets) {
         auto& of_set = body->stages[Body::at(set)];
         for (const Sex sex : both_sexes) {
@@ -200,6 +199,10 @@ std::span<const Item> Analysis::items() const {
 
 std::span<const Stage> Analysis::stages(StageSet set, Sex sex) const {
     return body_->stages[Body::at(set)][Body::at(sex)];
+}
+
+bool Analysis::has_norms() const {
+    return body_->has_norms;
 }
 
 bool Analysis::has_stages() const {

@@ -20,7 +20,8 @@ std::string fitted(std::string_view text, int width);
 std::string left_aligned(std::string_view text, int width);
 std::string right_aligned(std::string_view text, int width);
 
-// `text` in lines of at most `width` columns, broken at blanks; a single word that is wider stays whole.
+// `text` in lines of at most `width` columns, broken at blanks; a single word that is wider stays whole,
+// but for its wide characters, in front of which Japanese is broken unless they end a sentence or a bracket.
 std::string wrapped(std::string_view text, int width, std::string_view indent);
 
 }  // namespace cephtool

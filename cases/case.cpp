@@ -35,6 +35,13 @@ Case with_options(Case record, const Source& source, const CaseOptions& options)
         }
         record.sex = options.sex;
     }
+    if (!options.population.empty()) {
+        if (!record.population.empty() && record.population != options.population) {
+            record.remarks.push_back(
+                {"population_replaced", "The population is that of --population, not that of the file."});
+        }
+        record.population = options.population;
+    }
     if (film) complete_patient(record, source, *film);
     settle_scale(record, source, options, film);
     return turned_right(std::move(record), options);

@@ -62,6 +62,7 @@ struct Case {
     std::optional<Sex> sex;
     std::optional<Date> birth, film;
     std::optional<Side> side;
+    std::string population;    // whose norms count, as tool::population_named has it; "" when not given
     std::string dental_stage;  // one of `dental_stages`, "" when not given
     std::optional<double> mm_per_pixel;
     std::vector<Landmark> landmarks;  // of the kind's table, placed ones only
@@ -102,6 +103,7 @@ struct CaseOptions {
     bool flip_y = false;                      // the same for y
     std::vector<std::string> landmarks = {};  // names of the points of a TPS file in their order; "-" passes one over
     std::optional<double> image_height = {};  // in pixels, for y that points up
+    std::string population = {};              // as of Case; "" leaves the case's own
 };
 
 // Reads the cases in any of the formats of docs/case_format.md, told apart by content and extension: a TPS file holds

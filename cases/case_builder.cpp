@@ -1,5 +1,6 @@
 #include "cases/case_builder.h"
 
+#include <Analysis.h>
 #include <LandmarkTable.h>
 
 #include <algorithm>
@@ -109,6 +110,13 @@ void CaseBuilder::film(std::string_view text, std::size_t at) {
     film_at_ = at;
 }
 
+void CaseBuilder::population(std::string_view text, std::size_t at) {
+    record_.population = tool::population_named(text).name;
+    if (record_.population.empty() || has_control_character(text))
+        throw source_.error_at(
+            at, in_quotes(text) + " is no population",
+            "Write one that norms are known of, such as Japanese; \"cephtool analyses\" lists them.");
+}
 void CaseBuilder::dental_stage(std::string_view text, std::size_t at) {
     const std::vector<std::string> stages(std::begin(dental_stages), std::end(dental_stages));
     if (std::ranges::find(stages, text) == stages.end()) {

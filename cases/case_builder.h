@@ -38,6 +38,7 @@ class CaseBuilder {
     void birth(std::string_view text, std::size_t at);
     void film(std::string_view text, std::size_t at);
     void dental_stage(std::string_view text, std::size_t at);
+    void population(std::string_view text, std::size_t at);
     void scale(double mm_per_pixel, std::size_t at);
     void palate(double category, std::size_t at);
     void image(std::string_view path, std::size_t at);

@@ -37,6 +37,7 @@ std::string case_heading(const Case& record, bool colour) {
     }
     text += std::string(", ") + name_of(record.kind);
     if (record.side) text += std::string(", ") + name_of(*record.side) + " side";
+    if (!record.population.empty()) text += ", norms of " + printable(record.population);
     text += ", " + readable(record.mm_per_pixel.value()) + " mm a pixel";
     text = wrapped(text, page_width, "  ") + "\n" + dates_line(record);
     for (const Remark& remark : record.remarks) text += remark_line(remark, colour);
@@ -72,6 +73,7 @@ nlohmann::ordered_json case_facts(const Case& record) {
     }
     if (record.side) json["side"] = name_of(*record.side);
     if (!record.dental_stage.empty()) json["dental_stage"] = record.dental_stage;
+    if (!record.population.empty()) json["population"] = record.population;
     json["mm_per_pixel"] = record.mm_per_pixel.value();
     json["remarks"] = json_of(record.remarks);
     json["notes"] = record.notes;

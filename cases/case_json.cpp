@@ -132,6 +132,9 @@ class JsonCaseReader {
     void read_dental_stage(const JsonValue& value) {
         builder_.dental_stage(as<std::string>(value, "\"dental_stage\""), value.at);
     }
+    void read_population(const JsonValue& value) {
+        builder_.population(as<std::string>(value, "\"population\""), value.at);
+    }
     void read_scale(const JsonValue& value) { builder_.scale(as<double>(value, "\"mm_per_pixel\""), value.at); }
     void read_image(const JsonValue& value) { builder_.image(as<std::string>(value, "\"image\""), value.at); }
     void read_palate(const JsonValue& value) { builder_.palate(as<double>(value, "\"palate\""), value.at); }
@@ -211,6 +214,7 @@ std::span<const JsonCaseReader::Key> JsonCaseReader::keys() {
         {"film", &JsonCaseReader::read_film},
         {"side", &JsonCaseReader::read_side},
         {"dental_stage", &JsonCaseReader::read_dental_stage},
+        {"population", &JsonCaseReader::read_population},
         {"mm_per_pixel", &JsonCaseReader::read_scale},
         {"image", &JsonCaseReader::read_image},
         {"palate", &JsonCaseReader::read_palate},
@@ -272,6 +276,7 @@ std::string to_json(const Case& record) {
     if (record.film) json["film"] = text_of(*record.film);
     if (record.side) json["side"] = name_of(*record.side);
     if (!record.dental_stage.empty()) json["dental_stage"] = record.dental_stage;
+    if (!record.population.empty()) json["population"] = record.population;
     if (!record.image.empty()) json["image"] = record.image;
     if (record.mm_per_pixel) json["mm_per_pixel"] = *record.mm_per_pixel;
     json["landmarks"] = json_of(record.landmarks);

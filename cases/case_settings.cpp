@@ -24,10 +24,15 @@ struct Setting {
 };
 
 constexpr Setting settings[] = {
-    {"scale_mm_per_px", read_scale},           {"kind", read_text<&CaseBuilder::kind>},
-    {"name", read_text<&CaseBuilder::name>},   {"sex", read_text<&CaseBuilder::sex>},
-    {"birth", read_text<&CaseBuilder::birth>}, {"film", read_text<&CaseBuilder::film>},
-    {"side", read_text<&CaseBuilder::side>},   {"dental_stage", read_text<&CaseBuilder::dental_stage>},
+    {"scale_mm_per_px", read_scale},
+    {"kind", read_text<&CaseBuilder::kind>},
+    {"name", read_text<&CaseBuilder::name>},
+    {"sex", read_text<&CaseBuilder::sex>},
+    {"birth", read_text<&CaseBuilder::birth>},
+    {"film", read_text<&CaseBuilder::film>},
+    {"side", read_text<&CaseBuilder::side>},
+    {"dental_stage", read_text<&CaseBuilder::dental_stage>},
+    {"population", read_text<&CaseBuilder::population>},
     {"image", read_text<&CaseBuilder::image>},
 };
 
@@ -79,6 +84,7 @@ std::vector<std::pair<std::string, std::string>> settings_of(const Case& record)
     if (record.film) known.emplace_back("film", text_of(*record.film));
     if (record.side) known.emplace_back("side", name_of(*record.side));
     if (!record.dental_stage.empty()) known.emplace_back("dental_stage", record.dental_stage);
+    if (!record.population.empty()) known.emplace_back("population", record.population);
     if (!record.image.empty()) known.emplace_back("image", record.image);
     return known;
 }

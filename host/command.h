@@ -45,6 +45,7 @@ ExitCode run_reliability(const Command& command, const Arguments& arguments, Str
 ExitCode run_report(const Command& command, const Arguments& arguments, Streams& streams);
 ExitCode run_chart(const Command& command, const Arguments& arguments, Streams& streams);
 ExitCode run_convert(const Command& command, const Arguments& arguments, Streams& streams);
+ExitCode run_compose(const Command& command, const Arguments& arguments, Streams& streams);
 ExitCode run_check(const Command& command, const Arguments& arguments, Streams& streams);
 ExitCode run_digitise(const Command& command, const Arguments& arguments, Streams& streams);
 ExitCode run_film(const Command& command, const Arguments& arguments, Streams& streams);

@@ -158,6 +158,16 @@ void CommandLine::add_band(std::optional<int>& band) {
     add_number("--band", band, 0, highest_band, "band code of the norms, in place of the\nband of the patient's stage");
 }
 
+void CommandLine::add_population(std::string& name) {
+    add_text("--population", "PEOPLE", name, "whose norms count, such as Japanese: see\n\"cephtool analyses\"");
+}
+
+void CommandLine::add_language(Language& language, const std::string& help) {
+    const auto word = std::make_shared<std::string>("en");
+    add_choice("--language", *word, {"en", "ja"}, help);
+    when_parsed_.emplace_back([word, &language] { language = *word == "ja" ? Language::japanese : Language::english; });
+}
+
 void CommandLine::add_output(std::string& path) {
     add_text("-o,--output", "FILE", path, "write to FILE, not to standard output");
     when_parsed_.emplace_back([&path] { check_output(path, {}); });
@@ -257,6 +267,7 @@ void describe(const Command& command, const std::function<void(const CommandLine
 
 CaseOptionFlags::CaseOptionFlags(CommandLine& line) : line_(line) {
     line.add_choice("--sex", sex_, {"m", "f"}, "m or f: the patient's sex");
+    line.add_population(population_);
     const Option scale = line.add_text(
         "--scale", "MM", scale_,
         "width of a pixel in millimetres; film: that\nof the X-ray's header; dpi: its resolution",
@@ -326,9 +337,14 @@ void CaseOptionFlags::tell_scale(CaseOptions& options) const {
     options.magnification.reset();  // it is out
 }
 
+std::string CaseOptionFlags::population() const {
+    return tool::population_named(population_).name;
+}
+
 CaseOptions CaseOptionFlags::options() const {
     CaseOptions options;
     if (!sex_.empty()) options.sex = sex_ == "m" ? Sex::male : Sex::female;
+    options.population = population();
     options.magnification = number_from(magnification_);
     if (scale_ == "film") options.film_scale = FilmScaleUse::header;
     if (scale_ == "dpi") options.film_scale = FilmScaleUse::resolution;

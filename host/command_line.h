@@ -12,6 +12,7 @@
 #include "cases/case.h"
 #include "host/command.h"
 #include "host/result_format.h"
+#include "results/texts.h"
 
 namespace CLI {
 class App;
@@ -79,6 +80,8 @@ class CommandLine {
     void add_analyses(std::vector<std::string>& names);
     void add_analysis_folder(std::string& folder);
     void add_band(std::optional<int>& band);
+    void add_population(std::string& name);
+    void add_language(Language& language, const std::string& help);
     // "-o": where the result goes, "" for standard output.
     void add_output(std::string& path);
     // "--format". Where it is not given the end of the name `output` says which of `formats` is meant, else it is the
@@ -110,6 +113,8 @@ class CaseOptionFlags {
     Option add_image(const std::string& help);
     Option add_images(const std::string& help);
 
+    // "--population", as tool::population_named has it; "" when not given.
+    std::string population() const;
     // Those for all cases, and with the X-ray for that at this place of the command line. Both throw an Error when a
     // file that an option names can't be read.
     CaseOptions options() const;
@@ -125,7 +130,7 @@ class CaseOptionFlags {
     CommandLine& line_;
     std::string image_;
     std::vector<std::string> images_;
-    std::string sex_, scale_, ruler_, magnification_, landmarks_, image_height_;
+    std::string sex_, population_, scale_, ruler_, magnification_, landmarks_, image_height_;
     bool mirror_ = false, flip_y_ = false;
 };
 

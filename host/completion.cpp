@@ -85,7 +85,8 @@ class Completion {
             for (const CaseFormat& format : case_formats()) out_ << " " << format.extension;
             out_ << "\n";
         }
-        if (sort == "NAME") offer_analyses();
+        if (sort == "NAME" || sort.starts_with("SHEET")) offer_analyses();
+        if (sort == "PEOPLE") offer_populations();
         if (sort == "MODE") offer_modes();
     }
 
@@ -105,6 +106,12 @@ class Completion {
         const AnalysisFolder folder = analysis_folder(folder_name(), {});
         for (const Analysis& analysis : listed_analyses(folder)) offer(short_name(analysis), title_of(analysis));
         if (offered_.empty()) out_ << ":files .txt\n";
+    }
+
+    void offer_populations() {
+        const AnalysisFolder folder = analysis_folder(folder_name(), {});
+        for (const Analysis& analysis : listed_analyses(folder))
+            if (analysis.population()) offer(analysis.population()->name, "");
     }
 
     void offer_modes() {

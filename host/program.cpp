@@ -51,6 +51,10 @@ constexpr Command command_table[] = {
      "Reads and writes JSON, CSV, TPS, markups of 3D Slicer (.mrk.json, .fcsv) and the texts of the cephalometric "
      "challenges. What the other format has no place for is told.",
      run_convert},
+    {"compose", "make an analysis of items of several analyses",
+     "Writes a definition file that gives each item the value, norm and deviation that its own analysis gives, with the "
+     "items that it refers to. Measure with it by --analysis FILE, or list it in a folder of your own.",
+     run_compose},
     {"check", "find faults in the files of an analysis folder",
      "Names what an analysis would pass over in silence: misspelt keys, missing items, brackets never closed, norms that "
      "don't match. The exit code is 1 when there is a fault.",

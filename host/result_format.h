@@ -28,17 +28,18 @@ std::string tables(const Results& results, const Table& table) {
     return text;
 }
 
-// How results of one sort are written.
-template <class Result>
+// How results of one sort are written; what more is needed for it, such as the texts of a language, is the same for all
+// forms.
+template <class Result, class... More>
 struct ResultForms {
-    std::string (*table)(const Result& result, bool colour);
-    std::string (*json)(std::span<const Result> results);
-    std::string (*csv)(std::span<const Result> results);
+    std::string (*table)(const Result& result, bool colour, const More&... more);
+    std::string (*json)(std::span<const Result> results, const More&... more);
+    std::string (*csv)(std::span<const Result> results, const More&... more);
 
-    std::string of(std::span<const Result> results, ResultFormat format, bool colour) const {
-        if (format == ResultFormat::json) return json(results);
-        if (format == ResultFormat::csv) return csv(results);
-        return tables(results, [&](const Result& result) { return table(result, colour); });
+    std::string of(std::span<const Result> results, ResultFormat format, bool colour, const More&... more) const {
+        if (format == ResultFormat::json) return json(results, more...);
+        if (format == ResultFormat::csv) return csv(results, more...);
+        return tables(results, [&](const Result& result) { return table(result, colour, more...); });
     }
 };
 

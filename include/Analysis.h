@@ -104,6 +104,7 @@ class TOOL_API Analysis {
     std::span<const Item> items() const;  // in the order of the file, with the headings
 
     std::span<const Stage> stages(StageSet set, Sex sex) const;
+    bool has_norms() const;   // of any item
     bool has_stages() const;  // of any set and sex
     // The stage that a patient is in, whose place in stages() is his column of the norms; of those that overlap the
     // last one. Nothing in none, or when what it goes by is not known.

@@ -8,6 +8,7 @@
 #include "base/wording.h"
 #include "report/deviation_chart.h"
 #include "report/style.h"
+#include "results/names.h"
 #include "tracing/font.h"
 
 namespace cephtool {
@@ -60,11 +61,9 @@ void add_film_line(Pages& pages, std::size_t time, const Case& record) {
     });
 }
 
-namespace {}  // namespace
-
 std::string finding_text(const Finding& finding, const Texts& texts) {
     if (finding.years) return texts("%1 years", with_decimals(*finding.years, 1));
-    return finding.stage ? finding.name : "-";
+    return finding.stage ? stage_of(finding, texts) : "-";
 }
 
 std::string patient_name(const Case& record) {
@@ -94,6 +93,9 @@ void add_patient(Pages& pages, const std::vector<FilmResults>& films) {
                                    {texts("Kind"), texts.kind(record.kind)},
                                    {texts("Age at the film"), texts.age(record)}});
         if (!record.file.empty()) facts.push_back({texts("File"), file_name(record)});
+        if (!record.population.empty())
+            facts.push_back({texts("Population"),
+                             texts.chosen(record.population, tool::population_named(record.population).japanese)});
         if (record.side) facts.push_back({texts("Side"), texts(name_of(*record.side))});
         add_facts(pages, facts, 2, 28);
     }

@@ -4,6 +4,7 @@
 
 #include "base/numbers.h"
 #include "base/wording.h"
+#include "results/names.h"
 
 namespace cephtool {
 namespace {
@@ -36,9 +37,11 @@ class TableMaker {
 
     ResultTable table() const {
         ResultTable table;
-        table.title = title_of(*times_.front()->analysis);
+        table.title = title_of(*times_.front()->analysis, texts_);
         table.comment = comment_of(*times_.front()->analysis);
         table.signs = signs_in_words(times_.back()->items, texts_);
+        for (std::string& mark : unverified_in_words(times_.back()->items, texts_))
+            table.signs.push_back(std::move(mark));
         table.norms = norms_in_words(times_.back()->band, texts_);
         table.remarks = remarks(times_);
         table.columns = several() ? columns_of_several() : columns_of_one();
@@ -84,7 +87,7 @@ class TableMaker {
 
     TableRow row(const Items& items) const {
         const Measurement& item = *items.back();
-        TableRow row{.heading = item.heading, .marked = item.marked, .name = item.name};
+        TableRow row{.heading = item.heading, .marked = item.marked, .name = label_of(item, texts_)};
         if (item.heading) return row;
         for (const Measurement* each : items) {
             const bool is_shown = !each->deviation_text.empty();
@@ -167,7 +170,7 @@ class TableMaker {
 
     std::string words_for(const Measurement& item) const {
         if (!item.missing.empty()) return texts_("missing: %1", joined(item.missing, ", "));
-        if (!item.text.empty()) return item.text;
+        if (!item.text.empty()) return verdict_of(item, texts_);
         return texts_(item.reason);
     }
 
@@ -181,22 +184,6 @@ class TableMaker {
 
 ResultTable result_table(const std::vector<const AnalysisResult*>& times, TableStyle style, const Texts& texts) {
     return TableMaker(times, style, texts).table();
-}
-
-std::string norms_in_words(const NormBand& band, const Texts& texts) {
-    std::vector<std::string> parts;
-    for (const Finding& stage : band.stages) {
-        if (stage.stage) {
-            std::vector<std::string> grounds;
-            for (const Ground& ground : stage.grounds) {
-                grounds.push_back(ground.name == "age"            ? texts("age %1", ground.text)
-                                  : ground.name == "dental stage" ? texts("dental stage %1", ground.text)
-                                                                  : texts(ground.text));
-            }
-            parts.push_back(stage.name + (grounds.empty() ? "" : " (" + joined(grounds, ", ") + ")"));
-        }
-    }
-    return parts.empty() ? "" : texts("Norms: %1", joined(parts, "; "));
 }
 
 }  // namespace cephtool

@@ -30,7 +30,7 @@ struct TableRow {
 struct ResultTable {
     std::string title, comment, norms;
     std::vector<std::string> remarks;  // below the norms
-    std::vector<std::string> signs;    // below the rows
+    std::vector<std::string> signs;    // below the rows, with what their marks mean
     std::vector<TableColumn> columns;  // behind the one of the names
     std::vector<TableRow> rows;
     bool has_chart = false;  // any row has a deviation
@@ -43,8 +43,5 @@ enum class TableStyle {
 
 // The results are those of one analysis, one a film, oldest first.
 ResultTable result_table(const std::vector<const AnalysisResult*>& times, TableStyle style, const Texts& texts);
-
-// Norm columns in words: the stages that they are for.
-std::string norms_in_words(const NormBand& band, const Texts& texts);
 
 }  // namespace cephtool

@@ -72,6 +72,35 @@ std::vector<Analysis> listed_analyses(const AnalysisFolder& folder) {
     return all;
 }
 
+const Analysis* AnalysisFamily::of(std::string_view population) const {
+    const auto is_asked_for = [&](const Analysis* analysis) {
+        return analysis->population() && lower_case(analysis->population()->name) == lower_case(population);
+    };
+    if (population.empty() || is_asked_for(base)) return base;
+    const auto found = std::ranges::find_if(variants, is_asked_for);
+    return found == variants.end() ? base : *found;
+}
+
+std::vector<AnalysisFamily> families_of(std::span<const Analysis> analyses) {
+    const auto base_of = [&](const Analysis& variant) -> const Analysis* {
+        if (variant.variant_of().empty()) return nullptr;
+        const auto folder = variant.file().parent_path();
+        const std::string file = lower_case(utf8_from_path(folder / path_from_utf8(variant.variant_of())));
+        const auto base = std::ranges::find_if(analyses, [&](const Analysis& other) {
+            return other.kind() == variant.kind() && other.variant_of().empty() &&
+                   lower_case(utf8_from_path(other.file())) == file;
+        });
+        return base == analyses.end() ? nullptr : &*base;
+    };
+    std::vector<AnalysisFamily> families;
+    for (const Analysis& analysis : analyses)
+        if (!base_of(analysis)) families.emplace_back(&analysis);
+    for (const Analysis& analysis : analyses)
+        if (const Analysis* const base = base_of(analysis))
+            std::ranges::find(families, base, &AnalysisFamily::base)->variants.push_back(&analysis);
+    return families;
+}
+
 std::vector<Analysis> analyses_in_file(const std::string& path, std::istream& standard_input,
                                        std::vector<std::string>& notes) {
     const Source source = read_bytes(path, standard_input, definition_limit);

@@ -32,6 +32,21 @@ std::vector<std::string> problem_notes(const AnalysisFolder& folder, FolderPart 
 // All analyses of the folder, kind by kind, in the order of their catalogues.
 std::vector<Analysis> listed_analyses(const AnalysisFolder& folder);
 
+// An analysis, and sheets with norms of other populations for it.
+struct AnalysisFamily {
+    AnalysisFamily(const Analysis* its_base) : base(its_base) {}  // NOLINT: one without variants is the analysis
+
+    const Analysis* base;
+    std::vector<const Analysis*> variants = {};
+
+    // The sheet with norms of the population, as tool::population_named has it; the base where there is none, and for
+    // "".
+    const Analysis* of(std::string_view population) const;
+};
+
+// Those of the analyses that are no variant of another one of their folder, in their order, with their variants.
+std::vector<AnalysisFamily> families_of(std::span<const Analysis> analyses);
+
 // A definition file of the person's own, once for each kind of case, since the file itself does not tell.
 // That it is UTF-8, where code page 932 is read, goes to `notes`. Throws an Error when it can't be read or holds no
 // item.

@@ -17,8 +17,10 @@ struct Ground {
 
 struct Finding {
     std::string what;
-    std::optional<int> stage = {};     // its place, from 0
-    std::string name = {};             // of the stage
+    std::optional<int> stage = {};  // its place, from 0
+    std::string name = {};          // of the stage
+    // Those in Japanese that no table of texts has: of an analysis, of a stage.
+    std::string japanese_what = {}, japanese_name = {};
     std::optional<double> years = {};  // an age
     std::vector<Ground> grounds = {};
     std::vector<std::string> missing = {};  // what the case lacks: a key of the case format or a point of a vertebra

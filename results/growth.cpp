@@ -7,6 +7,7 @@
 
 #include "base/numbers.h"
 #include "base/wording.h"
+#include "results/names.h"
 
 namespace cephtool {
 namespace {
@@ -86,8 +87,11 @@ Sex sex_of(const Patient& known) {
 
 void set_stage(Finding& finding, const Stages& stages, const Patient& known) {
     finding.stage = stages.place(sex_of(known), known);
-    if (finding.stage)
-        finding.name = printable(stages.of(sex_of(known))[static_cast<std::size_t>(*finding.stage)].name);
+    if (finding.stage) {
+        const tool::Stage& stage = stages.of(sex_of(known))[static_cast<std::size_t>(*finding.stage)];
+        finding.name = printable(stage.name);
+        finding.japanese_name = printable(stage.japanese);
+    }
 }
 
 // Why norms of stages that the patient is in none of are left out.
@@ -123,6 +127,19 @@ void compare_ages(NormBand& band, const std::optional<tool::Ages>& ages, const C
                             too_old ? "The norms end at %1 years, and the patient is %2; they stand in parentheses."
                                     : "The norms begin at %1 years, and the patient is %2; they stand in parentheses.",
                             {std::to_string(too_old ? *ages->to : ages->from), std::to_string(age)}});
+}
+
+// Whose norms they are, and that those of the population that is asked for are not known.
+void tell_population(NormBand& band, const Analysis& analysis, const Case& record) {
+    if (!analysis.has_norms()) return;
+    band.population = analysis.population();
+    const std::string theirs = band.population ? band.population->name : "";
+    if (record.population.empty() || record.population == theirs) return;
+    band.remarks.push_back({"other_population",
+                            theirs.empty()
+                                ? "There are no norms of %&1 for this analysis; its file does not say whose these are."
+                                : "There are no norms of %&1 for this analysis; these are of %&2.",
+                            {record.population, theirs}});
 }
 
 }  // namespace
@@ -161,6 +178,7 @@ Finding ricketts_stage_finding(const Case& record, const AnalysisFolder& folder)
 
 Finding stage_finding(const Analysis& analysis, StageSet set, const Case& record) {
     Finding finding{.what = title_of(analysis) + (set == StageSet::second ? ", second set" : "")};
+    finding.japanese_what = title_of(analysis, Texts(Language::japanese)) + (set == StageSet::second ? "、第2組" : "");
     const Stages stages(analysis, set);
     if (!stages.any()) return finding;
     const Patient known = patient(record, stages, finding);
@@ -175,6 +193,7 @@ Finding stage_finding(const Analysis& analysis, StageSet set, const Case& record
 
 NormBand norm_band(const Analysis& analysis, const Case& record, std::optional<int> given) {
     NormBand band{.code = given.value_or(0)};
+    tell_population(band, analysis, record);
     if (given && analysis.has_stages()) {
         band.remarks.push_back(
             {"band_given", "The norms are those of band %1, as --band says.", {std::to_string(*given)}});

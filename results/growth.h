@@ -26,9 +26,10 @@ struct NormBand {
 
     int code = 0;
     std::string words = {};
-    std::vector<Finding> stages = {};  // of the first and the second set, where the analysis has them
-    bool in_doubt = false;             // the norms are of people who were not of the patient's age
-    std::vector<Remark> remarks = {};  // on how the norms fit the patient
+    std::optional<tool::Population> population = {};  // whose norms they are; nothing for an analysis without norms
+    std::vector<Finding> stages = {};                 // of the first and the second set, where the analysis has them
+    bool in_doubt = false;                            // the norms are of people who were not of the patient's age
+    std::vector<Remark> remarks = {};                 // on how the norms fit the patient
 };
 // `given` is a code that goes before the patient's stages.
 NormBand norm_band(const Analysis& analysis, const Case& record, std::optional<int> given);

@@ -10,6 +10,8 @@
 #include "base/wording.h"
 #include "cases/case_facts.h"
 #include "cases/vertebrae.h"
+#include "results/case_heading.h"
+#include "results/names.h"
 
 namespace cephtool {
 namespace {
@@ -27,10 +29,10 @@ std::string number_text(const Finding& finding) {
     return finding.years ? with_decimals(*finding.years, 2) : "–";
 }
 
-std::string grounds_text(const Finding& finding, const char* between) {
-    std::vector<std::string> texts;
-    for (const Ground& ground : finding.grounds) texts.push_back(ground.name + " " + ground.text);
-    return joined(texts, between);
+std::string grounds_text(const Finding& finding, const char* between, const Texts& texts) {
+    std::vector<std::string> grounds;
+    for (const Ground& ground : finding.grounds) grounds.push_back(texts(ground.name) + " " + texts(ground.text));
+    return joined(grounds, between);
 }
 
 // A line of its own, below the finding's.
@@ -39,14 +41,20 @@ std::string below(const std::string& text) {
     return indent + wrapped(text, page_width - indent_width, indent) + "\n";
 }
 
-std::string shown(const Finding& finding) {
-    const std::string words = finding.years ? "years" : finding.stage ? finding.name : "not given";
-    std::string text = left_aligned(fitted(finding.what, what_width), what_width) + " " +
+std::string shown(const Finding& finding, const Texts& texts) {
+    const bool english = texts.language() == Language::english;
+    const std::string words = finding.years   ? texts("years")
+                              : finding.stage ? stage_of(finding, texts)
+                                              : texts(english ? "not given" : "not known");
+    std::string text = left_aligned(fitted(what_of(finding, texts), what_width), what_width) + " " +
                        right_aligned(number_text(finding), number_width) + "  " +
                        fitted(words, page_width - text_column) + "\n";
-    if (!finding.grounds.empty()) text += below("from " + grounds_text(finding, ", "));
-    if (!finding.missing.empty()) text += below("missing: " + joined(finding.missing, ", "));
-    if (!finding.has_result() && !finding.reason.empty()) text += below(finding.reason);
+    if (!finding.grounds.empty()) text += below(texts("from %1", grounds_text(finding, ", ", texts)));
+    if (!finding.missing.empty()) {
+        const std::string missing = joined(finding.missing, ", ");
+        text += below(english ? "missing: " + missing : texts("not known") + "：" + missing);
+    }
+    if (!finding.has_result() && !finding.reason.empty()) text += below(texts(finding.reason));
     return text;
 }
 
@@ -63,7 +71,7 @@ constexpr Advice advice_table[] = {
 };
 
 // What is missing anywhere, once each, and how it is given.
-std::string advice(const std::vector<Finding>& findings) {
+std::string advice(const std::vector<Finding>& findings, const Texts& texts) {
     constexpr int name_width = 16;
     std::vector<std::string> missing;
     for (const Finding& finding : findings)
@@ -75,11 +83,11 @@ std::string advice(const std::vector<Finding>& findings) {
                 wrapped(way, page_width - name_width - 2, std::string(name_width + 2, ' ')) + "\n";
     };
     for (const Advice& row : advice_table)
-        if (is_missing(row.missing)) add(row.missing, row.way);
+        if (is_missing(row.missing)) add(row.missing, texts(row.way));
     if (std::ranges::any_of(vertebra_point_names(), is_missing)) {
-        add("C3.., C4..", "points of the vertebrae: docs/case_format.md, \"Vertebrae\", shows where they lie");
+        add("C3.., C4..", texts("points of the vertebrae: docs/case_format.md, \"Vertebrae\", shows where they lie"));
     }
-    return text.empty() ? "" : "\nWhat is missing is given so:\n" + text;
+    return text.empty() ? "" : "\n" + texts("What is missing is given so:") + "\n" + text;
 }
 
 // Growth and stages in one list.
@@ -102,46 +110,48 @@ Json json_of(const std::optional<Number>& value) {
     return value ? Json(*value) : Json(nullptr);
 }
 
-Json json_of(const Finding& finding) {
+Json json_of(const Finding& finding, const Texts& texts) {
     Json from = Json::object();
     for (const Ground& ground : finding.grounds) {
         from[ground.name] = ground.number ? json_of(ground.number) : Json(ground.text);
     }
     Json json = {{"what", finding.what},
+                 {"label", what_of(finding, texts)},
                  {"stage", json_of(finding.stage)},
                  {"name", finding.stage ? Json(finding.name) : Json(nullptr)},
+                 {"name_label", finding.stage ? Json(stage_of(finding, texts)) : Json(nullptr)},
                  {"years", json_of(finding.years)},
                  {"from", from},
                  {"missing", finding.missing}};
-    if (!finding.has_result() && !finding.reason.empty()) json["reason"] = finding.reason;
+    if (!finding.has_result() && !finding.reason.empty()) json["reason"] = texts(finding.reason);
     return json;
 }
 
-Json json_of(const std::vector<Finding>& findings) {
+Json json_of(const std::vector<Finding>& findings, const Texts& texts) {
     Json list = Json::array();
-    for (const Finding& finding : findings) list.push_back(json_of(finding));
+    for (const Finding& finding : findings) list.push_back(json_of(finding, texts));
     return list;
 }
 
 }  // namespace
 
-std::string growth_table(const GrowthResult& result, bool colour) {
-    std::string text = case_heading(result.record, colour) + "\n" + painted("Growth", bold, colour) + "\n";
-    for (const Finding& finding : result.growth) text += shown(finding);
-    if (!result.stages.empty()) text += "\n" + painted("Stages of the analyses", bold, colour) + "\n";
-    for (const Finding& finding : result.stages) text += shown(finding);
-    if (has_bone_age_of_an_adult(result)) {
-        text += "\nThe bone age formula was made from children: in the grown-up it says nothing.\n";
-    }
-    return text + advice(all_findings(result));
+std::string growth_table(const GrowthResult& result, bool colour, const Texts& texts) {
+    const auto heading = [&](const char* words) { return "\n" + painted(texts(words), bold, colour) + "\n"; };
+    std::string text = case_heading(result.record, colour, texts) + heading("Growth");
+    for (const Finding& finding : result.growth) text += shown(finding, texts);
+    if (!result.stages.empty()) text += heading("Stages of the analyses");
+    for (const Finding& finding : result.stages) text += shown(finding, texts);
+    if (has_bone_age_of_an_adult(result))
+        text += "\n" + texts("The bone age formula was made from children: in the grown-up it says nothing.") + "\n";
+    return text + advice(all_findings(result), texts);
 }
 
-std::string growth_json(std::span<const GrowthResult> results) {
+std::string growth_json(std::span<const GrowthResult> results, const Texts& texts) {
     Json cases = Json::array();
     for (const GrowthResult& result : results) {
         Json json = case_facts(result.record);
-        json["growth"] = json_of(result.growth);
-        json["stages"] = json_of(result.stages);
+        json["growth"] = json_of(result.growth, texts);
+        json["stages"] = json_of(result.stages, texts);
         cases.push_back(json);
     }
     const Json document = {{"format", "cephtool-stages"}, {"version", 1}, {"cases", cases}};
@@ -149,14 +159,17 @@ std::string growth_json(std::span<const GrowthResult> results) {
     return document.dump(2, ' ', false, Json::error_handler_t::replace) + "\n";
 }
 
-std::string growth_csv(std::span<const GrowthResult> results) {
-    std::string text = "case,what,stage,name,years,from,missing,remarks\r\n";
+std::string growth_csv(std::span<const GrowthResult> results, const Texts& texts) {
+    const Texts english(Language::english);  // in columns that programs read
+    std::string text = "case,what,stage,name,years,from,missing,remarks,label,name_label\r\n";
     for (const GrowthResult& result : results) {
         for (const Finding& finding : all_findings(result)) {
             text += csv_field(printable(result.record.file)) + "," + csv_field(finding.what) + "," +
                     (finding.stage ? std::to_string(*finding.stage) + "," + csv_field(finding.name) : ",") + "," +
-                    (finding.years ? shortest(*finding.years) : "") + "," + csv_field(grounds_text(finding, "; ")) +
-                    "," + csv_field(joined(finding.missing, " ")) + "," + codes_of(result.record.remarks) + "\r\n";
+                    (finding.years ? shortest(*finding.years) : "") + "," +
+                    csv_field(grounds_text(finding, "; ", english)) + "," + csv_field(joined(finding.missing, " ")) +
+                    "," + codes_of(result.record.remarks) + "," + csv_field(what_of(finding, texts)) + "," +
+                    csv_field(finding.stage ? stage_of(finding, texts) : "") + "\r\n";
         }
     }
     return text;

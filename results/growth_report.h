@@ -7,6 +7,7 @@
 
 #include "cases/case.h"
 #include "results/finding.h"
+#include "results/texts.h"
 
 namespace cephtool {
 
@@ -17,12 +18,12 @@ struct GrowthResult {
 };
 
 // At most 80 columns wide, with a list of what is missing and how it is given. Ages have two decimals.
-std::string growth_table(const GrowthResult& result, bool colour);
+std::string growth_table(const GrowthResult& result, bool colour, const Texts& texts);
 
 // One document for all cases. Numbers have as many digits as give the same double again; what there is none of is null.
-std::string growth_json(std::span<const GrowthResult> results);
+std::string growth_json(std::span<const GrowthResult> results, const Texts& texts);
 
 // One row a finding, after RFC 4180 with line ends CR LF; what there is none of is empty.
-std::string growth_csv(std::span<const GrowthResult> results);
+std::string growth_csv(std::span<const GrowthResult> results, const Texts& texts);
 
 }  // namespace cephtool

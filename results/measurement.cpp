@@ -6,6 +6,7 @@
 #include "base/columns.h"
 #include "base/wording.h"
 #include "cases/case_record.h"
+#include "results/names.h"
 
 namespace cephtool {
 namespace {
@@ -16,16 +17,20 @@ std::vector<std::string> printable_all(const std::vector<std::string>& texts) {
     return all;
 }
 
-Measurement measurement(const tool::MeasuredItem& row) {
+Measurement measurement(const Analysis& analysis, const tool::MeasuredItem& row) {
     const tool::Item& item = *row.item;
+    const bool is_text = row.state == ResultState::text;
     return {.heading = item.heading,
             .name = printable(item.name),
+            .japanese = printable(item.japanese),
             .unit = item.unit,
             .column = item.column,
             .marked = item.marked,
             .sign = printable(item.sign),
             .value = row.value,
-            .text = row.state == ResultState::text ? printable(row.value_text) : "",
+            .text = is_text ? printable(row.value_text) : "",
+            .text_japanese = is_text ? printable(analysis.japanese(row.value_text)) : "",
+            .unverified = printable(item.unverified),
             .mean = row.mean,
             .sd = row.sd,
             .deviation = row.deviation,
@@ -77,7 +82,8 @@ Remark reason_of(ResultState state, const std::string (&degenerate)[2]) {
 std::string LeftOut::in_words(const Texts& texts) const {
     const std::string what =
         texts(items == 1 ? "%1: its one item can't be measured" : "%1: none of its %2 items can be measured",
-              short_name(*analysis), std::to_string(items));
+              texts.language() == Language::english ? short_name(*analysis) : title_of(*analysis, texts),
+              std::to_string(items));
     if (missing.empty()) return what;
     for (std::size_t named = missing.size();; --named) {
         std::string names = joined(std::span(missing).first(named), ", ");
@@ -113,22 +119,24 @@ std::vector<Remark> Measurement::error_remarks() const {
     return told;
 }
 
-CaseResult measured(Case record, std::span<const Analysis* const> analyses, std::optional<int> band, bool only_fruitful,
+CaseResult measured(Case record, std::span<const AnalysisFamily> analyses, std::optional<int> band, bool only_fruitful,
                     const tool::LandmarkErrors* errors) {
     CaseResult result{std::move(record), {}, {}};
     tool::Subject subject = subject_of(result.record);
     bool norms_differ = false;
-    for (const Analysis* analysis : analyses) {
+    for (const AnalysisFamily& family : analyses) {
+        const Analysis* const analysis = family.of(result.record.population);
         if (case_kind(*analysis) != result.record.kind) continue;
         NormBand norms = norm_band(*analysis, result.record, band);
         subject.band = norms.code;
         const tool::MeasuredAnalysis all = *tool::measure_all(*analysis, subject, tool::Shapes::left_out, errors);
         AnalysisResult found{analysis, std::move(norms), {}};
         for (const tool::MeasuredItem& row : all.items) {
-            Measurement& item = found.items.emplace_back(measurement(row));
-            if (!found.band.in_doubt) continue;
-            for (std::string* norm : {&item.mean_text, &item.sd_text})
-                if (!norm->empty()) *norm = "(" + *norm + ")";
+            Measurement& item = found.items.emplace_back(measurement(*analysis, row));
+            if (found.band.in_doubt)
+                for (std::string* norm : {&item.mean_text, &item.sd_text})
+                    if (!norm->empty()) *norm = "(" + *norm + ")";
+            if (!item.unverified.empty() && !item.mean_text.empty()) item.mean_text += unverified_mark;
         }
         if (only_fruitful && std::ranges::none_of(all.items, &tool::MeasuredItem::has_result)) {
             result.left_out.push_back(left_out(std::array<const AnalysisResult*, 1>{&found}));
@@ -140,6 +148,12 @@ CaseResult measured(Case record, std::span<const Analysis* const> analyses, std:
     if (norms_differ) result.record.remarks.push_back(norms_by_sex());
     if (errors) result.record.remarks.push_back(error_remark(result.record.kind, subject));
     return result;
+}
+
+CaseResult measured(Case record, std::span<const Analysis* const> analyses, std::optional<int> band, bool only_fruitful,
+                    const tool::LandmarkErrors* errors) {
+    return measured(std::move(record), std::vector<AnalysisFamily>(analyses.begin(), analyses.end()), band,
+                    only_fruitful, errors);
 }
 
 bool has_errors(const CaseResult& result) {
@@ -154,7 +168,7 @@ std::vector<std::string> signs_in_words(std::span<const Measurement> items, cons
         if (!item.value || item.sign.empty()) continue;
         auto meaning = std::ranges::find(meanings, item.sign, [](const auto& each) { return each.first; });
         if (meaning == meanings.end()) meaning = meanings.insert(meaning, {item.sign, {}});
-        meaning->second.push_back(item.name);
+        meaning->second.push_back(label_of(item, texts));
     }
     std::vector<std::string> lines;
     for (const auto& [sign, names] : meanings)

@@ -20,15 +20,18 @@ namespace cephtool {
 struct Measurement {
     bool heading = false;  // of the rows below it; then only the name counts
     std::string name;
-    std::string unit;  // "deg", "mm", "%", "SD" or ""
-    int column = 0;    // 0..2, the value column that the item's author wants
+    std::string japanese = {};  // what it is called in Japanese; "" when the file does not say
+    std::string unit;           // "deg", "mm", "%", "SD" or ""
+    int column = 0;             // 0..2, the value column that the item's author wants
     bool marked = false;
     std::string sign = {};  // what a positive value means, in English and in brackets in Japanese; "" when not told
     std::optional<double> value;
-    std::string text;  // the verdict of an item that has one in place of a value
+    std::string text;                // the verdict of an item that has one in place of a value
+    std::string text_japanese = {};  // that in Japanese, likewise
+    std::string unverified = {};     // why the norm is to be doubted, as `sign`; "" for one whose source was seen
     std::optional<double> mean, sd;
     std::optional<double> deviation;                                    // of the value from the mean, in SD
-    std::string value_text, mean_text, sd_text, deviation_text, stars;  // as ResultRow has them
+    std::string value_text, mean_text, sd_text, deviation_text, stars;  // as ResultRow has them, and marks on the mean
     std::vector<std::string> missing;       // landmarks that the value needs and the case lacks
     std::vector<std::string> norm_missing;  // the same for the norm
     Remark reason = {};                     // why there is no value, when no landmark is missing; without a text: none
@@ -69,9 +72,14 @@ struct CaseResult {
     std::vector<LeftOut> left_out;
 };
 
-// Measures the case by those of the analyses that are for its kind. `band` is the engine's norm column code; without it
-// the patient's stages choose the column. With `only_fruitful`, analyses of which no item can be computed go to
-// `left_out`. The analyses must outlive the result. With `errors` of landmarks values have errors.
+// Measures the case by those of the analyses that are for its kind, with norms of its population where there are any.
+// `band` is the engine's norm column code; without it the patient's stages choose the column. With `only_fruitful`,
+// analyses of which no item can be computed go to `left_out`. The analyses must outlive the result. With `errors` of
+// landmarks values have errors.
+CaseResult measured(Case record, std::span<const AnalysisFamily> analyses, std::optional<int> band, bool only_fruitful,
+                    const tool::LandmarkErrors* errors = nullptr);
+
+// By just these analyses, whatever the population.
 CaseResult measured(Case record, std::span<const Analysis* const> analyses, std::optional<int> band, bool only_fruitful,
                     const tool::LandmarkErrors* errors = nullptr);
 

@@ -1,5 +1,7 @@
 #include "results/texts.h"
 
+#include <Analysis.h>
+
 #include <algorithm>
 #include <array>
 
@@ -30,6 +32,36 @@ constexpr TextRow text_table[] = {
     {"Dental cast", "歯列模型"},
     {"File", "ファイル"},
     {"Growth", "成長段階"},
+    {"Stages of the analyses", "各分析の区分"},
+    {"years", "歳"},
+    {"not known", "不明"},
+    {"from %1", "根拠：%1"},
+    {"made from the corners", "隅の点から作成"},
+    {"coefficients", "係数"},
+    {"built in", "内蔵"},
+    {"bone age", "骨年齢"},
+    {"age", "年齢"},
+    {"dental stage", "歯齢"},
+    {"in none of its stages", "該当する区分がない"},
+    {"the folder of analyses has no stages in CalcForm/Ricketts.txt",
+     "分析フォルダーの CalcForm/Ricketts.txt に区分がない"},
+    {"the table has no stages for this sex", "この性別の区分がない"},
+    {"points lie on each other, so that a depth or a height is 0", "点が重なり、長さか高さが 0 となる"},
+    {"The bone age formula was made from children: in the grown-up it says nothing.",
+     "骨年齢の式は小児の資料によるもので、成人では意味を持たない。"},
+    {"What is missing is given so:", "不足している情報の指定方法："},
+    {"--sex m or --sex f, or \"sex\": \"female\" in the case", "--sex m または --sex f、症例では \"sex\": \"female\""},
+    {"\"birth\": \"2012-03-31\"; in a CSV # birth=2012-03-31",
+     "\"birth\": \"2012-03-31\"、CSV では # birth=2012-03-31"},
+    {"the day of the film: \"film\": \"2025-06-02\"; in a CSV # film=2025-06-02",
+     "撮影日：\"film\": \"2025-06-02\"、CSV では # film=2025-06-02"},
+    {"\"dental_stage\": \"IIIA\"; in a CSV # dental_stage=IIIA",
+     "\"dental_stage\": \"IIIA\"、CSV では # dental_stage=IIIA"},
+    {"points of the vertebrae: docs/case_format.md, \"Vertebrae\", shows where they lie",
+     "頸椎の点：位置は docs/case_format.md の Vertebrae にある"},
+    {"sex not given", "性別未入力"},
+    {"%1 mm a pixel", "1画素 %1 mm"},
+    {"The case has the landmarks of no item of any analysis.", "この症例の計測点で計測できる項目はない。"},
     {"Age", "年齢"},
     {"Hellman stage", "Hellmanの歯齢"},
     {"Ricketts stage", "Rickettsの段階"},
@@ -52,6 +84,7 @@ constexpr TextRow text_table[] = {
     {"Not possible: %1 missing", "作成不可：%1 がない"},
     {"Item", "計測項目"},
     {"Value", "計測値"},
+    {"Unit", "単位"},
     {"Mean", "平均値"},
     {"SD", "標準偏差"},
     {"in SD", "偏差"},
@@ -65,6 +98,17 @@ constexpr TextRow text_table[] = {
     {"%1 and %2 lie at one place", "%1 と %2 が同じ位置にある"},
     {"%1 and %2 are parallel", "%1 と %2 が平行"},
     {"Norms: %1", "標準値：%1"},
+    {"Population", "集団"},
+    {"† %1: %2", "† %1：%2"},
+    {"no norm", "標準値なし"},
+    {"men %1, women %2", "男性 %1、女性 %2"},
+    {"Norms of people of %1 to %2 years", "%1～%2歳の標準値"},
+    {"Norms of people of %1 years and older", "%1歳以上の標準値"},
+    {"%1. By --population: %2", "%1。--population で選べるもの：%2"},
+    {"With landmarks of your own: %1. docs/landmarks.md says where those of shipped files lie.",
+     "独自の計測点：%1。配布ファイルのものは docs/landmarks.ja.md にある。"},
+    {"Analysis", "分析"},
+    {"Items", "項目数"},
     {"age %1", "年齢 %1歳"},
     {"dental stage %1", "歯齢 %1"},
     {"sex", "性別"},
@@ -117,6 +161,12 @@ constexpr TextRow text_table[] = {
      "--mirror or --flip-y turns it round.",
      "フィルムが左右反転しているか、y の向きが形式と逆のため、角度や距離の符号が逆になっている。--mirror または --flip-y "
      "で反転して計測できる。"},
+    {"There are no norms of %&1 for this analysis; these are of %&2.",
+     "この分析には%&1の標準値がないため、%&2の標準値を示す。"},
+    {"There are no norms of %&1 for this analysis; its file does not say whose these are.",
+     "この分析には%&1の標準値がない。示した標準値の集団は記載されていない。"},
+    {"The population is that of --population, not that of the file.",
+     "集団はファイルの値ではなく --population の指定による。"},
     {"The sex is that of --sex, not that of the file.", "性別はファイルの値ではなく --sex の指定による。"},
     {"The scale is that of the command line, %1 mm a pixel, not the %2 of the file.",
      "縮尺は指定による1画素 %1 mm（ファイルでは %2 mm）。"},
@@ -220,23 +270,32 @@ std::string Texts::operator()(std::string_view english) const {
     return std::string(row == std::end(text_table) ? english : row->japanese);
 }
 
-// Behind "%*" stands a list of words that are texts of the table themselves.
+// Behind "%*" stands a list of words that are texts of the table themselves, behind "%&" the name of a population.
 std::string Texts::operator()(const Remark& remark) const {
     std::string text = (*this)(remark.text);
     std::vector<std::string> values = remark.values;
-    const std::size_t list = text.find("%*");
-    if (list == std::string::npos) return filled(text, values);
-    text.erase(list + 1, 1);
-    std::string& words = values.at(static_cast<std::size_t>(text.at(list + 1) - '1'));
+    for (const std::string_view kind : {"%*", "%&"})
+        for (std::size_t mark; (mark = text.find(kind)) != std::string::npos;) {
+            text.erase(mark + 1, 1);
+            std::string& words = values.at(static_cast<std::size_t>(text.at(mark + 1) - '1'));
+            words = kind == "%*" ? list_of(words) : chosen(words, tool::population_named(words).japanese);
+        }
+    return filled(text, values);
+}
+
+std::string Texts::list_of(std::string_view words) const {
     std::string all;
     for (std::size_t from = 0; from <= words.size();) {
         const std::size_t end = std::min(words.find(", ", from), words.size());
         if (from > 0) all += language_ == Language::english ? ", " : "、";
-        all += (*this)(std::string_view(words).substr(from, end - from));
+        all += (*this)(words.substr(from, end - from));
         from = end + 2;
     }
-    words = all;
-    return filled(text, values);
+    return all;
+}
+
+std::string Texts::chosen(const std::string& english, const std::string& japanese) const {
+    return language_ == Language::japanese && !japanese.empty() ? japanese : english;
 }
 
 std::string Texts::operator()(std::string_view english, const std::string& first, const std::string& second) const {

@@ -22,12 +22,16 @@ class Texts {
  public:
     explicit Texts(Language language) : language_(language) {}
 
+    Language language() const { return language_; }
+
     // The text whose English form is given; that itself when the table lacks it.
     std::string operator()(std::string_view english) const;
     // The text with "%1" and "%2" replaced.
     std::string operator()(std::string_view english, const std::string& first, const std::string& second = {}) const;
 
     std::string operator()(const Remark& remark) const;
+    // The Japanese text in Japanese, where there is one.
+    std::string chosen(const std::string& english, const std::string& japanese) const;
     // Of a text "English (Japanese)" the part of the language; one in a single language whole.
     std::string part(const std::string& both) const;
 
@@ -43,6 +47,9 @@ class Texts {
     std::vector<std::string> remarks(const std::vector<std::span<const Remark>>& films) const;
 
  private:
+    // "name, sex", each word in the language.
+    std::string list_of(std::string_view words) const;
+
     Language language_;
 };
 

@@ -16,6 +16,7 @@ void put_legend_into_japanese(Tracing& tracing, const Case& record) {
     tracing.facts = joined(facts, "、");
     tracing.mode = texts.part(tracing.mode);
     tracing.origin = texts(tracing.origin);
+    for (TracingValue& value : tracing.values) value.text = texts.chosen(value.text, value.japanese);
 }
 
 }  // namespace cephtool

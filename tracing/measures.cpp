@@ -9,6 +9,7 @@
 #include "base/suggestion.h"
 #include "base/wording.h"
 #include "cases/case_record.h"
+#include "results/names.h"
 
 namespace cephtool {
 namespace {
@@ -107,11 +108,15 @@ Position text_place(const std::vector<MeasuredShape>& shapes) {
     return {(from.x + to.x) / 2, (from.y + to.y) / 2};
 }
 
-std::string text_of(const tool::MeasuredItem& item) {
+std::string text_of(const tool::MeasuredItem& item, const Analysis& analysis, const Texts& texts) {
     const std::string& unit = item.item->unit;
     const bool with_unit = item.state == ResultState::value && !unit.empty();
     const std::string shown = unit == "deg" ? "°" : unit == "%" ? unit : " " + unit;
-    return printable(item.item->name) + " " + printable(item.value_text) + (with_unit ? shown : "");
+    const bool english = texts.language() == Language::english;
+    const std::string value = item.state != ResultState::text || english
+                                  ? item.value_text
+                                  : texts.chosen(texts.part(item.value_text), analysis.japanese(item.value_text));
+    return label_of(*item.item, texts) + " " + printable(value) + (with_unit ? shown : "");
 }
 
 }  // namespace
@@ -139,7 +144,8 @@ void add_measure(Tracing& tracing, const Case& record, std::span<const Analysis>
         for (const tool::Segment& segment : segments)
             tracing.lines.push_back({shown_name, position(segment.from), position(segment.to), colour, bold});
     }
-    tracing.values.push_back({text_of(item), text_place(item.shapes), colour, text_pt});
+    tracing.values.push_back({text_of(item, *wanted.analysis, Texts(Language::english)), text_place(item.shapes),
+                              colour, text_pt, text_of(item, *wanted.analysis, Texts(Language::japanese))});
 }
 
 }  // namespace cephtool

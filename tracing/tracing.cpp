@@ -6,6 +6,7 @@
 #include "base/numbers.h"
 #include "base/wording.h"
 #include "results/measurement.h"
+#include "results/names.h"
 #include "tracing/canvas.h"
 #include "tracing/cast_outlines.h"
 #include "tracing/landmark_finder.h"
@@ -43,8 +44,9 @@ std::string rounded_text(double value, tool::ModeDecimals decimals) {
     }
 }
 
-std::string item_text(const Measurement& item, tool::ModeDecimals decimals) {
-    return item.name + " " + (item.value ? rounded_text(*item.value, decimals) : item.text);
+std::string item_text(const Measurement& item, tool::ModeDecimals decimals, Language language) {
+    const Texts texts(language);
+    return label_of(item, texts) + " " + (item.value ? rounded_text(*item.value, decimals) : verdict_of(item, texts));
 }
 
 std::optional<Position> corner_at(const std::optional<tool::ModePlace>& place, double mm_per_pixel,
@@ -59,9 +61,7 @@ std::optional<Position> corner_at(const std::optional<tool::ModePlace>& place, d
 std::vector<TracingValue> shown_values(const Case& record, const DisplayMode& mode,
                                        const std::vector<Analysis>& analyses, LandmarkFinder& find) {
     if (mode.values.empty()) return {};
-    std::vector<const Analysis*> all;
-    for (const Analysis& analysis : analyses) all.push_back(&analysis);
-    const CaseResult result = measured(record, all, {}, true);
+    const CaseResult result = measured(record, families_of(analyses), {}, true);
     const auto item_named = [&](const std::string& name) -> const Measurement* {
         for (const AnalysisResult& analysis : result.analyses)
             for (const Measurement& item : analysis.items)
@@ -73,8 +73,8 @@ std::vector<TracingValue> shown_values(const Case& record, const DisplayMode& mo
         const Measurement* item = item_named(printable(value.item));
         const auto corner = corner_at(value.place, *record.mm_per_pixel, find);
         if (!item || !item->has_result() || !corner || value.size <= 0) continue;
-        values.push_back(
-            {item_text(*item, value.decimals), *corner, hex(value.colour), static_cast<double>(value.size)});
+        values.push_back({item_text(*item, value.decimals, Language::english), *corner, hex(value.colour),
+                          static_cast<double>(value.size), item_text(*item, value.decimals, Language::japanese)});
     }
     return values;
 }

@@ -20,7 +20,8 @@ struct TracingValue {
     std::string text;  // "SNA 82.0"
     Position corner;   // upper left
     std::string colour;
-    double size_pt = 0;  // height of the font at true size
+    double size_pt = 0;         // height of the font at true size
+    std::string japanese = {};  // the text
 };
 
 struct Tracing {

@@ -79,6 +79,7 @@ class Check {
             for (const int sex : {male, female}) has_norms_ |= has_norm(file_.find(item.name, Look::norms, sex).mean);
         }
         displayed_.insert(displayed_.end(), names_.begin(), names_.end());
+        displayed_.push_back(file_.title());
         for (const bool second : {false, true})
             for (const int sex : {male, female})
                 for_each_stage(file_.text(), sex, second,
@@ -290,7 +291,7 @@ class Check {
                             std::string_view value) {
         if (key == japanese_key) {
             if (std::ranges::find(displayed_, name) == displayed_.end())
-                findings_.fault(line, "there is no item, heading, stage or finding " + quoted(name) +
+                findings_.fault(line, "there is no title, item, heading, stage or finding " + quoted(name) +
                                           ", so its Japanese name is never read" +
                                           suggestion(meant_name(name, displayed_)));
             else if (is_blank(value))

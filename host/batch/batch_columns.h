@@ -28,18 +28,27 @@ struct BatchAnalysis {
     };
     std::vector<Item> items;  // those with a column: all but headings
 
+    // A sheet with norms of another population, for cases of which the first one is.
+    struct Variant {
+        const Analysis* analysis;
+        int sheet;               // in the set of its kind
+        std::vector<int> items;  // the index there of each of the items above; -1: the sheet lacks it
+    };
+    std::vector<Variant> variants = {};
+    bool tells_population = false;  // of its norms, in a column in front of those of its items
+
     const AnalysisSheet* sheet(Kind kind) const;
 };
 
 struct BatchColumns {
     std::vector<BatchAnalysis> analyses;
-    std::vector<SheetSet> sets;  // of each kind of case the sheets for it, in the order of the analyses
+    std::vector<SheetSet> sets;  // of each kind of case the sheets for it, in the order of the analyses; then variants
     std::vector<std::string> names;  // "Steiner:SNA" and, as `parts` has it, "…:mean", "…:sd", "…:deviation", "…:error"
     BatchParts parts;
 };
 
 // An analysis goes by its file's name without extension, those of other kinds than lateral behind the name of their
 // kind ("frontal:Ricketts:…"). A name that would be there twice gets a number: "… (2)".
-BatchColumns batch_columns(std::span<const Analysis* const> analyses, BatchParts parts);
+BatchColumns batch_columns(std::span<const AnalysisFamily> analyses, BatchParts parts);
 
 }  // namespace cephtool

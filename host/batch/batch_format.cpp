@@ -41,7 +41,7 @@ class Cells {
 }  // namespace
 
 BatchFormat::BatchFormat(ResultFormat format, const BatchColumns& columns) : format_(format), parts_(columns.parts) {
-    if (format == ResultFormat::csv) head_ = std::string(csv_start) + ",remarks";
+    if (format == ResultFormat::csv) head_ = std::string(csv_start) + ",remarks,population";
     for (const std::string& name : columns.names) {
         if (format == ResultFormat::csv) {
             head_ += "," + csv_field(name);
@@ -56,6 +56,7 @@ template <class Append>
 void BatchFormat::for_each_number(std::span<const BatchItem> items, Append append) const {
     for (const BatchItem& item : items) {
         append(item.value, item.text);
+        if (item.has_no_norms) continue;
         if (parts_.norms) {
             append(item.mean, {});
             append(item.sd, {});
@@ -78,7 +79,7 @@ void BatchFormat::append(std::string& lines, std::size_t number, const Case& rec
         lines += std::to_string(number);
         for (const std::string& text :
              {csv_field(file), csv_field(printable(record.name)), std::string(name_of(record.kind)), sex, months,
-              csv_field(notes), csv_field(remarks)})
+              csv_field(notes), csv_field(remarks), csv_field(printable(record.population))})
             lines.append(1, ',').append(text);
         Cells cells(lines);
         for_each_number(measured.items, [&](const std::optional<double>& value, std::string_view text) {
@@ -91,7 +92,8 @@ void BatchFormat::append(std::string& lines, std::size_t number, const Case& rec
     lines += number_mark() + std::to_string(number) + ",\"file\":" + quoted(file) + ",\"name\":" + quoted(record.name) +
              ",\"kind\":\"" + name_of(record.kind) + "\",\"sex\":" + (sex.empty() ? "null" : "\"" + sex + "\"") +
              ",\"age_months\":" + (months.empty() ? "null" : months) + ",\"notes\":" + quoted(notes) +
-             ",\"remarks\":" + quoted(remarks);
+             ",\"remarks\":" + quoted(remarks) +
+             ",\"population\":" + (record.population.empty() ? "null" : quoted(record.population));
     std::size_t key = 0;
     for_each_number(measured.items, [&](const std::optional<double>& value, std::string_view text) {
         lines += keys_[key++];

@@ -2,6 +2,8 @@
 
 #include <CodePage.h>
 
+#include <algorithm>
+
 #include "base/wording.h"
 #include "results/measurement.h"
 
@@ -16,24 +18,34 @@ constexpr std::size_t most_kept = 4096;
 // Of the analyses in their order, as far as they are for the case's kind.
 const std::vector<CaseMeasurer::Norms>& CaseMeasurer::norms_of(const Case& record, std::optional<int> months) {
     if (known_norms_.size() > most_kept) known_norms_.clear();
-    const Grown grown(record.kind, record.sex, months, record.dental_stage);
+    const Grown grown(record.kind, record.sex, months, record.dental_stage, record.population);
     if (const auto known = known_norms_.find(grown); known != known_norms_.end()) return known->second;
     std::vector<Norms> all;
     for (const BatchAnalysis& each : columns_.analyses) {
         Norms& norms = all.emplace_back();
         const Analysis* analysis = each.for_kind[static_cast<std::size_t>(record.kind)];
         if (!analysis) continue;
+        AnalysisFamily family(analysis);
+        for (const BatchAnalysis::Variant& variant : each.variants) family.variants.push_back(variant.analysis);
+        if (const Analysis* const chosen = family.of(record.population); chosen != analysis) {
+            norms.variant = &*std::ranges::find(each.variants, chosen, &BatchAnalysis::Variant::analysis);
+            analysis = chosen;
+        }
         const NormBand band = norm_band(*analysis, record, band_);
         norms.band = band.code;
+        if (band.population) norms.population = printable(band.population->name);
         for (const Remark& remark : band.remarks) norms.remarks.push_back(each.name + ":" + remark.code);
+        const auto unverified = [](const tool::Item& item) { return !item.unverified.empty(); };
+        if (std::ranges::any_of(analysis->items(), unverified))
+            norms.remarks.push_back(each.name + ":unverified_norms");
     }
     return known_norms_.emplace(grown, std::move(all)).first->second;
 }
 
 ResultNumbers CaseMeasurer::numbers(const BatchAnalysis::Item& item, int sheet, SheetMeasurer& sheets, Sex sex,
-                                    int band) {
+                                    int band, bool norms) {
     if (!item.has_formula) return {};
-    return ResultList::Numbers(sheets, sheet, item.index, static_cast<int>(sex), band, with_norms());
+    return ResultList::Numbers(sheets, sheet, item.index, static_cast<int>(sex), band, norms);
 }
 
 void CaseMeasurer::add_error(BatchItem& item, const SheetError& error) {
@@ -68,22 +80,30 @@ const MeasuredCase& CaseMeasurer::measure(const Case& record) {
     bool same_norms = true;
     for (std::size_t index = 0; index < columns_.analyses.size(); ++index) {
         const BatchAnalysis& analysis = columns_.analyses[index];
+        const Norms& norms = all_norms[index];
+        if (analysis.tells_population) all.emplace_back(BatchItem{.text = norms.population, .has_no_norms = true});
         const std::size_t first = all.size();
         all.resize(first + analysis.items.size());
         if (!analysis.sheet(record.kind)) continue;
-        const Norms& norms = all_norms[index];
         if (with_norms()) remarks.insert(remarks.end(), norms.remarks.begin(), norms.remarks.end());
-        const int sheet = static_cast<int>(index);
         for (std::size_t i = 0; i < analysis.items.size(); ++i) {
-            const BatchAnalysis::Item& wanted = analysis.items[i];
-            ResultNumbers found = numbers(wanted, sheet, *sheets, record.sex.value_or(Sex::male), norms.band);
+            // An item that the population's sheet lacks is measured by the first one, without norms.
+            const bool is_there = !norms.variant || norms.variant->items[i] >= 0;
+            const bool of_variant = norms.variant && is_there;
+            const int sheet = of_variant ? norms.variant->sheet : static_cast<int>(index);
+            BatchAnalysis::Item wanted = analysis.items[i];
+            if (of_variant) wanted.index = norms.variant->items[i];
+            const auto numbers_for = [&](Sex sex) {
+                return numbers(wanted, sheet, *sheets, sex, norms.band, with_norms() && is_there);
+            };
+            ResultNumbers found = numbers_for(record.sex.value_or(Sex::male));
             if (!record.sex) {
-                const ResultNumbers hers = numbers(wanted, sheet, *sheets, Sex::female, norms.band);
+                const ResultNumbers hers = numbers_for(Sex::female);
                 same_norms = same_norms && found.HasSameNorms(hers);
                 found = ResultList::Common(found, hers);
             }
             BatchItem& item = all[first + i];
-            item = {found.value, found.mean, found.sd, found.deviation, {}};
+            item = {.value = found.value, .mean = found.mean, .sd = found.sd, .deviation = found.deviation};
             if (errors_ && found.value) {
                 const int sex = static_cast<int>(record.sex.value_or(Sex::male));
                 add_error(item, sheets->Error(sheet, wanted.index, sex, norms.band));

@@ -16,10 +16,11 @@
 namespace cephtool {
 
 struct BatchItem {
-    std::optional<double> value, mean, sd, deviation;
-    std::string_view text;  // the verdict of an item that has one in place of a value
+    std::optional<double> value = {}, mean = {}, sd = {}, deviation = {};
+    std::string_view text = {};  // the verdict of an item that has one in place of a value
     std::optional<double> error = {}, deviation_error = {};
     std::string_view mostly = {};  // the landmark that the error is mostly owed to
+    bool has_no_norms = false;     // takes one column: whose norms an analysis has
 };
 
 struct MeasuredCase {
@@ -41,13 +42,16 @@ class CaseMeasurer {
  private:
     // Which norms of an analysis are a person's is found out once for all cases alike.
     struct Norms {
+        const BatchAnalysis::Variant* variant = nullptr;  // where another sheet has the norms
         int band = 0;
+        std::string population;
         std::vector<std::string> remarks;  // codes, behind the analysis' name
     };
 
     bool with_norms() const { return columns_.parts.norms || columns_.parts.deviations; }
     const std::vector<Norms>& norms_of(const Case& record, std::optional<int> months);
-    ResultNumbers numbers(const BatchAnalysis::Item& item, int sheet, SheetMeasurer& sheets, Sex sex, int band);
+    ResultNumbers numbers(const BatchAnalysis::Item& item, int sheet, SheetMeasurer& sheets, Sex sex, int band,
+                          bool norms);
     void add_error(BatchItem& item, const SheetError& error);
     std::string_view verdict(const CString& text);
 
@@ -57,8 +61,8 @@ class CaseMeasurer {
     MeasuredCase measured_;
     std::optional<SheetMeasurer> sheets_[std::size(all_kinds)];
 
-    // … months, dental stage
-    using Grown = std::tuple<Kind, std::optional<Sex>, std::optional<int>, std::string>;
+    // … months, dental stage, population
+    using Grown = std::tuple<Kind, std::optional<Sex>, std::optional<int>, std::string, std::string>;
     std::map<Grown, std::vector<Norms>> known_norms_;
     std::map<std::string, std::string, std::less<>> verdicts_;  // as people read them; the analyses have some hundreds
 };

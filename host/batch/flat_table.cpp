@@ -139,6 +139,11 @@ constexpr PlainSetting plain_settings[] = {
          record.dental_stage = value;
          return std::ranges::find(dental_stages, value) != std::end(dental_stages);
      }},
+    {"population",
+     [](std::string_view value, Case& record) {
+         record.population = tool::population_named(value).name;
+         return record.population == value && !has_control_character(value);
+     }},
     {"kind", [](std::string_view, Case&) { return true; }},  // is read before all others
     {"side",
      [](std::string_view value, Case& record) {

@@ -14,7 +14,7 @@
 namespace cephtool {
 namespace {
 
-constexpr ResultForms<CaseResult> forms{results_table, results_json, results_csv};
+constexpr ResultForms<CaseResult, Texts> forms{results_table, results_json, results_csv};
 
 }  // namespace
 
@@ -24,6 +24,7 @@ ExitCode run_analyze(const Command& command, const Arguments& arguments, Streams
     ResultFormat format{};
     std::optional<int> band;
     ErrorOption error;
+    Language language = Language::english;
     CommandLine line(command, "cephtool analyze lateral-average.json",
                      "cephtool analyze --format csv --sex f lateral-average.csv lateral-class2.json");
     line.add_argument("CASE", paths, "files with landmarks; - is standard input").required();
@@ -31,6 +32,7 @@ ExitCode run_analyze(const Command& command, const Arguments& arguments, Streams
     line.add_analysis_folder(folder);
     line.add_band(band);
     add_error_options(line, error);
+    line.add_language(language, "en or ja: of names and texts");
     CaseOptionFlags case_options(line);
     case_options.add_images(
         "the X-ray of the case (JPEG, PNG, TIFF,\nDICOM), asked for what it lacks; again for\nthe next case");
@@ -49,6 +51,9 @@ ExitCode run_analyze(const Command& command, const Arguments& arguments, Streams
     }
 
     const auto errors = landmark_errors(error, selection.folder(), streams.in);
+    selection.check_population(case_options.population());
+
+    const Texts texts(language);
     std::vector<CaseResult> results;
     LandmarkOutliers outliers(shipped_template(Kind::lateral));
     const auto measure = [&](const Source& source, Case record) {
@@ -63,14 +68,14 @@ ExitCode run_analyze(const Command& command, const Arguments& arguments, Streams
         if (format != ResultFormat::table || !output.empty()) say_remarks(result.record, streams);
         if (format == ResultFormat::csv) {
             for (const LeftOut& left : result.left_out)
-                streams.err << printable(result.record.file) << ": " << left.in_words(Texts(Language::english)) << "\n";
+                streams.err << printable(result.record.file) << ": " << left.in_words(texts) << "\n";
         }
         results.push_back(std::move(result));
     };
     const ExitCode code = for_each_case(paths, case_options, streams, measure);
     for (const auto& result : results) check_output(output, {image_file(result.record)});
     const bool to_terminal = output.empty() && streams.colour;
-    if (!results.empty()) write_result(forms.of(results, format, to_terminal), output, streams.out);
+    if (!results.empty()) write_result(forms.of(results, format, to_terminal, texts), output, streams.out);
     return code;
 }
 

@@ -55,7 +55,13 @@ ExitCode run_batch(const Command& command, const Arguments& arguments, Streams& 
     const auto asked = [&](const char* what) { return std::ranges::find(with, what) != with.end(); };
     error.wanted = asked("errors") || !error.file.empty();
     const auto errors = landmark_errors(error, selection.folder(), streams.in);
-    const BatchColumns columns = batch_columns(selection.chosen(), {asked("norms"), asked("deviations"), error.wanted});
+    const std::string population = case_options.population();
+    selection.check_population(population);
+    // One population for all cases names the columns by its own sheets.
+    std::vector<AnalysisFamily> analyses(selection.chosen().begin(), selection.chosen().end());
+    if (!population.empty())
+        for (AnalysisFamily& family : analyses) family = family.of(population);
+    const BatchColumns columns = batch_columns(analyses, {asked("norms"), asked("deviations"), error.wanted});
     const BatchFormat format(result_format, columns);
     BatchOutput table(output, format.head(), format.number_mark());
     table.check(paths);

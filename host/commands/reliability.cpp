@@ -112,9 +112,8 @@ ExitCode run_reliability(const Command& command, const Arguments& arguments, Str
     std::vector<std::string> paths[4], names;
     std::string folder, output, errors_path;
     ResultFormat format{};
-    CommandLine line(
-        command, "cephtool reliability readings-first.tps --second readings-second.tps",
-        "cephtool reliability readings-first.tps --second readings-second.tps -o s.csv");
+    CommandLine line(command, "cephtool reliability readings-first.tps --second readings-second.tps",
+                     "cephtool reliability readings-first.tps --second readings-second.tps -o s.csv");
     line.add_argument("FIRST", paths[0], "cases of the first reading: files or folders").required();
     line.add_list("--second", "CASE", paths[1], "the same films read again: the names of\nthe files are the same")
         .required();
@@ -139,7 +138,9 @@ ExitCode run_reliability(const Command& command, const Arguments& arguments, Str
     for (const auto& each : paths)
         if (!each.empty()) readings.push_back(read_all(each, case_options, streams));
     const std::vector<StudyFilm> films = films_of(readings, streams);
-    const Study study = studied(films, selection.chosen());
+    std::vector<const Analysis*> analyses;
+    for (const AnalysisFamily& family : selection.chosen()) analyses.push_back(family.of(case_options.population()));
+    const Study study = studied(films, analyses);
     if (!errors_path.empty()) {
         const std::string source =
             std::to_string(study.films) + " films, " + std::to_string(study.readings) + " readings";

@@ -40,7 +40,7 @@ void add_report_options(CommandLine& line, ReportOptions& options) {
     line.add_texts("--compare", "CASE", options.others, "the same patient at another time; again\nfor a third");
     line.add_analyses(options.analyses);
     add_error_options(line, options.error);
-    line.add_choice("--language", options.language, {"en", "ja"}, "en or ja: of the texts round the results");
+    line.add_language(options.language, "en or ja: of names and texts");
     line.add_analysis_folder(options.folder);
 }
 
@@ -57,6 +57,7 @@ std::vector<FilmResults> measured_films(const ReportOptions& options, const Case
     }
     std::vector<FilmResults> films;
     LandmarkOutliers outliers(shipped_template(Kind::lateral));
+    selection.check_population(case_options.population());
     case_options.check_images(paths.size());
     const auto errors = landmark_errors(options.error, selection.folder(), streams.in);
     for (const std::string& path : paths) {
@@ -72,6 +73,7 @@ std::vector<FilmResults> measured_films(const ReportOptions& options, const Case
             for (Remark& remark : other_patient(films.front().record(), record))
                 record.remarks.push_back(std::move(remark));
         }
+        if (!films.empty()) record.population = films.front().record().population;  // norms are those of one analysis
         for (const std::string& note : record.notes) streams.err << printable(path) << ": " << note << "\n";
         check_output(options.output, {image_file(record)});
         FilmResults film{

@@ -13,11 +13,12 @@
 namespace cephtool {
 
 struct ReportOptions {
-    std::string input, output, folder, language = "en";
+    std::string input, output, folder;
+    Language language = Language::english;
     std::vector<std::string> others, analyses;
     ErrorOption error;
 
-    Texts texts() const { return Texts(language == "ja" ? Language::japanese : Language::english); }
+    Texts texts() const { return Texts(language); }
 };
 
 // Of "--image".

@@ -14,10 +14,11 @@ namespace {
 
 GrowthResult growth_of(Case record, const Selection& selection) {
     GrowthResult result{{}, growth_findings(record, selection.folder()), {}};
-    for (const Analysis& analysis : selection.listed()) {
-        if (case_kind(analysis) != record.kind) continue;
+    for (const AnalysisFamily& family : selection.chosen()) {
+        const Analysis* const analysis = family.of(record.population);
+        if (case_kind(*analysis) != record.kind) continue;
         for (const StageSet set : {StageSet::first, StageSet::second}) {
-            Finding finding = stage_finding(analysis, set, record);
+            Finding finding = stage_finding(*analysis, set, record);
             const bool says_something = finding.stage || !finding.missing.empty();
             if (says_something) result.stages.push_back(std::move(finding));
         }
@@ -26,7 +27,7 @@ GrowthResult growth_of(Case record, const Selection& selection) {
     return result;
 }
 
-constexpr ResultForms<GrowthResult> forms{growth_table, growth_json, growth_csv};
+constexpr ResultForms<GrowthResult, Texts> forms{growth_table, growth_json, growth_csv};
 
 }  // namespace
 
@@ -34,10 +35,12 @@ ExitCode run_stage(const Command& command, const Arguments& arguments, Streams& 
     std::vector<std::string> paths;
     std::string folder, output;
     ResultFormat format{};
+    Language language = Language::english;
     CommandLine line(command, "cephtool stage lateral-class2.json",
                      "cephtool stage --format csv lateral-average.json lateral-class2.json");
     line.add_argument("CASE", paths, "files with landmarks; - is standard input").required();
     line.add_analysis_folder(folder);
+    line.add_language(language, "en or ja: of names and texts");
     CaseOptionFlags case_options(line);
     case_options.add_images(
         "the X-ray of the case (JPEG, PNG, TIFF,\nDICOM), asked for what it lacks; again for\nthe next case");
@@ -48,6 +51,7 @@ ExitCode run_stage(const Command& command, const Arguments& arguments, Streams& 
     check_output(output, paths);
     check_output(output, case_options.files());
     const Selection selection(folder, {}, streams, {FolderPart::analyses, FolderPart::bone_age});
+    selection.check_population(case_options.population());
 
     std::vector<GrowthResult> results;
     const ExitCode code = for_each_case(paths, case_options, streams, [&](const Source&, Case record) {
@@ -56,7 +60,7 @@ ExitCode run_stage(const Command& command, const Arguments& arguments, Streams& 
     });
     for (const auto& result : results) check_output(output, {image_file(result.record)});
     const bool to_terminal = output.empty() && streams.colour;
-    if (!results.empty()) write_result(forms.of(results, format, to_terminal), output, streams.out);
+    if (!results.empty()) write_result(forms.of(results, format, to_terminal, Texts(language)), output, streams.out);
     return code;
 }
 

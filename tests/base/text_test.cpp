@@ -41,6 +41,7 @@ TEST(WrappedText, BreaksAtBlanksOnly) {
     EXPECT_EQ(wrapped("missing: Or, Po", 10, "  "), "missing:\n  Or, Po");
     EXPECT_EQ(wrapped("one extraordinarily long word", 5, ""), "one\nextraordinarily\nlong\nword");
     EXPECT_EQ(wrapped("", 5, "  "), "");
+    EXPECT_EQ(wrapped("a 上顎の前方位。SNAも", 9, " "), "a 上顎の\n 前方位。\n SNAも");
     for (int width = 1; width < 20; ++width) {
         std::istringstream lines(wrapped("one two three  four", width, ""));
         for (std::string line; std::getline(lines, line);)

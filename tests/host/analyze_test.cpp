@@ -49,9 +49,10 @@ TEST_F(Clinic, EveryAnalysisOfTheKindThatYieldsAnythingIsMeasured) {
     const Outcome lateral = analyze({"film.csv"});
     EXPECT_EQ(lateral.code, ExitCode::done) << lateral.err;
     EXPECT_EQ(lateral.out,
-              "case,analysis,item,value,unit,mean,sd,deviation,missing,age_months,remarks\r\n"
-              "film.csv,Cranial base,S-N,10,mm,,,,,,norms_by_sex\r\n"
-              "film.csv,Sheet,Long,yes,,,,,,,norms_by_sex\r\n");
+              "case,analysis,item,value,unit,mean,sd,deviation,missing,age_months,remarks,group,label,population,"
+              "unverified\r\n"
+              "film.csv,Cranial base,S-N,10,mm,,,,,,norms_by_sex,,S-N,,\r\n"
+              "film.csv,Sheet,Long,yes,,,,,,,norms_by_sex,,Long,,\r\n");
     const std::string gone = std::filesystem::path("clinic/CalcForm/Gone.txt").make_preferred().string();
     EXPECT_THAT(lateral.err, HasSubstr("note: " + gone + " is listed, but can't be read"));
     EXPECT_THAT(analyze({"face.csv"}).out, HasSubstr("face.csv,Face,Width,10,mm"));
@@ -105,7 +106,7 @@ TEST_F(Clinic, AnalysesAreChosenByTitleFileNameOrPath) {
         EXPECT_THAT(one.out, HasSubstr("Cranial base,S-N,10")) << name;
         EXPECT_THAT(one.out, Not(HasSubstr("Sheet"))) << name;
     }
-    EXPECT_THAT(analyze({"--analysis", "lips", "film.csv"}).out, HasSubstr("Lips,Upper,,mm,,,,TUL SN,,\r\n"));
+    EXPECT_THAT(analyze({"--analysis", "lips", "film.csv"}).out, HasSubstr("Lips,Upper,,mm,,,,TUL SN,,,,Upper,,\r\n"));
     EXPECT_THAT(analyze({"--analysis", "base", "--analysis", "Sheet", "film.csv"}).out, HasSubstr("Sheet"));
 }
 

@@ -345,7 +345,7 @@ TEST(Batch, WhatIsRememberedOfOneStageIsNotTakenForAnother) {
     folder.add("a.csv", "# scale_mm_per_px=0.1\ndental_stage,S_x,S_y,N_x,N_y\nI,1,2,9,2\nVA,1,2,9,2\n");
     run({"batch", "a.csv", "--anaitem", "clinic", "--analysis", "Teeth", "--with", "norms", "-o", "out.csv"});
     EXPECT_THAT(bytes_of("out.csv"),
-                testing::EndsWith("norms_by_sex,0.8,5,,0.8,,\r\n2,a.csv,,lateral,,,,norms_by_sex,0.8,,,0.8,,\r\n"));
+                testing::EndsWith("norms_by_sex,,0.8,5,,0.8,,\r\n2,a.csv,,lateral,,,,norms_by_sex,,0.8,,,0.8,,\r\n"));
 }
 
 TEST(Batch, AFileOfOnesOwnIsOneSetOfColumnsForAllKinds) {

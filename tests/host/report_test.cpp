@@ -177,12 +177,12 @@ TEST_F(PrintedReport, AndEveryOtherOutputSaysHowItsNumbersAreToBeRead) {
         const char *of_film, *of_norms;  // and how the output says it
     } outputs[] = {
         {"o.txt", {"analyze"}, "the face looks left", "Norms that differ"},
-        {"o.csv", {"analyze", "--format", "csv"}, ",mirrored; norms_by_sex\r\n", ""},
+        {"o.csv", {"analyze", "--format", "csv"}, ",mirrored; norms_by_sex,", ""},
         {"o.json", {"analyze", "--format", "json"}, "\"code\": \"mirrored\"", "\"code\": \"norms_by_sex\""},
         {"b.csv", {"batch", "--with", "norms"}, ",mirrored; ", "; norms_by_sex,"},
         {"b.jsonl", {"batch", "--with", "norms"}, "\"remarks\":\"mirrored; ", "; norms_by_sex\""},
         {"s.txt", {"stage"}, "the face looks left", ""},
-        {"s.csv", {"stage", "--format", "csv"}, ",mirrored\r\n", ""},
+        {"s.csv", {"stage", "--format", "csv"}, ",mirrored,", ""},
         {"c.svg", {"chart"}, "the face looks left", "Norms that differ"},
         {"d.svg", {"chart", "--language", "ja"}, "左右反転している", "男女で異なる標準値は省いた"},
         {"t.svg", {"trace"}, "the face looks left", ""},

@@ -55,7 +55,7 @@ TEST(CervicalPoints, AreNamedInFormulasLikeLandmarks) {
     const Analysis analysis =
         *Analysis::from_text(tool::Kind::lateral, "V.txt",
                              "title:\nV\nCalc:\nFront=len([C3ua],[C3la])\nTilt=len([C3da],mid([C4ua],[C4up]))\n");
-    const Analysis* const analyses[] = {&analysis};
+    const AnalysisFamily analyses[] = {&analysis};
     const CaseResult result = measured(read("a.csv", std::string(film) + corners), analyses, {}, false);
     EXPECT_EQ(result.analyses[0].items[0].value, 10);
     EXPECT_THAT(result.analyses[0].items[1].missing, ElementsAre("C3da"));
@@ -182,8 +182,8 @@ TEST_F(GrowthClinic, NormsOfAnotherAgeAreMarkedOrLeftOut) {
           "Too long         – depends on growth\n"})
         EXPECT_THAT(twelve, HasSubstr(part));
     const std::string csv = with("analyze", "csv", {}, twelve_years).out;
-    EXPECT_THAT(csv, HasSubstr("Grown,S-N,10,mm,9,1,1,,144,outside_ages\r\n"));
-    EXPECT_THAT(csv, HasSubstr("School,Too long,,mm,,,,,144,outside_stages; differs_by_band\r\n"));
+    EXPECT_THAT(csv, HasSubstr("Grown,S-N,10,mm,9,1,1,,144,outside_ages,,S-N,,\r\n"));
+    EXPECT_THAT(csv, HasSubstr("School,Too long,,mm,,,,,144,outside_stages; differs_by_band,,Too long,,\r\n"));
     const auto json = nlohmann::json::parse(with("analyze", "json", {}, twelve_years).out)["cases"][0]["analyses"];
     EXPECT_EQ(json[0]["items"][0]["sign"], "longer");
     EXPECT_EQ(json[0]["remarks"][0]["code"], "outside_ages");
@@ -199,21 +199,21 @@ TEST_F(GrowthClinic, NormsOfAnotherAgeAreMarkedOrLeftOut) {
     const Outcome batch =
         run({"batch", "--anaitem", "clinic", "--with", "norms", "-o", "t.csv", "-"}, std::string(twelve_years) + film);
     EXPECT_THAT(host_test::bytes_of("t.csv"),
-                HasSubstr(",Grown:outside_ages; School:outside_stages,10,9,1,10,8,1,10,,,10,,,,,\r\n"))
+                HasSubstr(",Grown:outside_ages; School:outside_stages,,10,9,1,10,8,1,10,,,10,,,,,\r\n"))
         << batch.err;
 }
 
 TEST_F(GrowthClinic, EveryStageHasItsGroundsOrWhatIsMissing) {
     const std::string settings = std::string("# sex=f\n# dental_stage=IIIB\n") + twelve_years;
     EXPECT_EQ(with("stage", "csv", {}, settings).out,
-              "case,what,stage,name,years,from,missing,remarks\r\n"
-              "standard input,Age,,,12,birth 2001-05-14; film 2013-05-14,,\r\n"
-              "standard input,Hellman stage,4,IIIB,,,,\r\n"
-              "standard input,Ricketts stage,1,Woman,,age 12.00; sex female,,\r\n"
-              "standard input,Bone age,,,,,C3ua C3dp C3la C3lp C4ua C4up C4la C4lp,\r\n"
-              "standard input,By age,1,Woman,,age 12.00; sex female,,\r\n"
-              "standard input,By teeth,1,Mixed,,dental stage IIIB,,\r\n"
-              "standard input,\"By teeth, second set\",1,Tall,,age 12.00,,\r\n");
+              "case,what,stage,name,years,from,missing,remarks,label,name_label\r\n"
+              "standard input,Age,,,12,birth 2001-05-14; film 2013-05-14,,,Age,\r\n"
+              "standard input,Hellman stage,4,IIIB,,,,,Hellman stage,IIIB\r\n"
+              "standard input,Ricketts stage,1,Woman,,age 12.00; sex female,,,Ricketts stage,Woman\r\n"
+              "standard input,Bone age,,,,,C3ua C3dp C3la C3lp C4ua C4up C4la C4lp,,Bone age,\r\n"
+              "standard input,By age,1,Woman,,age 12.00; sex female,,,By age,Woman\r\n"
+              "standard input,By teeth,1,Mixed,,dental stage IIIB,,,By teeth,Mixed\r\n"
+              "standard input,\"By teeth, second set\",1,Tall,,age 12.00,,,\"By teeth, second set\",Tall\r\n");
     const std::string bare = with("stage", "table", {}, "").out;
     for (const char* line : {"missing: birth, film, sex\n", "\n  sex  ", "\n  birth  ", "\n  film  ",
                              "\n  dental_stage  ", "\n  C3.., C4..  "})

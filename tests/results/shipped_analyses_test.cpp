@@ -13,6 +13,7 @@
 #include <set>
 
 #include "host/host_test.h"
+#include "results/names.h"
 
 namespace cephtool {
 namespace {
@@ -207,6 +208,10 @@ TEST(ShippedAnalyses, EveryItemThatCanBeNegativeSaysWhatItsSignMeans) {
 
 TEST(ShippedAnalyses, EachNameHasOneJapaneseNameAndEachNormItsPopulation) {
     const tool::AnalysisFolder folder(ANALYSES);
+    const Texts japanese(Language::japanese);
+    const auto is_japanese = [](const std::string& text) {
+        return std::ranges::any_of(text, [](char c) { return (c & 0x80) != 0; });
+    };
     std::map<std::string, std::string> known;
     for (const tool::Kind kind : tool::all_kinds) {
         for (const tool::Analysis& analysis : folder.analyses(kind)) {
@@ -216,7 +221,19 @@ TEST(ShippedAnalyses, EachNameHasOneJapaneseNameAndEachNormItsPopulation) {
             for (const tool::Item& item : analysis.items()) {
                 EXPECT_NE(item.japanese, "") << file << ": " << item.name;
                 EXPECT_EQ(known.try_emplace(item.name, item.japanese).first->second, item.japanese) << item.name;
+                // The texts of findings.
+                const std::string& formula = item.formula;
+                std::size_t at = std::min(formula.find(';'), formula.size());
+                while ((at = formula.find('"', at)) != std::string::npos) {
+                    const std::size_t end = formula.find('"', at + 1);
+                    const std::string text = formula.substr(at + 1, end - at - 1);
+                    EXPECT_TRUE(
+                        is_japanese(verdict_of({.text = text, .text_japanese = analysis.japanese(text)}, japanese)))
+                        << file << ": " << text;
+                    at = end + 1;
+                }
             }
+            EXPECT_TRUE(is_japanese(title_of(analysis, japanese))) << file;
         }
     }
 }

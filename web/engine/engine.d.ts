@@ -107,8 +107,21 @@ export interface Engine {
   report(films: readonly ReportFilm[], analyses: readonly Analysis[], language: Language): SvgPage[];
   chart(films: readonly ReportFilm[], analyses: readonly Analysis[], language: Language): SvgPage;
   /** As `cephtool analyze --format csv` and json. Throws without a scale. */
-  resultsCsv(records: readonly Case[], analyses: readonly Analysis[]): string;
-  resultsJson(records: readonly Case[], analyses: readonly Analysis[]): string;
+  resultsCsv(records: readonly Case[], analyses: readonly Analysis[], language?: Language): string;
+  resultsJson(records: readonly Case[], analyses: readonly Analysis[], language?: Language): string;
+
+  /** In place of each analysis its variant with norms of the population, where it has one; as Case.population has it. Choose
+   * these for a session, and for reports and results. Where there is none, Session.norms has a remark. */
+  forPopulation(analyses: readonly Analysis[], population: string | undefined): Analysis[];
+  /** What somebody types: "japanese" and "日本人" are "Japanese". Unknown names are what they are. */
+  populationNamed(text: string): { name: string; label: InBoth };
+
+  /**
+   * A definition file (code page 932) of items of analyses of one kind, in their order: each has the value, norm and
+   * deviation that its own analysis gives. openFolder reads it. Throws when items do not go together: unlike kinds, norms
+   * by age here and by dental stage there.
+   */
+  compose(title: string, items: readonly { analysis: Analysis; item: Item }[]): Uint8Array;
 }
 
 /** `svg` has its size in millimetres. */
@@ -181,8 +194,11 @@ export interface AverageFace {
 export interface AnalysisFolder {
   /** Of the checker: nothing of the shipped folder. */
   readonly problems: readonly Problem[];
+  /** Without those that are variants of others for another population. */
   analyses(kind: Kind): readonly Analysis[];
   modes(kind: Kind): readonly DisplayMode[];
+  /** Those whose norms there are, by name. */
+  populations(kind: Kind): readonly Population[];
   /** Frees its memory; not for the shipped one. Sessions and analyses of it must not be used any more. */
   delete(): void;
 }
@@ -195,6 +211,12 @@ export interface Analysis {
   /** "Steiner": the file's name without extension. */
   readonly name: string;
   readonly title: string;
+  /** The title in a language. */
+  readonly label: InBoth;
+  /** Whose norms it has; null when its file does not say. */
+  readonly population: Population | null;
+  /** Sheets with norms of other populations for it: AnalysisFolder.analyses has not them, but Engine.forPopulation. */
+  readonly variants: readonly Analysis[];
   readonly comment: string;
   /** How old, in completed years, the people were that the norms were taken from. */
   readonly ages: { from: number; to: number | null } | null;
@@ -205,9 +227,25 @@ export interface Analysis {
   readonly landmarks: readonly string[];
 }
 
-export interface Item {
+export interface InBoth {
+  en: string;
+  ja: string;
+}
+
+export interface Population {
+  /** What Case.population holds. */
   readonly name: string;
-  /** Of the items below it; then only the name counts. */
+  readonly label: InBoth;
+  /** As the file has it: "Japanese adults". */
+  readonly words: InBoth;
+}
+
+export interface Item {
+  /** Of the file, the same in all languages. */
+  readonly name: string;
+  /** What it is called in a language. */
+  readonly label: InBoth;
+  /** Of the items below it, their group; then only name and label count. */
   readonly heading: boolean;
   readonly unit: "deg" | "mm" | "%" | "SD" | "";
   readonly formula: string;
@@ -216,7 +254,9 @@ export interface Item {
   /** To be set off from the others. */
   readonly marked: boolean;
   /** What a positive value means, "" when the file does not say. */
-  readonly sign: { en: string; ja: string };
+  readonly sign: InBoth;
+  /** Why the norm is to be doubted, nobody saw its source; "" for one that was seen. RowText.mean has a † then. */
+  readonly unverified: InBoth;
   readonly landmarks: readonly string[];
 }
 
@@ -242,6 +282,8 @@ export interface Case {
   film?: string;
   side?: "left" | "right";
   dental_stage?: DentalStage;
+  /** Whose norms count: a Population's name. */
+  population?: string;
   image?: string;
   /** At the patient. Without it no length is measured; the program wants it, or the film's header, when it reads. */
   mm_per_pixel?: number;
@@ -272,6 +314,8 @@ export interface ReadOptions {
   imageHeight?: number;
   mmPerPixel?: number;
   sex?: Sex;
+  /** As somebody types it. */
+  population?: string;
   /** Turns x (y) round, unless signs are seen to hold. */
   mirror?: boolean;
   flipY?: boolean;
@@ -382,7 +426,7 @@ export interface RowText {
   row: number;
   /** "82.3"; of a text item its verdict; "" without result. */
   value: string;
-  /** In brackets when the norms are of people who were not of the patient's age. */
+  /** In brackets when the norms are of people who were not of the patient's age; with a † behind when nobody saw its source. */
   mean: string;
   sd: string;
   /** "+2.43" */

@@ -54,9 +54,15 @@ class AnalysisFolder {
   constructor(raw, id) {
     this.#raw = raw;
     this.id = id;
-    const { problems, analyses, modes } = told(raw.folder(id));
+    const { problems, analyses, families, modes } = told(raw.folder(id));
     this.problems = problems;
-    this.#analyses = analyses;
+    const numbered = new Map(analyses.map((analysis) => [analysis.id, analysis]));
+    for (const analysis of analyses) analysis.variants = [];
+    this.#analyses = families.map(({ base, variants }) => {
+      const analysis = numbered.get(base);
+      analysis.variants = variants.map((variant) => numbered.get(variant));
+      return analysis;
+    });
     this.#modes = modes;
   }
 
@@ -66,6 +72,13 @@ class AnalysisFolder {
 
   modes(kind) {
     return this.#modes.filter((mode) => mode.kind === kind);
+  }
+
+  populations(kind) {
+    const all = this.analyses(kind).flatMap((analysis) => [analysis, ...analysis.variants]);
+    const named = new Map(all.map(({ population }) => [population?.name, population]));
+    named.delete(undefined);
+    return [...named.values()].sort((a, b) => (a.name < b.name ? -1 : 1));
   }
 
   delete() {
@@ -121,6 +134,21 @@ class Engine {
     return new Session(this.#raw, told(this.#raw.newSession(JSON.stringify(record))), this);
   }
 
+  forPopulation(analyses, population) {
+    const wanted = population?.toLowerCase();
+    const has = (analysis) => wanted && analysis.population?.name.toLowerCase() === wanted;
+    return analyses.map((analysis) => (has(analysis) ? analysis : analysis.variants.find(has) ?? analysis));
+  }
+
+  populationNamed(text) {
+    return told(this.#raw.populationNamed(text));
+  }
+
+  compose(title, items) {
+    const places = items.map(({ analysis, item }) => [analysis.id, analysis.items.indexOf(item)]);
+    return new Uint8Array(told(this.#raw.compose(title, JSON.stringify(places))));
+  }
+
   readDate(text) {
     return told(this.#raw.readDate(text));
   }
@@ -145,12 +173,12 @@ class Engine {
     return told(this.#raw.chart(filmsOf(films), idsOf(analyses), language));
   }
 
-  resultsCsv(records, analyses) {
-    return told(this.#raw.results(JSON.stringify(records), idsOf(analyses), "csv"));
+  resultsCsv(records, analyses, language = "en") {
+    return told(this.#raw.results(JSON.stringify(records), idsOf(analyses), "csv", language));
   }
 
-  resultsJson(records, analyses) {
-    return told(this.#raw.results(JSON.stringify(records), idsOf(analyses), "json"));
+  resultsJson(records, analyses, language = "en") {
+    return told(this.#raw.results(JSON.stringify(records), idsOf(analyses), "json", language));
   }
 }
 

@@ -15,6 +15,7 @@
 #include "base/wording.h"
 #include "cases/case_builder.h"
 #include "cases/case_names.h"
+#include "results/names.h"
 #include "web/engine/fault.h"
 
 namespace engine {
@@ -142,6 +143,20 @@ Json in_both(const std::string& text) {
     return {{"en", texts_in("en").part(text)}, {"ja", texts_in("ja").part(text)}};
 }
 
+Json label_of(const tool::Item& item) {
+    return {{"en", cephtool::label_of(item, texts_in("en"))}, {"ja", cephtool::label_of(item, texts_in("ja"))}};
+}
+
+Json population_of(const Analysis& analysis) {
+    const auto& population = analysis.population();
+    if (!population) return nullptr;
+    return {{"name", cephtool::printable(population->name)},
+            {"label", {{"en", population->name}, {"ja", population->japanese}}},
+            {"words",
+             {{"en", cephtool::in_words(*population, texts_in("en"))},
+              {"ja", cephtool::in_words(*population, texts_in("ja"))}}}};
+}
+
 Json json_of(const Analysis& analysis, int number) {
     const auto needed = needed_landmarks(analysis);
     Json items = Json::array();
@@ -151,27 +166,33 @@ Json json_of(const Analysis& analysis, int number) {
         for (const std::string& name : needed[i])
             if (std::ranges::find(landmarks, name) == landmarks.end()) landmarks.push_back(name);
         items.push_back({{"name", cephtool::printable(item.name)},
+                         {"label", label_of(item)},
                          {"heading", item.heading},
                          {"unit", item.unit},
                          {"formula", item.formula},
                          {"column", item.column},
                          {"marked", item.marked},
                          {"sign", in_both(cephtool::printable(item.sign))},
+                         {"unverified", in_both(cephtool::printable(item.unverified))},
                          {"landmarks", needed[i]}});
     }
     put_in_order(landmarks, cephtool::case_kind(analysis));
     const auto& ages = analysis.ages();
     const tool::Inputs& inputs = analysis.inputs();
-    return {{"id", number},
-            {"kind", cephtool::name_of(cephtool::case_kind(analysis))},
-            {"group", cephtool::kind_name(analysis)},
-            {"name", cephtool::short_name(analysis)},
-            {"title", cephtool::title_of(analysis)},
-            {"comment", cephtool::comment_of(analysis)},
-            {"ages", ages ? Json{{"from", ages->from}, {"to", ages->to ? Json(*ages->to) : Json(nullptr)}} : Json()},
-            {"wants", {{"sex", inputs.sex}, {"age", inputs.age}, {"dentalStage", inputs.dental_stage}}},
-            {"items", items},
-            {"landmarks", landmarks}};
+    return {
+        {"id", number},
+        {"kind", cephtool::name_of(cephtool::case_kind(analysis))},
+        {"group", cephtool::kind_name(analysis)},
+        {"name", cephtool::short_name(analysis)},
+        {"title", cephtool::title_of(analysis)},
+        {"label",
+         {{"en", cephtool::title_of(analysis, texts_in("en"))}, {"ja", cephtool::title_of(analysis, texts_in("ja"))}}},
+        {"population", population_of(analysis)},
+        {"comment", cephtool::comment_of(analysis)},
+        {"ages", ages ? Json{{"from", ages->from}, {"to", ages->to ? Json(*ages->to) : Json(nullptr)}} : Json()},
+        {"wants", {{"sex", inputs.sex}, {"age", inputs.age}, {"dentalStage", inputs.dental_stage}}},
+        {"items", items},
+        {"landmarks", landmarks}};
 }
 
 }  // namespace
@@ -222,8 +243,17 @@ void close_folder(int number) {
 Json description_of(int number) {
     const Folder& folder = folder_at(number);
     Json analyses = Json::array(), modes = Json::array();
+    const auto number_of = [&](const Analysis* analysis) {
+        return folder.analysis_numbers[static_cast<std::size_t>(analysis - folder.analyses.data())];
+    };
     for (std::size_t i = 0; i < folder.analyses.size(); ++i)
         analyses.push_back(json_of(folder.analyses[i], folder.analysis_numbers[i]));
+    Json families = Json::array();
+    for (const cephtool::AnalysisFamily& family : cephtool::families_of(folder.analyses)) {
+        Json variants = Json::array();
+        for (const Analysis* variant : family.variants) variants.push_back(number_of(variant));
+        families.push_back({{"base", number_of(family.base)}, {"variants", variants}});
+    }
     for (std::size_t i = 0; i < folder.modes.size(); ++i) {
         const cephtool::KindOfMode& mode = folder.modes[i];
         modes.push_back({{"id", folder.mode_numbers[i]},
@@ -231,7 +261,7 @@ Json description_of(int number) {
                          {"name", cephtool::short_name(*mode.mode)},
                          {"title", cephtool::title_of(*mode.mode)}});
     }
-    return {{"problems", folder.problems}, {"analyses", analyses}, {"modes", modes}};
+    return {{"problems", folder.problems}, {"analyses", analyses}, {"families", families}, {"modes", modes}};
 }
 
 const AnalysisFolder& folder_numbered(int number) {

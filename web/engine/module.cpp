@@ -1,5 +1,6 @@
 // What JavaScript calls. Everything but bytes and the numbers of a session goes as JSON; an answer that begins with "!"
 // is an error. engine.js makes engine.d.ts's face of it.
+#include <ComposedAnalysis.h>
 #include <emscripten/bind.h>
 #include <framework/system.h>
 
@@ -162,6 +163,7 @@ std::string read(const std::string& name, const std::string& bytes, const std::s
         if (given.contains("imageHeight")) options.image_height = given["imageHeight"].get<double>();
         if (given.contains("mmPerPixel")) options.mm_per_pixel = given["mmPerPixel"].get<double>();
         if (given.contains("sex")) options.sex = given["sex"] == "male" ? cephtool::Sex::male : cephtool::Sex::female;
+        options.population = tool::population_named(given.value("population", "")).name;
         options.mirror = given.value("mirror", false);
         options.flip_y = given.value("flipY", false);
         if (bytes.size() > cephtool::largest_input)
@@ -236,8 +238,10 @@ std::string chart(const val& films, const std::string& analyses, const std::stri
     return answer([&] { return chart_drawing(films_of(films), analyses_in(analyses), texts_in(language)); });
 }
 
-std::string results(const std::string& records, const std::string& analyses, const std::string& format) {
+std::string results(const std::string& records, const std::string& analyses, const std::string& format,
+                    const std::string& language) {
     return answer([&] {
+        const cephtool::Texts texts = texts_in(language);
         const auto chosen = analyses_in(analyses);
         std::vector<cephtool::CaseResult> all;
         for (Case& record : cases_of(records)) {
@@ -247,7 +251,26 @@ std::string results(const std::string& records, const std::string& analyses, con
             record.file = record.name;
             all.push_back(cephtool::measured(cephtool::turned_right(std::move(record), {}), chosen, {}, false));
         }
-        return Json(format == "csv" ? cephtool::results_csv(all) : cephtool::results_json(all));
+        return Json(format == "csv" ? cephtool::results_csv(all, texts) : cephtool::results_json(all, texts));
+    });
+}
+
+// The bytes of a definition file; `items` are pairs of an analysis and the place of an item in it.
+std::string compose(const std::string& title, const std::string& items) {
+    return answer([&] {
+        std::vector<tool::ComposedItem> wanted;
+        for (const Json& each : Json::parse(items))
+            wanted.push_back({&analysis_numbered(each[0].get<int>()), each[1].get<std::size_t>()});
+        const auto text = tool::compose(title, wanted);
+        if (!text) throw Error(ExitCode::bad_input, text.reason());
+        return Json(std::vector<unsigned char>(text->begin(), text->end()));
+    });
+}
+
+std::string population_named(const std::string& text) {
+    return answer([&] {
+        const tool::Population population = tool::population_named(text);
+        return Json{{"name", population.name}, {"label", {{"en", population.name}, {"ja", population.japanese}}}};
     });
 }
 
@@ -395,6 +418,8 @@ EMSCRIPTEN_BINDINGS(engine) {
     function("report", &report);
     function("chart", &chart);
     function("results", &results);
+    function("compose", &compose);
+    function("populationNamed", &population_named);
     function("newSession", &new_session);
     function("deleteSession", &delete_session);
     function("record", &record);

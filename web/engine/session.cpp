@@ -13,7 +13,7 @@
 #include "cases/case_record.h"
 #include "cases/mirror.h"
 #include "cases/vertebrae.h"
-#include "report/result_table.h"
+#include "results/names.h"
 #include "tracing/landmark_finder.h"
 #include "web/engine/drawings.h"
 #include "web/engine/fault.h"
@@ -238,6 +238,12 @@ std::vector<std::string> Session::missing(std::size_t row, SheetPart part) {
     return all;
 }
 
+std::string Session::verdict(std::size_t row, const CString& text, const cephtool::Texts& texts) const {
+    const std::string whole = shown(text);
+    const std::string& japanese = chosen_[rows_[row].analysis]->japanese(whole);
+    return texts.language() == cephtool::Language::english ? whole : texts.chosen(texts.part(whole), japanese);
+}
+
 Json Session::texts(const std::vector<int>& wanted, const cephtool::Texts& texts) {
     measure();
     Json list = Json::array();
@@ -245,10 +251,11 @@ Json Session::texts(const std::vector<int>& wanted, const cephtool::Texts& texts
         const tool::Item& item = item_of(row);
         const ResultNumbers& found = found_[row];
         tool::NumberTexts shown_texts = tool::number_texts(found, !item.unit.empty(), item.shows_norm);
-        if (found.state == ResultState::text) shown_texts.value = shown(found.text);
+        if (found.state == ResultState::text) shown_texts.value = verdict(row, found.text, texts);
         if (bands_[rows_[row].analysis].in_doubt)
             for (std::string* norm : {&shown_texts.mean, &shown_texts.sd})
                 if (!norm->empty()) *norm = "(" + *norm + ")";
+        if (!item.unverified.empty() && !shown_texts.mean.empty()) shown_texts.mean += cephtool::unverified_mark;
         std::vector<std::string> norm_missing;
         if (!item.formula.empty() && !found.norm_needs_band) {
             norm_missing = missing(row, SheetPart::mean);

@@ -57,6 +57,8 @@ class Session {
     cephtool::Case scaled_record(double mm_per_pixel) const;
 
  private:
+    // What a text item of the row found, as it is shown.
+    std::string verdict(std::size_t row, const CString& text, const cephtool::Texts& texts) const;
     struct Measurers {
         explicit Measurers(const SheetSet& set) : his(set), hers(set) {}
         SheetMeasurer his, hers;

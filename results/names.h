@@ -1,0 +1,34 @@
+// What outputs call analyses, their items and findings, and whose norms they say they have, in a language. A program
+// that reads outputs goes by the names of the files, which are the same in all languages.
+#pragma once
+
+#include <span>
+#include <string>
+#include <vector>
+
+#include "results/measurement.h"
+#include "results/texts.h"
+
+namespace cephtool {
+
+std::string title_of(const Analysis& analysis, const Texts& texts);
+std::string label_of(const Measurement& item, const Texts& texts);
+std::string label_of(const tool::Item& item, const Texts& texts);
+// The text of an item that has one in place of a value.
+std::string verdict_of(const Measurement& item, const Texts& texts);
+// Of a finding: what it is about, and the stage that it found.
+std::string what_of(const Finding& finding, const Texts& texts);
+std::string stage_of(const Finding& finding, const Texts& texts);
+
+// "Japanese adults"
+std::string in_words(const tool::Population& population, const Texts& texts);
+// Whose norms count, and of which stages: "Norms: Japanese adults; mixed dentition (age 9.5)". "" when nothing is
+// known.
+std::string norms_in_words(const NormBand& band, const Texts& texts);
+
+// What stands behind a norm whose source nobody saw, and below the table why, each reason with its items:
+// "† textbook figure, not seen in print: SNA; SNB".
+inline constexpr const char* unverified_mark = "†";
+std::vector<std::string> unverified_in_words(std::span<const Measurement> items, const Texts& texts);
+
+}  // namespace cephtool
