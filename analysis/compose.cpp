@@ -1,6 +1,5 @@
 #include <algorithm>
 #include <array>
-#include <charconv>
 #include <map>
 #include <set>
 
@@ -10,6 +9,7 @@
 #include "analysis/item_text.h"
 #include "analysis/landmark_names.h"
 #include "analysis/sheet_body.h"
+#include "platform/char_conversion.h"
 #include "platform/code_page.h"
 #include "platform/text.h"
 #include "util/key_value.h"
@@ -43,7 +43,7 @@ std::string cp932(std::string_view utf8) {
 
 std::string number_text(double number) {
     char text[32];
-    return {text, std::to_chars(text, std::end(text), number).ptr};
+    return {text, to_chars(text, std::end(text), number).ptr};
 }
 
 struct StagePlace {
@@ -298,7 +298,8 @@ class Composer {
         for (auto border = borders.begin(); border != borders.end() && std::next(border) != borders.end(); ++border) {
             const auto places = places_at(*border);
             const bool is_beyond = !by_age_ && *border >= static_cast<double>(std::size(dental_stages));
-            if (is_beyond || std::ranges::none_of(places, &std::optional<int>::has_value)) continue;
+            if (is_beyond || std::ranges::none_of(places, [](const auto& place) { return place.has_value(); }))
+                continue;
             const bool goes_on =
                 !stages_.empty() && stages_.back().to == *border && places_at(stages_.back().from) == places;
             if (goes_on)

@@ -87,8 +87,9 @@ constexpr auto adjacent_find(auto&& range, Equal equal = {}, Projection projecti
         return std::invoke(equal, std::invoke(projection, a), std::invoke(projection, b));
     });
 }
-constexpr bool equal(auto&& a, auto&& b) {
-    return std::equal(std::begin(a), std::end(a), std::begin(b), std::end(b));
+template <class Equal = std::equal_to<>>
+constexpr bool equal(auto&& a, auto&& b, Equal equal = {}) {
+    return std::equal(std::begin(a), std::end(a), std::begin(b), std::end(b), equal);
 }
 constexpr auto move(auto&& range, auto to) {
     return std::move(std::begin(range), std::end(range), to);
