@@ -1,13 +1,13 @@
 import { earlier } from "../view/tracings.ts";
 import { record } from "../state/desk.ts";
-import { words } from "../words/words.ts";
+import { language, words } from "../words/words.ts";
 import { type AnalysisChanges, changes } from "./changes.ts";
 
 function Table({ analysis, changes: all }: AnalysisChanges) {
   const t = words.value;
   return (
     <table>
-      <caption>{analysis.title}</caption>
+      <caption>{analysis.label[language.value]}</caption>
       <thead>
         <tr>
           <th scope="col">{t.item}</th>
@@ -20,7 +20,7 @@ function Table({ analysis, changes: all }: AnalysisChanges) {
       <tbody>
         {all.map(({ item, before, now, change }, index) => (
           <tr key={index} class={item.marked ? "marked" : ""}>
-            <th scope="row">{item.name}</th>
+            <th scope="row">{item.label[language.value]}</th>
             <td>{before || "–"}</td>
             <td>{now || "–"}</td>
             <td>{change}</td>

@@ -3,7 +3,7 @@ import type { Case, CaseFormat } from "../../engine/engine.js";
 import { chosenAnalyses, engine, film, filmFile, record, work } from "../state/desk.ts";
 import { constructed, session } from "../state/measuring.ts";
 import { tracingOptions } from "../view/tracings.ts";
-import { say, sayError, sayNothing, words } from "../words/words.ts";
+import { language, say, sayError, sayNothing, words } from "../words/words.ts";
 import { download } from "./download.ts";
 import { turnedPicture } from "./turned_picture.ts";
 
@@ -42,7 +42,7 @@ export function saveResults(format: "csv" | "json"): void {
   try {
     const analyses = chosenAnalyses.peek();
     const ready = engine.peek()!;
-    const text = format === "csv" ? ready.resultsCsv([caseToSave()], analyses) : ready.resultsJson([caseToSave()], analyses);
+    const text = format === "csv" ? ready.resultsCsv([caseToSave()], analyses, language.peek()) : ready.resultsJson([caseToSave()], analyses, language.peek());
     download(text, `${baseName()}.results.${format}`, format === "csv" ? "text/csv" : "application/json");
   } catch (error) {
     sayError(error);

@@ -7,6 +7,7 @@ import { errorWords, language, words } from "../words/words.ts";
 import { DateField } from "./date_field.tsx";
 import { Growth } from "./growth.tsx";
 import { KindChoice } from "./kind_choice.tsx";
+import { PopulationChoice } from "./population_choice.tsx";
 
 /** Kept apart from where landmarks lie, so that a drag does not build the form anew. */
 const facts = computed(() => {
@@ -32,7 +33,6 @@ const age = computed(() => {
 export function PatientPanel() {
   const t = words.value;
   const now = patient.value;
-  
   return (
     <div class="patient">
       <h2>{t.patientTitle}</h2>
@@ -62,6 +62,7 @@ export function PatientPanel() {
           options={[["", t.notKnown], ...(engine.value?.dentalStages ?? []).map((stage) => [stage, stage] as const)]}
           onChange={(dental_stage) => change({ dental_stage })}
         />
+        <PopulationChoice />
       </div>
       {age.value.text && <p>{t.ageIs(age.value.text)}</p>}
       {age.value.error && <p class="remark warning">{age.value.error}</p>}

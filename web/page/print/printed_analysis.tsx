@@ -1,10 +1,11 @@
 import type { Remark, Row, RowText } from "../../engine/engine.js";
-import { words } from "../words/words.ts";
+import { language, words } from "../words/words.ts";
 
 interface Props {
   title: string;
   norms: string;
   remarks: readonly Remark[];
+  daggers: readonly string[];
   rows: readonly { readonly row: Row; readonly text: RowText }[];
 }
 
@@ -24,7 +25,7 @@ function Deviation({ text }: { text: RowText }) {
   );
 }
 
-export function PrintedAnalysis({ title, norms, remarks, rows }: Props) {
+export function PrintedAnalysis({ title, norms, remarks, daggers, rows }: Props) {
   const t = words.value;
   return (
     <section class="print-analysis">
@@ -46,10 +47,10 @@ export function PrintedAnalysis({ title, norms, remarks, rows }: Props) {
         <tbody>
           {rows.map(({ row, text }) =>
             row.item.heading ? (
-              <tr key={text.row}><th colSpan={7}>{row.item.name}</th></tr>
+              <tr key={text.row}><th colSpan={7}>{row.item.label[language.value]}</th></tr>
             ) : (
               <tr key={text.row} class={row.item.marked ? "marked" : ""}>
-                <td>{row.item.name}</td>
+                <td>{row.item.label[language.value]}</td>
                 <td>{text.value || (text.missing.length > 0 ? "–" : text.reason)}</td>
                 <td>{row.item.unit === "deg" ? "°" : row.item.unit}</td>
                 <td>{text.mean}</td>
@@ -61,6 +62,7 @@ export function PrintedAnalysis({ title, norms, remarks, rows }: Props) {
           )}
         </tbody>
       </table>
+      {daggers.map((dagger) => <p key={dagger} class="quiet">{dagger}</p>)}
     </section>
   );
 }

@@ -1,6 +1,8 @@
 import { scaleWords } from "../calibrate/scale_panel.tsx";
 import { ChangesTable } from "../compare/changes_table.tsx";
 import { chosenAnalyses, engine, record } from "../state/desk.ts";
+import { populationLabel } from "../patient/population_choice.tsx";
+import { daggersOf } from "../results/daggers.ts";
 import { rows, session } from "../state/measuring.ts";
 import { earlier, registration, tracingOptions } from "../view/tracings.ts";
 import { language, words } from "../words/words.ts";
@@ -18,13 +20,14 @@ function dateWords(date: string): string {
 
 function Facts() {
   const t = words.value;
-  const { name, sex, birth, film, mm_per_pixel, kind } = record.value;
+  const { name, sex, birth, film, mm_per_pixel, kind, population } = record.value;
   const facts: readonly (readonly [string, string | undefined])[] = [
     [t.name, name],
     [t.sex, sex && t[sex]],
     [t.birth, birth && dateWords(birth)],
     [t.filmDate, film && dateWords(film)],
     [t.kind, t.kinds[kind]],
+    [t.population, populationLabel(population)],
     [t.scaleTitle, mm_per_pixel === undefined ? t.noScale : scaleWords(mm_per_pixel)],
   ];
   const growth = session.value?.growth(language.value).filter(({ result }) => result !== "") ?? [];
@@ -70,13 +73,14 @@ export function PrintedReport() {
       {fruitful.map((analysis) => (
         <PrintedAnalysis
           key={analysis.id}
-          title={analysis.title}
+          title={analysis.label[language.value]}
           norms={norms.get(analysis.id)?.words ?? ""}
           remarks={norms.get(analysis.id)?.remarks ?? []}
+          daggers={daggersOf(analysis)}
           rows={ofAnalysis(analysis.id).map((row) => ({ row: rows.value[row]!, text: texts[row]! }))}
         />
       ))}
-      {others.length > 0 && <p class="quiet">{t.notMeasured(others.map(({ title }) => title).join(", "))}</p>}
+      {others.length > 0 && <p class="quiet">{t.notMeasured(others.map(({ label }) => label[language.value]).join(", "))}</p>}
       <p class="quiet">{t.noDiagnosis}</p>
       <ChangesTable />
       {laidOver && earlier.value && (

@@ -3,7 +3,7 @@ import { analysesOfKind, chosenNames, history } from "../state/desk.ts";
 import { choosing } from "../state/work.ts";
 import { KindChoice } from "../patient/kind_choice.tsx";
 import { beginGuide } from "../place/guide.ts";
-import { words } from "../words/words.ts";
+import { language, words } from "../words/words.ts";
 
 function choose(names: readonly string[]): void {
   history.change((now) => choosing(now, names));
@@ -21,7 +21,7 @@ function Choice({ analysis }: { analysis: Analysis }) {
           choose(event.currentTarget.checked ? [...chosen, analysis.name] : chosen.filter((name) => name !== analysis.name))
         }
       />
-      <span>{analysis.title}</span>
+      <span>{analysis.label[language.value]}</span>
       <small>{analysis.landmarks.length}</small>
     </label>
   );

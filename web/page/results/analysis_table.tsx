@@ -1,7 +1,8 @@
 import { useSignal, useSignalEffect } from "@preact/signals";
 import { useEffect, useRef } from "preact/hooks";
 import type { Analysis, Remark, Row } from "../../engine/engine.js";
-import { words } from "../words/words.ts";
+import { daggersOf } from "./daggers.ts";
+import { language, words } from "../words/words.ts";
 import { Polygon, rowHeight } from "./polygon.tsx";
 import { ResultRow } from "./result_row.tsx";
 import { cells, setSeen } from "./row_cells.ts";
@@ -41,9 +42,10 @@ export function AnalysisTable({ analysis, rows, first, end, norms, remarks }: Pr
   const firstItem = rows.findIndex((row, index) => index >= first && !row.item.heading);
   return (
     <section ref={element} class="analysis" aria-labelledby={`analysis-${analysis.id}`} style={{ "--rows": end - first, "--row-height": `${rowHeight}px` }}>
-      <h2 id={`analysis-${analysis.id}`} class="small" title={analysis.comment}>{analysis.title}</h2>
+      <h2 id={`analysis-${analysis.id}`} class="small" title={analysis.comment}>{analysis.label[language.value]}</h2>
       {norms && <p class="quiet">{norms}</p>}
       {remarks.map((remark) => <p key={remark.code} class="remark">{remark.message}</p>)}
+      {daggersOf(analysis).map((dagger) => <p key={dagger} class="quiet">{dagger}</p>)}
       <div class="table" role="table" aria-labelledby={`analysis-${analysis.id}`} onKeyDown={walk}>
         <div class="row head" role="row">
           <span role="columnheader">{t.item}</span>

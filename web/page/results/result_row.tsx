@@ -3,6 +3,7 @@ import { useMemo } from "preact/hooks";
 import type { Row } from "../../engine/engine.js";
 import { shownRow } from "../state/desk.ts";
 import { language } from "../words/words.ts";
+import { isComposing, isTicked, tick } from "./composing.ts";
 import type { RowCells } from "./row_cells.ts";
 
 const unitWords: Record<string, string> = { deg: "°", mm: "mm", "%": "%", SD: "SD", "": "" };
@@ -24,21 +25,24 @@ export function ResultRow({ index, row, cells, isStop }: Props) {
   if (item.heading) {
     return (
       <div class="row heading" role="row">
-        <span role="columnheader" aria-colspan={6}>{item.name}</span>
+        <span role="columnheader" aria-colspan={6}>{item.label[language.value]}</span>
       </div>
     );
   }
   return (
     <div class={rowClass} role="row" onMouseEnter={() => (shownRow.value = index)} onMouseLeave={() => (shownRow.value = null)}>
       <span class="name" role="rowheader">
+        {isComposing.value && (
+          <input type="checkbox" checked={isTicked(item)} aria-label={item.label[language.value]} onChange={(event) => tick(item, event.currentTarget.checked)} />
+        )}
         <button
           type="button"
           tabIndex={isStop ? 0 : -1}
-          title={[item.name, item.formula, item.sign[language.value]].filter(Boolean).join("\n+ ")}
+          title={[item.label[language.value], item.formula, item.sign[language.value]].filter(Boolean).join("\n+ ")}
           onFocus={() => (shownRow.value = index)}
           onBlur={() => (shownRow.value = null)}
         >
-          {item.name}
+          {item.label[language.value]}
         </button>
       </span>
       <span class="value" role="cell">{cells.value}</span>

@@ -5,6 +5,7 @@ import { language, words } from "../words/words.ts";
 import { GuideCard } from "../place/guide_card.tsx";
 import { AnalysisPicker } from "./analysis_picker.tsx";
 import { AnalysisTable } from "./analysis_table.tsx";
+import { Composer } from "./composer.tsx";
 import { Remarks } from "./remarks.tsx";
 
 interface Part {
@@ -23,8 +24,8 @@ const parts = computed(() => {
 
 /** In words, which change with the patient, not with where a landmark lies. */
 const facts = computed(() => {
-  const { sex, birth, film, dental_stage } = record.value;
-  return `${sex} ${birth} ${film} ${dental_stage} ${language.value} ${placedNames.value.size > 0}`;
+  const { sex, birth, film, dental_stage, population } = record.value;
+  return `${sex} ${birth} ${film} ${dental_stage} ${population} ${language.value} ${placedNames.value.size > 0}`;
 });
 const norms = computed(() => {
   void facts.value;
@@ -39,6 +40,7 @@ export function ResultsPanel() {
     <div class="results">
       <GuideCard brief />
       <AnalysisPicker />
+      <Composer />
       <Remarks />
       {chosen.length === 0 && <p class="quiet">{words.value.chooseFirst}</p>}
       {chosen.map((analysis) => {

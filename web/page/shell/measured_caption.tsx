@@ -12,7 +12,7 @@ export function MeasuredCaption() {
   const sign = row.item.sign[language.value];
   return (
     <p class="measured-caption">
-      <b>{row.item.name}</b> {cell.value} {row.item.unit === "deg" ? "°" : row.item.unit} {cell.note}
+      <b>{row.item.label[language.value]}</b> {cell.value} {row.item.unit === "deg" ? "°" : row.item.unit} {cell.note}
       <code>{row.item.formula}</code>
       {sign && <span>+ {sign}</span>}
     </p>

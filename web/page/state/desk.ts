@@ -27,9 +27,12 @@ export const chosenNames = computed(() => work.value.analyses);
 export const skippedNames = computed(() => work.value.skipped);
 export const orientation = computed(() => work.value.orientation);
 export const scaleOrigin = computed(() => work.value.scale);
+/** Whose norms count; undefined: those that each analysis has. */
+export const population = computed(() => record.value.population);
 export const chosenAnalyses = computed<readonly Analysis[]>(() => {
   const names = chosenNames.value;
-  return analysesOfKind.value.filter((analysis) => names.includes(analysis.name));
+  const chosen = analysesOfKind.value.filter((analysis) => names.includes(analysis.name));
+  return engine.value?.forPopulation(chosen, population.value) ?? chosen;
 });
 
 export const landmarkTable = computed<readonly LandmarkInfo[]>(() => engine.value?.landmarks(kind.value) ?? []);

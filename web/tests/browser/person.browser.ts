@@ -62,7 +62,7 @@ interface Results {
 /** The page's numbers of all its analyses that the program gives for the case, too: equal to the last digit. */
 async function sameAsProgram(one: Person, saved: string): Promise<void> {
   const ours = JSON.parse(await one.saved("JSON .json")) as Results;
-  const output = execFileSync(cephtool, ["analyze", saved, "--format", "json"], { maxBuffer: 1 << 26, stdio: ["ignore", "pipe", "ignore"] });
+  const output = execFileSync(cephtool, ["analyze", saved, "--format", "json", "--language", one.language], { maxBuffer: 1 << 26, stdio: ["ignore", "pipe", "ignore"] });
   const theirs = JSON.parse(output.toString()) as Results;
   const title = new Map(ours.cases[0]?.analyses.map((analysis) => [analysis.title, analysis]));
   const common = theirs.cases[0]?.analyses.filter((analysis) => title.has(analysis.title)) ?? [];
@@ -153,6 +153,35 @@ describe("from a film to a report", () => {
     expect(Object.keys(saved.user ?? {}).length).toBeGreaterThan(30);
     writeFileSync(file("own.json"), JSON.stringify(saved));
     await sameAsProgram(one, file("own.json"));
+  });
+
+  test("norms of a population, Japanese names, and a sheet of one's own that the program takes", async () => {
+    const one = await person("ja");
+    await one.open(join(project, "examples/samples/lateral-class2.json"));
+    const names = [...(await one.values()).keys()].map((name) => name.replace(/^\d+ /, ""));
+    expect(names.length).toBeGreaterThan(20);
+    expect(names.filter((name) => /[a-z]{4}/.test(name) && !/[\u3040-\u30ff\u4e00-\u9fff]/.test(name))).toEqual([]);
+    await one.panel("patient");
+    await one.page.getByLabel(one.words.population).selectOption("Japanese");
+    await one.panel("results");
+    const downs = one.page.locator(".analysis", { hasText: "Downs" }).first();
+    await expect.poll(() => downs.textContent()).toContain("日本人");
+    const saved = await one.case();
+    expect(saved.population).toBe("Japanese");
+    writeFileSync(file("japanese.json"), JSON.stringify(saved));
+    await sameAsProgram(one, file("japanese.json"));
+    await one.page.locator("summary", { hasText: one.words.ownSheet }).click();
+    for (const place of [0, 2]) await downs.getByRole("checkbox").nth(place).check();
+    const shown = await downs.locator(".rows .row:not(.heading) .value").allTextContents();
+    expect(await barriers(one.page)).toEqual([]);
+    await one.page.getByLabel(one.words.sheetTitle).fill("外来");
+    const download = one.page.waitForEvent("download");
+    await one.button(one.words.saveSheet(2)).click();
+    await (await download).saveAs(file("外来.txt"));
+    execFileSync(cephtool, ["check", file("外来.txt")]);
+    const output = execFileSync(cephtool, ["analyze", file("japanese.json"), "--analysis", file("外来.txt"), "--format", "json"], { stdio: ["ignore", "pipe", "ignore"] });
+    const own = JSON.parse(output.toString()) as { cases: { analyses: { items: { value: number }[] }[] }[] };
+    expect(own.cases[0]?.analyses[0]?.items.map(({ value }) => value.toFixed(1))).toEqual([shown[0], shown[2]]);
   });
 
   test("by keyboard alone, to a tenth of a millimetre, with suggestions after three points", async () => {

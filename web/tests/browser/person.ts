@@ -10,12 +10,14 @@ import type { DrawnFilm, Point } from "../drawn/film.ts";
 
 export class Person {
   readonly words: typeof english;
+  readonly language: "en" | "ja";
   readonly page: Page;
   readonly film: DrawnFilm;
 
   constructor(page: Page, film: DrawnFilm, language: "en" | "ja" = "en") {
     this.page = page;
     this.film = film;
+    this.language = language;
     this.words = language === "ja" ? japanese : english;
   }
 
@@ -97,9 +99,10 @@ export class Person {
   /** Chooses all analyses of the first group, the lateral ones of a lateral film. */
   async chooseAllAnalyses(panel: "landmarks" | "results" = "landmarks"): Promise<void> {
     await this.panel(panel);
-    await this.page.locator(".picker summary").click();
+    const picker = this.page.locator(".picker summary").first();
+    await picker.click();
     await this.button(this.words.all).click();
-    await this.page.locator(".picker summary").click();
+    await picker.click();
   }
 
   /** Places what is asked for by `put` until nothing is asked for, `most` at the most; skips what the drawn face lacks. */
@@ -160,5 +163,6 @@ export interface SavedCase {
   readonly film?: string;
   readonly mm_per_pixel?: number;
   readonly landmarks: Readonly<Record<string, Point>>;
+  readonly population?: string;
   readonly user?: Readonly<Record<string, Point>>;
 }
