@@ -64,12 +64,13 @@ TEST_F(Clinic, ValuesHaveErrorsWhereTheyAreAskedFor) {
     folder_.add("clinic/LandmarkError.txt", "Lateral:\r\nS=0.3,0\r\nN=0.29,0,5,us\r\n");
     const double turned = std::cos(7 * 3.14159265358979 / 180);
     const Outcome told = analyze({"--error", "--sex", "f", "film.csv"});
-    EXPECT_THAT(told.out, HasSubstr("remarks,error,deviation_error,mostly\r\n"));
+    EXPECT_THAT(told.out, HasSubstr("unverified,error,deviation_error,mostly\r\n"));
     double error = 0, deviation = 0;
-    std::sscanf(told.out.c_str() + told.out.find(",errors_by_sn"), ",errors_by_sn,%lf,%lf,S", &error, &deviation);
+    std::sscanf(told.out.c_str() + told.out.find(",errors_by_sn"), ",errors_by_sn,,S-N,,,%lf,%lf,S", &error,
+                &deviation);
     EXPECT_NEAR(error, std::hypot(0.3, 0.29) * turned, 1e-9) << told.out;
     EXPECT_EQ(error, deviation);
-    EXPECT_THAT(told.out, HasSubstr("Sheet,Long,yes,,,,,,,errors_by_sn,,,\r\n"));
+    EXPECT_THAT(told.out, HasSubstr("Sheet,Long,yes,,,,,,,errors_by_sn,,Long,,,,,\r\n"));
     const auto table = [](const char* band) {
         return run({"analyze", "--anaitem", "clinic", "--analysis", "Cranial base", "--error", "--sex", "f", "--band",
                     band, "film.csv"})
