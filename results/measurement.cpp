@@ -162,20 +162,6 @@ bool has_errors(const CaseResult& result) {
     });
 }
 
-std::vector<std::string> signs_in_words(std::span<const Measurement> items, const Texts& texts) {
-    std::vector<std::pair<std::string, std::vector<std::string>>> meanings;
-    for (const Measurement& item : items) {
-        if (!item.value || item.sign.empty()) continue;
-        auto meaning = std::ranges::find(meanings, item.sign, [](const auto& each) { return each.first; });
-        if (meaning == meanings.end()) meaning = meanings.insert(meaning, {item.sign, {}});
-        meaning->second.push_back(label_of(item, texts));
-    }
-    std::vector<std::string> lines;
-    for (const auto& [sign, names] : meanings)
-        lines.push_back(texts("+ %1: %2", texts.part(sign), joined(names, "; ")));
-    return lines;
-}
-
 LeftOut left_out(std::span<const AnalysisResult* const> films) {
     LeftOut left{.analysis = films.front()->analysis};
     left.items = static_cast<std::size_t>(std::ranges::count(films.front()->items, false, &Measurement::heading));

@@ -86,10 +86,6 @@ CaseResult measured(Case record, std::span<const Analysis* const> analyses, std:
 // Whether errors were asked for, and there are values.
 bool has_errors(const CaseResult& result);
 
-// What positive values mean, in the texts' language, each with the items that it holds for:
-// "+ in front of the line: U1 to NA distance, Pog to NB". Of items with a value.
-std::vector<std::string> signs_in_words(std::span<const Measurement> items, const Texts& texts);
-
 // The results are those of one analysis, one a film, none of them with a result.
 LeftOut left_out(std::span<const AnalysisResult* const> films);
 

@@ -1,6 +1,7 @@
 #include "results/names.h"
 
 #include <algorithm>
+#include <optional>
 
 #include "base/wording.h"
 
@@ -55,18 +56,72 @@ std::string norms_in_words(const NormBand& band, const Texts& texts) {
     return parts.empty() ? "" : texts("Norms: %1", joined(parts, "; "));
 }
 
-std::vector<std::string> unverified_in_words(std::span<const Measurement> items, const Texts& texts) {
-    std::vector<std::pair<std::string, std::vector<std::string>>> reasons;
+namespace {
+
+constexpr std::size_t few = 2;  // items, which are named rather than called "all"
+
+// An item that something can be said of.
+struct Spoken {
+    std::string label, heading;
+    std::string_view saying;  // "" when nothing is said of it
+};
+
+std::vector<std::string> names_of(std::string_view saying, std::span<const Spoken> items, const Texts& texts) {
+    const auto all_said = [&](const auto& among) {
+        std::size_t count = 0;
+        for (const Spoken& item : items) {
+            if (!among(item)) continue;
+            if (item.saying != saying) return false;
+            ++count;
+        }
+        return count > few;
+    };
+    if (all_said([](const Spoken&) { return true; })) return {texts("all items")};
+    std::vector<std::string> names;
+    for (const Spoken& item : items) {
+        if (item.saying != saying) continue;
+        const bool whole =
+            !item.heading.empty() && all_said([&](const Spoken& other) { return other.heading == item.heading; });
+        std::string name = whole ? texts("all of %1", item.heading) : item.label;
+        if (names.empty() || names.back() != name) names.push_back(std::move(name));
+    }
+    return names;
+}
+
+// A line for each saying. `said_of` gives nothing for items that don't count.
+template <class SaidOf>
+std::vector<std::string> said_in_words(const char* form, std::span<const Measurement> items, const Texts& texts,
+                                       SaidOf said_of) {
+    std::vector<Spoken> spoken;
+    std::vector<std::string_view> sayings;
+    std::string heading;
     for (const Measurement& item : items) {
-        if (item.unverified.empty() || item.mean_text.empty()) continue;
-        auto reason = std::ranges::find(reasons, item.unverified, [](const auto& each) { return each.first; });
-        if (reason == reasons.end()) reason = reasons.insert(reason, {item.unverified, {}});
-        reason->second.push_back(label_of(item, texts));
+        if (item.heading) heading = label_of(item, texts);
+        const std::optional<std::string_view> saying = item.heading ? std::nullopt : said_of(item);
+        if (!saying) continue;
+        spoken.push_back({label_of(item, texts), heading, *saying});
+        if (!saying->empty() && std::ranges::find(sayings, *saying) == sayings.end()) sayings.push_back(*saying);
     }
     std::vector<std::string> lines;
-    for (const auto& [reason, names] : reasons)
-        lines.push_back(texts("† %1: %2", texts.part(reason), joined(names, "; ")));
+    for (const std::string_view saying : sayings)
+        lines.push_back(texts(form, texts.part(std::string(saying)), joined(names_of(saying, spoken, texts), "; ")));
     return lines;
+}
+
+}  // namespace
+
+std::vector<std::string> signs_in_words(std::span<const Measurement> items, const Texts& texts) {
+    return said_in_words("+ %1: %2", items, texts, [](const Measurement& item) -> std::optional<std::string_view> {
+        if (!item.value) return std::nullopt;
+        return item.sign;
+    });
+}
+
+std::vector<std::string> unverified_in_words(std::span<const Measurement> items, const Texts& texts) {
+    return said_in_words("† %1: %2", items, texts, [](const Measurement& item) -> std::optional<std::string_view> {
+        if (item.mean_text.empty()) return std::nullopt;
+        return item.unverified;
+    });
 }
 
 }  // namespace cephtool

@@ -26,8 +26,13 @@ std::string in_words(const tool::Population& population, const Texts& texts);
 // known.
 std::string norms_in_words(const NormBand& band, const Texts& texts);
 
-// What stands behind a norm whose source nobody saw, and below the table why, each reason with its items:
-// "† textbook figure, not seen in print: SNA; SNB".
+// What positive values mean, each meaning with the items that it holds for, of those with a value: "+ in front of the
+// line: U1 to NA distance, Pog to NB". Where it is all of a heading's items, or of the sheet's, and more than two, that
+// is said instead of their names.
+std::vector<std::string> signs_in_words(std::span<const Measurement> items, const Texts& texts);
+
+// What stands behind a norm whose source nobody saw, and below the table why, likewise: "† textbook figure, not seen in
+// print: SNA; SNB".
 inline constexpr const char* unverified_mark = "†";
 std::vector<std::string> unverified_in_words(std::span<const Measurement> items, const Texts& texts);
 

@@ -116,6 +116,8 @@ constexpr TextRow text_table[] = {
     {"film", "撮影日"},
     {"dental_stage", "歯齢"},
     {"+ %1: %2", "正の値は%1：%2"},
+    {"all items", "全項目"},
+    {"all of %1", "%1 の全項目"},
     {"error not known of %1", "%1 の誤差が不明"},
     {"no error: the value jumps within it", "誤差なし：誤差の範囲内で値が不連続に変わる"},
     {"no error: rests on more than landmarks of films", "誤差なし：フィルム上の計測点以外にもよる"},

@@ -6,7 +6,9 @@
 #include <nlohmann/json.hpp>
 
 #include "base/columns.h"
+#include "base/wording.h"
 #include "host/host_test.h"
+#include "results/names.h"
 
 namespace cephtool {
 namespace {
@@ -209,6 +211,34 @@ TEST_F(Clinic, ABatchTakesTheNormsOfEachCase) {
         table,
         HasSubstr(",Angles:other_population; Angles:unverified_norms,Korean,European,90.00000001175157,82,2,10,10,,"));
     EXPECT_THAT(rows({"--population", "Thai"}), HasSubstr("population,Thai:population,Thai:SNA,"));
+}
+
+// A letter an item: what its positive values mean, "-" nothing, "0" without a value; a capital is a heading.
+TEST(Signs, AreThoseOfAllItemsOfAHeadingOrTheSheet) {
+    const auto signs = [](std::string_view letters) {
+        std::vector<Measurement> items;
+        for (const char letter : letters) {
+            Measurement& item = items.emplace_back();
+            item.heading = letter >= 'A' && letter <= 'Z';
+            item.name = item.heading ? std::string(1, letter) : std::to_string(items.size());
+            if (letter != '0') item.value = 1;
+            if (letter != '-' && letter != '0') item.sign = std::string(1, letter);
+        }
+        return joined(signs_in_words(items, english), " ");
+    };
+    const std::pair<const char*, const char*> rows[] = {
+        {"aaa", "+ a: all items"},
+        {"aa", "+ a: 1; 2"},
+        {"aaa-", "+ a: 1; 2; 3"},
+        {"aaa0", "+ a: all items"},
+        {"HaaaK-b", "+ a: all of H + b: 7"},
+        {"HaabK-aaa", "+ a: 2; 3; 7; 8; 9 + b: 4"},
+        {"aHbbb0a", "+ a: 1; 7 + b: 3; 4; 5"},
+        {"HaaaKaaa", "+ a: all items"},
+        {"HaaaKaaab", "+ a: all of H; 6; 7; 8 + b: 9"},
+        {"--0", ""},
+    };
+    for (const auto& [letters, expected] : rows) EXPECT_EQ(signs(letters), expected) << letters;
 }
 
 TEST(ResultsCsv, HasOneQuotedRowAnItem) {

@@ -227,9 +227,10 @@ TEST(ShippedAnalyses, EachNameHasOneJapaneseNameAndEachNormItsPopulation) {
                 while ((at = formula.find('"', at)) != std::string::npos) {
                     const std::size_t end = formula.find('"', at + 1);
                     const std::string text = formula.substr(at + 1, end - at - 1);
-                    EXPECT_TRUE(
-                        is_japanese(verdict_of({.text = text, .text_japanese = analysis.japanese(text)}, japanese)))
-                        << file << ": " << text;
+                    Measurement finding;
+                    finding.text = text;
+                    finding.text_japanese = analysis.japanese(text);
+                    EXPECT_TRUE(is_japanese(verdict_of(finding, japanese))) << file << ": " << text;
                     at = end + 1;
                 }
             }
