@@ -5,6 +5,7 @@
 #include <numbers>
 
 #include "analysis/landmark_names.h"
+#include "platform/arithmetic.h"
 #include "platform/code_page.h"
 #include "platform/numbers.h"
 
@@ -61,7 +62,7 @@ bool compares(const Step& step) {
 }
 
 Vec2 turned(Vec2 v, double degrees) {  // clockwise on the screen
-    const double c = std::cos(degrees / degrees_a_radian), s = std::sin(degrees / degrees_a_radian);
+    const double c = cos(degrees / degrees_a_radian), s = sin(degrees / degrees_a_radian);
     return {v.x * c - v.y * s, v.x * s + v.y * c};
 }
 
@@ -404,7 +405,7 @@ void ProgramGradient::compute_measure(StepId id) {
             // Not told by the value, which is 0 for lines that point opposite ways (signed_angle).
             const Vec2 u = p(1) - p(0), v = p(3) - p(2);
             if (dot(u, v) >= 0) return;
-            const double to_jump = degrees_a_radian * std::abs(std::atan2(cross(u, v), -dot(u, v)));
+            const double to_jump = degrees_a_radian * atan(std::abs(cross(u, v)) / -dot(u, v));
             if (to_jump <= reach * std::sqrt(moments(id).xx)) at_border_[id] = true;
             return;
         }
@@ -427,9 +428,10 @@ void ProgramGradient::compute_length(StepId id, Measure measure) {
         const Moments m = moments(id);
         if (size <= one_place_px) {
             // The ends can part along the longer axis of their spread.
-            const double half = (m.xx - m.yy) / 2, root = std::hypot(half, m.xy), middle = (m.xx + m.yy) / 2;
-            const double angle = 0.5 * std::atan2(m.xy, half);
-            unit = {std::cos(angle), std::sin(angle)};
+            const double half = (m.xx - m.yy) / 2, root = std::sqrt(half * half + m.xy * m.xy),
+                         middle = (m.xx + m.yy) / 2;
+            const Vec2 axis = half >= 0 ? Vec2(root + half, m.xy) : Vec2(m.xy, root - half);
+            unit = root > 0 ? axis / length(axis) : Vec2(1, 0);
             if (middle - root > 1e-6 * (middle + root)) at_border_[id] = true;
         } else {
             const auto variance = [&](Vec2 e) { return e.x * e.x * m.xx + 2 * e.x * e.y * m.xy + e.y * e.y * m.yy; };

@@ -6,10 +6,10 @@
 #include "host/case_files.h"
 #include "host/command_line.h"
 #include "host/error_option.h"
+#include "host/landmark_slips.h"
 #include "host/output.h"
 #include "host/selection.h"
 #include "results/results.h"
-#include "tracing/landmark_outliers.h"
 
 namespace cephtool {
 namespace {
@@ -55,9 +55,9 @@ ExitCode run_analyze(const Command& command, const Arguments& arguments, Streams
 
     const Texts texts(language);
     std::vector<CaseResult> results;
-    LandmarkOutliers outliers(shipped_template(Kind::lateral));
+    LandmarkSlips slips(streams);
     const auto measure = [&](const Source& source, Case record) {
-        outliers.remark(record);
+        slips.remark(record);
         CaseResult result =
             measured(std::move(record), selection.chosen(), band, names.empty(), errors ? &*errors : nullptr);
         if (!names.empty() && result.analyses.empty()) {

@@ -5,10 +5,10 @@
 
 #include "base/wording.h"
 #include "host/case_files.h"
+#include "host/landmark_slips.h"
 #include "host/output.h"
 #include "report/style.h"
 #include "results/growth_findings.h"
-#include "tracing/landmark_outliers.h"
 
 namespace cephtool {
 namespace {
@@ -56,14 +56,14 @@ std::vector<FilmResults> measured_films(const ReportOptions& options, const Case
                     "Name at most two with --compare.");
     }
     std::vector<FilmResults> films;
-    LandmarkOutliers outliers(shipped_template(Kind::lateral));
+    LandmarkSlips slips(streams);
     selection.check_population(case_options.population());
     case_options.check_images(paths.size());
     const auto errors = landmark_errors(options.error, selection.folder(), streams.in);
     for (const std::string& path : paths) {
         const Source source = checked_text(read_bytes(path, streams.in));
         Case record = read_case(source, case_options.options(films.size()));
-        outliers.remark(record);
+        slips.remark(record);
         if (!films.empty() && record.kind != films.front().record().kind) {
             throw source.error(std::string("this is a ") + name_of(record.kind) + " case, and the first one is " +
                                    name_of(films.front().record().kind),

@@ -8,12 +8,12 @@
 #include "base/wording.h"
 #include "host/case_files.h"
 #include "host/command_line.h"
+#include "host/landmark_slips.h"
 #include "host/output.h"
 #include "report/tracing_file.h"
 #include "results/analysis_folder.h"
 #include "results/texts.h"
 #include "tracing/japanese_legend.h"
-#include "tracing/landmark_outliers.h"
 #include "tracing/measures.h"
 
 namespace cephtool {
@@ -104,7 +104,7 @@ void trace(const TraceOptions& options, const CaseOptions& case_options, Streams
     const FileFormat format = format_of(options);
     const AnalysisFolder folder = analysis_folder(options.folder, {FolderPart::modes, FolderPart::analyses});
     Case record = read_case(checked_text(read_bytes(options.input, streams.in)), case_options);
-    LandmarkOutliers(shipped_template(Kind::lateral)).remark(record);
+    LandmarkSlips(streams).remark(record);
     check_output(options.output, {image_file(record)});
     std::vector<std::string> notes = record.notes;
     const DisplayMode mode = chosen_mode(folder, record.kind, options.mode);
