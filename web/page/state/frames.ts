@@ -1,12 +1,11 @@
 // Work that is done once a frame, however often what it rests on changes: first calls, such as where a drag has come to,
-// then paints, which so show in the same frame what the calls changed; behind the frame what may be shown by the next.
+// then paints, which so show in the same frame what the calls changed. What takes longer waits for the time that frames
+// leave over.
 import { effect } from "@preact/signals";
 
 const calls = new Set<() => void>();
 const paints = new Set<() => void>();
-const behind = new Set<() => void>();
 let wanted = 0;
-const { port1: painted, port2: end } = new MessageChannel();
 
 function runAll(queue: Set<() => void>): void {
   const due = [...queue];
@@ -19,10 +18,7 @@ function frame(): void {
   runAll(paints);
   wanted = 0;
   if (calls.size + paints.size > 0) want();
-  if (behind.size > 0) end.postMessage(null);
 }
-
-painted.onmessage = () => runAll(behind);
 
 function want(): void {
   wanted ||= requestAnimationFrame(frame);
@@ -72,8 +68,34 @@ export function oncePerFrame<Arguments extends unknown[]>(call: (...args: Argume
   return Object.assign(later, { flush });
 }
 
-/** Calls once, when the next frame has been painted. */
-export function behindFrame(call: () => void): void {
-  behind.add(call);
-  want();
+const pause = 80; // ms between two calls in spare time: often enough for what only follows the hand
+const patience = 200; // ms until such a call is made even where no frame leaves time over
+
+/** Gives what has `call` made soon, together with the paints that it asks for, between frames and where it fits in there. */
+export function inSpareTime(call: () => void): () => void {
+  let isWaiting = false;
+  let took = 0;
+  let last = -Infinity;
+  let latest = 0;
+  const run = (remaining: number): void => {
+    const began = performance.now();
+    if (remaining < took && began < latest) return wait();
+    isWaiting = false;
+    call();
+    runAll(paints);
+    last = performance.now();
+    took = last - began;
+  };
+  const wait = (): void => {
+    if (typeof requestIdleCallback === "undefined") setTimeout(run, 0, Infinity);
+    else requestIdleCallback((spare) => run(spare.timeRemaining()), { timeout: Math.max(1, latest - performance.now()) });
+  };
+  return () => {
+    if (isWaiting) return;
+    isWaiting = true;
+    const now = performance.now();
+    const rest = Math.max(0, last + pause - now);
+    latest = now + rest + patience;
+    setTimeout(wait, rest);
+  };
 }

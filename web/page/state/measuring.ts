@@ -3,7 +3,7 @@ import { type ReadonlySignal, computed, effect, signal } from "@preact/signals";
 import type { Case, LandmarkInfo, Numbers, Row, Session } from "../../engine/engine.js";
 import { chosenAnalyses, engine, history, kind, landmarkTable, record } from "./desk.ts";
 import type { Point } from "./document.ts";
-import { behindFrame } from "./frames.ts";
+import { inSpareTime } from "./frames.ts";
 import { allPlaced, positionOf } from "./work.ts";
 import { sayError } from "../words/words.ts";
 
@@ -136,16 +136,16 @@ export function asked<Answer>(ask: (session: Session) => Answer, otherwise: Answ
   });
 }
 
-/** The same for what takes longer than a frame of a drag has: it then follows a frame behind. */
+/** The same for what takes longer than a frame of a drag has: it then follows in the time that frames leave over. */
 export function askedBehind<Answer>(ask: (session: Session) => Answer, otherwise: Answer): ReadonlySignal<Answer> {
   const now = asked(ask, otherwise);
   const last = signal(otherwise);
-  const follow = (): void => {
+  const follow = inSpareTime(() => {
     last.value = now.peek();
-  };
+  });
   effect(() => {
     void numbers.value;
-    if (history.isStepping.value) behindFrame(follow);
+    if (history.isStepping.value) follow();
     else last.value = now.value;
   });
   return last;
