@@ -84,10 +84,12 @@ function colourPaint(view: GreyView): Paint {
   };
 }
 
+const smallSide = 512;
+
 export class ShownFilm {
   readonly film: Film;
   private readonly levels: [Level, ...Level[]];
-  private readonly sheet = document.createElement("canvas");
+  private readonly sheets = { small: document.createElement("canvas"), large: document.createElement("canvas") };
   private paintFor: { readonly view: GreyView; readonly paint: Paint } | null = null;
 
   constructor(film: Film) {
@@ -108,14 +110,16 @@ export class ShownFilm {
     const width = Math.min(level.width, Math.ceil(region.right / step) + 1) - left;
     const height = Math.min(level.height, Math.ceil(region.bottom / step) + 1) - top;
     if (width <= 0 || height <= 0) return;
-    const sheet = this.sheet.getContext("2d", { willReadFrequently: true });
-    if (!sheet) return;
-    if (this.sheet.width < width) this.sheet.width = width;
-    if (this.sheet.height < height) this.sheet.height = height;
-    const image = sheet.createImageData(width, height);
+    // The browser copies a sheet that was drawn before it is written again: a loupe has a small one.
+    const sheet = Math.max(width, height) <= smallSide ? this.sheets.small : this.sheets.large;
+    const pixels = sheet.getContext("2d", { willReadFrequently: true });
+    if (!pixels) return;
+    if (sheet.width < width) sheet.width = width;
+    if (sheet.height < height) sheet.height = height;
+    const image = pixels.createImageData(width, height);
     this.paint(view)(level, left, top, width, height, new Int32Array(image.data.buffer));
-    sheet.putImageData(image, 0, 0);
-    context.drawImage(this.sheet, 0, 0, width, height, left * step, top * step, width * step, height * step);
+    pixels.putImageData(image, 0, 0);
+    context.drawImage(sheet, 0, 0, width, height, left * step, top * step, width * step, height * step);
   }
 
   private paint(view: GreyView): Paint {

@@ -53,6 +53,7 @@ export function Loupe() {
         for (const [name, place] of allPlaced(record.value)) {
           if (name === dragged.value) continue;
           const [x, y] = toScreen(glassCamera, place);
+          if (x < -2 || y < -2 || x > side + 2 || y > side + 2) continue;
           context.fillStyle = ink.landmark;
           context.fillRect(x - 1.5, y - 1.5, 3, 3);
         }
