@@ -1,4 +1,4 @@
-import { useSignal, useSignalEffect } from "@preact/signals";
+import { type Signal, useSignal, useSignalEffect } from "@preact/signals";
 import { useEffect, useRef } from "preact/hooks";
 import type { Analysis, Remark, Row } from "../../engine/engine.js";
 import { daggersOf } from "./daggers.ts";
@@ -17,6 +17,21 @@ interface Props {
   remarks: readonly Remark[];
 }
 
+const watched = new WeakMap<Element, Signal<boolean>>();
+/** One for all tables, since a browser asks each observer in every frame. */
+const sight = new IntersectionObserver(
+  (entries) => {
+    for (const { target, isIntersecting } of entries) watched.get(target)!.value = isIntersecting;
+  },
+  { rootMargin: "200px" },
+);
+
+function watchSight(element: Element, isSeen: Signal<boolean>): () => void {
+  watched.set(element, isSeen);
+  sight.observe(element);
+  return () => sight.unobserve(element);
+}
+
 /** Up and down go from row to row. */
 function walk(event: KeyboardEvent): void {
   const step = event.key === "ArrowDown" ? 1 : event.key === "ArrowUp" ? -1 : 0;
@@ -30,14 +45,7 @@ export function AnalysisTable({ analysis, rows, first, end, norms, remarks }: Pr
   const t = words.value;
   const element = useRef<HTMLElement>(null);
   const isSeen = useSignal(false);
-  useEffect(() => {
-    const observer = new IntersectionObserver(
-      (entries) => (isSeen.value = entries.at(-1)?.isIntersecting ?? false),
-      { rootMargin: "200px" },
-    );
-    observer.observe(element.current!);
-    return () => observer.disconnect();
-  }, []);
+  useEffect(() => watchSight(element.current!, isSeen), []);
   useSignalEffect(() => setSeen(first, Math.min(end, cells.value.length), isSeen.value));
   const firstItem = rows.findIndex((row, index) => index >= first && !row.item.heading);
   return (
