@@ -70,7 +70,8 @@ async function sameAsProgram(one: Person, saved: string): Promise<void> {
   for (const analysis of common) expect(title.get(analysis.title)).toEqual(analysis);
 }
 
-function farthest(landmarks: Readonly<Record<string, Point>>, names: readonly string[]): number {
+function farthest(saved: SavedCase, names: readonly string[]): number {
+  const landmarks = { ...saved.landmarks, ...saved.user, ...saved.vertebrae };
   return Math.max(...names.map((name) => Math.hypot((landmarks[name]?.[0] ?? Infinity) - (film.landmarks[name]?.[0] ?? 0), (landmarks[name]?.[1] ?? 0) - (film.landmarks[name]?.[1] ?? 0))));
 }
 
@@ -84,7 +85,7 @@ describe("from a film to a report", () => {
     expect(placed.length).toBeGreaterThanOrEqual(40);
     const saved = await one.case();
     expect(saved.mm_per_pixel).toBeCloseTo(film.mmPerPixel, 3);
-    expect(farthest(saved.landmarks, placed)).toBeLessThan(4); // a pixel of the screen, at 28 %
+    expect(farthest(saved, placed)).toBeLessThan(4); // a pixel of the screen, at 28 %
 
     const values = await one.values();
     expect([...values.values()].filter((value) => value !== "").length).toBeGreaterThan(100);
@@ -221,7 +222,7 @@ describe("from a film to a report", () => {
     const placed = await one.placeAll(put, 6);
     const saved = await one.case();
     expect(saved.mm_per_pixel).toBeCloseTo(0.1, 9); // out of the header
-    expect(farthest(saved.landmarks, placed)).toBeLessThanOrEqual(1);
+    expect(farthest(saved, placed)).toBeLessThanOrEqual(1);
   });
 
   test("by touch, where a finger points 64 pixels above itself", async () => {
@@ -233,7 +234,7 @@ describe("from a film to a report", () => {
       const [x, y] = await one.onScreen(place);
       await one.page.touchscreen.tap(x, y + 64);
     }, 10);
-    expect(farthest((await one.case()).landmarks, placed)).toBeLessThan(6);
+    expect(farthest(await one.case(), placed)).toBeLessThan(6);
   });
 
   test.each(["paste", "drop"] as const)("a film that comes by %s, and a pen that points where it touches", async (way) => {
@@ -245,7 +246,7 @@ describe("from a film to a report", () => {
       for (const type of ["mouseMoved", "mousePressed", "mouseReleased"] as const)
         await pen.send("Input.dispatchMouseEvent", { type, x, y, button: type === "mouseMoved" ? "none" : "left", clickCount: 1, pointerType: "pen" });
     }, 5);
-    expect(farthest((await one.case()).landmarks, placed)).toBeLessThan(4);
+    expect(farthest(await one.case(), placed)).toBeLessThan(4);
   });
 
   test("points that formulas construct are on the film once what they rest on is placed, and not in the case", async () => {

@@ -165,4 +165,5 @@ export interface SavedCase {
   readonly landmarks: Readonly<Record<string, Point>>;
   readonly population?: string;
   readonly user?: Readonly<Record<string, Point>>;
+  readonly vertebrae?: Readonly<Record<string, Point>>;
 }
