@@ -27,7 +27,7 @@ test("the page in both languages, while landmarks are placed and when values are
     await one.page.screenshot({ path: join(pictures, `${name}-place.png`) });
     await one.placeAll();
     await one.panel("results");
-    await one.page.getByText("ANB", { exact: true }).first().hover();
+    await one.page.getByText(language === "ja" ? "ANB角" : "ANB", { exact: true }).first().hover();
     await one.page.waitForTimeout(300); // what is not measured fades
     await one.page.screenshot({ path: join(pictures, `${name}.png`) });
     await one.page.evaluate(() => localStorage.clear());
