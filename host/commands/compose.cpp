@@ -38,8 +38,8 @@ std::vector<std::size_t> items_in(const std::string& list, const Analysis& analy
         std::size_t end = 0;
         for (std::size_t i = 0; i < items.size(); ++i) {
             const std::string name = lower_case(printable(items[i].name));
-            const bool ends = from + name.size() == wanted.size() || wanted[from + name.size()] == ',';
-            if (items[i].heading || name.empty() || !wanted.substr(from).starts_with(name) || !ends) continue;
+            if (items[i].heading || name.empty() || wanted.compare(from, name.size(), name) != 0) continue;
+            if (from + name.size() < wanted.size() && wanted[from + name.size()] != ',') continue;
             if (longest && from + name.size() <= end) continue;
             longest = i;
             end = from + name.size();
