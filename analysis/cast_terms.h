@@ -8,8 +8,7 @@
 //   A^B-C    how far A lies from the line through B and C
 //   12|11    the gap between neighbours along the line of their middles: negative where they overlap
 //   place    16m, UCF and so on: a point of the record; 16: the middle of a tooth's two contact points; 16/15: the
-//   contact
-//            of neighbours, the middle between the points at which they face one another
+//            contact of neighbours, the middle between the points at which they face one another
 #pragma once
 
 #include <array>

@@ -2,8 +2,7 @@
 // arch that the teeth would stand on if both sides were alike.
 //
 // 1. A crown's shape is that of its class, of usual proportions (Wheeler's dental anatomy); its contact points are
-// those
-//    of the case. Landmarks of the user's own bend it: "41f", "41l" (the facial and the lingual end of the crown) and
+//    those of the case. Landmarks of the user's own bend it: "41f", "41l" (the facial and the lingual end of the crown) and
 //    "16c" (the tip of a canine's or of a first molar's front outer cusp) set its depth.
 // 2. The arch is y = a + b x^2 + c x^4, fitted to the middles of the teeth by least squares (the even terms of the
 //    polynomial that AlHarbi and others fitted, Angle Orthod 2008;78:281-287, so that it is symmetrical). x runs along

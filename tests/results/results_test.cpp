@@ -189,6 +189,9 @@ TEST_F(Clinic, ListsAnAnalysisOnceWithItsPopulations) {
     EXPECT_THAT(out(run({"analyses", "--anaitem", "clinic"})),
                 HasSubstr("Norms: European. By --population: Thai (Thai.txt)\n"));
     EXPECT_THAT(out(run({"analyses", "--anaitem", "clinic", "--population", "Thai"})), HasSubstr("  Thai.txt\n"));
+    for (const char* none : {"various", "Not told"})
+        EXPECT_THAT(run({"analyses", "--anaitem", ANALYSES, "--population", none}).err,
+                    HasSubstr("no analysis has norms"));
     EXPECT_THAT(
         out(run({"analyses", "--anaitem", "clinic", "--language", "ja", "Angles"})),
         HasSubstr("SNA角                              deg  82† ± 2\n    SNA=angle1([S],[N],[A])\n    † 教科書\n"));
