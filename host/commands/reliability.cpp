@@ -1,7 +1,6 @@
 // cephtool reliability: how well readings of the same films agree.
 #include <algorithm>
 #include <filesystem>
-#include <map>
 #include <ostream>
 
 #include "base/path.h"
@@ -9,14 +8,12 @@
 #include "host/command_line.h"
 #include "host/output.h"
 #include "host/selection.h"
-#include "study/reliability.h"
+#include "study/films.h"
 
 namespace cephtool {
 namespace {
 
 namespace fs = std::filesystem;
-
-constexpr std::size_t least_films = 3;
 
 // Files, and those of folders in the order of their names.
 std::vector<std::string> files_of(const std::vector<std::string>& paths) {
@@ -41,69 +38,11 @@ std::vector<std::string> files_of(const std::vector<std::string>& paths) {
     return files;
 }
 
-struct Reading {
-    std::vector<std::string> names;  // of the films, in their order
-    std::map<std::string, Case> cases;
-};
-
-// A film goes by the name of its file without folder and end, those of a file with several by their number.
-Reading read_all(const std::vector<std::string>& paths, const CaseOptionFlags& options, Streams& streams) {
-    Reading reading;
-    for (const std::string& path : files_of(paths)) {
-        const std::string stem = utf8_from_path(path_from_utf8(path).stem().stem());
-        const Source source = read_bytes(path, streams.in);
-        std::vector<Case> cases = read_cases(source, options.options());
-        for (std::size_t i = 0; i < cases.size(); ++i) {
-            const std::string name = cases.size() == 1 ? stem : std::to_string(i + 1);
-            if (!reading.cases.emplace(name, std::move(cases[i])).second) {
-                throw source.error(
-                    "there is another case " + in_quotes(name) + " in this reading",
-                    "Films go by the names of their files, those of a file with several by their number.");
-            }
-            reading.names.push_back(name);
-        }
-    }
+StudyReading read_all(const std::vector<std::string>& paths, const CaseOptionFlags& options, Streams& streams) {
+    StudyReading reading;
+    for (const std::string& path : files_of(paths))
+        reading.add_file(path, read_cases(read_bytes(path, streams.in), options.options()));
     return reading;
-}
-
-// The films that all readings have.
-std::vector<StudyFilm> films_of(std::vector<Reading>& readings, Streams& streams) {
-    std::vector<StudyFilm> films;
-    std::size_t left_out = 0;
-    const auto alike = [&](const std::string& name) {
-        return std::ranges::all_of(readings, [&](const Reading& reading) { return reading.cases.contains(name); });
-    };
-    if (std::ranges::none_of(readings.front().names, alike)) {
-        throw Error(
-            ExitCode::bad_input, "the readings have no film in common",
-            "Films go by the names of their files: name the files of a film alike, in a folder for each reading.");
-    }
-    for (const std::string& name : readings.front().names) {
-        if (!alike(name)) {
-            ++left_out;
-            continue;
-        }
-        StudyFilm& film = films.emplace_back(StudyFilm{name, {}});
-        for (Reading& reading : readings) film.readings.push_back(std::move(reading.cases.at(name)));
-        const Case& first = film.readings.front();
-        for (const Case& each : film.readings) {
-            if (each.kind != first.kind || each.kind != films.front().readings.front().kind)
-                throw Error(ExitCode::bad_input, printable(each.file) + " is of another kind than the first case",
-                            "Study films of one kind.");
-            if (each.mm_per_pixel != first.mm_per_pixel)
-                throw Error(ExitCode::bad_input,
-                            printable(each.file) + " has another scale than " + printable(first.file),
-                            "Readings are compared on the same picture: --scale gives all of them one scale.");
-        }
-    }
-    for (const Reading& reading : readings) left_out = std::max(left_out, reading.names.size() - films.size());
-    if (left_out > 0)
-        streams.err << "note: " << left_out << (left_out == 1 ? " film is" : " films are")
-                    << " left out, which not all readings have\n";
-    if (films.size() < least_films) {
-        throw Error(ExitCode::bad_input, "fewer than three films are in all readings", "Read more films twice.");
-    }
-    return films;
 }
 
 }  // namespace
@@ -134,10 +73,14 @@ ExitCode run_reliability(const Command& command, const Arguments& arguments, Str
     if (paths[2].empty() && !paths[3].empty())
         throw Error(ExitCode::bad_command_line, "there is a fourth reading and no third", "Name it with --third.");
     const Selection selection(folder, names, streams);
-    std::vector<Reading> readings;
+    std::vector<StudyReading> readings;
     for (const auto& each : paths)
         if (!each.empty()) readings.push_back(read_all(each, case_options, streams));
-    const std::vector<StudyFilm> films = films_of(readings, streams);
+    std::size_t left_out = 0;
+    const std::vector<StudyFilm> films = films_of(std::move(readings), left_out);
+    if (left_out > 0)
+        streams.err << "note: " << left_out << (left_out == 1 ? " film is" : " films are")
+                    << " left out, which not all readings have\n";
     std::vector<const Analysis*> analyses;
     for (const AnalysisFamily& family : selection.chosen()) analyses.push_back(family.of(case_options.population()));
     const Study study = studied(films, analyses);
