@@ -37,6 +37,12 @@ def landmark_names(kind: str = "lateral") -> list[str]:
     return _engine.landmark_names(kind)
 
 
+def _write(path: PathLike, content: bytes) -> None:
+    """A new file is its owner's alone, since it may show a patient; one that is replaced keeps its rights."""
+    with open(path, "wb", opener=lambda name, flags: os.open(name, flags, 0o600)) as file:
+        file.write(content)
+
+
 class Case:
     """A film or cast with its landmarks. Never changes; `replace` makes another one.
 
@@ -235,7 +241,7 @@ class Case:
             What the format has no place for.
         """
         text, lost = self._record.written(format or os.fspath(path))
-        Path(path).write_bytes(text.encode())
+        _write(path, text.encode())
         for what in lost:
             warn(f"{os.fspath(path)} lacks {what}")
 
@@ -308,7 +314,7 @@ class Tracing:
     def save(self, path: PathLike) -> None:
         """Writes the tracing to a file ``.svg``, ``.pdf`` or ``.png`` (1600 pixels the longer side)."""
         format = Path(path).suffix[1:].lower()
-        Path(path).write_bytes(self.svg.encode() if format == "svg" else self._drawn(format))
+        _write(path, self.svg.encode() if format == "svg" else self._drawn(format))
 
     def _repr_svg_(self) -> str:
         return self.svg[self.svg.index("<svg"):]

@@ -85,6 +85,11 @@ def test_pictures_and_tables_for_a_notebook(class2, tmp_path):
     for name, begin in (("t.svg", b"<svg"), ("t.pdf", b"%PDF"), ("t.png", b"\x89PNG")):
         tracing.save(tmp_path / name)
         assert (tmp_path / name).read_bytes().startswith(begin)
+    class2.write(tmp_path / "kept.json")
+    (tmp_path / "kept.json").chmod(0o640)
+    class2.write(tmp_path / "kept.json")
+    rights = {file.name: file.stat().st_mode & 0o777 for file in tmp_path.iterdir()}
+    assert rights.pop("kept.json") == 0o640 and set(rights.values()) == {0o600}, "they show a patient"
     page = class2.replace(name="<b>")._repr_html_()
     assert "&lt;b&gt;" in page and "<b>" not in page and "<svg" in page
     head, *rows = STEINER._repr_html_().split("</tr>")

@@ -1,6 +1,6 @@
 // Cases and results as files.
 import type { Case, CaseFormat } from "../../engine/engine.js";
-import { chosenAnalyses, engine, film, filmFile, record, work } from "../state/desk.ts";
+import { chosenAnalyses, engine, film, record, work } from "../state/desk.ts";
 import { constructed, session } from "../state/measuring.ts";
 import { tracingOptions } from "../view/tracings.ts";
 import { language, say, sayError, sayNothing, words } from "../words/words.ts";
@@ -21,10 +21,10 @@ export function caseToSave(): Case {
   };
 }
 
+/** Says nothing of the patient, nor does it repeat the name of the film's file, which may: names of files are seen by many. */
 function baseName(): string {
-  const { name, film: date } = record.peek();
-  const stem = [name, date].filter(Boolean).join(" ") || filmFile.peek()?.name.replace(/\.[^.]+$/, "") || words.peek().unnamed;
-  return stem.replace(/[\\/:*?"<>|\u0000-\u001f]/g, "_");
+  const { kind, film: date } = record.peek();
+  return [kind, date].filter(Boolean).join(" ").replace(/[\\/:*?"<>|\u0000-\u001f]/g, "_");
 }
 
 export function saveCase({ name, extension }: CaseFormat): void {

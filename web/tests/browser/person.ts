@@ -139,12 +139,12 @@ export class Person {
     return read;
   }
 
-  /** What comes down when a choice of the menu "Save" is made. */
+  /** What comes down when a choice of the menu "Save" is made, under a name that says nothing of the patient. */
   async saved(choice: string): Promise<string> {
     await this.page.locator("summary", { hasText: this.words.save }).click();
-    const download = this.page.waitForEvent("download");
-    await this.button(choice).click();
-    return readFileSync(await (await download).path(), "utf8");
+    const [download] = await Promise.all([this.page.waitForEvent("download"), this.button(choice).click()]);
+    expect(download.suggestedFilename()).toMatch(/^(lateral|frontal|model)( \d{4}-\d\d-\d\d)?\.[a-z.]+$/);
+    return readFileSync(await download.path(), "utf8");
   }
 
   async case(): Promise<SavedCase> {
