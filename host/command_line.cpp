@@ -116,6 +116,11 @@ Option CommandLine::add_list(const std::string& names, const std::string& sort, 
     return Option(app_->add_option(names, values, help)->type_name(sort));
 }
 
+Option CommandLine::add_lists(const std::string& names, const std::string& sort,
+                              std::vector<std::vector<std::string>>& values, const std::string& help) {
+    return Option(app_->add_option(names, values, help)->type_name(sort));
+}
+
 Option CommandLine::add_pair(const std::string& names, const std::string& sorts, std::vector<std::string>& values,
                              const std::string& help) {
     return Option(app_->add_option(names, values, help)->type_size(2)->expected(1)->type_name(sorts));

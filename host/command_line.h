@@ -61,6 +61,9 @@ class CommandLine {
     // Any number of words behind one name, up to the next option.
     Option add_list(const std::string& names, const std::string& sort, std::vector<std::string>& values,
                     const std::string& help);
+    // The same, and when it is given again another list.
+    Option add_lists(const std::string& names, const std::string& sort, std::vector<std::vector<std::string>>& values,
+                     const std::string& help);
     // Two words behind one name.
     Option add_pair(const std::string& names, const std::string& sorts, std::vector<std::string>& values,
                     const std::string& help);

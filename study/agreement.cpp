@@ -62,12 +62,45 @@ void add_correlations(Agreement& all) {
     all.icc21 = {r, {n * (b - upper * e) / (upper * spread + n * b), n * (lower * b - e) / (spread + n * lower * b)}};
 }
 
+std::optional<ObserverSpread> observers_of(const Agreement& all, const Readings& readings, std::size_t repeats) {
+    const std::size_t observers = all.readings / repeats;
+    if (repeats < 2 || observers < 2) return std::nullopt;
+    const double n = static_cast<double>(all.films), k = static_cast<double>(observers);
+    const double r = static_cast<double>(repeats);
+    std::vector<double> of_observer(observers);
+    for (const auto& film : readings)
+        for (std::size_t i = 0; i < film.size(); ++i) of_observer[i / repeats] += film[i] / (n * r);
+    double observer = 0, interaction = 0, within = 0;
+    for (const double mean : of_observer) observer += n * r * (mean - all.mean) * (mean - all.mean);
+    for (const auto& film : readings) {
+        double film_mean = 0;
+        for (const double value : film) film_mean += value / (k * r);
+        for (std::size_t o = 0; o < observers; ++o) {
+            const auto cell = std::span(film).subspan(o * repeats, repeats);
+            double mean = 0;
+            for (const double value : cell) mean += value / r;
+            const double apart = mean - film_mean - of_observer[o] + all.mean;
+            interaction += r * apart * apart;
+            for (const double value : cell) within += (value - mean) * (value - mean);
+        }
+    }
+    observer /= k - 1, interaction /= (n - 1) * (k - 1), within /= n * k * (r - 1);
+    const double between = std::max(interaction - within, 0.0) / r + std::max(observer - interaction, 0.0) / (n * r);
+    return ObserverSpread{std::sqrt(within), std::sqrt(between), std::sqrt(within + between)};
+}
+
 }  // namespace
 
-std::optional<Agreement> agreement(const Readings& readings) {
+std::optional<Agreement> agreement(const Readings& readings, std::size_t repeats) {
     constexpr std::size_t least_films = 3;
     if (readings.size() < least_films || readings.front().size() < 2) return std::nullopt;
-    Agreement all{.films = readings.size(), .readings = readings.front().size(), .icc21 = {}, .icc31 = {}, .pairs = {}};
+    if (repeats == 0 || readings.front().size() % repeats != 0) return std::nullopt;
+    Agreement all{.films = readings.size(),
+                  .readings = readings.front().size(),
+                  .icc21 = {},
+                  .icc31 = {},
+                  .pairs = {},
+                  .observers = {}};
     const double n = static_cast<double>(all.films), k = static_cast<double>(all.readings);
     std::vector<double> of_reading(all.readings);
     for (const auto& film : readings) {
@@ -95,6 +128,7 @@ std::optional<Agreement> agreement(const Readings& readings) {
     all.error = errors / ((n - 1) * (k - 1));
     add_correlations(all);
     for (std::size_t other = 1; other < all.readings; ++other) all.pairs.push_back(pair_of(readings, other));
+    all.observers = observers_of(all, readings, repeats);
     return all;
 }
 

@@ -31,6 +31,14 @@ struct PairAgreement {
     double limit_error = 0;      // standard error of either limit, sqrt(3 / n) SD
 };
 
+// Observers who each read more than once: standard deviations of a single reading (two-way analysis of variance with
+// interaction, observers and films at random; ISO 5725-2:2019, Montgomery, Design and Analysis of Experiments, ch. 13).
+struct ObserverSpread {
+    double within = 0;    // of one observer's readings of a film: repeatability
+    double between = 0;   // of observers, who differ on all films or on some; 0 when less than chance would make it
+    double together = 0;  // of one reading by any observer: reproducibility
+};
+
 struct Agreement {
     std::size_t films = 0, readings = 0;
     double mean = 0;
@@ -44,11 +52,13 @@ struct Agreement {
     // all values are the same.
     std::optional<IntraclassCorrelation> icc21, icc31;
     std::vector<PairAgreement> pairs;  // of each reading behind the first
+    std::optional<ObserverSpread> observers;
 };
 
-// Nothing for fewer than three films or two readings, and when films have unlike numbers of readings or a value is not
-// finite.
-std::optional<Agreement> agreement(const Readings& readings);
+// Readings by one observer follow each other, `repeats` of each; with two observers and two repeats at least their
+// spread is told. Nothing for fewer than three films or two readings, when films have unlike numbers of readings or
+// a value is not finite, and when `repeats` does not divide the number of readings.
+std::optional<Agreement> agreement(const Readings& readings, std::size_t repeats = 1);
 
 // How many films must be read for a 95 % interval of the ICC that is so wide (Bonett, Stat Med 2002;21:1331-1335).
 int films_for_icc(double icc, std::size_t readings, double width);

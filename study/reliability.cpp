@@ -78,7 +78,7 @@ void add_landmark(Study& study, const std::string& name, std::span<const StudyFi
         }
         along.push_back(std::move(x)), across.push_back(std::move(y));
     }
-    const auto of_along = agreement(along), of_across = agreement(across);
+    const auto of_along = agreement(along, study.repeats), of_across = agreement(across, study.repeats);
     if (!of_along || !of_across) return;
     landmark.along = *of_along, landmark.across = *of_across;
     landmark.radial /= static_cast<double>(landmark.from_mean.size());
@@ -111,22 +111,23 @@ void add_items(Study& study, const Analysis& analysis, std::span<const StudyFilm
             else
                 ++found.films_left_out;
         }
-        const auto agreed = agreement(values);
+        const auto agreed = agreement(values, study.repeats);
         if (!agreed) continue;
         found.agreement = *agreed;
+        found.values = std::move(values);
         study.items.push_back(std::move(found));
     }
 }
 
 }  // namespace
 
-Study studied(std::span<const StudyFilm> films, std::span<const Analysis* const> analyses) {
+Study studied(std::span<const StudyFilm> films, std::span<const Analysis* const> analyses, std::size_t repeats) {
     Study study{.kind = films.front().readings.front().kind,
                 .films = films.size(),
                 .readings = films.front().readings.size(),
                 .landmarks = {},
                 .items = {},
-                .notes = {}};
+                .repeats = repeats};
     std::vector<Frame> frames(films.begin(), films.end());
     for (const std::string& name : landmark_names(films)) add_landmark(study, name, films, frames);
     for (const Analysis* analysis : analyses)

@@ -22,6 +22,7 @@ struct StudyItem {
     std::string analysis, name, unit;
     std::size_t films_left_out = 0;  // that lack the value in some reading
     Agreement agreement;
+    Readings values = {};  // of the films that are not left out
 };
 
 // A landmark in mm along and across Frankfort (FilmAxes.h) of the film's first reading, from the middle of the
@@ -39,15 +40,20 @@ struct Study {
     std::size_t films = 0, readings = 0;
     std::vector<StudyLandmark> landmarks;
     std::vector<StudyItem> items;
-    std::vector<std::string> notes;  // what was left out, in English
+    std::size_t repeats = 1;  // readings of each observer
 };
 
 // Landmarks and values that fewer than three films have in all readings are left out. All cases are of one kind and
-// have scales.
-Study studied(std::span<const StudyFilm> films, std::span<const Analysis* const> analyses);
+// have scales. `repeats`, which divides the number of readings, as agreement takes it.
+Study studied(std::span<const StudyFilm> films, std::span<const Analysis* const> analyses, std::size_t repeats = 1);
 
 // The technical errors of the landmarks as LandmarkError.txt has them.
 tool::LandmarkErrors errors_of(const Study& study, const std::string& source);
+
+// As tables have them: "0.98 (0.93 to 1.00)" with `to` = " to "; "+0.12, p = 0.345"; "-0.98 to +1.22".
+std::string icc_text(const std::optional<IntraclassCorrelation>& icc, const std::string& to);
+std::string bias_text(const PairAgreement& pair);
+std::string interval_text(const Interval& interval, const std::string& to);
 
 // A table of at most 80 columns, rows of a CSV with all figures, and a document with all figures.
 std::string study_table(const Study& study);

@@ -12,6 +12,7 @@ namespace {
 using Json = nlohmann::ordered_json;
 
 constexpr double icc_width = 0.1;  // of the interval that the sizes of samples are for
+constexpr int shown_decimals = 2;
 
 // Calls row(group, analysis, name, unit, agreement) for all that a study has.
 template <class Row>
@@ -23,43 +24,45 @@ void each(const Study& study, const Row& row) {
     for (const StudyItem& item : study.items) row("item", item.analysis, item.name, item.unit, item.agreement);
 }
 
-std::string signed_text(double value, int decimals) {
-    const std::string text = with_decimals(value, decimals);
+std::string signed_text(double value) {
+    const std::string text = with_decimals(value, shown_decimals);
     return value > 0 && text.find_first_of("123456789") != std::string::npos ? "+" + text : text;
 }
 
-std::string icc_text(const std::optional<IntraclassCorrelation>& icc) {
-    return icc ? with_decimals(icc->value, 2) + " (" + with_decimals(icc->interval.low, 2) + "-" +
-                     with_decimals(icc->interval.high, 2) + ")"
-               : "–";
-}
-
+// What all readings together say of a landmark or value has a line, and each reading behind the first another one.
 class Table {
  public:
     std::string text;
 
     void head(const std::string& title) {
-        text += "\n" + title + "\n" + line("", "Films", "TEM", "ICC(2,1)", "Bias", "p", "95 % limits");
+        text += "\n" + title + "\n" + line("", "Films", "TEM", "ICC(2,1)", "ICC(3,1)") +
+                line("", "", "Dahlberg", "Bias, p", "95 % limits");
     }
     void add(const std::string& name, const Agreement& of) {
+        text += line(name, std::to_string(of.films), with_decimals(of.technical_error, 2), icc_text(of.icc21, to),
+                     icc_text(of.icc31, to));
         for (std::size_t i = 0; i < of.pairs.size(); ++i) {
             const PairAgreement& pair = of.pairs[i];
-            const std::string p = !pair.p ? "–" : *pair.p < 0.001 ? "<0.001" : with_decimals(*pair.p, 3);
-            const std::string limits = signed_text(pair.limits.low, 2) + " to " + signed_text(pair.limits.high, 2);
-            if (i == 0)
-                text += line(name, std::to_string(of.films), with_decimals(of.technical_error, 2), icc_text(of.icc21),
-                             signed_text(pair.bias, 2), p, limits);
-            else
-                text += line("  reading " + std::to_string(i + 2), "", "", "", signed_text(pair.bias, 2), p, limits);
+            text += line("  reading " + std::to_string(i + 2), "", with_decimals(pair.dahlberg, 2), bias_text(pair),
+                         interval_text(pair.limits, to));
+        }
+        if (of.observers) {
+            text += line("  observers", "", "",
+                         "within " + with_decimals(of.observers->within, 2) + ", between " +
+                             with_decimals(of.observers->between, 2) + ", together " +
+                             with_decimals(of.observers->together, 2),
+                         "");
         }
     }
 
  private:
+    static constexpr const char* to = " to ";
+
     static std::string line(const std::string& name, const std::string& films, const std::string& error,
-                            const std::string& icc, const std::string& bias, const std::string& p,
-                            const std::string& limits) {
-        return left_aligned(fitted(name, 17), 17) + right_aligned(films, 6) + right_aligned(error, 6) + "  " +
-               left_aligned(icc, 16) + right_aligned(bias, 7) + " " + right_aligned(p, 6) + "  " + limits + "\n";
+                            const std::string& left, const std::string& right) {
+        const std::string text = left_aligned(fitted(name, 18), 18) + right_aligned(films, 6) +
+                                 right_aligned(error, 9) + "  " + left_aligned(left, 23) + right;
+        return text.substr(0, text.find_last_not_of(' ') + 1) + "\n";
     }
 };
 
@@ -71,6 +74,11 @@ Json json_of(const std::optional<IntraclassCorrelation>& icc) {
     return icc ? Json{{"value", icc->value}, {"interval", json_of(icc->interval)}} : Json(nullptr);
 }
 
+Json json_of(const std::optional<ObserverSpread>& spread) {
+    if (!spread) return nullptr;
+    return {{"within", spread->within}, {"between", spread->between}, {"together", spread->together}};
+}
+
 Json json_of(const std::optional<double>& value) {
     return value ? Json(*value) : Json(nullptr);
 }
@@ -80,6 +88,22 @@ std::string field(const std::optional<double>& value) {
 }
 
 }  // namespace
+
+std::string icc_text(const std::optional<IntraclassCorrelation>& icc, const std::string& to) {
+    if (!icc) return "–";
+    const auto text = [](double value) { return with_decimals(value, shown_decimals); };
+    return text(icc->value) + " (" + text(icc->interval.low) + to + text(icc->interval.high) + ")";
+}
+
+std::string bias_text(const PairAgreement& pair) {
+    const std::string bias = signed_text(pair.bias);
+    if (!pair.p) return bias;
+    return bias + (*pair.p < 0.001 ? ", p < 0.001" : ", p = " + with_decimals(*pair.p, 3));
+}
+
+std::string interval_text(const Interval& interval, const std::string& to) {
+    return signed_text(interval.low) + to + signed_text(interval.high);
+}
 
 std::string study_table(const Study& study) {
     Table table;
@@ -97,9 +121,12 @@ std::string study_table(const Study& study) {
     table.text +=
         "\n" +
         wrapped(
-            "TEM: technical error of measurement of a single reading; of two readings it is Dahlberg's error. "
-            "ICC(2,1): agreement of single readings, with its 95 % interval. Bias: a reading less the first, p of "
-            "the paired t-test. Limits of agreement: bias -/+ 1.96 SD.",
+            "TEM: technical error of measurement of a single reading. ICC(2,1): agreement of single readings, ICC(3,1): "
+            "their consistency, with 95 % intervals. Below, of a reading against the first: Dahlberg's error, bias "
+            "with p of the paired t-test, limits of agreement, bias -/+ 1.96 SD." +
+                std::string(study.repeats > 1 ? " Observers: SD of one observer's readings, of observers, and of a "
+                                                "single reading by any of them."
+                                              : ""),
             page_width, "  ") +
         "\n";
     double worst = 1;
@@ -123,7 +150,8 @@ std::string study_table(const Study& study) {
 std::string study_csv(const Study& study) {
     std::string text =
         "group,analysis,name,unit,films,readings,reading,mean,technical_error,dahlberg,icc21,icc21_low,icc21_high,icc31,"
-        "icc31_low,icc31_high,bias,bias_low,bias_high,t,p,sd_of_differences,limit_low,limit_high,limit_error,films_needed\r\n";
+        "icc31_low,icc31_high,bias,bias_low,bias_high,t,p,sd_of_differences,limit_low,limit_high,limit_error,films_needed,"
+        "within_observer,between_observers,any_observer\r\n";
     each(study, [&](const char* group, const std::string& analysis, const std::string& name, const std::string& unit,
                     const Agreement& of) {
         const auto icc = [](const std::optional<IntraclassCorrelation>& found) {
@@ -142,10 +170,13 @@ std::string study_csv(const Study& study) {
                   std::optional(pair.bias_interval.high), pair.t, pair.p, std::optional(pair.sd),
                   std::optional(pair.limits.low), std::optional(pair.limits.high), std::optional(pair.limit_error)})
                 text += "," + field(number);
-            text += "," +
-                    (of.icc21 ? std::to_string(films_for_icc(std::max(of.icc21->value, 0.0), of.readings, icc_width))
-                              : std::string()) +
-                    "\r\n";
+            text +=
+                "," + (of.icc21 ? std::to_string(films_for_icc(std::max(of.icc21->value, 0.0), of.readings, icc_width))
+                                : std::string());
+            const auto& observers = of.observers;
+            text += observers ? "," + shortest(observers->within) + "," + shortest(observers->between) + "," +
+                                    shortest(observers->together) + "\r\n"
+                              : std::string(",,,\r\n");
         }
     });
     return text;
@@ -175,12 +206,14 @@ std::string study_json(const Study& study) {
                         {"icc21", json_of(of.icc21)},
                         {"icc31", json_of(of.icc31)},
                         {"mean_squares", {of.between_films, of.between_readings, of.error}},
+                        {"observers", json_of(of.observers)},
                         {"against_first", pairs}});
     });
     const Json document = {{"format", "cephtool-reliability"},
                            {"version", 1},
                            {"films", study.films},
                            {"readings", study.readings},
+                           {"readings_of_an_observer", study.repeats},
                            {"rows", rows}};
     return document.dump(2, ' ', false, Json::error_handler_t::replace) + "\n";
 }

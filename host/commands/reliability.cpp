@@ -48,7 +48,9 @@ StudyReading read_all(const std::vector<std::string>& paths, const CaseOptionFla
 }  // namespace
 
 ExitCode run_reliability(const Command& command, const Arguments& arguments, Streams& streams) {
-    std::vector<std::string> paths[4], names;
+    std::vector<std::vector<std::string>> paths(4), more;
+    std::vector<std::string> names;
+    std::optional<int> repeats;
     std::string folder, output, errors_path;
     ResultFormat format{};
     CommandLine line(command, "cephtool reliability readings-first.tps --second readings-second.tps",
@@ -58,6 +60,9 @@ ExitCode run_reliability(const Command& command, const Arguments& arguments, Str
         .required();
     line.add_list("--third", "CASE", paths[2], "and once more");
     line.add_list("--fourth", "CASE", paths[3], "and once more");
+    line.add_lists("--next", "CASE", more, "a further reading; it may be given again");
+    line.add_number("--repeats", repeats, 1, 100,
+                    "readings of each observer, which follow\neach other: tells observers apart from\nrepetition");
     line.add_text("--write-errors", "FILE", errors_path,
                   "writes the errors of the landmarks, as\nLandmarkError.txt holds them");
     line.add_analyses(names);
@@ -66,16 +71,24 @@ ExitCode run_reliability(const Command& command, const Arguments& arguments, Str
     line.add_format(format, output, {ResultFormat::table, ResultFormat::json, ResultFormat::csv});
     line.add_output(output);
     if (!line.parse(arguments, streams)) return ExitCode::done;
+    if (paths[2].empty() && !paths[3].empty())
+        throw Error(ExitCode::bad_command_line, "there is a fourth reading and no third", "Name it with --third.");
+    std::erase_if(paths, [](const auto& reading) { return reading.empty(); });
+    paths.insert(paths.end(), more.begin(), more.end());
+    const std::size_t repeated = static_cast<std::size_t>(repeats.value_or(1));
+    if (paths.size() % repeated != 0) {
+        throw Error(
+            ExitCode::bad_command_line,
+            std::to_string(paths.size()) + " readings are not " + std::to_string(repeated) + " of each observer",
+            "Name the readings of the first observer, then those of the second and so on.");
+    }
     std::vector<std::string> inputs;
     for (const auto& each : paths) inputs.insert(inputs.end(), each.begin(), each.end());
     check_inputs(inputs);
     for (const std::string& written : {output, errors_path}) check_output(written, inputs);
-    if (paths[2].empty() && !paths[3].empty())
-        throw Error(ExitCode::bad_command_line, "there is a fourth reading and no third", "Name it with --third.");
     const Selection selection(folder, names, streams);
     std::vector<StudyReading> readings;
-    for (const auto& each : paths)
-        if (!each.empty()) readings.push_back(read_all(each, case_options, streams));
+    for (const auto& each : paths) readings.push_back(read_all(each, case_options, streams));
     std::size_t left_out = 0;
     const std::vector<StudyFilm> films = films_of(std::move(readings), left_out);
     if (left_out > 0)
@@ -83,7 +96,7 @@ ExitCode run_reliability(const Command& command, const Arguments& arguments, Str
                     << " left out, which not all readings have\n";
     std::vector<const Analysis*> analyses;
     for (const AnalysisFamily& family : selection.chosen()) analyses.push_back(family.of(case_options.population()));
-    const Study study = studied(films, analyses);
+    const Study study = studied(films, analyses, repeated);
     if (!errors_path.empty()) {
         const std::string source =
             std::to_string(study.films) + " films, " + std::to_string(study.readings) + " readings";

@@ -57,6 +57,10 @@ TEST(Reliability, TellsTheErrorsThatWereMade) {
     EXPECT_NEAR(written.find("A", false)->along_mm, error, 0.006);
     EXPECT_EQ(written.find("A", false)->across_mm, 0);
     EXPECT_EQ(written.find("A", false)->readings, 2 * films);
+    // Five readings are read like two.
+    const auto five = run({"reliability", "a", "--second", "b", "--third", "a", "--next", "b", "--next", "a",
+                           "--analysis", "Steiner", "--format", "csv", "--anaitem", ANALYSES});
+    EXPECT_THAT(five.out, HasSubstr("landmark,,A along,mm,40,5,5,")) << five.err;
     // The errors that were found are those of values.
     const auto valued = run({"analyze", "--analysis", "Steiner", "--error-file", "own.txt", "--anaitem", ANALYSES,
                              "--format", "csv", "a/film1.csv"});
@@ -75,6 +79,8 @@ TEST(Reliability, RefusesWhatIsNoStudy) {
     };
     EXPECT_THAT(failure("b"), HasSubstr("fewer than three films"));
     EXPECT_THAT(failure("c"), HasSubstr("no film in common"));
+    const auto odd = run({"reliability", "a", "--second", "b", "--next", "c", "--repeats", "2"});
+    EXPECT_THAT(odd.err, HasSubstr("3 readings are not 2 of each observer"));
     folder.add("b/3.csv", "# scale_mm_per_px=0.2\nname,x,y\nS,1,2\nN,3,4\n");
     EXPECT_THAT(failure("b"), HasSubstr("another scale"));
 }
