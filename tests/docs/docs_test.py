@@ -107,5 +107,10 @@ for path in pages:
         if not re.match(r"https?:", target) and (not file.is_file() or anchor and anchor not in anchors(file)):
             failures.append(f"{page}: dead link {''.join(link)}")
 
+told = (root / "docs/old_to_new.md").read_text()
+for call in set(re.findall(r"^    static \w+ (\w+)\(", (root / "include/CephCalc.h").read_text(), re.M)):
+    if not re.search(rf"\b{call}`", told):
+        failures.append(f"docs/old_to_new.md: nothing takes the place of {call}")
+
 print(*failures, f"{len(pages)} pages, {examples} examples, {links} links, {len(failures)} failures", sep="\n")
 sys.exit(bool(failures) or not examples or not links)
