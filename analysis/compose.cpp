@@ -184,7 +184,12 @@ class Composer {
         const std::size_t source = entries_[place].source;
         for (const std::string_view text : entries_[place].texts())
             for (const std::string_view name : References(text).found)
-                if (const auto item = sources_[source].sheet->file.find_item(name)) entry_of(source, item->name);
+                if (const auto item = sources_[source].sheet->file.find_item(name))
+                    entry_of(source, item->name);
+                else  // counts as 0 there, and would be found here if another analysis had one
+                    fail("\"" + utf8_from_code_page(entries_[place].item.name) + "\" of " +
+                         file_name(*sources_[source].analysis, true) + " refers to \"" + utf8_from_code_page(name) +
+                         "\", which is no item there");
     }
 
     // --- Names -----------------------------------------------------------------------------------------------------

@@ -44,7 +44,9 @@ ErrorLine next_error_line(std::string_view& text) {
     const std::size_t equals = line.text.find('=');
     if (equals == std::string_view::npos) return line;
     line.name = trimmed(line.text.substr(0, equals));
-    if (line.name.empty() || line.name.size() > longest_landmark_name) return line.fault = line.name, line;
+    if (line.name.empty() || line.name.size() > longest_landmark_name ||
+        code_page_from_utf8(utf8_from_code_page(line.name)) != line.name)  // half a character
+        return line.fault = line.name, line;
     std::string_view rest = line.text.substr(equals + 1);
     for (double* const error : {&line.along_mm, &line.across_mm}) {
         line.fault = field(rest);

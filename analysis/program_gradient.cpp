@@ -233,8 +233,8 @@ void ProgramGradient::derive(StepId root) {
 template <class Add>
 void ProgramGradient::add(StepId to, StepId from, const Add& add) {
     const auto sums = leaves_of(to), terms = leaves_of(from);
-    Slope* const sum = &slopes_[first_[to]];
-    const Slope* const term = &slopes_[first_[from]];
+    Slope* const sum = slopes_.data() + first_[to];
+    const Slope* const term = slopes_.data() + first_[from];
     std::size_t at = 0;
     for (std::size_t i = 0; i < terms.size(); ++i) {
         while (sums[at] != terms[i]) ++at;

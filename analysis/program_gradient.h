@@ -74,9 +74,9 @@ class ProgramGradient {
     };
 
     void lay_out();
-    std::span<Slope> slopes_of(StepId id) { return {&slopes_[first_[id]], first_[id + 1] - first_[id]}; }
+    std::span<Slope> slopes_of(StepId id) { return {slopes_.data() + first_[id], first_[id + 1] - first_[id]}; }
     std::span<const std::uint32_t> leaves_of(StepId id) const {
-        return {&leaves_[first_[id]], first_[id + 1] - first_[id]};
+        return {leaves_.data() + first_[id], first_[id + 1] - first_[id]};
     }
     Vec2 at(StepId id) const { return run_.computed(id); }
     bool done(StepId id) const { return done_[id] >= (program_.by_norm[id] ? norms_since_ : record_since_); }

@@ -116,6 +116,10 @@ TEST(Compose, RenamesWhatDiffersAndBringsWhatIsReferredTo) {
                                 "\r\nX (B)=" + points + "*2\r\n\r\n"));
     EXPECT_THAT(text, HasSubstr("\r\nX (B)=mean(\"Y (B)\")*1:1\r\n"));
     EXPECT_THAT(text, HasSubstr("\r\nSign X (B)=on\r\nJapanese X (B)=\x83\x47 (B)\r\n"));
+    // What counts as 0 in its own file must not find another's item.
+    const Analysis lacking = lateral("L.txt", "title:\nT\nCalc:\nZ=case(\"X\")\n");
+    const ComposedItem with_x[] = {{&a, 0}, {&lacking, 0}};
+    EXPECT_EQ(composed(with_x), "failed: \"Z\" of L.txt refers to \"X\", which is no item there");
 }
 
 TEST(Compose, CutsStagesAtAllBorders) {

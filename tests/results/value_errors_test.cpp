@@ -259,7 +259,7 @@ TEST(ValueErrors, BordersAndWhatHasNoErrorAreTold) {
 TEST(ValueErrors, FileOfErrorsIsReadAndWritten) {
     const LandmarkErrors errors = LandmarkErrors::from_text(
         "; ours\r\nS=9,9\r\nLateral:\r\nS= 0.4 , 0.55,12, two readers, 12 films\r\nS=2,2\r\nN=1\r\nA=-1,2\r\nB=1,x\r\n"
-        "Me=0.5,0.25\r\nToolong=1,1\r\nfrontal:\r\nS=3,4,5\r\n");
+        "Me=0.5,0.25\r\nToolong=1,1\r\n\x82=1,1\r\nfrontal:\r\nS=3,4,5\r\n");
     ASSERT_EQ(errors.all().size(), 3);
     const LandmarkError& s = *errors.find("S", false);
     EXPECT_EQ(std::tuple(s.along_mm, s.across_mm, s.readings, s.source),
