@@ -31,7 +31,7 @@ install(FILES ${PROJECT_SOURCE_DIR}/film/film.h ${PROJECT_SOURCE_DIR}/film/film_
 set(documents ${CMAKE_INSTALL_DATADIR}/doc/cephtool)
 install(DIRECTORY ${PROJECT_SOURCE_DIR}/docs DESTINATION ${documents} COMPONENT program
     FILES_MATCHING PATTERN "*.md" PATTERN "pictures/*.png" PATTERN "pictures/*.svg" PATTERN "site" EXCLUDE)
-foreach(page README.md CHANGELOG.md CONTRIBUTING.md anaitem/SOURCES.md cmake/windows/code_page_932.manifest
+foreach(page README.md CHANGELOG.md CONTRIBUTING.md SECURITY.md anaitem/SOURCES.md cmake/windows/code_page_932.manifest
         examples/samples/README.md examples/windows-host/main.cpp film/README.md outlines/README.md surface/README.md web/README.md
         web/page/README.md web/page/film/README.md web/page/store/README.md)
     get_filename_component(folder ${page} DIRECTORY)
