@@ -87,7 +87,7 @@ TEST_F(Clinic, ValuesHaveErrorsWhereTheyAreAskedFor) {
     EXPECT_THAT(run({"analyze", "--anaitem", "clinic", "--error-file", "own.txt", "film.csv"}).out,
                 HasSubstr("error not known of N"));
     folder_.add("own.txt", "Lateral:\nS=0;0\n");
-    EXPECT_THAT(analyze({"--error-file", "own.txt", "film.csv"}).err, HasSubstr("own.txt:2: \"0;0\" is no number"));
+    EXPECT_THAT(analyze({"--error-file", "own.txt", "film.csv"}).err, HasSubstr("own.txt:2:1: \"0;0\" is no number"));
     // A batch has the same.
     run({"batch", "--anaitem", "clinic", "--with", "errors", "--with", "deviations", "--sex", "f", "film.csv", "-o",
          "t.csv"});
