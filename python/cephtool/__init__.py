@@ -25,13 +25,14 @@ from cephtool._errors import Error, Remark
 from cephtool.analyses import Analysis, DisplayMode, Folder, Formula, Item, Values, analysis, formula, measure
 from cephtool.cases import Case, Tracing, landmark_names, read
 from cephtool.dates import Age, Era, age, date, era
+from cephtool.errors import LandmarkError, LandmarkErrors
 from cephtool.growth import Finding, growth
 from cephtool.photographs import Photograph, photograph
-from cephtool.study import Agreement, agreement
+from cephtool.study import Agreement, Study, agreement, reliability
 
 __all__ = [
     "Age", "Agreement", "Analysis", "Case", "DisplayMode", "Era", "Error", "Finding", "Folder", "Formula",
-    "Item", "Photograph", "Remark", "Tracing", "Values", "__version__", "age", "agreement", "analysis", "date",
-    "era", "formula", "geometry", "growth", "landmark_names", "line_image", "measure", "photograph", "read",
-    "shapes",
+    "Item", "LandmarkError", "LandmarkErrors", "Photograph", "Remark", "Study", "Tracing", "Values", "__version__",
+    "age", "agreement", "analysis", "date", "era", "formula", "geometry", "growth", "landmark_names", "line_image",
+    "measure", "photograph", "read", "reliability", "shapes",
 ]

@@ -14,11 +14,14 @@ import numpy.typing as npt
 from cephtool import _engine
 from cephtool._errors import warn
 from cephtool.cases import Case, PathLike, landmark_names
+from cephtool.errors import LandmarkErrors
 
 if TYPE_CHECKING:
     import pandas
 
 Floats = npt.NDArray[np.float64]
+Errors = Union[bool, LandmarkErrors]
+_OF_ERRORS = ("error", "deviation_error", "mostly", "share", "shown", "error_text")
 
 
 class Item(NamedTuple):
@@ -43,7 +46,7 @@ class DisplayMode(NamedTuple):
 class Values(NamedTuple):
     """What an analysis says about an array of landmarks: arrays (n_cases, n_items), NaN where there is nothing.
 
-    An item whose result is a text has no value. Norms are None where they were not wanted.
+    An item whose result is a text has no value. Norms and errors are None where they were not wanted.
     """
 
     items: tuple[str, ...]
@@ -51,6 +54,10 @@ class Values(NamedTuple):
     mean: Optional[Floats]  #: of the norm that is the patient's
     sd: Optional[Floats]
     deviation: Optional[Floats]  #: of the value from the mean, in SD
+    error: Optional[Floats] = None  #: standard error of the value, in its unit
+    deviation_error: Optional[Floats] = None  #: of the deviation, in SD
+    mostly: Optional[npt.NDArray[np.int64]] = None  #: place of the landmark that contributes most to it; -1: none
+    share: Optional[Floats] = None  #: of the variance that this landmark makes up, 0 to 1
 
 
 def _each(values: Any, what: str, of: Any = float) -> Floats:
@@ -164,16 +171,17 @@ class Analysis:
         return [Item(name, unit, text, *words) for name, unit, text, heading, *words in self._analysis.items
                 if not heading]
 
-    def measure(self, cases: Union[Case, Iterable[Case]], *, form: str = "long",
+    def measure(self, cases: Union[Case, Iterable[Case]], *, error: Errors = False, form: str = "long",
                 band: Optional[int] = None, language: str = "en") -> pandas.DataFrame:
         """What the analysis says about cases, as `cephtool.measure`."""
-        return _measured(cases, [self], form, band, language)
+        return _measured(cases, [self], error, form, band, language)
 
     def measure_points(self, points: npt.ArrayLike, *, mm_per_pixel: Union[float, npt.ArrayLike],
                        landmarks: Optional[Sequence[str]] = None,
                        sex: Union[str, None, Sequence[Optional[str]]] = None,
                        age: Union[float, None, npt.ArrayLike] = None,
-                       dental_stage: Union[str, None, Sequence[Optional[str]]] = None, norms: bool = True) -> Values:
+                       dental_stage: Union[str, None, Sequence[Optional[str]]] = None, norms: bool = True,
+                       error: Errors = False) -> Values:
         """What the analysis says about an array of landmarks.
 
         Other threads run meanwhile: for all cores, measure slices of the array in a ThreadPoolExecutor.
@@ -196,6 +204,10 @@ class Analysis:
             ``"I"`` to ``"VA"``.
         norms : bool
             Whether means, SDs and deviations are wanted.
+        error : bool or LandmarkErrors
+            Whether standard errors are: from those of the landmarks that ship, or from these. Lateral ones lie along
+            Frankfort: where ``landmarks`` lack ``"Po"`` or ``"Or"`` it is taken as S-N less 7 degrees, without these as
+            the film's width.
 
         Returns
         -------
@@ -213,7 +225,7 @@ class Analysis:
         array = np.asarray(points, dtype=np.float64)
         found = _engine.measure_points(self._analysis, array, names, _each(mm_per_pixel, "mm_per_pixel"),
                                        _each(sex, "sex", _sex), _each(age, "age", _number),
-                                       _each(dental_stage, "dental_stage", _stage), norms)
+                                       _each(dental_stage, "dental_stage", _stage), norms, _landmark_errors(error))
         return Values(tuple(item.name for item in self.items), *found)
 
     def __repr__(self) -> str:
@@ -274,6 +286,11 @@ class Folder:
                 for analysis in own]
 
     @property
+    def landmark_errors(self) -> LandmarkErrors:
+        """Those of its ``LandmarkError.txt``. An `Error` when it has none."""
+        return LandmarkErrors._of(self._folder.landmark_errors)
+
+    @property
     def modes(self) -> list[DisplayMode]:
         return [DisplayMode(*mode) for mode in self._folder.modes]
 
@@ -315,8 +332,9 @@ def analysis(name: str, kind: Optional[str] = None) -> Analysis:
     return shipped_folder().analysis(name, kind)
 
 
-def measure(cases: Union[Case, Iterable[Case]], analyses: Optional[Iterable[Analysis]] = None, *, form: str = "long",
-            band: Optional[int] = None, language: str = "en") -> pandas.DataFrame:
+def measure(cases: Union[Case, Iterable[Case]], analyses: Optional[Iterable[Analysis]] = None, *,
+            error: Errors = False, form: str = "long", band: Optional[int] = None,
+            language: str = "en") -> pandas.DataFrame:
     """What analyses say about cases. The numbers are those of ``cephtool analyze`` and ``cephtool batch``.
 
     Parameters
@@ -324,7 +342,9 @@ def measure(cases: Union[Case, Iterable[Case]], analyses: Optional[Iterable[Anal
     cases : Case or iterable of Case
         Each is measured by the analyses for its kind.
     analyses : iterable of Analysis, optional
-        Without it all that ship, variants for other populations left out (`Folder.for_population`).
+        Without it all that ship, with norms of each case's population (`Case.population`) where there are any.
+    error : bool or LandmarkErrors
+        Whether values have standard errors: from those of the landmarks that ship, or from these.
     form : {"long", "wide"}
         A row for each item of a case, or one for each case.
     band : int, optional
@@ -338,32 +358,44 @@ def measure(cases: Union[Case, Iterable[Case]], analyses: Optional[Iterable[Anal
         Long: ``case`` (place, from 0), ``name``, ``analysis``, ``item``, ``label`` (its name to be shown), ``unit``,
         ``value``, ``text`` (of an item that has one in place of a value), ``mean``, ``sd``, ``deviation`` (in SD),
         ``missing`` (landmarks that the value lacks, blanks between), ``reason`` (why there is no value although none is
-        missing), ``remarks`` (codes, "; " between).
+        missing), ``remarks`` (codes, "; " between). With errors also ``error`` (standard error of the value, in its
+        unit), ``deviation_error`` (in SD), ``mostly`` (the landmark that contributes most), ``share`` (of the variance
+        that it makes up), ``shown`` (``"82.8 ± 1.2"``), ``error_text`` (what the program says of the error, or why
+        there is none).
         Wide: ``name``, ``kind``, ``sex``, ``age``, ``remarks``, and a column ``"ANALYSIS:ITEM"`` with the values of each
-        item, ``"FAMILY:ANALYSIS:ITEM"`` of others than lateral ones.
+        item, ``"FAMILY:ANALYSIS:ITEM"`` of others than lateral ones. With errors also ``"ANALYSIS:ITEM:error"`` and
+        ``"ANALYSIS:ITEM:mostly"``. A sheet with norms of a population has columns of its own.
 
     Warns
     -----
     Remark
-        How norms fit the patients: of each code the first.
+        How norms fit the patients, and landmarks that lie improbably far from where the others expect them: of each
+        code the first.
     """
-    return _measured(cases, shipped_folder().for_population() if analyses is None else list(analyses), form, band,
-                     language)
+    return _measured(cases, None if analyses is None else list(analyses), error, form, band, language)
 
 
-def _measured(cases: Union[Case, Iterable[Case]], analyses: list[Analysis], form: str, band: Optional[int],
-              language: str) -> pandas.DataFrame:
+def _landmark_errors(error: Errors) -> Optional[_engine.LandmarkErrors]:
+    if isinstance(error, LandmarkErrors):
+        return error._errors
+    return shipped_folder().landmark_errors._errors if error else None
+
+
+def _measured(cases: Union[Case, Iterable[Case]], wanted: Optional[list[Analysis]], error: Errors, form: str,
+              band: Optional[int], language: str) -> pandas.DataFrame:
     import pandas
     if language not in ("en", "ja"):
         raise ValueError(f'the language is "en" or "ja", not {language!r}')
     if form not in ("long", "wide"):
         raise ValueError(f'the form is "long" or "wide", not {form!r}')
     all_cases = [cases] if isinstance(cases, Case) else list(cases)
+    analyses = shipped_folder().analyses if wanted is None else wanted
     columns, remarks = _engine.measure([case._record for case in all_cases],
-                                       [analysis._analysis for analysis in analyses], band)
+                                       [analysis._analysis for analysis in analyses], band, _landmark_errors(error),
+                                       wanted is None)
     codes = _remarked(all_cases, analyses, remarks)
     if form == "wide":
-        return _wide(pandas, all_cases, analyses, columns, codes)
+        return _wide(pandas, all_cases, analyses, columns, codes, wanted is not None)
     items = [[(item[0], item[1], item[5] or item[0]) for item in analysis._analysis.items] for analysis in analyses]
     whose_items = list(zip(columns["analysis"].tolist(), columns["item"].tolist()))
     return pandas.DataFrame({
@@ -374,7 +406,8 @@ def _measured(cases: Union[Case, Iterable[Case]], analyses: list[Analysis], form
         "label": [items[analysis][item][2 if language == "ja" else 0] for analysis, item in whose_items],
         "unit": [items[analysis][item][1] for analysis, item in whose_items],
         **{name: columns[name]
-           for name in ("value", "text", "mean", "sd", "deviation", "missing", "reason")},
+           for name in ("value", "text", "mean", "sd", "deviation", "missing", "reason", *_OF_ERRORS)
+           if name in columns},
         "remarks": ["; ".join(codes[case].get("", []) + codes[case].get(analyses[analysis].name, []))
                     for case, (analysis, _) in zip(columns["case"].tolist(), whose_items)],
     })
@@ -387,17 +420,27 @@ def _remarked(cases: list[Case], analyses: list[Analysis],
     first: dict[str, str] = {}
     count: dict[str, int] = {}
     for place, of_analysis, code, text in remarks:
-        codes[place].setdefault(of_analysis, []).append(code)
+        if code:
+            codes[place].setdefault(of_analysis, []).append(code)
         whose = cases[place].name or cases[place].file or f"case {place}"
         first.setdefault(code, ": ".join(part for part in (whose, of_analysis, text) if part))
         count[code] = count.get(code, 0) + 1
     for code, text in first.items():
-        warn(text + (f" ({count[code] - 1} more of this kind)" if count[code] > 1 else ""), code, 5)
+        if code != "errors":  # says only what was asked for
+            warn(text + (f" ({count[code] - 1} more of this kind)" if count[code] > 1 else ""), code, 5)
     return codes
 
 
+def _of_cases(count: int, columns: dict[str, Any], name: str, rows: npt.NDArray[np.intp]) -> Any:
+    """The rows of a column at the places of their cases; NaN, or "", for others."""
+    numbers = isinstance(columns[name], np.ndarray)
+    values: Any = np.full(count, np.nan) if numbers else np.full(count, "", dtype=object)
+    values[columns["case"][rows]] = columns[name][rows] if numbers else [columns[name][row] for row in rows]
+    return values
+
+
 def _wide(pandas: Any, cases: list[Case], analyses: list[Analysis], columns: dict[str, Any],
-          codes: list[dict[str, list[str]]]) -> Any:
+          codes: list[dict[str, list[str]]], with_variants: bool) -> Any:
     table: dict[str, Any] = {"name": [case.name for case in cases], "kind": [case.kind for case in cases],
                              "sex": [case.sex for case in cases], "age": [_number(case.age) for case in cases],
                              "remarks": ["; ".join(f"{whose}:{code}" if whose else code
@@ -405,21 +448,21 @@ def _wide(pandas: Any, cases: list[Case], analyses: list[Analysis], columns: dic
                                          for of_case in codes]}
     for number, analysis in enumerate(analyses):
         prefix = ("" if analysis.family == "lateral" else analysis.family + ":") + analysis.name
+        of_analysis = columns["analysis"] == number
+        if analysis.variant_of and not with_variants and not of_analysis.any():
+            continue
         for item, (name, _, _, heading, *_) in enumerate(analysis._analysis.items):
             if heading:
                 continue
-            rows = np.flatnonzero((columns["analysis"] == number) & (columns["item"] == item))
-            texts = [columns["text"][row] for row in rows]
-            values: Any = np.full(len(cases), np.nan)
-            if any(texts):
-                values = np.full(len(cases), "", dtype=object)
-                values[columns["case"][rows]] = texts
-            else:
-                values[columns["case"][rows]] = columns["value"][rows]
+            rows = np.flatnonzero(of_analysis & (columns["item"] == item))
             column, copy = f"{prefix}:{name}", 2
             while column in table:
                 column, copy = f"{prefix}:{name} ({copy})", copy + 1
-            table[column] = values
+            table[column] = _of_cases(len(cases), columns, "text" if any(columns["text"][row] for row in rows)
+                                      else "value", rows)
+            for part in ("error", "mostly"):
+                if part in columns:
+                    table[f"{column}:{part}"] = _of_cases(len(cases), columns, part, rows)
     return pandas.DataFrame(table)
 
 

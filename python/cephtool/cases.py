@@ -62,6 +62,8 @@ class Case:
         Days of birth and of the film; texts as of `cephtool.date`.
     dental_stage : str, optional
         Hellman's: ``"I"``, ``"IIA"`` ... ``"VA"``.
+    population : str, optional
+        Whose norms count: ``"Japanese"``, ``"日本人"``.
     virtual : mapping of str to str, optional
         Landmarks made of others: ``{"SN mid": "mid([S],[N])"}``.
     **facts
@@ -83,8 +85,8 @@ class Case:
     def __init__(self, landmarks: Mapping[str, Sequence[float]], *, kind: str = "lateral",
                  mm_per_pixel: Optional[float] = None, name: Optional[str] = None, sex: Optional[str] = None,
                  birth: Union[Date, str, None] = None, film: Union[Date, str, None] = None,
-                 dental_stage: Optional[str] = None, virtual: Optional[Mapping[str, str]] = None,
-                 **facts: Any) -> None:
+                 dental_stage: Optional[str] = None, population: Optional[str] = None,
+                 virtual: Optional[Mapping[str, str]] = None, **facts: Any) -> None:
         table = set(landmark_names(kind))
         vertebrae = set(_engine.vertebra_point_names()) if kind == "lateral" else set()
         placed: dict[str, dict[str, list[float]]] = {"landmarks": {}, "vertebrae": {}, "user": {}}
@@ -93,7 +95,7 @@ class Case:
             if x == x and y == y:
                 placed[group][key] = [float(x), float(y)]
         given = {"name": name, "sex": sex, "birth": birth, "film": film, "dental_stage": dental_stage,
-                 "mm_per_pixel": mm_per_pixel, "virtual": virtual, **facts}
+                 "population": population, "mm_per_pixel": mm_per_pixel, "virtual": virtual, **facts}
         content: dict[str, Any] = {"format": "cephtool-case", "version": 1, "kind": kind}
         content |= {key: value.isoformat() if isinstance(value, Date) else value for key, value in given.items()
                     if value is not None}
@@ -184,6 +186,11 @@ class Case:
     def dental_stage(self) -> Optional[str]:
         """Hellman's stage, ``"I"`` to ``"VA"``."""
         return self._facts.get("dental_stage")
+
+    @property
+    def population(self) -> Optional[str]:
+        """Whose norms count, as the case says; None when it does not."""
+        return self._facts.get("population")
 
     @property
     def mm_per_pixel(self) -> float:

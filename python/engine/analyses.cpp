@@ -10,7 +10,9 @@
 #include "base/path.h"
 #include "base/wording.h"
 #include "python/engine/engine.h"
+#include "results/landmark_error_file.h"
 #include "results/measurement.h"
+#include "tracing/landmark_outliers.h"
 
 namespace python {
 namespace {
@@ -110,8 +112,8 @@ py::list items(const Analysis& analysis) {
 // A row for each item of each case, columns as cephtool.measure names them.
 struct Rows {
     std::vector<std::int64_t> record, analysis, item;
-    std::vector<double> value, mean, sd, deviation;
-    std::vector<std::string> text, missing, reason;
+    std::vector<double> value, mean, sd, deviation, error, deviation_error, share;
+    std::vector<std::string> text, missing, reason, mostly, shown, error_text;
     struct Remark {
         std::size_t record;
         std::string analysis;  // "" of the case
@@ -135,20 +137,68 @@ struct Rows {
             text.push_back(measured.text);
             missing.push_back(cephtool::joined(measured.missing, " "));
             reason.push_back(cephtool::in_english(measured.reason));
+            add_error(measured);
         }
+    }
+
+    void add_error(const cephtool::Measurement& measured) {
+        const bool known = measured.error && measured.error->state == ErrorState::known;
+        error.push_back(known ? measured.error->value : nan);
+        deviation_error.push_back(known ? measured.error->deviation.value_or(nan) : nan);
+        share.push_back(known && !measured.error->mostly.empty() ? measured.error->share : nan);
+        mostly.push_back(known ? cephtool::printable(measured.error->mostly) : "");
+        shown.push_back(measured.value_with_error());
+        std::vector<std::string> words;
+        for (const cephtool::Remark& remark : measured.error_remarks()) words.push_back(cephtool::in_english(remark));
+        error_text.push_back(cephtool::joined(words, "; "));
     }
 };
 
-Rows rows_of(const std::vector<std::shared_ptr<Case>>& cases, const std::vector<const Analysis*>& analyses,
-             std::optional<int> band) {
+// Measures cases one after the other, remarking on landmarks where nobody expects them.
+class CaseMeasurer {
+ public:
+    CaseMeasurer(std::vector<cephtool::AnalysisFamily> families, std::optional<int> band,
+                 const tool::LandmarkErrors* errors)
+        : families_(std::move(families)), band_(band), errors_(errors) {}
+
+    cephtool::CaseResult operator()(Case record) {
+        if (record.kind == cephtool::Kind::lateral) remark_slips(record);
+        return cephtool::measured(std::move(record), families_, band_, false, errors_);
+    }
+
+ private:
+    // Without the average face cases are measured all the same.
+    void remark_slips(Case& record) {
+        try {
+            static const cephtool::OutlineTemplate face = cephtool::shipped_template(cephtool::Kind::lateral);
+            if (!outliers_) outliers_.emplace(face);
+            outliers_->remark(record);
+        } catch (const cephtool::Error& error) {
+            record.remarks.push_back({"", "landmarks are not looked at for slips: %1", {shown_text(error)}});
+        }
+    }
+
+    const std::vector<cephtool::AnalysisFamily> families_;
+    const std::optional<int> band_;
+    const tool::LandmarkErrors* const errors_;
+    std::optional<cephtool::LandmarkOutliers> outliers_;
+};
+
+// With `by_population` the analyses are those of a folder, and each case is measured by those for its population.
+Rows rows_of(const std::vector<std::shared_ptr<Case>>& cases, const std::vector<Analysis>& analyses,
+             std::optional<int> band, const tool::LandmarkErrors* errors, bool by_population) {
+    std::vector<cephtool::AnalysisFamily> families;
+    if (by_population)
+        families = cephtool::families_of(analyses);
+    else
+        for (const Analysis& analysis : analyses) families.emplace_back(&analysis);
+    CaseMeasurer measured(std::move(families), band, errors);
     Rows rows;
     for (std::size_t i = 0; i < cases.size(); ++i) {
         const std::size_t known_remarks = cases[i]->remarks.size();
-        const cephtool::CaseResult result = cephtool::measured(*cases[i], analyses, band, false);
-        for (const cephtool::AnalysisResult& each : result.analyses) {
-            const auto place = std::find(analyses.begin(), analyses.end(), each.analysis) - analyses.begin();
-            rows.add(i, static_cast<std::size_t>(place), each);
-        }
+        const cephtool::CaseResult result = measured(*cases[i]);
+        for (const cephtool::AnalysisResult& each : result.analyses)
+            rows.add(i, static_cast<std::size_t>(each.analysis - analyses.data()), each);
         for (std::size_t k = known_remarks; k < result.record.remarks.size(); ++k)
             rows.remarks.push_back({i, "", result.record.remarks[k]});
     }
@@ -156,13 +206,11 @@ Rows rows_of(const std::vector<std::shared_ptr<Case>>& cases, const std::vector<
 }
 
 py::tuple measure(const std::vector<std::shared_ptr<Case>>& cases, const std::vector<Analysis>& analyses,
-                  std::optional<int> band) {
-    std::vector<const Analysis*> wanted;
-    for (const Analysis& analysis : analyses) wanted.push_back(&analysis);
+                  std::optional<int> band, const tool::LandmarkErrors* errors, bool by_population) {
     Rows rows;
     {
         const py::gil_scoped_release others_run;
-        rows = rows_of(cases, wanted, band);
+        rows = rows_of(cases, analyses, band, errors, by_population);
     }
     py::dict columns;
     const auto count = static_cast<py::ssize_t>(rows.value.size());
@@ -176,6 +224,14 @@ py::tuple measure(const std::vector<std::shared_ptr<Case>>& cases, const std::ve
     columns["text"] = rows.text;
     columns["missing"] = rows.missing;
     columns["reason"] = rows.reason;
+    if (errors) {
+        columns["error"] = array_of(std::move(rows.error), {count});
+        columns["deviation_error"] = array_of(std::move(rows.deviation_error), {count});
+        columns["mostly"] = rows.mostly;
+        columns["share"] = array_of(std::move(rows.share), {count});
+        columns["shown"] = rows.shown;
+        columns["error_text"] = rows.error_text;
+    }
     py::list remarks;
     for (const Rows::Remark& each : rows.remarks)
         remarks.append(py::make_tuple(each.record, each.analysis, each.remark.code, cephtool::in_english(each.remark)));
@@ -219,6 +275,7 @@ void add_analyses(py::module_& module) {
                                    return all;
                                })
         .def_property_readonly("analyses", cephtool::listed_analyses)
+        .def_property_readonly("landmark_errors", cephtool::landmark_errors_of)
         .def_property_readonly("modes", [](const AnalysisFolder& folder) {
             py::list all;
             for (const cephtool::KindOfMode& mode : cephtool::listed_modes(folder))
@@ -228,7 +285,8 @@ void add_analyses(py::module_& module) {
         });
     module.def(
         "population_named", [](const std::string& text) { return tool::population_named(text).name; }, py::arg("text"));
-    module.def("measure", measure, py::arg("cases"), py::arg("analyses"), py::arg("band"));
+    module.def("measure", measure, py::arg("cases"), py::arg("analyses"), py::arg("band"), py::arg("errors").none(true),
+               py::arg("by_population"));
 }
 
 }  // namespace python

@@ -1,8 +1,10 @@
 #include <CalcTool.h>
+#include <CodePage.h>
 #include <LandmarkTable.h>
 #include <MeasuredAnalysis.h>
 #include <Tools.h>
 
+#include <algorithm>
 #include <array>
 #include <cmath>
 #include <limits>
@@ -43,13 +45,23 @@ struct Patients {
 
 struct Columns {
     std::vector<double> value, mean, sd, deviation;
+    std::vector<double> error, deviation_error, share;
+    std::vector<std::int64_t> mostly;  // the place of the landmark; -1: none
 };
 
 // For one thread.
 class PointMeasurer {
  public:
-    PointMeasurer(const Analysis& analysis, const std::vector<std::string>& names, bool norms)
-        : analysis_(analysis), set_(analysis.sheet()), his_(set_), hers_(set_), norms_(norms) {
+    PointMeasurer(const Analysis& analysis, const std::vector<std::string>& names, bool norms,
+                  const tool::LandmarkErrors* errors)
+        : analysis_(analysis),
+          set_(analysis.sheet()),
+          his_(set_),
+          hers_(set_),
+          norms_(norms),
+          errors_(errors),
+          names_(names) {
+        if (errors_) his_.SetErrors(*errors_);
         const int kind = static_cast<int>(tool::measured_on(analysis.kind()));
         for (const std::string& name : names) {
             tool::PlacedLandmark& landmark = subject_.landmarks.emplace_back();
@@ -66,6 +78,11 @@ class PointMeasurer {
         const py::ssize_t cases = points.shape(0);
         for (std::vector<double>* column : {&all.value, &all.mean, &all.sd, &all.deviation})
             if (norms_ || column == &all.value) column->assign(static_cast<std::size_t>(cases) * item_count(), nan);
+        if (errors_) {
+            for (std::vector<double>* column : {&all.error, &all.deviation_error, &all.share})
+                column->assign(all.value.size(), nan);
+            all.mostly.assign(all.value.size(), -1);
+        }
         std::size_t at = 0;
         for (py::ssize_t place = 0; place < cases; ++place) {
             take(points, patients, place);
@@ -77,6 +94,7 @@ class PointMeasurer {
                     if (found.sd) all.sd[at] = *found.sd;
                     if (found.deviation) all.deviation[at] = *found.deviation;
                 }
+                if (errors_ && found.value) add_error(item, found.deviation.has_value(), all, at);
                 ++at;
             }
         }
@@ -120,10 +138,25 @@ class PointMeasurer {
                                   ResultList::Numbers(hers_, 0, item, female, band_, norms_));
     }
 
+    void add_error(int item, bool with_deviation, Columns& all, std::size_t at) {
+        const SheetError found = his_.Error(0, item, static_cast<int>(subject_.sex.value_or(tool::Sex::male)), band_);
+        if (found.state != ErrorState::known) return;
+        all.error[at] = found.value;
+        if (with_deviation) all.deviation_error[at] = found.deviation;
+        if (found.mostly.IsEmpty()) return;
+        const std::string mostly = Utf8FromCodePage932(found.mostly);
+        const auto place = std::ranges::find(names_, mostly);
+        if (place == names_.end()) return;
+        all.mostly[at] = place - names_.begin();
+        all.share[at] = found.share;
+    }
+
     const Analysis& analysis_;
     SheetSet set_;
     SheetMeasurer his_, hers_;
     const bool norms_;
+    const tool::LandmarkErrors* const errors_;
+    const std::vector<std::string>& names_;
     std::vector<int> items_;
     tool::Subject subject_;
     std::optional<tool::SubjectRecord> record_;  // of the subject, measured
@@ -133,7 +166,7 @@ class PointMeasurer {
 
 py::tuple measure_points(const Analysis& analysis, const Doubles& points, const std::vector<std::string>& names,
                          const Doubles& mm_per_pixel, const Doubles& sex, const Doubles& age,
-                         const Doubles& dental_stage, bool norms) {
+                         const Doubles& dental_stage, bool norms, const tool::LandmarkErrors* errors) {
     if (points.ndim() != 3 || points.shape(2) != 2 || points.shape(1) != static_cast<py::ssize_t>(names.size()))
         throw bad_argument("the points do not have the shape (n_cases, " + std::to_string(names.size()) + ", 2)",
                            "The landmarks are " + cephtool::joined(names, ", ") + ".");
@@ -147,15 +180,18 @@ py::tuple measure_points(const Analysis& analysis, const Doubles& points, const 
     py::ssize_t items = 0;
     {
         const py::gil_scoped_release others_run;
-        PointMeasurer measurer(analysis, names, norms);
+        PointMeasurer measurer(analysis, names, norms, errors);
         items = static_cast<py::ssize_t>(measurer.item_count());
         measurer.measure(all_points, patients, all);
     }
-    const auto table = [&](std::vector<double>& column) -> py::object {
-        if (!norms && &column != &all.value) return py::none();
+    const auto table = [&](auto& column, bool wanted) -> py::object {
+        if (!wanted) return py::none();
         return array_of(std::move(column), {cases, items});
     };
-    return py::make_tuple(table(all.value), table(all.mean), table(all.sd), table(all.deviation));
+    return py::make_tuple(table(all.value, true), table(all.mean, norms), table(all.sd, norms),
+                          table(all.deviation, norms), table(all.error, errors),
+                          table(all.deviation_error, errors && norms), table(all.mostly, errors),
+                          table(all.share, errors));
 }
 
 // ---- Plane geometry, row by row: arrays of the shape (n, 2)
@@ -283,7 +319,8 @@ Image lines_of(const Image& picture, int threshold, bool bright) {
 
 void add_arrays(py::module_& module) {
     module.def("measure_points", measure_points, py::arg("analysis"), py::arg("points"), py::arg("names"),
-               py::arg("mm_per_pixel"), py::arg("sex"), py::arg("age"), py::arg("dental_stage"), py::arg("norms"));
+               py::arg("mm_per_pixel"), py::arg("sex"), py::arg("age"), py::arg("dental_stage"), py::arg("norms"),
+               py::arg("errors").none(true));
     module.def(
         "dental_stage", [](const std::string& name) { return tool::dental_stage_named(name); }, py::arg("name"));
     add_geometry<2>(module, "length", length);

@@ -24,6 +24,7 @@ void add_cases(py::module_& module);     // cases and their tracings
 void add_analyses(py::module_& module);  // folders, analyses, what they say about cases
 void add_arrays(py::module_& module);    // landmarks and images in arrays
 void add_facts(py::module_& module);     // dates, eras, photographs
+void add_errors(py::module_& module);    // errors of landmarks
 void add_study(py::module_& module);     // error of the method
 
 using Doubles = py::array_t<double, py::array::forcecast>;

@@ -65,6 +65,7 @@ PYBIND11_MODULE(_engine, module) {
         cephtool::set_program_folder(cephtool::path_from_utf8(python::path_text(folder)));
     });
     python::add_cases(module);
+    python::add_errors(module);
     python::add_analyses(module);
     python::add_arrays(module);
     python::add_facts(module);

@@ -37,6 +37,10 @@ STEINER = cephtool.analysis("Steiner")
     (lambda path: STEINER.measure_points(np.zeros((2, 20, 2)), mm_per_pixel=[0.1] * 3), "3 numbers for 2 cases"),
     (lambda path: STEINER.measure_points(np.full((2, 20, 2), 2e6), mm_per_pixel=0.1), "case 0: "),
     (lambda path: STEINER.measure_points(np.ones((2, 20, 2)), mm_per_pixel=0.0), "case 0: The scale"),
+    (lambda path: cephtool.LandmarkErrors.read(path), "slip.csv:1:1: "),
+    (lambda path: cephtool.LandmarkErrors({"S": (0, 1)}).write(path, "\U0001f9b7"), "code page 932"),
+    (lambda path: cephtool.reliability([[]]), "two readings at least"),
+    (lambda path: cephtool.reliability([{}, {}, {}], repeats=2), "3 readings are not 2 of each observer"),
     (lambda path: cephtool.date("2024-02-30"), "2024-02-30"),
     (lambda path: cephtool.age("2024-01-02", "2024-01-01"), "before birth"),
     (lambda path: cephtool.photograph(path), "JPEG"),
@@ -63,6 +67,25 @@ def test_a_mirrored_film_is_warned_of_with_its_code(class2):
         cephtool.Case(mirrored, mm_per_pixel=0.1)
     assert [warning.message.code for warning in caught] == ["mirrored"]
     assert caught[0].filename == __file__
+
+
+def test_a_landmark_that_slipped_is_warned_of(class2):
+    slipped = class2.replace(landmarks={**class2.landmarks, "A": (900, 1900)})
+    with pytest.warns(cephtool.Remark, match="A lies 87 mm from where the other 49 landmarks expect it"):
+        assert "landmark_far" in STEINER.measure(slipped).remarks[0]
+
+
+@ignored
+def test_errors_of_landmarks_are_ones_own(class2):
+    own = cephtool.LandmarkErrors({"S": (0, 0), "N": (0, 0), "A": (3, 0, 60, "ours")}, frontal={"ZL": (1, 2)})
+    again = pickle.loads(pickle.dumps(own))
+    assert again.lateral["A"] == (3, 0, 60, "ours") and list(again.frontal) == ["ZL"]
+    first = STEINER.measure(class2, error=own).iloc[0]
+    assert (first.mostly, first.share) == ("A", 1) and first.shown.startswith("82.8 ± ")
+    wide = STEINER.measure([class2], error=again, form="wide")
+    assert wide["Steiner:SNA:error"][0] == first.error and "Steiner:SNB:mostly" in wide
+    with pytest.raises(ValueError, match="0 to 100 mm"):
+        cephtool.LandmarkErrors({"S": (0, float("nan"))})
 
 
 @ignored
