@@ -8,15 +8,6 @@
 #include "platform/numbers.h"
 
 namespace tool {
-namespace {
-
-// Kept: formulas multiply by 180 before they divide by pi, the exported angles the other way round; the last bits
-// differ, and stored measurements have these.
-double formula_degrees(double radians) {
-    return radians * 180.0 / short_pi;
-}
-
-}  // namespace
 
 Vec2 constructed(Construction construction, const std::array<Vec2, 4>& p, double number, double scale, double pixel) {
     switch (construction) {
@@ -40,12 +31,6 @@ Vec2 effective_a(Vec2 n, Vec2 a, Vec2 u1c, double incisor_lean, double scale) {
 
 double incisor_lean(Vec2 n, Vec2 a, const Line& incisor) {
     return signed_angle({n, a}, incisor);
-}
-
-bool at_one_place(Vec2 p, Vec2 q) {
-    constexpr double one_place_px = 1e-6;
-    const Vec2 way = q - p;
-    return !(std::abs(way.x) > one_place_px || std::abs(way.y) > one_place_px);
 }
 
 bool parallel(const std::array<Vec2, 4>& p) {

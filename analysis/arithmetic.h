@@ -12,10 +12,12 @@
 #pragma once
 
 #include <array>
+#include <cmath>
 #include <span>
 
 #include "geometry/line.h"
 #include "geometry/vec2.h"
+#include "platform/numbers.h"
 
 namespace tool {
 
@@ -31,7 +33,11 @@ Vec2 effective_a(Vec2 n, Vec2 a, Vec2 u1c, double incisor_lean, double scale);
 double incisor_lean(Vec2 n, Vec2 a, const Line& incisor);
 
 // Whether two points lie at one place, as near as rounding moves a constructed point; a landmark moves by more.
-bool at_one_place(Vec2 p, Vec2 q);
+inline constexpr double one_place_px = 1e-6;
+inline bool at_one_place(Vec2 p, Vec2 q) {
+    const Vec2 way = q - p;
+    return !(std::abs(way.x) > one_place_px || std::abs(way.y) > one_place_px);
+}
 // Whether the line of the first two points and that of the others have no crossing that means anything.
 bool parallel(const std::array<Vec2, 4>& points);
 
@@ -47,6 +53,12 @@ enum class Measure : unsigned {
     angle3 = 109,
     angle4 = 110
 };
+
+// Kept: formulas multiply by 180 before they divide by pi, the exported angles the other way round; the last bits
+// differ, and stored measurements have these.
+inline double formula_degrees(double radians) {
+    return radians * 180.0 / short_pi;
+}
 
 // Lengths are mm by the scale, angles degrees; 0 for an angle between sides without length.
 double measured(Measure measure, const std::array<Vec2, 4>& points, double scale);

@@ -14,7 +14,6 @@ namespace {
 
 constexpr double degrees_a_radian = 180.0 / std::numbers::pi;
 constexpr double reach = 2;                                // standard errors within which a border counts
-constexpr double one_place_px = 1e-6;                      // as of at_one_place
 constexpr std::size_t most_slopes = std::size_t{1} << 20;  // of all steps together, 32 MiB; no analysis comes near
 
 double cross(Vec2 u, Vec2 v) {

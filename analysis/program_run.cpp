@@ -5,16 +5,10 @@
 #include "analysis/cast_points.h"
 #include "analysis/evaluation.h"
 #include "analysis/measures.h"
+#include "analysis/program_step.h"
 #include "platform/numbers.h"
 
 namespace tool {
-namespace {
-
-Measure measure_of(const Step& step) {
-    return static_cast<Measure>(step.what);
-}
-
-}  // namespace
 
 ProgramRun::ProgramRun(const Program& program)
     : program_(program),
@@ -110,11 +104,14 @@ double ProgramRun::value(StepId id) {
 
 void ProgramRun::compute(StepId id) {
     const Step& step = program_.steps[id];
-    const auto point = [&](std::size_t i) { return values_[step.in[i]]; };
     const auto number = [&](std::size_t i) { return values_[step.in[i]].x; };
-    const auto points = [&] { return std::array{point(0), point(1), point(2), point(3)}; };
     Vec2& result = values_[id];
-    if (may_be_undefined(step)) suspects_.push_back(id);
+    if (is_geometric(step)) {
+        const std::array in{values_[step.in[0]], values_[step.in[1]], values_[step.in[2]], values_[step.in[3]]};
+        if (may_be_undefined(program_, step, in)) suspects_.push_back(id);
+        result = geometric(step, in, landmarks_->scale(), landmarks_->steps());
+        return;
+    }
     switch (step.kind) {
         case Step::Kind::number: result = {step.number, 0}; break;
         case Step::Kind::landmark:
@@ -127,15 +124,6 @@ void ProgramRun::compute(StepId id) {
             virtual_suspect_ = virtual_suspect_ || reader.degeneracy();
             break;
         }
-        case Step::Kind::construction:
-            result = constructed(static_cast<Construction>(step.what), points(), step.number, landmarks_->scale(),
-                                 landmarks_->steps());
-            break;
-        case Step::Kind::incisor_lean: result.x = incisor_lean(point(0), point(1), {point(2), point(3)}); break;
-        case Step::Kind::effective_a:
-            result = effective_a(point(0), point(1), point(2), number(3), landmarks_->scale());
-            break;
-        case Step::Kind::measure: result.x = measured(measure_of(step), points(), landmarks_->scale()); break;
         case Step::Kind::cast_measure: result.x = measured_cast(program_.tokens[step.in[0]], *landmarks_); break;
         case Step::Kind::operation: result.x = combined(static_cast<Operation>(step.what), number(0), number(1)); break;
         case Step::Kind::first_not_zero: {
@@ -149,37 +137,8 @@ void ProgramRun::compute(StepId id) {
         case Step::Kind::item: result.x = values_[program_.items[step.in[0]].value].x; break;
         case Step::Kind::norm: result.x = norm_number(norm_field(static_cast<int>(step.in[0]))).value_or(0.0); break;
         case Step::Kind::deviation: result.x = deviation(number(0), number(1), number(2)); break;
+        default: break;
     }
-}
-
-// Where the readers of text would look for a degeneracy (PointReader, read_measure), and at equal points that have one
-// name, too.
-bool ProgramRun::may_be_undefined(const Step& step) const {
-    const auto at_one_place = [&](std::size_t i, std::size_t j) {
-        return tool::at_one_place(values_[step.in[i]], values_[step.in[j]]);
-    };
-    const auto is_landmark = [&](std::size_t i) {
-        const Step::Kind kind = program_.steps[step.in[i]].kind;
-        return kind == Step::Kind::landmark || kind == Step::Kind::named || kind == Step::Kind::number;
-    };
-    if (step.kind == Step::Kind::incisor_lean) return at_one_place(0, 1) || at_one_place(2, 3);
-    if (step.kind == Step::Kind::measure) switch (measure_of(step)) {
-            case Measure::length:
-            case Measure::length_right:
-            case Measure::length_down: return is_landmark(0) && is_landmark(1) && at_one_place(0, 1);
-            case Measure::angle1: return at_one_place(0, 1) || at_one_place(2, 1);
-            default: return at_one_place(0, 1) || at_one_place(2, 3);
-        }
-    if (step.kind == Step::Kind::construction) switch (static_cast<Construction>(step.what)) {
-            case Construction::foot: return at_one_place(1, 2);
-            case Construction::crossing:
-                return at_one_place(0, 1) || at_one_place(2, 3) ||
-                       parallel({values_[step.in[0]], values_[step.in[1]], values_[step.in[2]], values_[step.in[3]]});
-            case Construction::bisector: return at_one_place(0, 1) || at_one_place(0, 2);
-            case Construction::extension: return at_one_place(0, 1);
-            default: return false;
-        }
-    return false;
 }
 
 // Whether a step that may be undefined, or a virtual landmark when one may be, is among those that `root` takes.

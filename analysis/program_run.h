@@ -50,7 +50,6 @@ class ProgramRun {
     bool known(StepId id) const;
     double value(StepId id);
     void compute(StepId id);
-    bool may_be_undefined(const Step& step) const;
     bool leads_to_suspect(StepId root);
     enum class Presence { present, absent, unsure };
     Presence presence(std::size_t bit) const;

@@ -4,14 +4,14 @@
 
 #include "LandmarkTable.h"
 #include "MeasuredAnalysis.h"
+#include "analysis/film_steps.h"
 #include "platform/code_page.h"
 #include "platform/numbers.h"
 
 namespace tool {
 namespace {
 
-constexpr int whole_steps = 1, fine_steps = 64;
-constexpr double farthest_px = 1e6;  // 64 million steps
+constexpr int whole_steps = 1;
 
 bool is_far(FilmPoint p) {
     return !(std::abs(p.x) <= farthest_px && std::abs(p.y) <= farthest_px);

@@ -2,14 +2,6 @@
 
 namespace tool {
 
-namespace {
-
-double halfway(double from, double to) {
-    return from == to ? from : from + (to - from) * 0.5;
-}
-
-}  // namespace
-
 Vec2 midpoint(Vec2 a, Vec2 b) {
     return {halfway(a.x, b.x), halfway(a.y, b.y)};
 }
@@ -17,10 +9,7 @@ Vec2 midpoint(Vec2 a, Vec2 b) {
 Vec2 foot_of_perpendicular(Vec2 p, const Line& line) {
     if (line.vertical()) return {line.a.x, p.y};
     if (line.horizontal()) return {p.x, line.a.y};
-    // With y = m x + k and the perpendicular y = p.y - (x - p.x) / m, both multiplied by m.
-    const double m = line.slope(), k = line.offset();
-    const double w = p.x / m + p.y - k;
-    return {m * w / (1.0 + m * m), w * m * m / (1.0 + m * m) + k};
+    return foot_on_slope(p, line);
 }
 
 Vec2 foot_on_parallel(Vec2 p, const Line& line, Vec2 through) {

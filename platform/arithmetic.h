@@ -7,9 +7,12 @@
 // else.
 #pragma once
 
+#include "platform/lanes.h"
+
 namespace tool {
 
 double acos(double cosine);  // in 0 ... pi; NaN outside -1 ... 1
+void acos(const LaneNumbers& cosines, LaneNumbers& angles);  // may be one object
 double atan(double tangent);
 double sin(double angle);  // any size of angle; NaN of an infinite one
 double cos(double angle);

@@ -14,6 +14,7 @@
 #include <cstdint>
 #include <iterator>
 #include <limits>
+#include <type_traits>
 
 #include "platform/arithmetic/tables.h"
 
@@ -173,21 +174,28 @@ inline Approximation approximate_atan(double x) {
     return {sum.high, sum.low + (base.low + (second + powers)), 0x1p-68 * sum.high};
 }
 
+using ArcsineRow = std::remove_cvref_t<decltype(arcsine_table[0])>;
+namespace arithmetic {
+inline constexpr double steep_from = 0.7071;  // u is s: near 1 the angle is as s is. w is exact then.
+
+// Of c: |u - c| < 2^-8 or, where s is not waited for, 2^-7.2; and c is 0 up to 2^-8. For |x| < 1.
+inline int arcsine_row(double x) {
+    constexpr int first_place = std::bit_cast<std::uint64_t>(0x1p-18) >> 46;
+    const double a = std::abs(x), w = 1 - a;
+    if (!(a > steep_from)) return nearest(128 * a).bits;
+    const int place = static_cast<int>(std::bit_cast<std::uint64_t>(w) >> 46) - first_place;
+    return place < 0 ? 0 : arcsine_places[place];
+}
+}  // namespace arithmetic
+
 // With u the smaller one of |x| and s = sqrt(1 - x^2), v the larger one, and c = i/128 near u:
-// asin u = asin c + asin z, z = u sqrt(1 - c^2) - v c; and acos x = pi/2 - asin x, or asin s, or pi - asin s. For |x|
-// < 1.
-inline Approximation approximate_acos(double x) {
+// asin u = asin c + asin z, z = u sqrt(1 - c^2) - v c; and acos x = pi/2 - asin x, or asin s, or pi - asin s. `row`
+// has c. For |x| < 1.
+inline Approximation approximate_acos(double x, const ArcsineRow& row) {
     using namespace arithmetic;
     const double a = std::abs(x), w = 1 - a;
-    const bool steep = a > 0.7071;  // u is s: near 1 the angle is as s is. w is exact then.
-    // |u - c| < 2^-8 or, where s is not waited for, 2^-7.2; and c is 0 up to 2^-8.
-    int i = nearest(128 * a).bits;
-    if (steep) {
-        constexpr int first_place = std::bit_cast<std::uint64_t>(0x1p-18) >> 46;
-        const int place = static_cast<int>(std::bit_cast<std::uint64_t>(w) >> 46) - first_place;
-        i = place < 0 ? 0 : arcsine_places[place];
-    }
-    const auto& [c, arcsine, cosine] = arcsine_table[i];
+    const bool steep = a > steep_from;
+    const auto& [c, arcsine, cosine] = row;
     // s is wrong by less than 2.5u, for the steep ones 1.8u: w, 1 + a, the product, half of them, and the root.
     const double s = std::sqrt(w * (1 + a));
     const Split parts = split(a), root = split(s), u = steep ? root : parts, v = steep ? parts : root;
@@ -218,6 +226,10 @@ inline Approximation approximate_acos(double x) {
     const double lows = multiple * half_pi.low + sign * (((arcsine.low + rest) + powers) + correction);
     // Five more roundings, with that of the test, of less than 2^-18.5. Together 18u 2^-18.5 + 2^-74 < 2^-67.2.
     return {sum.high, sum.low + lows, 0x1p-67 * sum.high};
+}
+
+inline Approximation approximate_acos(double x) {
+    return approximate_acos(x, arcsine_table[arithmetic::arcsine_row(x)]);
 }
 
 }  // namespace tool
