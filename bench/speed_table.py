@@ -5,6 +5,8 @@ import datetime, json, os, pathlib, platform, re, subprocess, sys
 build = pathlib.Path(sys.argv[1])
 options = ["--benchmark_repetitions=3", "--benchmark_report_aggregates_only", "--benchmark_format=json", *sys.argv[2:]]
 
+RIVALS = {"CLibrary", "Inline", "Eigen", "Text", "MuParser", "Plain", "OpenCV", "Memcpy", "LibExif", "PlainCairo", "CairoBezier"}
+
 
 def shown(ns):
     for unit, size in (("s", 1e9), ("ms", 1e6), ("µs", 1e3), ("ns", 1)):
@@ -19,7 +21,7 @@ def rows_of(program):
         if run.get("aggregate_name") != "median":
             continue
         name, *arguments = run["run_name"].split("/")
-        measure, _, who = name.partition("_")
+        measure, _, who = name.replace("_", " ").rpartition(" ")
         each = run.get("items_per_second")
         time = 1e9 / each if each else run["cpu_time"] * scales[run["time_unit"]]
         what = " ".join([measure, *arguments]) + (", an item" if each else "")
@@ -44,8 +46,9 @@ for program in sorted((build / "bench").glob("*_bench")):
     print(f"\n## {program.name.removesuffix('_bench').replace('_', ' ').capitalize()}\n\n`{program}`, {load()}\n")
     print("| measure | takes | others take |\n|---|---|---|")
     for measure, times in rows_of(program).items():
-        (who, ours), *others = times.items()
-        rivals = ", ".join(f"{name} {shown(time)} ({time / ours:.2g})" for name, time in others)
+        who = next((name for name in times if name not in RIVALS), next(iter(times)))
+        ours = times.pop(who)
+        rivals = ", ".join(f"{name} {shown(time)} ({time / ours:.2g})" for name, time in times.items())
         print(f"| {measure} | {who} {shown(ours)} | {rivals or '–'} |", flush=True)
 for script in ("batch_bench", "film_bench", "python_bench"):
     print(f"\n## {script.removesuffix('_bench').capitalize()}\n\n`bench/{script}`, {load()}\n\n```text", flush=True)
