@@ -5,12 +5,11 @@ from __future__ import annotations
 import math
 import os
 from collections.abc import Mapping, Sequence
-from pathlib import Path
 from types import MappingProxyType
 from typing import Any, NamedTuple, Optional, Union
 
 from cephtool import _engine
-from cephtool.cases import PathLike
+from cephtool.cases import PathLike, _write
 
 
 class LandmarkError(NamedTuple):
@@ -71,7 +70,7 @@ class LandmarkErrors:
         heading : str
             First lines of the file, as comments.
         """
-        Path(path).write_bytes(self._errors.file_text(heading))
+        _write(path, self._errors.file_text(heading))
 
     def _by_name(self, frontal: bool) -> Mapping[str, LandmarkError]:
         return MappingProxyType({figure[0]: LandmarkError(*figure[2:]) for figure in self._errors.figures
