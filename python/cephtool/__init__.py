@@ -22,7 +22,8 @@ from cephtool import _setup as _setup
 from cephtool import geometry, line_image, shapes
 from cephtool._engine import version as __version__
 from cephtool._errors import Error, Remark
-from cephtool.analyses import Analysis, DisplayMode, Folder, Formula, Item, Values, analysis, formula, measure
+from cephtool.analyses import (Analysis, DisplayMode, Folder, Formula, Item, Values, analysis, compose, formula,
+                               measure)
 from cephtool.cases import Case, Tracing, landmark_names, read
 from cephtool.dates import Age, Era, age, date, era
 from cephtool.errors import LandmarkError, LandmarkErrors
@@ -33,6 +34,6 @@ from cephtool.study import Agreement, Study, agreement, reliability
 __all__ = [
     "Age", "Agreement", "Analysis", "Case", "DisplayMode", "Era", "Error", "Finding", "Folder", "Formula",
     "Item", "LandmarkError", "LandmarkErrors", "Photograph", "Remark", "Study", "Tracing", "Values", "__version__",
-    "age", "agreement", "analysis", "date", "era", "formula", "geometry", "growth", "landmark_names", "line_image",
+    "age", "agreement", "analysis", "compose", "date", "era", "formula", "geometry", "growth", "landmark_names", "line_image",
     "measure", "photograph", "read", "reliability", "shapes",
 ]

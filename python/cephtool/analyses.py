@@ -6,6 +6,7 @@ import functools
 import html
 import os
 from collections.abc import Iterable, Iterator, Sequence
+from pathlib import Path
 from typing import TYPE_CHECKING, Any, NamedTuple, Optional, Union
 
 import numpy as np
@@ -330,6 +331,43 @@ def shipped_folder() -> Folder:
 def analysis(name: str, kind: Optional[str] = None) -> Analysis:
     """An analysis of the folder that ships, as `Folder.analysis`: ``analysis("Ricketts", kind="frontal")``."""
     return shipped_folder().analysis(name, kind)
+
+
+def compose(title: str, *parts: Union[Analysis, tuple[Analysis, Union[str, Iterable[str]]]],
+            path: Optional[PathLike] = None) -> Analysis:
+    """An analysis made of items of others: ``compose("Ours", (analysis("Steiner"), ["SNA", "SNB"]), analysis("Wits"))``.
+
+    Each item has the value, norms and deviation that its own analysis gives; what formulas refer to comes along.
+
+    Parameters
+    ----------
+    title : str
+    *parts : Analysis, or Analysis and names of its items
+        In the order in which they are to stand; without names all items.
+    path : path, optional
+        Where to write the definition, too, as ``cephtool compose`` does.
+
+    Raises
+    ------
+    Error
+        The items are of unlike kinds of cases, or their norms have no common stages.
+    KeyError
+        An analysis has no such item.
+    """
+    analyses: list[Analysis] = []
+    items: list[tuple[int, int]] = []
+    for part in parts:
+        whose, wanted = part if isinstance(part, tuple) else (part, None)
+        if whose not in analyses:
+            analyses.append(whose)
+        places = {item[0]: place for place, item in enumerate(whose._analysis.items) if not item[3]}
+        names = [wanted] if isinstance(wanted, str) else wanted
+        items += [(analyses.index(whose), place) for place in
+                  (range(len(whose._analysis.items)) if names is None else [places[name] for name in names])]
+    text = _engine.Analysis.composed(title, [analysis._analysis for analysis in analyses], items)
+    if path is not None:
+        Path(path).write_bytes(text.encode("cp932"))
+    return Analysis.from_text(text, analyses[0].kind, title)
 
 
 def measure(cases: Union[Case, Iterable[Case]], analyses: Optional[Iterable[Analysis]] = None, *,

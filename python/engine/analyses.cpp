@@ -1,4 +1,5 @@
 #include <CodePage.h>
+#include <ComposedAnalysis.h>
 #include <DefinitionCheck.h>
 
 #include <algorithm>
@@ -91,6 +92,16 @@ Analysis formula(const std::string& text, const std::string& kind) {
     Analysis analysis = *Analysis::from_text(engine_kind, "formula.txt", definition.View());
     if (analysis.items().size() != 1 || analysis.items()[0].formula.empty()) throw bad_argument("the formula is empty");
     return analysis;
+}
+
+// The definition of an analysis made of items of others: places of the analysis, and of its item.
+std::string composed(const std::string& title, const std::vector<Analysis>& analyses,
+                     const std::vector<std::pair<std::size_t, std::size_t>>& items) {
+    std::vector<tool::ComposedItem> all;
+    for (const auto& [analysis, item] : items) all.push_back({&analyses.at(analysis), item});
+    const auto text = tool::compose(title, all);
+    if (!text) throw bad_argument(text.reason());
+    return Utf8FromCodePage932(CString(text->c_str()));
 }
 
 // Name and text; empty ones where the file does not say.
@@ -252,6 +263,7 @@ void add_analyses(py::module_& module) {
             },
             py::arg("path"), py::arg("kind"))
         .def_static("of_text", analysis_of_text, py::arg("name"), py::arg("text"), py::arg("kind"))
+        .def_static("composed", composed, py::arg("title"), py::arg("analyses"), py::arg("items"))
         .def_static("formula", formula, py::arg("text"), py::arg("kind"))
         .def_property_readonly("name", [](const Analysis& a) { return cephtool::short_name(a); })
         .def_property_readonly("title", [](const Analysis& a) { return cephtool::title_of(a); })

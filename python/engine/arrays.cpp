@@ -1,6 +1,6 @@
+#include <ArrayMeasurer.h>
 #include <CalcTool.h>
 #include <CodePage.h>
-#include <LandmarkTable.h>
 #include <MeasuredAnalysis.h>
 #include <Tools.h>
 
@@ -43,126 +43,83 @@ struct Patients {
     EachCase mm_per_pixel, sex, age, dental_stage;
 };
 
+using AllPoints = py::detail::unchecked_reference<double, 3>;
+
+std::vector<tool::ArrayCase> people(const Analysis& analysis, const Patients& patients, py::ssize_t cases, bool norms) {
+    std::vector<tool::ArrayCase> all(static_cast<std::size_t>(cases));
+    tool::Subject person;
+    std::optional<int> band;  // of the person
+    for (py::ssize_t place = 0; place < cases; ++place) {
+        tool::ArrayCase& one = all[static_cast<std::size_t>(place)];
+        one.mm_per_pixel = patients.mm_per_pixel[place];
+        if (const auto sex = static_cast<int>(patients.sex[place]); sex != 0) one.sex = static_cast<tool::Sex>(sex);
+        if (!norms) continue;
+        const double age = patients.age[place], stage = patients.dental_stage[place];
+        const tool::Subject next{.sex = one.sex,
+                                 .age_years = std::isnan(age) ? std::nullopt : std::optional(age),
+                                 .dental_stage = stage < 0 ? std::nullopt : std::optional(static_cast<int>(stage))};
+        const auto traits = [](const tool::Subject& of) { return std::tuple(of.sex, of.age_years, of.dental_stage); };
+        if (!band || traits(person) != traits(next)) band = tool::norm_band(analysis, next);
+        person = next;
+        one.band = *band;
+    }
+    return all;
+}
+
+// The places in the analysis of the items that are no headings.
+std::vector<int> item_places(const Analysis& analysis) {
+    std::vector<int> places;
+    for (std::size_t i = 0; i < analysis.items().size(); ++i)
+        if (!analysis.items()[i].heading) places.push_back(static_cast<int>(i));
+    return places;
+}
+
+// (case, item), row by row; NaN, and -1, where there is nothing. Empty: not wanted.
 struct Columns {
     std::vector<double> value, mean, sd, deviation;
     std::vector<double> error, deviation_error, share;
-    std::vector<std::int64_t> mostly;  // the place of the landmark; -1: none
+    std::vector<std::int64_t> mostly;  // the place of the landmark
 };
 
-// For one thread.
-class PointMeasurer {
- public:
-    PointMeasurer(const Analysis& analysis, const std::vector<std::string>& names, bool norms,
-                  const tool::LandmarkErrors* errors)
-        : analysis_(analysis),
-          set_(analysis.sheet()),
-          his_(set_),
-          hers_(set_),
-          norms_(norms),
-          errors_(errors),
-          names_(names) {
-        if (errors_) his_.SetErrors(*errors_);
-        const int kind = static_cast<int>(tool::measured_on(analysis.kind()));
-        for (const std::string& name : names) {
-            tool::PlacedLandmark& landmark = subject_.landmarks.emplace_back();
-            landmark.slot = LandmarkTable::Find(kind, name.c_str());
-            if (landmark.slot < 0) landmark.name = name;
+// Adds the standard errors of the values.
+void add_errors(const Analysis& analysis, const std::vector<std::string>& names, const AllPoints& points,
+                const std::vector<tool::ArrayCase>& cases, const tool::LandmarkErrors& errors, Columns& all) {
+    const SheetSet set(analysis.sheet());
+    SheetMeasurer measurer(set);
+    measurer.SetErrors(errors);
+    tool::Subject subject;
+    for (const std::string& name : names) subject.landmarks.push_back({.name = name, .at = {}});
+    for (std::vector<double>* column : {&all.error, &all.deviation_error, &all.share})
+        column->assign(all.value.size(), nan);
+    all.mostly.assign(all.value.size(), -1);
+    const std::vector<int> items = item_places(analysis);
+    std::size_t at = 0;
+    for (std::size_t place = 0; place < cases.size(); ++place) {
+        for (std::size_t i = 0; i < names.size(); ++i) {
+            const auto coordinate = [&](py::ssize_t axis) {
+                return points(static_cast<py::ssize_t>(place), static_cast<py::ssize_t>(i), axis);
+            };
+            const bool is_placed = !std::isnan(coordinate(0)) && !std::isnan(coordinate(1));
+            subject.landmarks[i].at = is_placed ? tool::FilmPoint{coordinate(0), coordinate(1)} : tool::FilmPoint{};
         }
-        for (int i = 0; i < static_cast<int>(analysis.items().size()); ++i)
-            if (!analysis.items()[static_cast<std::size_t>(i)].heading) items_.push_back(i);
-    }
-
-    std::size_t item_count() const { return items_.size(); }
-
-    void measure(const py::detail::unchecked_reference<double, 3>& points, const Patients& patients, Columns& all) {
-        const py::ssize_t cases = points.shape(0);
-        for (std::vector<double>* column : {&all.value, &all.mean, &all.sd, &all.deviation})
-            if (norms_ || column == &all.value) column->assign(static_cast<std::size_t>(cases) * item_count(), nan);
-        if (errors_) {
-            for (std::vector<double>* column : {&all.error, &all.deviation_error, &all.share})
-                column->assign(all.value.size(), nan);
-            all.mostly.assign(all.value.size(), -1);
-        }
-        std::size_t at = 0;
-        for (py::ssize_t place = 0; place < cases; ++place) {
-            take(points, patients, place);
-            for (const int item : items_) {
-                const ResultNumbers found = numbers(item);
-                if (found.value) all.value[at] = *found.value;
-                if (norms_) {
-                    if (found.mean) all.mean[at] = *found.mean;
-                    if (found.sd) all.sd[at] = *found.sd;
-                    if (found.deviation) all.deviation[at] = *found.deviation;
-                }
-                if (errors_ && found.value) add_error(item, found.deviation.has_value(), all, at);
-                ++at;
-            }
+        subject.mm_per_pixel = cases[place].mm_per_pixel;
+        auto record = *tool::SubjectRecord::of(analysis.kind(), subject);  // the values were measured from the same
+        measurer.Measure(record.subject(tool::Sex::male, 0));
+        const int sex = static_cast<int>(cases[place].sex.value_or(tool::Sex::male));
+        for (const int item : items) {
+            const std::size_t here = at++;
+            if (std::isnan(all.value[here])) continue;
+            const SheetError found = measurer.Error(0, item, sex, cases[place].band);
+            if (found.state != ErrorState::known) continue;
+            all.error[here] = found.value;
+            if (!all.deviation.empty() && !std::isnan(all.deviation[here])) all.deviation_error[here] = found.deviation;
+            const auto mostly = std::ranges::find(names, std::string(Utf8FromCodePage932(found.mostly)));
+            if (mostly == names.end()) continue;
+            all.mostly[here] = mostly - names.begin();
+            all.share[here] = found.share;
         }
     }
-
- private:
-    // Without a point is where the engine has landmarks that were not placed.
-    void take(const py::detail::unchecked_reference<double, 3>& points, const Patients& patients, py::ssize_t place) {
-        for (std::size_t i = 0; i < subject_.landmarks.size(); ++i) {
-            const double x = points(place, static_cast<py::ssize_t>(i), 0);
-            const double y = points(place, static_cast<py::ssize_t>(i), 1);
-            const bool is_placed = !std::isnan(x) && !std::isnan(y);
-            subject_.landmarks[i].at = is_placed ? tool::FilmPoint{x, y} : tool::FilmPoint{};
-        }
-        subject_.mm_per_pixel = patients.mm_per_pixel[place];
-        const auto sex = static_cast<int>(patients.sex[place]);
-        const double age = patients.age[place], stage = patients.dental_stage[place];
-        subject_.sex = sex == 0 ? std::nullopt : std::optional(static_cast<tool::Sex>(sex));
-        subject_.age_years = std::isnan(age) ? std::nullopt : std::optional(age);
-        subject_.dental_stage = stage < 0 ? std::nullopt : std::optional(static_cast<int>(stage));
-        if (norms_) {
-            const std::tuple person(subject_.sex, subject_.age_years, subject_.dental_stage);
-            if (!band_of_ || band_of_ != person) band_ = tool::norm_band(analysis_, subject_);
-            band_of_ = person;
-        }
-        auto record = tool::SubjectRecord::of(analysis_.kind(), subject_);
-        if (!record)
-            throw Error(ExitCode::bad_input, "case " + std::to_string(place) + ": " + record.reason(),
-                        "Points are pixels up to 1000000; what was not placed is NaN.");
-        record_ = *std::move(record);
-        const SheetSubject fields = record_->subject(tool::Sex::male, 0);
-        his_.Measure(fields);
-        if (!subject_.sex) hers_.Measure(fields);
-    }
-
-    ResultNumbers numbers(int item) {
-        constexpr int male = 1, female = 2;
-        if (analysis_.items()[static_cast<std::size_t>(item)].formula.empty()) return {};
-        if (subject_.sex) return ResultList::Numbers(his_, 0, item, static_cast<int>(*subject_.sex), band_, norms_);
-        return ResultList::Common(ResultList::Numbers(his_, 0, item, male, band_, norms_),
-                                  ResultList::Numbers(hers_, 0, item, female, band_, norms_));
-    }
-
-    void add_error(int item, bool with_deviation, Columns& all, std::size_t at) {
-        const SheetError found = his_.Error(0, item, static_cast<int>(subject_.sex.value_or(tool::Sex::male)), band_);
-        if (found.state != ErrorState::known) return;
-        all.error[at] = found.value;
-        if (with_deviation) all.deviation_error[at] = found.deviation;
-        if (found.mostly.IsEmpty()) return;
-        const std::string mostly = Utf8FromCodePage932(found.mostly);
-        const auto place = std::ranges::find(names_, mostly);
-        if (place == names_.end()) return;
-        all.mostly[at] = place - names_.begin();
-        all.share[at] = found.share;
-    }
-
-    const Analysis& analysis_;
-    SheetSet set_;
-    SheetMeasurer his_, hers_;
-    const bool norms_;
-    const tool::LandmarkErrors* const errors_;
-    const std::vector<std::string>& names_;
-    std::vector<int> items_;
-    tool::Subject subject_;
-    std::optional<tool::SubjectRecord> record_;  // of the subject, measured
-    int band_ = -1;
-    std::optional<std::tuple<std::optional<tool::Sex>, std::optional<double>, std::optional<int>>> band_of_;
-};
+}
 
 py::tuple measure_points(const Analysis& analysis, const Doubles& points, const std::vector<std::string>& names,
                          const Doubles& mm_per_pixel, const Doubles& sex, const Doubles& age,
@@ -176,13 +133,24 @@ py::tuple measure_points(const Analysis& analysis, const Doubles& points, const 
                             {age, "age", cases},
                             {dental_stage, "dental_stage", cases}};
     const auto all_points = points.unchecked<3>();
+    const tool::LandmarkArray array{points.data(), points.strides(0), points.strides(1), points.strides(2)};
     Columns all;
     py::ssize_t items = 0;
     {
         const py::gil_scoped_release others_run;
-        PointMeasurer measurer(analysis, names, norms, errors);
+        tool::ArrayMeasurer measurer(analysis, names);
         items = static_cast<py::ssize_t>(measurer.item_count());
-        measurer.measure(all_points, patients, all);
+        const std::vector<tool::ArrayCase> everybody = people(analysis, patients, cases, norms);
+        for (std::vector<double>* column : {&all.value, &all.mean, &all.sd, &all.deviation})
+            if (norms || column == &all.value) column->resize(everybody.size() * measurer.item_count());
+        const auto refused = measurer.measure(
+            array, everybody,
+            norms ? tool::ArrayNumbers{all.value.data(), all.mean.data(), all.sd.data(), all.deviation.data()}
+                  : tool::ArrayNumbers{all.value.data()});
+        if (refused)
+            throw Error(ExitCode::bad_input, "case " + std::to_string(refused->place) + ": " + refused->reason,
+                        "Points are pixels up to 1000000; what was not placed is NaN.");
+        if (errors) add_errors(analysis, names, all_points, everybody, *errors, all);
     }
     const auto table = [&](auto& column, bool wanted) -> py::object {
         if (!wanted) return py::none();

@@ -17,6 +17,11 @@ def program(*arguments):
     return subprocess.run([os.environ["CEPHTOOL"], *map(str, arguments)], capture_output=True, check=True).stdout.decode()
 
 
+def program_file(folder, *arguments):
+    program(*arguments, "-o", folder / "by_program.txt")
+    return (folder / "by_program.txt").read_bytes().decode("cp932")
+
+
 def same(a, b):
     return np.array_equal(np.asarray(a, dtype=float), np.asarray(b, dtype=float), equal_nan=True)
 
@@ -91,6 +96,19 @@ def test_errors_and_words_are_those_of_the_program(population, samples):
                             [np.nan if value is None else value for value in
                              (*(item[name] for name in ("value", "mean", "sd", "deviation")), error["value"],
                               error.get("deviation"))])
+
+
+def test_an_analysis_of_ones_own_is_the_one_that_the_program_composes(class2, tmp_path):
+    steiner = cephtool.analysis("Steiner")
+    ours = cephtool.compose("Ours", (steiner, ["SNB", "SNA"]), cephtool.analysis("Wits"), path=tmp_path / "ours.txt")
+    assert (tmp_path / "ours.txt").read_bytes().decode("cp932") == program_file(
+        tmp_path, "compose", "--title", "Ours", "Steiner:SNB,SNA", "Wits")
+    frame, own = steiner.measure(class2).set_index("item"), ours.measure(class2).set_index("item")
+    for name in ("SNA", "SNB"):
+        assert same(own.loc[name, ["value", "mean", "sd", "deviation"]], frame.loc[name, ["value", "mean", "sd", "deviation"]])
+    assert cephtool.Analysis.read(tmp_path / "ours.txt").items == ours.items and "AO-BO" in own.index
+    with pytest.raises(cephtool.Error):
+        cephtool.compose("Odd", (steiner, "SNA"), cephtool.analysis("Ricketts", kind="frontal"))
 
 
 def test_a_study_is_that_of_the_program(tmp_path):
