@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <iterator>
 
 #include "FilmAxes.h"
 #include "LandmarkErrors.h"
@@ -54,8 +55,10 @@ ErrorLine next_error_line(std::string_view& text) {
         if (!value) return line;
         *error = *value;
     }
-    const std::string_view readings = field(rest);
+    std::string_view readings = field(rest);
     line.fault = readings;
+    line.assumed = line.name == all_other_landmarks || equal_ignoring_case(readings, assumed_word);
+    if (equal_ignoring_case(readings, assumed_word)) readings = {};
     const bool whole = std::ranges::all_of(readings, [](char c) { return c >= '0' && c <= '9'; });
     if (!whole || readings.size() > 6) return line;
     if (!readings.empty()) line.readings = read_int(readings);
@@ -82,7 +85,8 @@ LandmarkErrors LandmarkErrors::from_text(std::string_view text) {
                             .along_mm = line.along_mm,
                             .across_mm = line.across_mm,
                             .readings = line.readings,
-                            .source = utf8_from_code_page(line.source)};
+                            .source = utf8_from_code_page(line.source),
+                            .assumed = line.assumed};
         const auto same = [&](const LandmarkError& e) { return e.name == error.name && e.frontal == error.frontal; };
         if (std::ranges::none_of(errors, same)) errors.push_back(std::move(error));  // the first holds
     }
@@ -94,9 +98,16 @@ std::span<const LandmarkError> LandmarkErrors::all() const {
 }
 
 const LandmarkError* LandmarkErrors::find(std::string_view name, bool frontal) const {
-    const auto found =
-        std::ranges::find_if(*errors_, [&](const LandmarkError& e) { return e.frontal == frontal && e.name == name; });
-    return found == errors_->end() ? nullptr : &*found;
+    for (const std::string_view wanted : {name, all_other_landmarks})
+        for (const LandmarkError& error : *errors_)
+            if (error.frontal == frontal && error.name == wanted) return &error;
+    return nullptr;
+}
+
+LandmarkErrors LandmarkErrors::measured() const {
+    std::vector<LandmarkError> errors;
+    std::ranges::remove_copy_if(*errors_, std::back_inserter(errors), &LandmarkError::assumed);
+    return LandmarkErrors(errors);
 }
 
 std::optional<std::string> LandmarkErrors::to_text(std::string_view heading) const {
@@ -113,7 +124,10 @@ std::optional<std::string> LandmarkErrors::to_text(std::string_view heading) con
             if (!begun) text += frontal ? "Frontal:\r\n" : "Lateral:\r\n";
             begun = true;
             text += error.name + "=" + print_fixed(error.along_mm, 2) + "," + print_fixed(error.across_mm, 2);
-            if (error.readings > 0 || !error.source.empty()) text += "," + print_int(error.readings);
+            if (error.assumed)
+                text += "," + std::string(assumed_word);
+            else if (error.readings > 0 || !error.source.empty())
+                text += "," + print_int(error.readings);
             if (!error.source.empty()) text += "," + error.source;
             text += "\r\n";
         }

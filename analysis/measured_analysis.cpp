@@ -57,7 +57,8 @@ ValueError value_error(const SheetError& error, const MeasuredItem& item) {
                     .text = {},
                     .mostly = utf8(error.mostly),
                     .share = error.share,
-                    .without = utf8(error.without)};
+                    .without = utf8(error.without),
+                    .assumed = utf8(error.assumed)};
     if (error.state == ErrorState::known) told.text = number_text(error.value, decimals_of(item.value_text));
     return told;
 }

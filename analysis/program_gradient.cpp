@@ -181,7 +181,7 @@ void ProgramGradient::begin(const Landmarks& landmarks) {
         Spread& spread = spreads_[i] = {};
         const LandmarkError* const figure = figures_[i];
         if (!figure || !(scale_ > 0)) continue;
-        spread = {true, scaled(frame.along, figure->along_mm / scale_),
+        spread = {true, figure->assumed, scaled(frame.along, figure->along_mm / scale_),
                   scaled(frame.across, figure->across_mm / scale_)};
         near_ = std::max({near_, figure->along_mm / scale_, figure->across_mm / scale_});
     }
@@ -554,12 +554,13 @@ ProgramGradient::Error ProgramGradient::error(int item, const ProgramRun::Result
         const double along = dot(slopes_[i].x, spread.along), across = dot(slopes_[i].x, spread.across);
         const double variance = along * along + across * across;
         all += variance;
+        if (spread.assumed && variance > 0) error.assumed.push_back(landmark);
         if (variance > most) most = variance, error.mostly = landmark;
     }
     error.state = !error.without.empty()                    ? ErrorState::no_figure
                   : at_border_[root] || !std::isfinite(all) ? ErrorState::at_border
                                                             : ErrorState::known;
-    if (error.state != ErrorState::known) return error.mostly = no_step, error;
+    if (error.state != ErrorState::known) return error.mostly = no_step, error.assumed.clear(), error;
     error.value = std::sqrt(all);
     error.share = all > 0 ? most / all : 0;
     if (!result.mean || !result.sd || *result.sd == 0) return error;

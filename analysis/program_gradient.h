@@ -50,7 +50,7 @@ class ProgramGradient {
         double value = 0, deviation = 0;
         StepId mostly = no_step;
         double share = 0;
-        std::vector<StepId> without = {};
+        std::vector<StepId> without = {}, assumed = {};
     };
     // The same; `result` is what it gave.
     Error error(int item, const ProgramRun::Result& result, int sex, int band);
@@ -66,7 +66,7 @@ class ProgramGradient {
         double xx = 0, xy = 0, yy = 0;
     };
     struct Spread {
-        bool known = false;
+        bool known = false, assumed = false;
         Vec2 along, across;  // a standard error each way, in steps
     };
     struct Jacobian {

@@ -107,6 +107,7 @@ SheetError SheetRun::error(const Place& at, int sex, int band) {
     if (error.mostly != no_step) told.mostly = CString(gradient_->name(error.mostly));
     told.share = error.share;
     for (const StepId landmark : error.without) told.without.Add(CString(gradient_->name(landmark)));
+    for (const StepId landmark : error.assumed) told.assumed.Add(CString(gradient_->name(landmark)));
     return told;
 }
 

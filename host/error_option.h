@@ -14,6 +14,7 @@ namespace cephtool {
 struct ErrorOption {
     bool wanted = false;
     std::string file;  // in place of that of the analysis folder
+    bool measured_only = false;
 };
 
 // "--error" and "--error-file"; a command that has its own way of asking takes the second alone.

@@ -21,6 +21,7 @@ struct LandmarkError {
     double along_mm = 0, across_mm = 0;
     int readings = 0;         // that the figure was reckoned from; 0: not told
     std::string source = {};  // who read what; "" when not told
+    bool assumed = false;     // nobody measured it
 };
 
 // What the errors' axes were taken from: where Porion or Orbitale is missing, S-N turned by 7 degrees.
@@ -35,8 +36,10 @@ class TOOL_API LandmarkErrors {
     static LandmarkErrors from_text(std::string_view text);
 
     std::span<const LandmarkError> all() const;
-    // Null for a landmark without a figure.
+    // For a landmark without a line that of "*", an assumed one; null without either.
     const LandmarkError* find(std::string_view name, bool frontal) const;
+    // Those that are not assumed.
+    LandmarkErrors measured() const;
     // As a file: code page 932, line ends CR LF. `heading` becomes its first lines, comments. Nothing when a text has
     // no place in the code page.
     std::optional<std::string> to_text(std::string_view heading) const;
@@ -67,4 +70,5 @@ struct SheetError {
     CString mostly;        // the landmark that contributes most
     double share = 0;      // of the variance that it makes up, 0 to 1
     CStringArray without;  // landmarks that have no figure
+    CStringArray assumed;  // of a known error: landmarks whose figure is assumed, and adds to it
 };

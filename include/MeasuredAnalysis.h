@@ -71,6 +71,7 @@ struct ValueError {
     std::string mostly;
     double share = 0;
     std::vector<std::string> without;
+    std::vector<std::string> assumed;  // not empty: the error rests on figures that nobody measured
 
     // Whether the deviation may as well be 0: its 95 % interval, 1.96 standard errors to each side, covers it.
     TOOL_API bool covers(double of_deviation) const;

@@ -11,7 +11,8 @@ namespace {
 
 using Items = std::vector<const Measurement*>;  // one a film, of the same item
 
-constexpr double value_mm = 16, unit_mm = 9, mean_mm = 14, sd_mm = 12, deviation_mm = 13, stars_mm = 12, change_mm = 15;
+constexpr double value_mm = 16, unit_mm = 9, mean_mm = 14, sd_mm = 12, deviation_mm = 13, stars_mm = 12, change_mm = 15,
+                 parentheses_mm = 4.5;
 constexpr double film_mm = 15, narrow_film_mm = 13, film_stars_mm = 8;
 
 int digits_behind_point(const std::string& number) {
@@ -58,9 +59,17 @@ class TableMaker {
  private:
     bool several() const { return times_.size() > 1; }
 
+    // What values take more room by whose error is an assumed one.
+    double for_parentheses() const {
+        const auto assumed = [](const Measurement& item) { return item.error && !item.error->assumed.empty(); };
+        const auto any = [&](const AnalysisResult* time) { return std::ranges::any_of(time->items, assumed); };
+        return std::ranges::any_of(times_, any) ? parentheses_mm : 0;
+    }
+
     std::vector<TableColumn> columns_of_one() const {
         std::vector<TableColumn> columns;
-        for (std::size_t i = 0; i < value_columns_; ++i) columns.push_back({column_name(texts_, i), value_mm});
+        for (std::size_t i = 0; i < value_columns_; ++i)
+            columns.push_back({column_name(texts_, i), value_mm + for_parentheses()});
         columns.push_back({"", unit_mm, false});
         if (style_ == TableStyle::chart) return columns;
         columns.push_back({texts_("Mean"), mean_mm});
@@ -72,7 +81,7 @@ class TableMaker {
 
     std::vector<TableColumn> columns_of_several() const {
         std::vector<TableColumn> columns;
-        const double width = times_.size() > 2 ? narrow_film_mm : film_mm;
+        const double width = times_.size() > 2 ? narrow_film_mm : film_mm + for_parentheses();
         for (std::size_t i = 0; i < times_.size(); ++i) {
             columns.push_back({texts_.film(i), width, true, i});
             columns.push_back({"", film_stars_mm, false});

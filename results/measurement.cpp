@@ -94,7 +94,8 @@ std::string LeftOut::in_words(const Texts& texts) const {
 }
 
 std::string Measurement::value_with_error() const {
-    return error && !error->text.empty() ? value_text + " ± " + error->text : value_text;
+    if (!error || error->text.empty()) return value_text;
+    return value_text + (error->assumed.empty() ? " ± " + error->text : " (± " + error->text + ")");
 }
 
 std::string Measurement::stars_with_error() const {
@@ -114,6 +115,8 @@ std::vector<Remark> Measurement::error_remarks() const {
         const int percent = static_cast<int>(100 * error->share + 0.5);
         told.push_back({"error_mostly", "mostly %1 (%2 %)", {printable(error->mostly), std::to_string(percent)}});
     }
+    if (!error->assumed.empty())
+        told.push_back({"error_assumed", "assumed for %1", {printable(joined(error->assumed, ", "))}});
     if (deviation && !stars.empty() && error->covers(*deviation))
         told.push_back({"within_error", "the deviation may be none: it lies within the error"});
     return told;
@@ -147,6 +150,12 @@ CaseResult measured(Case record, std::span<const AnalysisFamily> analyses, std::
     }
     if (norms_differ) result.record.remarks.push_back(norms_by_sex());
     if (errors) result.record.remarks.push_back(error_remark(result.record.kind, subject));
+    const auto assumed = [](const Measurement& item) { return item.error && !item.error->assumed.empty(); };
+    if (std::ranges::any_of(result.analyses,
+                            [&](const auto& found) { return std::ranges::any_of(found.items, assumed); }))
+        result.record.remarks.push_back(
+            {"errors_assumed",
+             "(±) rests on landmarks whose error nobody measured, and for which one is assumed: it tells the size only."});
     return result;
 }
 

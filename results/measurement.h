@@ -38,7 +38,7 @@ struct Measurement {
     std::vector<Remark> remarks = {};
     std::optional<tool::ValueError> error = {};  // of the value, where errors were asked for
 
-    // "82.8 ± 1.2", where the error is known.
+    // "82.8 ± 1.2", where the error is known; "82.8 (± 1.2)" where it rests on assumed ones.
     std::string value_with_error() const;
     // In brackets where the deviation may as well be none.
     std::string stars_with_error() const;

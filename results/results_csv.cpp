@@ -27,8 +27,9 @@ std::string remarks_on(const CaseResult& result, const AnalysisResult& analysis,
 }
 
 std::string error_fields(const Measurement& item) {
-    if (!item.error || item.error->state != ErrorState::known) return ",,,";
-    return "," + shortest(item.error->value) + "," + field(item.error->deviation) + "," + csv_field(item.error->mostly);
+    if (!item.error || item.error->state != ErrorState::known) return ",,,,";
+    return "," + shortest(item.error->value) + "," + field(item.error->deviation) + "," +
+           csv_field(item.error->mostly) + "," + csv_field(joined(item.error->assumed, " "));
 }
 
 std::string row(const CaseResult& result, const AnalysisResult& analysis, const Measurement& item,
@@ -51,7 +52,7 @@ std::string results_csv(std::span<const CaseResult> results, const Texts& texts)
     std::string text =
         "case,analysis,item,value,unit,mean,sd,deviation,missing,age_months,remarks,group,label,population,"
         "unverified";
-    text += with_errors ? ",error,deviation_error,mostly\r\n" : "\r\n";
+    text += with_errors ? ",error,deviation_error,mostly,assumed\r\n" : "\r\n";
     for (const CaseResult& result : results)
         for (const AnalysisResult& analysis : result.analyses) {
             std::string group;

@@ -20,11 +20,9 @@ Json json_of_error(const Measurement& item, const Texts& texts) {
     for (const Remark& remark : item.error_remarks()) words.push_back(texts(remark));
     if (error.state != ErrorState::known)
         return {{"value", nullptr}, {"without", error.without}, {"text", joined(words, "; ")}};
-    return {{"value", error.value},
-            {"deviation", json_of(error.deviation)},
-            {"mostly", error.mostly},
-            {"share", error.share},
-            {"covers_mean", item.deviation && error.covers(*item.deviation)},
+    return {{"value", error.value},       {"deviation", json_of(error.deviation)},
+            {"mostly", error.mostly},     {"share", error.share},
+            {"assumed", error.assumed},   {"covers_mean", item.deviation && error.covers(*item.deviation)},
             {"text", joined(words, "; ")}};
 }
 

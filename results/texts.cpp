@@ -122,12 +122,15 @@ constexpr TextRow text_table[] = {
     {"no error: the value jumps within it", "誤差なし：誤差の範囲内で値が不連続に変わる"},
     {"no error: rests on more than landmarks of films", "誤差なし：フィルム上の計測点以外にもよる"},
     {"mostly %1 (%2 %)", "主に %1 による（%2 %）"},
+    {"assumed for %1", "%1 は仮定した誤差"},
     {"the deviation may be none: it lies within the error", "偏差は誤差の範囲内で、ないとも言える"},
     // What is remarked.
     {"%1 lies %2 mm from where the other %3 landmarks expect it.",
      "%1 は、他の %3 計測点から推定される位置から %2 mm 離れている。"},
     {"± is one standard error of a single reading, by the errors of the landmarks.",
      "± は計測点の誤差による、1回の計測の標準誤差。"},
+    {"(±) rests on landmarks whose error nobody measured, and for which one is assumed: it tells the size only.",
+     "(±) は、誤差の実測値がなく仮定した計測点によるもので、目安にとどまる。"},
     {"± is one standard error, by the errors of the landmarks along and across Frankfort, which is taken as S-N less 7 "
      "degrees: Po or Or is missing.",
      "± は計測点の誤差による標準誤差。Po または Or がないため、FH平面は S-N から7度として求めた。"},

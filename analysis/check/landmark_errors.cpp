@@ -39,7 +39,7 @@ void check_landmark_errors(std::string_view text, Findings& findings) {
         } else if (!met.insert({*kind, line.name}).second) {
             findings.fault(line.name,
                            "there is a " + quoted(line.name) + " further up, and only that one is read; remove one");
-        } else if (!landmark_slot(*kind, line.name)) {
+        } else if (line.name != all_other_landmarks && !landmark_slot(*kind, line.name)) {
             const std::string_view meant = meant_name(line.name, landmark_names(*kind));
             const std::string message = quoted(line.name) + " is in no table of landmarks";
             if (meant.empty())

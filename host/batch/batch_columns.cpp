@@ -62,7 +62,8 @@ BatchColumns batch_columns(std::span<const AnalysisFamily> analyses, BatchParts 
             columns.names.push_back(name);
             if (parts.norms) columns.names.insert(columns.names.end(), {name + ":mean", name + ":sd"});
             if (parts.deviations) columns.names.push_back(name + ":deviation");
-            if (parts.errors) columns.names.insert(columns.names.end(), {name + ":error", name + ":mostly"});
+            if (parts.errors)
+                columns.names.insert(columns.names.end(), {name + ":error", name + ":mostly", name + ":assumed"});
             if (parts.errors && parts.deviations) columns.names.push_back(name + ":deviation_error");
         }
         for (const Analysis* variant : family.variants) {

@@ -65,6 +65,7 @@ void BatchFormat::for_each_number(std::span<const BatchItem> items, Append appen
         if (!parts_.errors) continue;
         append(item.error, {});
         append({}, item.mostly);
+        append({}, item.assumed);
         if (parts_.deviations) append(item.deviation_error, {});
     }
 }

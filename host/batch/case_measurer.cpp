@@ -53,6 +53,9 @@ void CaseMeasurer::add_error(BatchItem& item, const SheetError& error) {
     item.error = error.value;
     if (item.deviation) item.deviation_error = error.deviation;
     if (!error.mostly.IsEmpty()) item.mostly = verdict(error.mostly);
+    CString assumed;
+    for (int i = 0; i < error.assumed.GetSize(); ++i) assumed += (i > 0 ? " " : "") + error.assumed.GetAt(i);
+    if (!assumed.IsEmpty()) item.assumed = verdict(assumed);
 }
 
 std::string_view CaseMeasurer::verdict(const CString& text) {

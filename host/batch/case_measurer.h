@@ -19,8 +19,9 @@ struct BatchItem {
     std::optional<double> value = {}, mean = {}, sd = {}, deviation = {};
     std::string_view text = {};  // the verdict of an item that has one in place of a value
     std::optional<double> error = {}, deviation_error = {};
-    std::string_view mostly = {};  // the landmark that the error is mostly owed to
-    bool has_no_norms = false;     // takes one column: whose norms an analysis has
+    std::string_view mostly = {};   // the landmark that the error is mostly owed to
+    std::string_view assumed = {};  // landmarks whose error is assumed
+    bool has_no_norms = false;      // takes one column: whose norms an analysis has
 };
 
 struct MeasuredCase {

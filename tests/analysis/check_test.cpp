@@ -428,10 +428,11 @@ TEST(CheckOtherFiles, FindsWhatIsNeverReadOrMisread) {
         {"errors of landmarks",
          CheckFamily::landmark_errors,
          "; ours\nS=1,1\nLateral:\nS=0.5,1.25,12,we, all\nS=1,1\nN=1\nN=-1,2\nA=1,x\nB=1,2,few\npo=1,1\nT1=1,1\nToolong=1,1\n"
-         "words\nMe=1,101\n",
+         "words\nMe=1,101\n*=1,1\nB=1,1,assumed,us\nOr=1,1,Assume\n",
          {"2:1 in front of", "5:1 further up", "6:1 \"\" is no number", "7:1 \"-1\" is no number", "8:1 \"x\"",
-          "9:1 \"few\"", "10:1 did you mean \"Po\"", "11:1 note \"T1\" is in no table of landmarks; it can be one of the user's own", "12:1 one to five bytes",
-          "13:1 no landmark's error", "14:1 \"101\""}},
+          "9:1 \"few\"", "10:1 did you mean \"Po\"",
+          "11:1 note \"T1\" is in no table of landmarks; it can be one of the user's own", "12:1 one to five bytes",
+          "13:1 no landmark's error", "14:1 \"101\"", "17:1 \"Assume\""}},
         {"no bone age", CheckFamily::bone_age, "PARAM_M0=1\n", {"0:0 no section [CVB_AGE]"}},
     };
     for (const auto& c : cases) expect_findings(checked(c.text, c.family), c.expected, c.name);

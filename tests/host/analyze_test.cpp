@@ -64,13 +64,13 @@ TEST_F(Clinic, ValuesHaveErrorsWhereTheyAreAskedFor) {
     folder_.add("clinic/LandmarkError.txt", "Lateral:\r\nS=0.3,0\r\nN=0.29,0,5,us\r\n");
     const double turned = std::cos(7 * 3.14159265358979 / 180);
     const Outcome told = analyze({"--error", "--sex", "f", "film.csv"});
-    EXPECT_THAT(told.out, HasSubstr("unverified,error,deviation_error,mostly\r\n"));
+    EXPECT_THAT(told.out, HasSubstr("unverified,error,deviation_error,mostly,assumed\r\n"));
     double error = 0, deviation = 0;
     std::sscanf(told.out.c_str() + told.out.find(",errors_by_sn"), ",errors_by_sn,,S-N,,,%lf,%lf,S", &error,
                 &deviation);
     EXPECT_NEAR(error, std::hypot(0.3, 0.29) * turned, 1e-9) << told.out;
     EXPECT_EQ(error, deviation);
-    EXPECT_THAT(told.out, HasSubstr("Sheet,Long,yes,,,,,,,errors_by_sn,,Long,,,,,\r\n"));
+    EXPECT_THAT(told.out, HasSubstr("Sheet,Long,yes,,,,,,,errors_by_sn,,Long,,,,,,\r\n"));
     const auto table = [](const char* band) {
         return run({"analyze", "--anaitem", "clinic", "--analysis", "Cranial base", "--error", "--sex", "f", "--band",
                     band, "film.csv"})
@@ -86,6 +86,18 @@ TEST_F(Clinic, ValuesHaveErrorsWhereTheyAreAskedFor) {
     folder_.add("own.txt", "Lateral:\nS=0,0\n");
     EXPECT_THAT(run({"analyze", "--anaitem", "clinic", "--error-file", "own.txt", "film.csv"}).out,
                 HasSubstr("error not known of N"));
+    // What nobody measured is marked, and can be left out.
+    folder_.add("own.txt", "Lateral:\nS=0,0\n*=0.3,0\n");
+    const auto assumed = [](const char* option, const char* format) {
+        return run({"analyze", "--anaitem", "clinic", "--error-file", "own.txt", option, format, "film.csv"}).out;
+    };
+    EXPECT_THAT(assumed("--format", "table"),
+                AllOf(HasSubstr("10.0 (± 0.3)"), HasSubstr("assumed for N"), HasSubstr("nobody measured")));
+    EXPECT_THAT(assumed("--format", "csv"), AllOf(HasSubstr(",N,N\r\n"), HasSubstr("error_assumed")));
+    EXPECT_THAT(assumed("--format", "json"), HasSubstr("\"assumed\": ["));
+    EXPECT_THAT(assumed("--no-assumed", "--sex=f"), HasSubstr("error not known of N"));
+    run({"batch", "--anaitem", "clinic", "--with", "errors", "--error-file", "own.txt", "film.csv", "-o", "a.csv"});
+    EXPECT_THAT(host_test::bytes_of("a.csv"), HasSubstr(",N,N,"));
     folder_.add("own.txt", "Lateral:\nS=0;0\n");
     EXPECT_THAT(analyze({"--error-file", "own.txt", "film.csv"}).err, HasSubstr("own.txt:2:1: \"0;0\" is no number"));
     // A batch has the same.

@@ -259,16 +259,21 @@ TEST(ValueErrors, BordersAndWhatHasNoErrorAreTold) {
 TEST(ValueErrors, FileOfErrorsIsReadAndWritten) {
     const LandmarkErrors errors = LandmarkErrors::from_text(
         "; ours\r\nS=9,9\r\nLateral:\r\nS= 0.4 , 0.55,12, two readers, 12 films\r\nS=2,2\r\nN=1\r\nA=-1,2\r\nB=1,x\r\n"
-        "Me=0.5,0.25\r\nToolong=1,1\r\n\x82=1,1\r\nfrontal:\r\nS=3,4,5\r\n");
-    ASSERT_EQ(errors.all().size(), 3);
+        "Me=0.5,0.25\r\nToolong=1,1\r\n\x82=1,1\r\nfrontal:\r\nS=3,4,5\r\n*=1,2,9\r\nMe=5,6, Assumed,us\r\n");
+    ASSERT_EQ(errors.all().size(), 5);
     const LandmarkError& s = *errors.find("S", false);
     EXPECT_EQ(std::tuple(s.along_mm, s.across_mm, s.readings, s.source),
               std::tuple(0.4, 0.55, 12, "two readers, 12 films"));
     EXPECT_EQ(errors.find("S", true)->readings, 5);
     EXPECT_EQ(errors.find("B", false), nullptr);
+    EXPECT_EQ(errors.find("B", true)->across_mm, 2);  // as all others
+    EXPECT_TRUE(errors.find("B", true)->assumed && errors.find("Me", true)->assumed &&
+                !errors.find("S", true)->assumed);
+    EXPECT_EQ(errors.measured().find("Me", true), nullptr);
+    EXPECT_EQ(errors.measured().all().size(), 3);
     EXPECT_EQ(errors.to_text("ours\nand more"),
               "; ours\r\n; and more\r\nLateral:\r\nS=0.40,0.55,12,two readers, 12 films\r\nMe=0.50,0.25\r\n"
-              "Frontal:\r\nS=3.00,4.00,5\r\n");
+              "Frontal:\r\nS=3.00,4.00,5\r\n*=1.00,2.00,assumed\r\nMe=5.00,6.00,assumed,us\r\n");
 }
 
 }  // namespace
