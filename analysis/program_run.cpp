@@ -21,7 +21,7 @@ bool ProgramRun::begin(Landmarks& landmarks) {
     if (!landmarks.has_record()) return false;  // any name may be that of a virtual landmark then
     landmarks_ = &landmarks;
     record_since_ = norms_since_ = ++now_;
-    ran_ = false;
+    ran_ = suspicion_spread_ = false;
     suspects_.clear();
     virtual_suspect_ = false;
     std::ranges::fill(absent_, 0);
@@ -144,6 +144,10 @@ void ProgramRun::compute(StepId id) {
 // Whether a step that may be undefined, or a virtual landmark when one may be, is among those that `root` takes.
 bool ProgramRun::leads_to_suspect(StepId root) {
     if (suspects_.empty() && !virtual_suspect_) return false;
+    if (ran_ && !program_.by_norm[root]) {
+        if (!suspicion_spread_) spread_suspicion();
+        return leads_to_suspect_[root];
+    }
     std::vector<bool> met(program_.steps.size());
     wanted_.assign(1, root);
     while (!wanted_.empty()) {
@@ -158,6 +162,21 @@ bool ProgramRun::leads_to_suspect(StepId root) {
         if (step.kind == Step::Kind::norm) program_.each_formula(step, [&](StepId input) { wanted_.push_back(input); });
     }
     return false;
+}
+
+// The same for all steps at once that do not depend on norms.
+void ProgramRun::spread_suspicion() {
+    leads_to_suspect_.assign(program_.steps.size(), false);
+    for (const StepId id : suspects_) leads_to_suspect_[id] = true;
+    for (const StepId id : program_.order) {
+        const Step& step = program_.steps[id];
+        if (virtual_suspect_ && step.kind == Step::Kind::named) leads_to_suspect_[id] = true;
+        if (leads_to_suspect_[id]) continue;
+        char leads = false;
+        program_.each_input(step, [&](StepId input) { leads |= leads_to_suspect_[input]; });
+        leads_to_suspect_[id] = leads;
+    }
+    suspicion_spread_ = true;
 }
 
 // Nothing is selected by what is below zero, beyond the list, or no number.

@@ -51,6 +51,7 @@ class ProgramRun {
     double value(StepId id);
     void compute(StepId id);
     bool leads_to_suspect(StepId root);
+    void spread_suspicion();
     enum class Presence { present, absent, unsure };
     Presence presence(std::size_t bit) const;
     static bool any(const std::uint64_t* needs, const std::vector<std::uint64_t>& absent);
@@ -70,8 +71,10 @@ class ProgramRun {
     Landmarks* landmarks_ = nullptr;
     std::vector<std::uint64_t> absent_, surely_absent_;
     std::vector<StepId> wanted_;
-    std::vector<StepId> suspects_;  // steps of this record that may be undefined
-    bool virtual_suspect_ = false;  // a virtual landmark is
+    std::vector<StepId> suspects_;   // steps of this record that may be undefined
+    bool virtual_suspect_ = false;   // a virtual landmark is
+    bool suspicion_spread_ = false;  // of this record
+    std::vector<char> leads_to_suspect_;
 };
 
 }  // namespace tool
