@@ -111,6 +111,9 @@ told = (root / "docs/old_to_new.md").read_text()
 for call in set(re.findall(r"^    static \w+ (\w+)\(", (root / "include/CephCalc.h").read_text(), re.M)):
     if not re.search(rf"\b{call}`", told):
         failures.append(f"docs/old_to_new.md: nothing takes the place of {call}")
+reference = (root / "docs/site/python_reference.md").read_text()
+failures += [f"docs/site/python_reference.md: {module.stem} is left out" for module in root.glob("python/cephtool/[a-z]*.py")
+             if f"::: cephtool.{module.stem}\n" not in reference + "\n"]
 
 print(*failures, f"{len(pages)} pages, {examples} examples, {links} links, {len(failures)} failures", sep="\n")
 sys.exit(bool(failures) or not examples or not links)
