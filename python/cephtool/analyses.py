@@ -6,7 +6,6 @@ import functools
 import html
 import os
 from collections.abc import Iterable, Iterator, Sequence
-from pathlib import Path
 from typing import TYPE_CHECKING, Any, NamedTuple, Optional, Union
 
 import numpy as np
@@ -14,7 +13,7 @@ import numpy.typing as npt
 
 from cephtool import _engine
 from cephtool._errors import warn
-from cephtool.cases import Case, PathLike, landmark_names
+from cephtool.cases import Case, PathLike, _write, landmark_names
 from cephtool.errors import LandmarkErrors
 
 if TYPE_CHECKING:
@@ -22,7 +21,7 @@ if TYPE_CHECKING:
 
 Floats = npt.NDArray[np.float64]
 Errors = Union[bool, LandmarkErrors]
-_OF_ERRORS = ("error", "deviation_error", "mostly", "share", "shown", "error_text")
+_OF_ERRORS = ("error", "deviation_error", "mostly", "share", "assumed", "shown", "error_text")
 
 
 class Item(NamedTuple):
@@ -59,6 +58,7 @@ class Values(NamedTuple):
     deviation_error: Optional[Floats] = None  #: of the deviation, in SD
     mostly: Optional[npt.NDArray[np.int64]] = None  #: place of the landmark that contributes most to it; -1: none
     share: Optional[Floats] = None  #: of the variance that this landmark makes up, 0 to 1
+    assumed: Optional[npt.NDArray[np.bool_]] = None  #: whether it rests on errors of landmarks that nobody measured
 
 
 def _each(values: Any, what: str, of: Any = float) -> Floats:
@@ -366,7 +366,7 @@ def compose(title: str, *parts: Union[Analysis, tuple[Analysis, Union[str, Itera
                   (range(len(whose._analysis.items)) if names is None else [places[name] for name in names])]
     text = _engine.Analysis.composed(title, [analysis._analysis for analysis in analyses], items)
     if path is not None:
-        Path(path).write_bytes(text.encode("cp932"))
+        _write(path, text.encode("cp932"))
     return Analysis.from_text(text, analyses[0].kind, title)
 
 
@@ -398,11 +398,12 @@ def measure(cases: Union[Case, Iterable[Case]], analyses: Optional[Iterable[Anal
         ``missing`` (landmarks that the value lacks, blanks between), ``reason`` (why there is no value although none is
         missing), ``remarks`` (codes, "; " between). With errors also ``error`` (standard error of the value, in its
         unit), ``deviation_error`` (in SD), ``mostly`` (the landmark that contributes most), ``share`` (of the variance
-        that it makes up), ``shown`` (``"82.8 ± 1.2"``), ``error_text`` (what the program says of the error, or why
+        that it makes up), ``assumed`` (landmarks whose error nobody measured), ``shown`` (``"82.8 ± 1.2"``, in
+        parentheses where it rests on assumed ones), ``error_text`` (what the program says of the error, or why
         there is none).
         Wide: ``name``, ``kind``, ``sex``, ``age``, ``remarks``, and a column ``"ANALYSIS:ITEM"`` with the values of each
-        item, ``"FAMILY:ANALYSIS:ITEM"`` of others than lateral ones. With errors also ``"ANALYSIS:ITEM:error"`` and
-        ``"ANALYSIS:ITEM:mostly"``. A sheet with norms of a population has columns of its own.
+        item, ``"FAMILY:ANALYSIS:ITEM"`` of others than lateral ones. With errors also ``"ANALYSIS:ITEM:error"``,
+        ``":mostly"`` and ``":assumed"``. A sheet with norms of a population has columns of its own.
 
     Warns
     -----
@@ -498,7 +499,7 @@ def _wide(pandas: Any, cases: list[Case], analyses: list[Analysis], columns: dic
                 column, copy = f"{prefix}:{name} ({copy})", copy + 1
             table[column] = _of_cases(len(cases), columns, "text" if any(columns["text"][row] for row in rows)
                                       else "value", rows)
-            for part in ("error", "mostly"):
+            for part in ("error", "mostly", "assumed"):
                 if part in columns:
                     table[f"{column}:{part}"] = _of_cases(len(cases), columns, part, rows)
     return pandas.DataFrame(table)

@@ -19,6 +19,7 @@ class LandmarkError(NamedTuple):
     across: float  #: across Frankfort, or up the film
     readings: int = 0  #: that the figure was reckoned from; 0 when not told
     source: str = ""  #: who read what; empty when not told
+    assumed: bool = False  #: nobody measured it
 
 
 _Given = Mapping[str, Union[LandmarkError, Sequence[Any]]]
@@ -33,7 +34,8 @@ class LandmarkErrors:
     Parameters
     ----------
     lateral, frontal : mapping of str to LandmarkError
-        Of landmarks by name; ``(along, across)`` in mm will do: ``LandmarkErrors({"S": (0.4, 0.5)})``.
+        Of landmarks by name; ``(along, across)`` in mm will do: ``LandmarkErrors({"S": (0.4, 0.5)})``. ``"*"`` is
+        assumed for all that are not named.
     """
 
     _errors: _engine.LandmarkErrors
@@ -47,7 +49,7 @@ class LandmarkErrors:
                     if not (math.isfinite(mm) and 0 <= mm <= 100):
                         raise ValueError(f"the error of {name} is 0 to 100 mm, not {mm!r}")
                 figures.append((name, is_frontal, float(error.along), float(error.across), int(error.readings),
-                                error.source))
+                                error.source, bool(error.assumed) or name == "*"))
         self._errors = _engine.LandmarkErrors(figures)
 
     @classmethod
@@ -85,6 +87,10 @@ class LandmarkErrors:
     def frontal(self) -> Mapping[str, LandmarkError]:
         """Of landmarks of frontal films, by name."""
         return self._by_name(True)
+
+    def measured(self) -> LandmarkErrors:
+        """Those that are not assumed: what rests on others then has no error."""
+        return LandmarkErrors._of(self._errors.measured())
 
     def __reduce__(self) -> tuple[Any, ...]:
         return LandmarkErrors, (dict(self.lateral), dict(self.frontal))

@@ -124,7 +124,7 @@ py::list items(const Analysis& analysis) {
 struct Rows {
     std::vector<std::int64_t> record, analysis, item;
     std::vector<double> value, mean, sd, deviation, error, deviation_error, share;
-    std::vector<std::string> text, missing, reason, mostly, shown, error_text;
+    std::vector<std::string> text, missing, reason, mostly, assumed, shown, error_text;
     struct Remark {
         std::size_t record;
         std::string analysis;  // "" of the case
@@ -158,6 +158,7 @@ struct Rows {
         deviation_error.push_back(known ? measured.error->deviation.value_or(nan) : nan);
         share.push_back(known && !measured.error->mostly.empty() ? measured.error->share : nan);
         mostly.push_back(known ? cephtool::printable(measured.error->mostly) : "");
+        assumed.push_back(known ? cephtool::printable(cephtool::joined(measured.error->assumed, " ")) : "");
         shown.push_back(measured.value_with_error());
         std::vector<std::string> words;
         for (const cephtool::Remark& remark : measured.error_remarks()) words.push_back(cephtool::in_english(remark));
@@ -240,6 +241,7 @@ py::tuple measure(const std::vector<std::shared_ptr<Case>>& cases, const std::ve
         columns["deviation_error"] = array_of(std::move(rows.deviation_error), {count});
         columns["mostly"] = rows.mostly;
         columns["share"] = array_of(std::move(rows.share), {count});
+        columns["assumed"] = rows.assumed;
         columns["shown"] = rows.shown;
         columns["error_text"] = rows.error_text;
     }

@@ -43,82 +43,118 @@ struct Patients {
     EachCase mm_per_pixel, sex, age, dental_stage;
 };
 
-using AllPoints = py::detail::unchecked_reference<double, 3>;
+// Tells who the cases are.
+class People {
+ public:
+    People(const Analysis& analysis, const Patients& patients, bool norms)
+        : analysis_(analysis), patients_(patients), norms_(norms) {}
 
-std::vector<tool::ArrayCase> people(const Analysis& analysis, const Patients& patients, py::ssize_t cases, bool norms) {
-    std::vector<tool::ArrayCase> all(static_cast<std::size_t>(cases));
-    tool::Subject person;
-    std::optional<int> band;  // of the person
-    for (py::ssize_t place = 0; place < cases; ++place) {
-        tool::ArrayCase& one = all[static_cast<std::size_t>(place)];
-        one.mm_per_pixel = patients.mm_per_pixel[place];
-        if (const auto sex = static_cast<int>(patients.sex[place]); sex != 0) one.sex = static_cast<tool::Sex>(sex);
-        if (!norms) continue;
-        const double age = patients.age[place], stage = patients.dental_stage[place];
+    tool::ArrayCase operator[](py::ssize_t place) {
+        tool::ArrayCase one{.mm_per_pixel = patients_.mm_per_pixel[place]};
+        if (const auto sex = static_cast<int>(patients_.sex[place]); sex != 0) one.sex = static_cast<tool::Sex>(sex);
+        if (!norms_) return one;
+        const double age = patients_.age[place], stage = patients_.dental_stage[place];
         const tool::Subject next{.sex = one.sex,
                                  .age_years = std::isnan(age) ? std::nullopt : std::optional(age),
                                  .dental_stage = stage < 0 ? std::nullopt : std::optional(static_cast<int>(stage))};
         const auto traits = [](const tool::Subject& of) { return std::tuple(of.sex, of.age_years, of.dental_stage); };
-        if (!band || traits(person) != traits(next)) band = tool::norm_band(analysis, next);
-        person = next;
-        one.band = *band;
+        if (!band_ || traits(last_) != traits(next)) band_ = tool::norm_band(analysis_, next);
+        last_ = next;
+        one.band = *band_;
+        return one;
     }
-    return all;
-}
 
-// The places in the analysis of the items that are no headings.
-std::vector<int> item_places(const Analysis& analysis) {
-    std::vector<int> places;
-    for (std::size_t i = 0; i < analysis.items().size(); ++i)
-        if (!analysis.items()[i].heading) places.push_back(static_cast<int>(i));
-    return places;
-}
-
-// (case, item), row by row; NaN, and -1, where there is nothing. Empty: not wanted.
-struct Columns {
-    std::vector<double> value, mean, sd, deviation;
-    std::vector<double> error, deviation_error, share;
-    std::vector<std::int64_t> mostly;  // the place of the landmark
+ private:
+    const Analysis& analysis_;
+    const Patients& patients_;
+    const bool norms_;
+    tool::Subject last_;
+    std::optional<int> band_;  // of the last one
 };
 
-// Adds the standard errors of the values.
-void add_errors(const Analysis& analysis, const std::vector<std::string>& names, const AllPoints& points,
-                const std::vector<tool::ArrayCase>& cases, const tool::LandmarkErrors& errors, Columns& all) {
+using Table = py::array_t<double>;
+
+// (case, item), NaN where there is nothing; without a table: not wanted.
+struct Numbers {
+    std::optional<Table> value, mean, sd, deviation;
+
+    // From a case on.
+    tool::ArrayNumbers from(py::ssize_t place) {
+        const auto row = [&](std::optional<Table>& table) {
+            return table ? table->mutable_data() + place * table->shape(1) : nullptr;
+        };
+        return {row(value), row(mean), row(sd), row(deviation)};
+    }
+};
+
+void measure_values(const Analysis& analysis, const std::vector<std::string>& names, const Doubles& points,
+                    People& people, Numbers& numbers) {
+    constexpr py::ssize_t at_once = 4096;
+    tool::ArrayMeasurer measurer(analysis, names);
+    std::vector<tool::ArrayCase> cases;
+    for (py::ssize_t first = 0; first < points.shape(0); first += at_once) {
+        cases.clear();
+        for (py::ssize_t place = first; place < std::min(first + at_once, points.shape(0)); ++place)
+            cases.push_back(people[place]);
+        const tool::LandmarkArray array{reinterpret_cast<const std::byte*>(points.data()) + first * points.strides(0),
+                                        points.strides(0), points.strides(1), points.strides(2)};
+        if (const auto refused = measurer.measure(array, cases, numbers.from(first)))
+            throw Error(
+                ExitCode::bad_input,
+                "case " + std::to_string(static_cast<std::size_t>(first) + refused->place) + ": " + refused->reason,
+                "Points are pixels up to 1000000; what was not placed is NaN.");
+    }
+}
+
+// As Numbers; of `mostly`, the place of the landmark, -1, of `assumed` 0.
+struct Errors {
+    std::vector<double> error, deviation, share;
+    std::vector<std::int64_t> mostly;
+    std::vector<std::uint8_t> assumed;
+};
+
+// The standard errors of the values.
+Errors errors_of(const Analysis& analysis, const std::vector<std::string>& names, const Doubles& all_points,
+                 People& people, const tool::LandmarkErrors& of_landmarks, Numbers& numbers) {
     const SheetSet set(analysis.sheet());
     SheetMeasurer measurer(set);
-    measurer.SetErrors(errors);
+    measurer.SetErrors(of_landmarks);
     tool::Subject subject;
     for (const std::string& name : names) subject.landmarks.push_back({.name = name, .at = {}});
-    for (std::vector<double>* column : {&all.error, &all.deviation_error, &all.share})
-        column->assign(all.value.size(), nan);
-    all.mostly.assign(all.value.size(), -1);
-    const std::vector<int> items = item_places(analysis);
+    const auto points = all_points.unchecked<3>();
+    const auto count = static_cast<std::size_t>(numbers.value->size());
+    Errors all{std::vector(count, nan), std::vector(count, nan), std::vector(count, nan),
+               std::vector<std::int64_t>(count, -1), std::vector<std::uint8_t>(count)};
+    std::vector<int> items;
+    for (std::size_t i = 0; i < analysis.items().size(); ++i)
+        if (!analysis.items()[i].heading) items.push_back(static_cast<int>(i));
     std::size_t at = 0;
-    for (std::size_t place = 0; place < cases.size(); ++place) {
-        for (std::size_t i = 0; i < names.size(); ++i) {
-            const auto coordinate = [&](py::ssize_t axis) {
-                return points(static_cast<py::ssize_t>(place), static_cast<py::ssize_t>(i), axis);
-            };
-            const bool is_placed = !std::isnan(coordinate(0)) && !std::isnan(coordinate(1));
-            subject.landmarks[i].at = is_placed ? tool::FilmPoint{coordinate(0), coordinate(1)} : tool::FilmPoint{};
+    for (py::ssize_t place = 0; place < points.shape(0); ++place) {
+        for (py::ssize_t i = 0; i < points.shape(1); ++i) {
+            const double x = points(place, i, 0), y = points(place, i, 1);
+            subject.landmarks[static_cast<std::size_t>(i)].at =
+                std::isnan(x) || std::isnan(y) ? tool::FilmPoint{} : tool::FilmPoint{x, y};
         }
-        subject.mm_per_pixel = cases[place].mm_per_pixel;
+        const tool::ArrayCase person = people[place];
+        subject.mm_per_pixel = person.mm_per_pixel;
         auto record = *tool::SubjectRecord::of(analysis.kind(), subject);  // the values were measured from the same
         measurer.Measure(record.subject(tool::Sex::male, 0));
-        const int sex = static_cast<int>(cases[place].sex.value_or(tool::Sex::male));
-        for (const int item : items) {
-            const std::size_t here = at++;
-            if (std::isnan(all.value[here])) continue;
-            const SheetError found = measurer.Error(0, item, sex, cases[place].band);
+        const tool::ArrayNumbers row = numbers.from(place);
+        for (std::size_t i = 0; i < items.size(); ++i, ++at) {
+            if (std::isnan(row.value[i])) continue;
+            const SheetError found =
+                measurer.Error(0, items[i], static_cast<int>(person.sex.value_or(tool::Sex::male)), person.band);
             if (found.state != ErrorState::known) continue;
-            all.error[here] = found.value;
-            if (!all.deviation.empty() && !std::isnan(all.deviation[here])) all.deviation_error[here] = found.deviation;
+            all.error[at] = found.value;
+            all.assumed[at] = found.assumed.GetSize() > 0;
+            if (row.deviation && !std::isnan(row.deviation[i])) all.deviation[at] = found.deviation;
             const auto mostly = std::ranges::find(names, std::string(Utf8FromCodePage932(found.mostly)));
             if (mostly == names.end()) continue;
-            all.mostly[here] = mostly - names.begin();
-            all.share[here] = found.share;
+            all.mostly[at] = mostly - names.begin();
+            all.share[at] = found.share;
         }
     }
+    return all;
 }
 
 py::tuple measure_points(const Analysis& analysis, const Doubles& points, const std::vector<std::string>& names,
@@ -128,38 +164,28 @@ py::tuple measure_points(const Analysis& analysis, const Doubles& points, const 
         throw bad_argument("the points do not have the shape (n_cases, " + std::to_string(names.size()) + ", 2)",
                            "The landmarks are " + cephtool::joined(names, ", ") + ".");
     const py::ssize_t cases = points.shape(0);
+    const auto items = std::ranges::count(analysis.items(), false, &tool::Item::heading);
     const Patients patients{{mm_per_pixel, "mm_per_pixel", cases},
                             {sex, "sex", cases},
                             {age, "age", cases},
                             {dental_stage, "dental_stage", cases}};
-    const auto all_points = points.unchecked<3>();
-    const tool::LandmarkArray array{points.data(), points.strides(0), points.strides(1), points.strides(2)};
-    Columns all;
-    py::ssize_t items = 0;
+    Numbers numbers;
+    for (std::optional<Table>* table : {&numbers.value, &numbers.mean, &numbers.sd, &numbers.deviation})
+        if (norms || table == &numbers.value) table->emplace(std::vector<py::ssize_t>{cases, items});
+    std::optional<Errors> found;
     {
         const py::gil_scoped_release others_run;
-        tool::ArrayMeasurer measurer(analysis, names);
-        items = static_cast<py::ssize_t>(measurer.item_count());
-        const std::vector<tool::ArrayCase> everybody = people(analysis, patients, cases, norms);
-        for (std::vector<double>* column : {&all.value, &all.mean, &all.sd, &all.deviation})
-            if (norms || column == &all.value) column->resize(everybody.size() * measurer.item_count());
-        const auto refused = measurer.measure(
-            array, everybody,
-            norms ? tool::ArrayNumbers{all.value.data(), all.mean.data(), all.sd.data(), all.deviation.data()}
-                  : tool::ArrayNumbers{all.value.data()});
-        if (refused)
-            throw Error(ExitCode::bad_input, "case " + std::to_string(refused->place) + ": " + refused->reason,
-                        "Points are pixels up to 1000000; what was not placed is NaN.");
-        if (errors) add_errors(analysis, names, all_points, everybody, *errors, all);
+        People people(analysis, patients, norms);
+        measure_values(analysis, names, points, people, numbers);
+        if (errors) found = errors_of(analysis, names, points, people, *errors, numbers);
     }
-    const auto table = [&](auto& column, bool wanted) -> py::object {
-        if (!wanted) return py::none();
-        return array_of(std::move(column), {cases, items});
+    const auto table = [&](auto Errors::*column, bool wanted) -> py::object {
+        if (!found || !wanted) return py::none();
+        return array_of(std::move((*found).*column), {cases, items});
     };
-    return py::make_tuple(table(all.value, true), table(all.mean, norms), table(all.sd, norms),
-                          table(all.deviation, norms), table(all.error, errors),
-                          table(all.deviation_error, errors && norms), table(all.mostly, errors),
-                          table(all.share, errors));
+    return py::make_tuple(numbers.value, numbers.mean, numbers.sd, numbers.deviation, table(&Errors::error, true),
+                          table(&Errors::deviation, norms), table(&Errors::mostly, true), table(&Errors::share, true),
+                          found ? table(&Errors::assumed, true).attr("view")("bool") : py::none());
 }
 
 // ---- Plane geometry, row by row: arrays of the shape (n, 2)

@@ -13,13 +13,13 @@ namespace {
 using tool::LandmarkError;
 using tool::LandmarkErrors;
 
-// name, frontal, mm along and across, readings, source
-using Figures = std::tuple<std::string, bool, double, double, int, std::string>;
+// name, frontal, mm along and across, readings, source, assumed
+using Figures = std::tuple<std::string, bool, double, double, int, std::string, bool>;
 
 LandmarkErrors errors_of(const std::vector<Figures>& all) {
     std::vector<LandmarkError> errors;
-    for (const auto& [name, frontal, along, across, readings, source] : all)
-        errors.push_back({name, frontal, along, across, readings, source});
+    for (const auto& [name, frontal, along, across, readings, source, assumed] : all)
+        errors.push_back({name, frontal, along, across, readings, source, assumed});
     return LandmarkErrors(errors);
 }
 
@@ -27,7 +27,7 @@ std::vector<Figures> figures(const LandmarkErrors& errors) {
     std::vector<Figures> all;
     for (const LandmarkError& each : errors.all())
         all.emplace_back(each.name, each.frontal, each.along_mm, each.across_mm, each.readings,
-                         cephtool::printable(each.source));
+                         cephtool::printable(each.source), each.assumed);
     return all;
 }
 
@@ -52,6 +52,7 @@ void add_errors(py::module_& module) {
         .def(py::init(&errors_of), py::arg("figures"))
         .def_static("read", errors_in, py::arg("path"))
         .def_property_readonly("figures", figures)
+        .def("measured", &LandmarkErrors::measured)
         .def("file_text", file_text, py::arg("heading"));
 }
 

@@ -79,7 +79,11 @@ def test_a_landmark_that_slipped_is_warned_of(class2):
 def test_errors_of_landmarks_are_ones_own(class2):
     own = cephtool.LandmarkErrors({"S": (0, 0), "N": (0, 0), "A": (3, 0, 60, "ours")}, frontal={"ZL": (1, 2)})
     again = pickle.loads(pickle.dumps(own))
-    assert again.lateral["A"] == (3, 0, 60, "ours") and list(again.frontal) == ["ZL"]
+    assert again.lateral["A"] == (3, 0, 60, "ours", False) and list(again.frontal) == ["ZL"]
+    assert cephtool.LandmarkErrors({"*": (1, 1)}).lateral["*"].assumed
+    shipped = cephtool.Folder().landmark_errors
+    rests = [STEINER.measure(class2, error=errors).error.notna().sum() for errors in (shipped.measured(), shipped)]
+    assert 0 < rests[0] < rests[1] == 16
     first = STEINER.measure(class2, error=own).iloc[0]
     assert (first.mostly, first.share) == ("A", 1) and first.shown.startswith("82.8 ± ")
     wide = STEINER.measure([class2], error=again, form="wide")

@@ -65,6 +65,7 @@ def test_arrays_give_what_cases_give(analysis, samples):
     frame = analysis.measure(cases, error=True)
     for part in ("value", "mean", "sd", "deviation", "error", "deviation_error", "share"):
         assert same(getattr(values, part).ravel(), frame[part]), part
+    assert same(values.assumed.ravel(), frame.assumed != "")
     assert list(frame.mostly) == [[*names, ""][place] for place in values.mostly.ravel()]
     for place, item in enumerate(analysis.items):
         try:
@@ -90,8 +91,8 @@ def test_errors_and_words_are_those_of_the_program(population, samples):
             assert len(rows) >= len(of_analysis["items"])
             for item, (_, row) in zip(of_analysis["items"], rows.iterrows()):
                 error = item.get("error") or {"value": None, "text": ""}
-                assert (row["item"], row["mostly"], row["error_text"]) == (
-                    item["name"], error.get("mostly", ""), error["text"])
+                assert (row["item"], row["mostly"], row["assumed"], row["error_text"]) == (
+                    item["name"], error.get("mostly", ""), " ".join(error.get("assumed", ())), error["text"])
                 assert same([row[name] for name in ("value", "mean", "sd", "deviation", "error", "deviation_error")],
                             [np.nan if value is None else value for value in
                              (*(item[name] for name in ("value", "mean", "sd", "deviation")), error["value"],
