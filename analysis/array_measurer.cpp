@@ -24,28 +24,10 @@ constexpr std::size_t nowhere = ~std::size_t{0};
 
 // An item's norm for a sex and band.
 struct PlainNorm {
-    bool is_plain = true;  // no formula has part in it
+    bool is_plain = true;  // landmarks have no part in it
     std::optional<double> mean = {}, sd = {};
     bool operator==(const PlainNorm&) const = default;
 };
-
-// As ResultList::Numbers has it.
-PlainNorm plain_norm(const Program& program, const Program::Item& item, int sex, int band) {
-    PlainNorm norm;
-    bool needs_band = false;
-    for (const auto& [part, number] : {std::pair(item.mean, &norm.mean), std::pair(item.sd, &norm.sd)}) {
-        const int place = part < 0 ? -1 : program.line(part, sex);
-        if (place < 0) continue;
-        const Program::NormLine& line = program.norm_lines[static_cast<std::size_t>(place)];
-        const auto has_formula = [](const Program::NormField& field) { return field.formula != no_step; };
-        norm.is_plain = norm.is_plain && !line.as_text && std::ranges::none_of(line.fields, has_formula);
-        needs_band = needs_band || (band < 0 && line.differs);
-        *number = line.field(band).number;
-        if (*number && !std::isfinite(**number)) number->reset();
-    }
-    if (needs_band) norm.mean = norm.sd = std::nullopt;
-    return norm;
-}
 
 double coordinate(const std::byte* at) {
     double value;
@@ -63,6 +45,7 @@ struct ArrayMeasurer::Body {
     bool take(const LandmarkArray& array, std::span<const ArrayCase> cases);
     Result<SubjectRecord> record(const LandmarkArray& array, const ArrayCase& person, std::size_t lane);
     ResultNumbers numbers_of(int item, const ArrayCase& person, bool norms);
+    PlainNorm plain_norm(std::size_t column, int sex, int band);
     const std::vector<PlainNorm>& norms_for(const ArrayCase& person);
     void put_plain(std::size_t column, std::span<const ArrayCase> cases, Lanes open, const ArrayNumbers& numbers);
 
@@ -72,7 +55,7 @@ struct ArrayMeasurer::Body {
     SheetMeasurer measurer;
     ProgramBlock block;
     Subject subject;                            // its landmarks are those of the array
-    bool is_subject = false;                    // their names are such that records take them
+    std::optional<SubjectRecord> empty;         // of no landmark; nothing: names are such that no record takes them
     std::vector<std::size_t> place_in_block;    // of each of the array's landmarks
     std::vector<int> items, places_in_program;  // of each column
     std::vector<bool> has_formula;
@@ -101,9 +84,9 @@ ArrayMeasurer::Body::Body(const Analysis& its_analysis, std::span<const std::str
         landmark.slot = LandmarkTable::Find(kind, name.c_str());
         if (landmark.slot < 0) landmark.name = name;
     }
-    auto empty = SubjectRecord::of(analysis.kind(), subject);
-    is_subject = static_cast<bool>(empty);
-    if (!is_subject) return;
+    auto made = SubjectRecord::of(analysis.kind(), subject);
+    if (!made) return;
+    empty = *std::move(made);
     // Landmarks are found by name as in any record. Own ones stand there in the array's order; of a fixed one that the
     // array has twice the last one counts.
     const SheetSubject fields = empty->subject(Sex::male, 0);
@@ -153,7 +136,7 @@ bool ArrayMeasurer::Body::take(const LandmarkArray& array, std::span<const Array
         }
         take_placed(points, farthest_px, within, whole);
     }
-    bool all_good = is_subject;
+    bool all_good = empty.has_value();
     for (std::size_t lane = 0; lane < cases.size(); ++lane) {
         const double steps = whole[lane] == 1 ? 1 : fine_steps, mm = cases[lane].mm_per_pixel;
         all_good = all_good && mm > 0 && std::isfinite(mm) && within[lane] == 1;
@@ -164,16 +147,32 @@ bool ArrayMeasurer::Body::take(const LandmarkArray& array, std::span<const Array
     return all_good;
 }
 
+// As ResultList::Numbers has it.
+PlainNorm ArrayMeasurer::Body::plain_norm(std::size_t column, int sex, int band) {
+    const Program::Item& item = program.items[static_cast<std::size_t>(places_in_program[column])];
+    PlainNorm norm;
+    for (const int part : {item.mean, item.sd}) {
+        const int line = part < 0 ? -1 : program.line(part, sex);
+        const auto needs = [](std::uint64_t bits) { return bits != 0; };
+        if (line >= 0 && std::ranges::any_of(std::span(program.needs_of_line(line), program.words), needs))
+            return {.is_plain = false};
+    }
+    const SheetRow row = measurer.Evaluate(0, items[column], sex, band);
+    if (row.norm_needs_band) return norm;
+    if (row.has_mean && std::isfinite(row.mean)) norm.mean = row.mean;
+    if (row.has_sd && std::isfinite(row.sd)) norm.sd = row.sd;
+    return norm;
+}
+
 const std::vector<PlainNorm>& ArrayMeasurer::Body::norms_for(const ArrayCase& person) {
     const auto [known, is_new] = known_norms.try_emplace({person.sex, person.band});
     if (!is_new) return known->second;
     constexpr int male = 1, female = 2;
-    for (const int place : places_in_program) {
-        const Program::Item& item = program.items[static_cast<std::size_t>(place)];
-        const auto of_sex = [&](int sex) { return plain_norm(program, item, sex, person.band); };
-        PlainNorm norm = of_sex(person.sex ? static_cast<int>(*person.sex) : male);
+    measurer.Measure(empty->subject(Sex::male, 0));
+    for (std::size_t column = 0; column < items.size(); ++column) {
+        PlainNorm norm = plain_norm(column, person.sex ? static_cast<int>(*person.sex) : male, person.band);
         if (!person.sex) {
-            const PlainNorm hers = of_sex(female);
+            const PlainNorm hers = plain_norm(column, female, person.band);
             if (norm != hers) norm = {.is_plain = norm.is_plain && hers.is_plain};
         }
         known->second.push_back(norm);
@@ -186,7 +185,7 @@ void ArrayMeasurer::Body::put_plain(std::size_t column, std::span<const ArrayCas
                                     const ArrayNumbers& numbers) {
     const int place = places_in_program[column];
     const LaneNumbers& values = block.values(place);
-    const Lanes none = open | block.lacking(place) | lanes_not_finite(values);
+    const Lanes none = open | block.lacking(place) | block.texts(place) | lanes_not_finite(values);
     for (std::size_t lane = 0; lane < cases.size(); ++lane)
         numbers.value[lane * items.size() + column] = none >> lane & 1 ? nan : values[lane];
     if (!numbers.mean) return;

@@ -63,9 +63,7 @@ void ProgramBlock::plan() {
     std::vector<std::uint64_t> needs(program_.words);
     for (std::size_t i = 0; i < program_.items.size(); ++i) {
         const Program::Item& item = program_.items[i];
-        const auto is_text = [](const Program::Alternative& alternative) { return alternative.is_text; };
-        served_[i] = item.has_formula && !item.as_text && possible[item.value] &&
-                     std::ranges::none_of(item.alternatives, is_text);
+        served_[i] = item.has_formula && !item.as_text && possible[item.value];
         if (!served_[i]) continue;
         wanted[item.value] = true;
         only_sign_[item.value] = false;
@@ -202,6 +200,16 @@ Lanes ProgramBlock::absent_for(const std::uint64_t* needs) const {
 Lanes ProgramBlock::open(int item) const {
     const StepId value = program_.items[static_cast<std::size_t>(item)].value;
     return (absent_for(program_.needs_of_item(item)) | lost_[value]) & ~lacking(item);
+}
+
+Lanes ProgramBlock::texts(int item) const {
+    static constexpr LaneNumbers none{};
+    const Program::Item& of = program_.items[static_cast<std::size_t>(item)];
+    LaneNumbers numbers;
+    std::ranges::fill(numbers.of, 1);
+    for (std::size_t i = 0; i < of.alternatives.size(); ++i)
+        if (of.alternatives[i].is_text) choose(number(of.selector), static_cast<int>(i), none, numbers);
+    return lanes_but(numbers);
 }
 
 }  // namespace tool

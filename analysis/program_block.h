@@ -32,6 +32,8 @@ class ProgramBlock {
     // Records that lack what the item needs for sure, and others that ProgramRun answers for.
     Lanes lacking(int item) const { return absent_for(program_.needs_of_item(item) + program_.words); }
     Lanes open(int item) const;
+    // Records that a text is selected for, in place of the value.
+    Lanes texts(int item) const;
 
  private:
     std::size_t bit_of(const Step& landmark) const;

@@ -144,10 +144,8 @@ void ProgramRun::compute(StepId id) {
 // Whether a step that may be undefined, or a virtual landmark when one may be, is among those that `root` takes.
 bool ProgramRun::leads_to_suspect(StepId root) {
     if (suspects_.empty() && !virtual_suspect_) return false;
-    if (ran_ && !program_.by_norm[root]) {
-        if (!suspicion_spread_) spread_suspicion();
-        return leads_to_suspect_[root];
-    }
+    if (ran_ && !suspicion_spread_) spread_suspicion();
+    if (ran_ && !program_.by_norm[root]) return leads_to_suspect_[root];
     std::vector<bool> met(program_.steps.size());
     wanted_.assign(1, root);
     while (!wanted_.empty()) {
@@ -155,6 +153,10 @@ bool ProgramRun::leads_to_suspect(StepId root) {
         wanted_.pop_back();
         if (met[id]) continue;
         met[id] = true;
+        if (ran_ && !program_.by_norm[id]) {
+            if (leads_to_suspect_[id]) return true;
+            continue;
+        }
         const Step& step = program_.steps[id];
         if (virtual_suspect_ && step.kind == Step::Kind::named) return true;
         if (std::ranges::find(suspects_, id) != suspects_.end()) return true;
