@@ -8,7 +8,7 @@
 namespace cephtool {
 
 // `text` is for people without a table's columns; of `json_lines` each line is a JSON object of its own.
-enum class ResultFormat { table, text, csv, json, json_lines, png };
+enum class ResultFormat { table, text, csv, json, json_lines, png, pdf, svg, html };
 
 // As "--format" takes it.
 const char* name_of(ResultFormat format);

@@ -124,6 +124,36 @@ constexpr TextRow text_table[] = {
     {"mostly %1 (%2 %)", "主に %1 による（%2 %）"},
     {"assumed for %1", "%1 は仮定した誤差"},
     {"the deviation may be none: it lies within the error", "偏差は誤差の範囲内で、ないとも言える"},
+    // Studies of readings.
+    {"Reliability of landmarks and values", "計測点と計測値の再現性"},
+    {"%1 films, %2 readings of each", "フィルム %1 枚、各 %2 回の計測"},
+    {"TEM: technical error of measurement of a single reading. ICC(2,1): agreement of single readings, ICC(3,1): their "
+     "consistency, with 95 % intervals (Shrout & Fleiss 1979).",
+     "TEM：1回の計測の技術的誤差。ICC(2,1)：1回の計測どうしの一致、ICC(3,1)：一貫性、いずれも95 %信頼区間付き（Shrout & "
+     "Fleiss 1979）。"},
+    {"Of a reading against the first: Dahlberg's error; bias, with p of the paired t-test; 95 % limits of agreement, bias "
+     "-/+ 1.96 SD (Bland & Altman 1986).",
+     "1回目との比較：Dahlbergの誤差、偏り（対応のあるt検定のp）、95 %一致限界（偏り ± 1.96 SD、Bland & Altman 1986）。"},
+    {"Films", "枚数"},
+    {"Bias, p", "偏り、p"},
+    {"95 % limits", "95 %一致限界"},
+    {" to ", "～"},
+    {"reading %1", "%1回目"},
+    {"SD of an observer's readings %1, of observers %2", "SD：同一計測者内 %1、計測者間 %2"},
+    {"Landmarks, mm along Frankfort and across it", "計測点、FH平面に平行・垂直（mm）"},
+    {"%1 along", "%1 平行"},
+    {"%1 across", "%1 垂直"},
+    {"Scatter of the readings on the average face", "平均顔の上の計測点のばらつき"},
+    {"At true size (1:1): red the ellipse that holds 95 % of single readings, blue each reading, about the mean of its "
+     "film; along Frankfort and across it.",
+     "実物大（1:1）。赤：1回の計測の95 %が入る楕円、青：各計測（フィルムごとの平均を中心に、FH平面に平行・垂直）。"},
+    {"Not on the average face: %1", "平均顔にない計測点：%1"},
+    {"Plots of agreement", "一致度のプロット"},
+    {"After Bland and Altman: blue the bias, dashed the limits of agreement, shaded their 95 % confidence intervals; a dot "
+     "is a film.",
+     "Bland-Altmanプロット。青：偏り、破線：一致限界、帯：それぞれの95 %信頼区間、点：フィルム。"},
+    {"mean of both readings, %1", "2回の平均（%1）"},
+    {"reading %1 less reading 1, %2", "%1回目－1回目（%2）"},
     // What is remarked.
     {"%1 lies %2 mm from where the other %3 landmarks expect it.",
      "%1 は、他の %3 計測点から推定される位置から %2 mm 離れている。"},

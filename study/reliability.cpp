@@ -115,6 +115,7 @@ void add_items(Study& study, const Analysis& analysis, std::span<const StudyFilm
         if (!agreed) continue;
         found.agreement = *agreed;
         found.values = std::move(values);
+        found.of = &analysis, found.index = item;
         study.items.push_back(std::move(found));
     }
 }

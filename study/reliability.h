@@ -22,7 +22,9 @@ struct StudyItem {
     std::string analysis, name, unit;
     std::size_t films_left_out = 0;  // that lack the value in some reading
     Agreement agreement;
-    Readings values = {};  // of the films that are not left out
+    Readings values = {};          // of the films that are not left out
+    const Analysis* of = nullptr;  // must outlive the study
+    std::size_t index = 0;         // among its items
 };
 
 // A landmark in mm along and across Frankfort (FilmAxes.h) of the film's first reading, from the middle of the

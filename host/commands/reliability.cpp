@@ -4,10 +4,12 @@
 #include <ostream>
 
 #include "base/path.h"
+#include "base/suggestion.h"
 #include "base/wording.h"
 #include "host/command_line.h"
 #include "host/output.h"
 #include "host/selection.h"
+#include "report/study_document.h"
 #include "study/films.h"
 
 namespace cephtool {
@@ -45,6 +47,28 @@ StudyReading read_all(const std::vector<std::string>& paths, const CaseOptionFla
     return reading;
 }
 
+// Those of the names, all without any: "SNA" in whichever analyses have it, "Steiner:SNA" in one.
+std::vector<const StudyItem*> items_named(const Study& study, const std::vector<std::string>& names) {
+    std::vector<const StudyItem*> items;
+    if (names.empty())
+        for (const StudyItem& item : study.items) items.push_back(&item);
+    for (const std::string& name : names) {
+        const std::size_t before = items.size();
+        std::vector<std::string> known;
+        for (const StudyItem& item : study.items) {
+            const std::string full = short_name(*item.of) + ":" + item.name;
+            known.insert(known.end(), {item.name, full});
+            if (lower_case(name) == lower_case(item.name) || lower_case(name) == lower_case(full))
+                items.push_back(&item);
+        }
+        if (items.size() > before) continue;
+        const std::string meant = did_you_mean(name, known);
+        throw Error(ExitCode::bad_command_line, "the study has no item " + in_quotes(name),
+                    meant.empty() ? "The table without -o lists its items; --analysis chooses analyses." : meant);
+    }
+    return items;
+}
+
 }  // namespace
 
 ExitCode run_reliability(const Command& command, const Arguments& arguments, Streams& streams) {
@@ -52,9 +76,11 @@ ExitCode run_reliability(const Command& command, const Arguments& arguments, Str
     std::vector<std::string> names;
     std::optional<int> repeats;
     std::string folder, output, errors_path;
+    std::vector<std::string> plotted;
+    Language language = Language::english;
     ResultFormat format{};
     CommandLine line(command, "cephtool reliability readings-first.tps --second readings-second.tps",
-                     "cephtool reliability readings-first.tps --second readings-second.tps -o s.csv");
+                     "cephtool reliability readings-first.tps --second readings-second.tps -o s.pdf");
     line.add_argument("FIRST", paths[0], "cases of the first reading: files or folders").required();
     line.add_list("--second", "CASE", paths[1], "the same films read again: the names of\nthe files are the same")
         .required();
@@ -68,7 +94,12 @@ ExitCode run_reliability(const Command& command, const Arguments& arguments, Str
     line.add_analyses(names);
     line.add_analysis_folder(folder);
     const CaseOptionFlags case_options(line);
-    line.add_format(format, output, {ResultFormat::table, ResultFormat::json, ResultFormat::csv});
+    line.add_texts("--item", "ITEM", plotted,
+                   "an item to plot on the pages, \"SNA\" or\n\"Steiner:SNA\"; again for more. None: all");
+    line.add_language(language, "en or ja: of the pages");
+    line.add_format(format, output,
+                    {ResultFormat::table, ResultFormat::json, ResultFormat::csv, ResultFormat::pdf, ResultFormat::svg,
+                     ResultFormat::html});
     line.add_output(output);
     if (!line.parse(arguments, streams)) return ExitCode::done;
     if (paths[2].empty() && !paths[3].empty())
@@ -107,8 +138,13 @@ ExitCode run_reliability(const Command& command, const Arguments& arguments, Str
         if (!text) throw Error(ExitCode::bad_input, "a landmark has a name outside code page 932", "Rename it.");
         write_result(*text, errors_path, streams.out);
     }
+    const std::vector<const StudyItem*> items = items_named(study, plotted);
+    const Texts texts(language);
     const std::string text = format == ResultFormat::csv    ? study_csv(study)
                              : format == ResultFormat::json ? study_json(study)
+                             : format == ResultFormat::pdf  ? study_file(StudyFile::pdf, study, items, texts)
+                             : format == ResultFormat::svg  ? study_file(StudyFile::svg, study, items, texts)
+                             : format == ResultFormat::html ? study_file(StudyFile::html, study, items, texts)
                                                             : study_table(study);
     write_result(text, output, streams.out);
     return ExitCode::done;

@@ -7,6 +7,8 @@
 #include <random>
 
 #include "host/host_test.h"
+#include "report/agreement_plot.h"
+#include "report/landmark_scatter.h"
 
 namespace cephtool {
 namespace {
@@ -65,7 +67,65 @@ TEST(Reliability, TellsTheErrorsThatWereMade) {
     const auto valued = run({"analyze", "--analysis", "Steiner", "--error-file", "own.txt", "--anaitem", ANALYSES,
                              "--format", "csv", "a/film1.csv"});
     ASSERT_EQ(valued.code, ExitCode::done) << valued.err;
-    EXPECT_THAT(valued.out, HasSubstr(",A\r\n"));
+    EXPECT_THAT(valued.out, HasSubstr(",A,\r\n"));
+}
+
+// The sheet of an SVG is all pages below each other, 10 units a mm; its texts are texts.
+TEST(Reliability, PagesShowTablesScatterAndPlots) {
+    const host_test::Folder folder;
+    const std::string first = std::string(SAMPLES) + "/readings-first.tps",
+                      second = std::string(SAMPLES) + "/readings-second.tps";
+    const auto page = [&](const char* language, const char* item, const char* file) {
+        const auto told = run({"reliability", first, "--second", second, "--analysis", "Steiner", "--item", item,
+                               "--language", language, "-o", file});
+        EXPECT_EQ(told.code, ExitCode::done) << told.err;
+        return host_test::bytes_of(file);
+    };
+    const std::string svg = page("en", "steiner:SNB", "s.svg");
+    for (const char* text : {">SNB, °<", ">0.94 (0.80 to 0.99)<", ">0.94 (0.78 to 0.98)<", ">Or along<",
+                             ">reading 2 less reading 1, °<", ">+2.94<", ">100 mm: check with a ruler<"})
+        EXPECT_THAT(svg, HasSubstr(text));
+    // S and N of the average face are as far from each other as 71 mm are: their labels stand beside them.
+    double sx = 0, sy = 0, nx = 0, ny = 0;
+    const auto place = [&](const char* name, double& x, double& y) {
+        const std::size_t at =
+            svg.rfind("<text", svg.find(std::string(">") + name + "<", svg.find("ellipse that holds")));
+        std::sscanf(svg.c_str() + at, "<text x=\"%lf\" y=\"%lf\"", &x, &y);
+    };
+    place("S", sx, sy), place("N", nx, ny);
+    EXPECT_NEAR(std::hypot(nx - sx, ny - sy), 718, 20);
+    const std::string html = page("ja", "SNB", "s.html");
+    EXPECT_THAT(html, testing::AllOf(HasSubstr("<html lang=\"ja\">"), HasSubstr("平均顔の上の計測点のばらつき"),
+                                     HasSubstr("id=\"p4-paper\"")));
+    EXPECT_THAT(run({"reliability", first, "--second", second, "--analysis", "Steiner", "--item", "SNX"}).err,
+                HasSubstr("no item \"SNX\""));
+}
+
+TEST(Reliability, EllipsesAndAxesAreThoseOfTheReadings) {
+    StudyLandmark landmark{.name = "A", .along = {}, .across = {}};
+    landmark.along.films = 4, landmark.along.readings = 2;
+    for (const double d : {3.0, -1.0}) {  // one film along (4, 3), another across it
+        landmark.from_mean.push_back({4 * d, 3 * d}), landmark.from_mean.push_back({-4 * d, -3 * d});
+        landmark.from_mean.push_back({-3 / d, 4 / d}), landmark.from_mean.push_back({3 / d, -4 / d});
+    }
+    const auto [major, minor] = scatter_ellipse(landmark);
+    const double square = 2 * std::log(20.0);
+    EXPECT_NEAR(major.x, 0.8 * std::sqrt(square * 2 * 25 * 10 / 4), 1e-9);
+    EXPECT_NEAR(major.y, 0.75 * major.x, 1e-9);
+    EXPECT_NEAR(std::hypot(minor.x, minor.y), std::sqrt(square * 2 * 25 * (1 + 1 / 9.0) / 4), 1e-9);
+    EXPECT_EQ(axis_numbers({-2.2, 4.1}, 6), (std::vector<double>{-2, 0, 2, 4}));
+    EXPECT_EQ(axis_numbers({740, 860}, 6), (std::vector<double>{750, 800, 850}));
+    EXPECT_TRUE(axis_numbers({1, 1}, 6).empty());
+    EXPECT_EQ(means_and_differences({{1, 9, 4}}, 2)[0].y, 3);
+    // 10 films: Student's t is 2.262.
+    PairAgreement pair{.bias = 1,
+                       .bias_interval = {1 - 2.262 * 2 / std::sqrt(10.0), 1 + 2.262 * 2 / std::sqrt(10.0)},
+                       .sd = 2,
+                       .t = {},
+                       .p = {},
+                       .limits = {},
+                       .limit_error = std::sqrt(0.3) * 2};
+    EXPECT_NEAR(limit_interval(pair, 10, 5).high, 5 + 2.262 * std::sqrt(0.3) * 2, 1e-9);
 }
 
 TEST(Reliability, RefusesWhatIsNoStudy) {
