@@ -174,10 +174,11 @@ class Fitter {
 
     bool folds(const Outline& curve, const ThinPlateSpline& map) const {
         constexpr int steps = 4;  // between two points
-        for (std::size_t i = 0; i + 1 < curve.points.size(); ++i)
+        const std::size_t count = curve.points.size();
+        for (std::size_t i = 0; i + (curve.closed ? 0 : 1) < count; ++i)
             for (int step = 0; step <= steps; ++step) {
                 const double t = static_cast<double>(step) / steps;
-                const Position a = curve.points[i], b = curve.points[i + 1];
+                const Position a = curve.points[i], b = curve.points[(i + 1) % count];
                 const Position p{a.x + t * (b.x - a.x), a.y + t * (b.y - a.y)};
                 if (!(map.area_factor(p) > flattest * usual_area_)) return true;
             }

@@ -23,6 +23,13 @@ TEST(Formula, GivesTheWrittenValues) {
     EXPECT_GT(rows, 50);
 }
 
+TEST(Formula, GroupsCountDownTo400Levels) {
+    std::string deep;
+    for (int level = 0; level < 500; ++level) deep += "1+(";
+    EXPECT_EQ(small_face().calc(deep + "7+7"), 99);         // each level adds 1 to the 0 of the deepest group
+    EXPECT_EQ(small_face().calc(deep.substr(1500 - 3 * 50) + "7+7"), 64);
+}
+
 // Kept: the short pi, multiplied before it is divided by.
 TEST(Formula, AnglesCarryTheShortPi) {
     const double right_angle = 180.0 - std::acos(0.0) * 180.0 / 3.141592654;

@@ -55,6 +55,11 @@ TEST(LabelPlacement, ALoneLabelStandsAtTheRightAndOneThatMustGiveWayHasALeader) 
 
     walled.obstacles = {{0, 0, 100, 100}};
     EXPECT_FALSE(placed_labels(one, walled)[0]);
+
+    // Room for all three, if the one whose neighbours are near chooses first.
+    const Label crowded[] = {{{9, 2}, 8, 3}, {{18, 8}, 8, 3}, {{4, 5}, 3, 3}};
+    const auto placed = placed_labels(crowded, {{0, 0, 19, 9}, 0.5, {}, {}});
+    EXPECT_TRUE(placed[0] && placed[1] && placed[2]);
 }
 
 }  // namespace

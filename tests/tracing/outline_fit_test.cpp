@@ -118,15 +118,24 @@ TEST(OutlineFit, FollowsAFaceOfAnotherSizePlaceAndTurn) {
 TEST(OutlineFit, FoldsNoToothUnderPlausibleErrorsOfLandmarks) {
     for (const char* kind : {"lateral", "frontal"}) {
         const OutlineTemplate outlines = face(kind);
+        OutlineTemplate begun_elsewhere = outlines;
+        for (TemplateCurve& curve : begun_elsewhere.curves)
+            if (std::vector<Position>& points = curve.outline.points; curve.outline.closed)
+                std::ranges::rotate(points, points.begin() + 3);
         for (unsigned seed = 1; seed <= 200; ++seed) {
             const auto landmarks = jittered(outlines.landmarks, seed, 12);  // 1.2 mm, as observers differ
             const OutlineFit fit = fitted_outlines(outlines, landmarks);
+            const OutlineFit other = fitted_outlines(begun_elsewhere, landmarks);
+            ASSERT_EQ(fit.curves.size(), other.curves.size());
             expect_through_anchors(outlines, fit, landmarks, "seed " + std::to_string(seed));
             for (const FittedCurve& curve : fit.curves) {
                 if (!curve.outline.closed) continue;
                 const double before = signed_area(points_of(outlines, curve.outline.name));
                 const double ratio = signed_area(curve.outline.points) / before;
                 EXPECT_TRUE(ratio > 0.05 && ratio < 3) << seed << " " << curve.outline.name << " " << ratio;
+                const Position end = curve.outline.points.back();  // wherever a closed curve begins, it is the same
+                const auto& same = other.curves[static_cast<std::size_t>(&curve - fit.curves.data())].outline.points;
+                EXPECT_LT(gap(end, same[same.size() - 4]), 1e-6) << seed << " " << curve.outline.name;
             }
         }
     }

@@ -107,6 +107,12 @@ TEST(TracingDrawing, WritesNamesInTheCodePageAndCutsWhatIsTooLong) {
     const auto values = paper.lines("values", "text");  // two on one place: the second gives way
     ASSERT_EQ(values.size(), 2u);
     EXPECT_GT(std::abs(number(values[1], 2) - number(values[0], 2)), 300);
+    // One that would begin 10 mm before the right border gives way to the left.
+    const Page page = page_for(tracing, {});
+    const Position border{(page.drawing.right - 10 - page.origin.x) / page.scale, 1000};
+    tracing.values = {{"SNB 80.0", border, "#960050", 10}};
+    const auto beside = drawn(tracing, page).lines("values", "text");
+    EXPECT_LT(number(beside.at(0), 1), 100 * page(border).x - 100);
     EXPECT_THAT(paper.text.at("legend"), HasSubstr("WWW…\""));
     EXPECT_TRUE(paper.unlabelled.empty());
     // On a film names have a shadow below them, and teeth stay open.
