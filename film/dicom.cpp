@@ -249,16 +249,19 @@ Film decode_dicom(std::string_view bytes, std::size_t pixel_limit, DicomPart par
                                                                        : "1.2.840.10008.1.2");
     if (!syntax) return unreadable("its transfer syntax, " + uid.substr(0, 64) + ", is not known");
     Film film;
+    const bool with_pixels = part == DicomPart::film;
     if (syntax->deflated) {
 #ifdef TOOL_FILM_ZLIB
         const std::string content = inflated(bytes.substr(begin), 16 * pixel_limit + 1'000'000);
         if (content.empty()) return damaged("its data set can't be inflated, from byte " + std::to_string(begin));
-        film = film_of(DicomDataSet(content, 0, syntax->coding, dicom_tag::is_read), *syntax, pixel_limit, part);
+        film = film_of(DicomDataSet(content, 0, syntax->coding, dicom_tag::is_read, with_pixels), *syntax, pixel_limit,
+                       part);
 #else
         return unreadable("this build does without zlib");
 #endif
     } else {
-        film = film_of(DicomDataSet(bytes, begin, syntax->coding, dicom_tag::is_read), *syntax, pixel_limit, part);
+        film = film_of(DicomDataSet(bytes, begin, syntax->coding, dicom_tag::is_read, with_pixels), *syntax, pixel_limit,
+                       part);
     }
     film.header.format = "DICOM";
     return film;

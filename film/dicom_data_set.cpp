@@ -28,7 +28,8 @@ bool has_long_length(std::string_view type) {
 // Goes from element to element of bytes that may be anything.
 class Walk {
  public:
-    Walk(std::string_view bytes, std::size_t from, DicomCoding coding) : bytes_(bytes), coding_(coding), at_(from) {}
+    Walk(std::string_view bytes, std::size_t from, DicomCoding coding, bool with_pixels = true)
+        : bytes_(bytes), coding_(coding), at_(from), with_pixels_(with_pixels) {}
 
     // The next header, whose value is not stepped over yet; nothing at the end or when there is an error.
     std::optional<Header> header() {
@@ -52,6 +53,7 @@ class Walk {
                 found.size = 12;
             }
         }
+        if (found.tag == pixels && !with_pixels_) found.length = 0;
         if (found.length != no_length && found.length > rest.size() - found.size)
             return failed(text_of(found.tag) + " is to have " + std::to_string(found.length) +
                           " bytes, and there are " + std::to_string(rest.size() - found.size));
@@ -117,6 +119,7 @@ class Walk {
     std::string_view bytes_;
     DicomCoding coding_;
     std::size_t at_;
+    bool with_pixels_;
     std::string error_;
 };
 
@@ -138,8 +141,9 @@ std::uint32_t DicomCoding::u32(const char* at) const {
     return big_endian ? first << 16 | second : second << 16 | first;
 }
 
-DicomDataSet::DicomDataSet(std::string_view bytes, std::size_t from, DicomCoding coding, bool (*is_wanted)(DicomTag)) {
-    Walk walk(bytes, from, coding);
+DicomDataSet::DicomDataSet(std::string_view bytes, std::size_t from, DicomCoding coding, bool (*is_wanted)(DicomTag),
+                           bool with_pixels) {
+    Walk walk(bytes, from, coding, with_pixels);
     while (const auto header = walk.header()) {
         const DicomCoding inner = walk.coding_behind(*header);
         const std::string_view value = walk.value(*header);

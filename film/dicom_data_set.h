@@ -36,8 +36,10 @@ struct DicomElement {
 class DicomDataSet {
  public:
     // Reads from `from` up to the pixels, or to the end. Of elements that come twice the first counts. Only elements
-    // that `is_wanted` are kept, so that a file can't make millions of them.
-    DicomDataSet(std::string_view bytes, std::size_t from, DicomCoding coding, bool (*is_wanted)(DicomTag));
+    // that `is_wanted` are kept, so that a file can't make millions of them. Without pixels these have no value, and
+    // whether all of them are there is not looked at.
+    DicomDataSet(std::string_view bytes, std::size_t from, DicomCoding coding, bool (*is_wanted)(DicomTag),
+                 bool with_pixels = true);
 
     const std::string& error() const { return error_; }  // with the place; "" when all could be read
     const DicomElement* find(DicomTag tag) const;

@@ -56,15 +56,16 @@ struct FileBytes {
     std::string bytes, error;
 };
 
-FileBytes file_bytes(const std::string& path) {
+// The file, or no more than `most` bytes of it.
+FileBytes file_bytes(const std::string& path, std::size_t most = film_file_limit) {
     const fs::path file(std::u8string(path.begin(), path.end()));
     std::error_code failure;
     const auto size = fs::file_size(file, failure);
     if (failure) return {{}, path + " can't be read."};
     if (size > film_file_limit) return {{}, path + " is too large."};
-    std::string bytes(static_cast<std::size_t>(size), '\0');
+    std::string bytes(std::min(static_cast<std::size_t>(size), most), '\0');
     std::ifstream in(file, std::ios::binary);
-    if (!in.read(bytes.data(), static_cast<std::streamsize>(size))) return {{}, path + " can't be read."};
+    if (!in.read(bytes.data(), static_cast<std::streamsize>(bytes.size()))) return {{}, path + " can't be read."};
     return {std::move(bytes), {}};
 }
 
@@ -89,10 +90,17 @@ Film read_film(const std::string& path) try {
 }
 
 ReadHeader read_film_header(const std::string& path) try {
-    const FileBytes file = file_bytes(path);
-    if (!file.error.empty()) return {.error = file.error};
-    Film film = begins_as_dicom(file.bytes) ? decode_dicom(file.bytes, film_pixel_limit, DicomPart::header)
-                                            : decode_film(file.bytes);
+    constexpr std::size_t usual_header = 1 << 16;  // longer ones are found in the whole file
+    FileBytes file = file_bytes(path, usual_header);
+    const bool is_dicom = begins_as_dicom(file.bytes);
+    const auto dicom_header = [&] { return decode_dicom(file.bytes, film_pixel_limit, DicomPart::header); };
+    Film film;
+    if (is_dicom) film = dicom_header();
+    if (!film) {
+        file = file_bytes(path);
+        if (!file.error.empty()) return {.error = file.error};
+        film = is_dicom ? dicom_header() : decode_film(file.bytes);
+    }
     return {std::move(film.header), film.width, film.height, std::move(film.error)};
 } catch (const std::bad_alloc&) {
     return {.error = "There is not enough memory for " + path + "."};

@@ -63,8 +63,8 @@ inline constexpr std::size_t film_file_limit = 1'000'000'000;
 Film decode_film(std::string_view bytes, std::size_t pixel_limit = film_pixel_limit);
 Film read_film(const std::string& path);  // the path in UTF-8
 
-// The header alone, else what is wrong with the file. The pixels of DICOM films are not unpacked, so that it can come
-// of films that can't be; then they may have no size.
+// The header alone, else what is wrong with the file. The pixels of DICOM films are neither read nor unpacked, so that
+// it can come of films that can't be; then they may have no size.
 struct ReadHeader {
     FilmHeader header = {};
     int width = 0, height = 0;

@@ -3,6 +3,10 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <filesystem>
+#include <fstream>
+#include <random>
+
 #include "film/film.h"
 
 namespace {
@@ -132,6 +136,23 @@ TEST(FilmScale, OfAResolutionIsDoubtful) {
     EXPECT_FALSE(tool::scale_of_resolution(screen).doubts.empty());
     EXPECT_THAT(tool::scale_of_resolution({.resolution = tool::Resolution{300, 150}}).error, HasSubstr("not square"));
     EXPECT_THAT(tool::scale_of_resolution({}).error, HasSubstr("no resolution"));
+}
+
+// Pixels of 14 MB of which none is there, and in front of them nothing or more than headers usually have.
+TEST(FilmHeader, IsReadWithoutThePixels) {
+    const auto path = std::filesystem::temp_directory_path() / ("film." + std::to_string(std::random_device()()));
+    for (const std::size_t own : {0u, 200'000u}) {
+        std::string file = std::string(128, '\0') + "DICM";
+        file += element(0x00181164, "DS", "0.2\\0.1 ") + element(0x00280010, "US", {"\0\x08", 2});
+        file += element(0x00280011, "US", {"\0\x09", 2}) + element(0x00280100, "US", {"\x10", 2});
+        for (std::size_t at = 0; at < own; at += 50'000) file += element(0x00290010, "LO", std::string(50'000, 'a'));
+        file += std::string("\xE0\x7F\x10\0OW\0\0\0\0\xE0\0", 12);
+        std::ofstream(path, std::ios::binary) << file;
+        const tool::ReadHeader read = tool::read_film_header(path.string());
+        EXPECT_EQ(read.error, "");
+        EXPECT_TRUE(read.width == 0x900 && read.height == 0x800 && read.header.scale.imager_spacing) << own;
+    }
+    std::filesystem::remove(path);
 }
 
 // The names are the standard's own examples, PS3.5 H.3.
