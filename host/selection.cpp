@@ -43,12 +43,9 @@ void Selection::choose(const std::string& name, Streams& streams) {
 void Selection::check_population(const std::string& population) const {
     if (population.empty()) return;
     std::vector<std::string> known;
-    // What files say of norms that are not those of one population can't be asked for.
-    constexpr std::string_view no_population[] = {"Not told", "Various", "Mixed"};
     const auto add = [&](const Analysis& analysis) {
-        if (!analysis.population()) return;
-        const std::string& name = analysis.population()->name;
-        if (std::ranges::find(no_population, name) == std::end(no_population)) known.push_back(name);
+        const auto& whose = analysis.population();
+        if (whose && names_one_population(whose->name)) known.push_back(whose->name);
     };
     for (const Analysis& analysis : listed_) add(analysis);
     for (const auto& file : from_files_)

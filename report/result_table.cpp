@@ -39,7 +39,7 @@ class TableMaker {
     ResultTable table() const {
         ResultTable table;
         table.title = title_of(*times_.front()->analysis, texts_);
-        table.comment = comment_of(*times_.front()->analysis);
+        table.comment = comment_of(*times_.front()->analysis, texts_);
         table.signs = signs_in_words(times_.back()->items, texts_);
         for (std::string& mark : unverified_in_words(times_.back()->items, texts_))
             table.signs.push_back(std::move(mark));

@@ -120,6 +120,11 @@ std::vector<Analysis> analyses_in_file(const std::string& path, std::istream& st
     return analyses;
 }
 
+bool names_one_population(const std::string& name) {
+    constexpr std::string_view others[] = {"Not told", "Various", "Mixed"};
+    return std::ranges::find(others, name) == std::end(others);
+}
+
 Kind case_kind(const Analysis& analysis) {
     return static_cast<Kind>(tool::measured_on(analysis.kind()));
 }

@@ -53,6 +53,9 @@ std::vector<AnalysisFamily> families_of(std::span<const Analysis> analyses);
 std::vector<Analysis> analyses_in_file(const std::string& path, std::istream& standard_input,
                                        std::vector<std::string>& notes);
 
+// Whether norms can be asked for by the name: not by what files say of norms that are those of no one population.
+bool names_one_population(const std::string& name);
+
 // What is shown of an analysis.
 Kind case_kind(const Analysis& analysis);
 const char* kind_name(const Analysis& analysis);  // "diagnosis"

@@ -133,7 +133,8 @@ void compare_ages(NormBand& band, const std::optional<tool::Ages>& ages, const C
 void tell_population(NormBand& band, const Analysis& analysis, const Case& record) {
     if (!analysis.has_norms()) return;
     band.population = analysis.population();
-    const std::string theirs = band.population ? band.population->name : "";
+    const std::string theirs =
+        band.population && names_one_population(band.population->name) ? band.population->name : "";
     if (record.population.empty() || record.population == theirs) return;
     band.remarks.push_back({"other_population",
                             theirs.empty()

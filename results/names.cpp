@@ -13,6 +13,14 @@ std::string title_of(const Analysis& analysis, const Texts& texts) {
     return texts.chosen(texts.part(title), printable(analysis.japanese(analysis.title())));
 }
 
+std::string comment_of(const Analysis& analysis, const Texts& texts) {
+    return texts.chosen(comment_of(analysis), printable(analysis.japanese("Comment")));
+}
+
+std::string title_of(const DisplayMode& mode, const Texts& texts) {
+    return texts.language() == Language::english ? title_of(mode) : texts.part(title_of(mode));
+}
+
 std::string label_of(const Measurement& item, const Texts& texts) {
     return texts.chosen(item.name, item.japanese);
 }

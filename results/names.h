@@ -12,6 +12,8 @@
 namespace cephtool {
 
 std::string title_of(const Analysis& analysis, const Texts& texts);
+std::string comment_of(const Analysis& analysis, const Texts& texts);
+std::string title_of(const DisplayMode& mode, const Texts& texts);
 std::string label_of(const Measurement& item, const Texts& texts);
 std::string label_of(const tool::Item& item, const Texts& texts);
 // The text of an item that has one in place of a value.

@@ -36,7 +36,7 @@ class AnalysisTable {
 
     std::string text() const {
         std::string lines = painted(fitted(title_of(*result_.analysis, texts_), page_width), bold, colour_) + "\n";
-        const std::string comment = comment_of(*result_.analysis);
+        const std::string comment = comment_of(*result_.analysis, texts_);
         if (!comment.empty()) lines += "  " + indented(comment);
         lines += norms();
         for (const Remark& remark : result_.remarks()) lines += remark_line(remark, colour_, texts_);
@@ -78,9 +78,9 @@ class AnalysisTable {
         if (!item.missing.empty()) return no_value(item, texts_("missing: %1", joined(item.missing, ", ")));
         if (!item.text.empty()) return words(item) + remarks_below(item);
         if (!item.value) return no_value(item, texts_(item.reason)) + remarks_below(item);
-        std::string text =
-            row(label_of(item, texts_), item.value_with_error(), item.unit, or_dash(item.mean_text), or_dash(item.sd_text)) +
-            deviation_cell(item) + "\n";
+        std::string text = row(label_of(item, texts_), item.value_with_error(), item.unit, or_dash(item.mean_text),
+                               or_dash(item.sd_text)) +
+                           deviation_cell(item) + "\n";
         if (!item.norm_missing.empty()) text += below(texts_("norm missing: %1", joined(item.norm_missing, ", ")));
         return text + remarks_below(item);
     }

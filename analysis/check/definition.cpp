@@ -80,6 +80,7 @@ class Check {
         }
         displayed_.insert(displayed_.end(), names_.begin(), names_.end());
         displayed_.push_back(file_.title());
+        displayed_.push_back("Comment");
         for (const bool second : {false, true})
             for (const int sex : {male, female})
                 for_each_stage(file_.text(), sex, second,

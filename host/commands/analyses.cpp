@@ -131,10 +131,11 @@ std::string populations_of(const AnalysisFamily& family, const Analysis& shown, 
 std::string shown(const AnalysisFamily& family, const Analysis& analysis, const Texts& texts) {
     std::string text = title_of(analysis, texts) + "\n";
     const std::string populations = populations_of(family, analysis, texts);
-    if (!comment_of(analysis).empty()) text += wrapped(comment_of(analysis), page_width, "") + "\n";
+    const std::string comment = comment_of(analysis, texts);
+    if (!comment.empty()) text += wrapped(comment, page_width, "") + "\n";
     if (!populations.empty()) text += wrapped(populations, page_width, "") + "\n";
     text += shown(analysis.ages(), texts);
-    text += std::string(kind_name(analysis)) + ", " + file_of(analysis) + "\n";
+    text += texts(kind_name(analysis)) + ", " + file_of(analysis) + "\n";
     text += own_landmarks(analysis, texts) + "\n";
     for (const ItemSummary& item : items_of(analysis, texts)) text += shown(item, texts);
     return text;
@@ -146,11 +147,11 @@ std::string shown(std::span<const AnalysisFamily> families, const std::string& p
                        texts("Items") + "  " + texts("File") + "\n";
     for (const AnalysisFamily& family : families) {
         const Analysis& analysis = *family.of(population);
-        text += left_aligned(kind_name(analysis), kind_width) +
+        text += left_aligned(texts(kind_name(analysis)), kind_width) +
                 left_aligned(fitted(title_of(analysis, texts), title_width), title_width) + " " +
                 right_aligned(std::to_string(item_count(analysis)), 5) + "  " + file_of(analysis) + "\n";
         const std::string indent(kind_width + 2, ' ');
-        for (const std::string& line : {comment_of(analysis), populations_of(family, analysis, texts)})
+        for (const std::string& line : {comment_of(analysis, texts), populations_of(family, analysis, texts)})
             if (!line.empty()) text += indent + wrapped(line, page_width - kind_width - 2, indent) + "\n";
     }
     return text;

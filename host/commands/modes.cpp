@@ -8,7 +8,7 @@
 #include "base/wording.h"
 #include "host/command_line.h"
 #include "host/output.h"
-#include "results/analysis_folder.h"
+#include "results/names.h"
 
 namespace cephtool {
 namespace {
@@ -41,42 +41,41 @@ std::string row(const std::string& kind, const std::string& number, const std::s
            fitted(file, file_width) + "\n";
 }
 
-std::string shown(const std::vector<KindOfMode>& modes) {
-    std::string text = row("Kind", "No", "Mode", "Points", "Lines", "Values", "File");
+std::string shown(const std::vector<KindOfMode>& modes, const Texts& texts) {
+    std::string text =
+        row(texts("Kind"), texts("No"), texts("Mode"), texts("Points"), texts("Lines"), texts("Values"), texts("File"));
     for (const auto& [kind, listed] : modes) {
         const DisplayMode& mode = *listed;
-        const std::string landmarks = mode.every_landmark ? "all" : std::to_string(mode.landmarks.size());
-        text += row(name_of(kind), std::to_string(mode.number), title_of(mode), landmarks,
+        const std::string landmarks = mode.every_landmark ? texts("all") : std::to_string(mode.landmarks.size());
+        text += row(texts(name_of(kind)), std::to_string(mode.number), title_of(mode, texts), landmarks,
                     std::to_string(mode.lines.size()), std::to_string(mode.values.size()), file_of(mode));
     }
     return text;
 }
 
-std::string heading(std::size_t count, const char* what) {
-    return std::to_string(count) + " " + what + "\n";
-}
-
-std::string shown(const KindOfMode& listed) {
+std::string shown(const KindOfMode& listed, const Texts& texts) {
     const DisplayMode& mode = *listed.mode;
     constexpr int name_width = 38, position_width = 18;
-    std::string text = wrapped(title_of(mode), page_width, "") + "\n" + name_of(listed.kind) + " mode " +
-                       std::to_string(mode.number) + ", " + file_of(mode) + "\n\n";
-    text += mode.every_landmark ? "All landmarks\n" : heading(mode.landmarks.size(), "landmarks");
+    const auto heading = [&](const char* what, std::size_t count) { return texts(what, std::to_string(count)) + "\n"; };
+    std::string text = wrapped(title_of(mode, texts), page_width, "") + "\n" +
+                       texts("%1 mode %2", texts(name_of(listed.kind)), std::to_string(mode.number)) + ", " +
+                       file_of(mode) + "\n\n";
+    text += mode.every_landmark ? texts("All landmarks") + "\n" : heading("%1 landmarks", mode.landmarks.size());
     if (!mode.landmarks.empty())
         text += "  " + wrapped(joined(printable_all(mode.landmarks), " "), page_width - 2, "  ") + "\n";
-    text += heading(mode.lines.size(), "lines");
+    text += heading("%1 lines", mode.lines.size());
     for (const tool::ModeLine& line : mode.lines) {
         text += "  " + left_aligned(printable(line.from + " - " + line.to), name_width) + hex(line.colour) + "  " +
-                (line.bold ? "bold" : "normal") + "\n";
+                texts(line.bold ? "bold" : "normal") + "\n";
     }
-    text += heading(mode.values.size(), "values: colour, position, decimals, size");
+    text += heading("%1 values: colour, position, decimals, size", mode.values.size());
     for (const tool::ModeValue& value : mode.values) {
         text += "  " + left_aligned(fitted(printable(value.item), name_width - 1), name_width) + hex(value.colour) +
-                "  " + left_aligned(fitted("at " + printable(value.position), position_width), position_width) + " " +
-                right_aligned(text_of(value.decimals), 3) + "  " + fitted(std::to_string(value.size), 4) + "\n";
+                "  " + left_aligned(fitted(texts("at %1", printable(value.position)), position_width), position_width) +
+                " " + right_aligned(text_of(value.decimals), 3) + "  " + fitted(std::to_string(value.size), 4) + "\n";
     }
     const std::vector<std::string>& settings = mode.landmark_settings;
-    if (!settings.empty()) text += heading(settings.size(), "settings of landmarks");
+    if (!settings.empty()) text += heading("%1 settings of landmarks", settings.size());
     for (const std::string& setting : settings) text += "  " + wrapped(printable(setting), page_width - 2, "  ") + "\n";
     return text;
 }
@@ -103,10 +102,13 @@ Json json_list(const std::vector<Part>& parts) {
     return list;
 }
 
-Json json_of(const KindOfMode& listed, bool with_parts) {
+Json json_of(const KindOfMode& listed, bool with_parts, const Texts& texts) {
     const DisplayMode& mode = *listed.mode;
-    Json json = {
-        {"kind", name_of(listed.kind)}, {"number", mode.number}, {"title", title_of(mode)}, {"file", file_of(mode)}};
+    Json json = {{"kind", name_of(listed.kind)},
+                 {"number", mode.number},
+                 {"title", title_of(mode)},
+                 {"label", title_of(mode, texts)},
+                 {"file", file_of(mode)}};
     if (with_parts) {
         json["every_landmark"] = mode.every_landmark;
         json["landmarks"] = printable_all(mode.landmarks);
@@ -121,9 +123,9 @@ Json json_of(const KindOfMode& listed, bool with_parts) {
     return json;
 }
 
-std::string as_json(const std::vector<KindOfMode>& modes, bool with_parts) {
+std::string as_json(const std::vector<KindOfMode>& modes, bool with_parts, const Texts& texts) {
     Json all = Json::array();
-    for (const KindOfMode& mode : modes) all.push_back(json_of(mode, with_parts));
+    for (const KindOfMode& mode : modes) all.push_back(json_of(mode, with_parts, texts));
     return Json({{"modes", all}}).dump(2) + "\n";
 }
 
@@ -132,10 +134,12 @@ std::string as_json(const std::vector<KindOfMode>& modes, bool with_parts) {
 ExitCode run_modes(const Command& command, const Arguments& arguments, Streams& streams) {
     std::string name, kind_name, folder, output;
     ResultFormat format{};
+    Language language = Language::english;
     CommandLine line(command, "cephtool modes --kind frontal", "cephtool modes --kind lateral ricketts");
     line.add_argument("MODE", name, "title, file name or number of a mode");
     line.add_choice("--kind", kind_name, {"lateral", "frontal", "model"}, "lateral, frontal or model: only these");
     line.add_analysis_folder(folder);
+    line.add_language(language, "en or ja: of names and texts");
     line.add_format(format, output, {ResultFormat::table, ResultFormat::json});
     line.add_output(output);
     if (!line.parse(arguments, streams)) return ExitCode::done;
@@ -144,13 +148,14 @@ ExitCode run_modes(const Command& command, const Arguments& arguments, Streams& 
     std::vector<KindOfMode> modes = listed_modes(analyses);
     std::erase_if(modes, [&](const KindOfMode& mode) { return !kind_name.empty() && kind_name != name_of(mode.kind); });
     if (!name.empty()) modes = modes_named(modes, name);
+    const Texts texts(language);
     std::string text;
     if (format == ResultFormat::json) {
-        text = as_json(modes, !name.empty());
+        text = as_json(modes, !name.empty(), texts);
     } else if (name.empty()) {
-        text = shown(modes);
+        text = shown(modes, texts);
     } else {
-        text = tables(modes, [](const KindOfMode& mode) { return shown(mode); });
+        text = tables(modes, [&](const KindOfMode& mode) { return shown(mode, texts); });
     }
     write_result(text, output, streams.out);
     return ExitCode::done;

@@ -136,7 +136,7 @@ class Clinic : public testing::Test {
             items +
                 "Bite=len([S],[N])>1;\"open (\x8A\x4A\x8D\x99)\";\"deep\"\r\nMean:\r\nSNA=82\r\nS-N=10\r\nSD:\r\nSNA=2\r\n"
                 "Param:\r\nPopulation=European\r\nUnverified SNA=textbook (\x8B\xB3\x89\xC8\x8F\x91)\r\n"
-                "Japanese SNA=SNA\x8A\x70\r\nJapanese Jaws=\x8A\x7B\r\nJapanese deep=\x89\xDF\x8A\x57\r\n");
+                "Japanese SNA=SNA\x8A\x70\r\nJapanese Comment=\x90\xE0\x96\xBE\r\nJapanese Jaws=\x8A\x7B\r\nJapanese deep=\x89\xDF\x8A\x57\r\n");
         folder_.add(
             "clinic/CalcForm/Thai.txt",
             items + "Mean:\r\nSNA=84\r\nSD:\r\nSNA=3\r\nParam:\r\nPopulation=Thai adults\r\nVariant of=Angles.txt\r\n");
@@ -168,7 +168,7 @@ TEST_F(Clinic, NormsAreThoseOfThePopulationAskedFor) {
         {{"--language", "ja"},
          "# population=Korean\n",
          "この分析には韓国人の標準値がないため、ヨーロッパ人の標準値を示す。"},
-        {{"--language", "ja"}, "", "角度\n  標準値：ヨーロッパ人\n"},
+        {{"--language", "ja"}, "", "角度\n  説明\n  標準値：ヨーロッパ人\n"},
         {{"--language", "ja"}, "", "顎\nSNA角"},
         {{"--language", "ja"}, "", "  過蓋\n"},
         {{"--language", "ja"}, "", "† 教科書：SNA角\n"},
@@ -192,6 +192,11 @@ TEST_F(Clinic, ListsAnAnalysisOnceWithItsPopulations) {
     for (const char* none : {"various", "Not told"})
         EXPECT_THAT(run({"analyses", "--anaitem", ANALYSES, "--population", none}).err,
                     HasSubstr("no analysis has norms"));
+    EXPECT_THAT(
+        out(run({"analyze", "--anaitem", ANALYSES, "--analysis", "Hyoid", "--population", "Japanese",
+                 SAMPLES + std::string("/lateral-average.json")})),
+        HasSubstr("There are no norms of Japanese for this analysis; its file does not say whose\n  these are."));
+    EXPECT_THAT(out(run({"analyses", "--anaitem", "clinic", "--language", "ja"})), HasSubstr("\n側面      角度 "));
     EXPECT_THAT(
         out(run({"analyses", "--anaitem", "clinic", "--language", "ja", "Angles"})),
         HasSubstr("SNA角                              deg  82† ± 2\n    SNA=angle1([S],[N],[A])\n    † 教科書\n"));

@@ -266,6 +266,8 @@ export interface DisplayMode {
   readonly kind: Kind;
   readonly name: string;
   readonly title: string;
+  /** The title in a language. */
+  readonly label: InBoth;
 }
 
 // ---- Cases ---------------------------------------------------------------------------------------------------------

@@ -259,7 +259,8 @@ Json description_of(int number) {
         modes.push_back({{"id", folder.mode_numbers[i]},
                          {"kind", cephtool::name_of(mode.kind)},
                          {"name", cephtool::short_name(*mode.mode)},
-                         {"title", cephtool::title_of(*mode.mode)}});
+                         {"title", cephtool::title_of(*mode.mode)},
+                         {"label", in_both(cephtool::title_of(*mode.mode))}});
     }
     return {{"problems", folder.problems}, {"analyses", analyses}, {"families", families}, {"modes", modes}};
 }

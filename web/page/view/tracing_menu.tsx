@@ -1,5 +1,5 @@
 import { history, scale, view } from "../state/desk.ts";
-import { words } from "../words/words.ts";
+import { language, words } from "../words/words.ts";
 import { modesOfKind } from "./tracings.ts";
 
 function Check({ label, checked, onChange }: { label: string; checked: boolean; onChange: (checked: boolean) => void }) {
@@ -21,10 +21,10 @@ export function TracingMenu() {
       <Check label={t.tracing} checked={tracing} onChange={(checked) => history.look({ tracing: checked })} />
       <Check label={t.outlines} checked={outlines} onChange={(checked) => history.look({ outlines: checked })} />
       <h2 class="small">{t.modes}</h2>
-      {modesOfKind.value.map(({ name, title }) => (
+      {modesOfKind.value.map(({ name, label }) => (
         <Check
           key={name}
-          label={title}
+          label={label[language.value]}
           checked={modes.includes(name)}
           onChange={(checked) => history.look({ modes: checked ? [...modes, name] : modes.filter((other) => other !== name) })}
         />
