@@ -85,7 +85,7 @@ class Completion {
             for (const CaseFormat& format : case_formats()) out_ << " " << format.extension;
             out_ << "\n";
         }
-        if (sort == "NAME" || sort.starts_with("SHEET")) offer_analyses();
+        if (sort == "NAME" || sort == "NAME:ITEMS") offer_analyses();
         if (sort == "PEOPLE") offer_populations();
         if (sort == "MODE") offer_modes();
     }

@@ -14,7 +14,7 @@ namespace cephtool {
 namespace {
 
 struct Wish {
-    std::string sheet, items;  // as given; no items: all
+    std::string analysis, items;  // as given; no items: all
 };
 
 Wish wish_of(const std::string& word, std::span<const Analysis> listed) {
@@ -54,16 +54,16 @@ std::vector<std::size_t> items_in(const std::string& list, const Analysis& analy
     return found;
 }
 
-void add(std::vector<tool::ComposedItem>& all, const Wish& wish, std::span<const AnalysisFamily> sheets,
+void add(std::vector<tool::ComposedItem>& all, const Wish& wish, std::span<const AnalysisFamily> families,
          const std::string& kind) {
     std::vector<std::string> known;
     std::string unknown;
     std::vector<std::pair<const Analysis*, std::vector<std::size_t>>> fitting;
-    for (const AnalysisFamily& sheet : sheets) {
-        const Analysis& analysis = *sheet.base;
+    for (const AnalysisFamily& family : families) {
+        const Analysis& analysis = *family.base;
         const bool of_kind = kind.empty() || kind == kind_name(analysis);
         const bool fits_others = all.empty() || case_kind(analysis) == case_kind(*all.front().analysis);
-        if (!of_kind || (!fits_others && sheets.size() > 1)) continue;
+        if (!of_kind || (!fits_others && families.size() > 1)) continue;
         std::vector<std::size_t> items;
         if (wish.items.empty())
             for (std::size_t i = 0; i < analysis.items().size(); ++i) items.push_back(i);
@@ -75,7 +75,7 @@ void add(std::vector<tool::ComposedItem>& all, const Wish& wish, std::span<const
     }
     if (fitting.empty()) {
         const std::string meant = did_you_mean(unknown, known);
-        throw Error(ExitCode::bad_command_line, in_quotes(wish.sheet) + " has no item " + in_quotes(unknown),
+        throw Error(ExitCode::bad_command_line, in_quotes(wish.analysis) + " has no item " + in_quotes(unknown),
                     (meant.empty() ? "" : meant + " ") + "\"cephtool analyses NAME\" lists the items of one.");
     }
     const auto is_other = [&](const auto& each) {
@@ -83,7 +83,7 @@ void add(std::vector<tool::ComposedItem>& all, const Wish& wish, std::span<const
                each.first->file() != fitting.front().first->file();
     };
     if (kind.empty() && std::ranges::any_of(fitting, is_other) && fitting.front().first->place()) {
-        throw Error(ExitCode::bad_command_line, "several analyses are named " + in_quotes(wish.sheet),
+        throw Error(ExitCode::bad_command_line, "several analyses are named " + in_quotes(wish.analysis),
                     "Say with --kind which is meant, or name it by its title.");
     }
     for (const std::size_t item : fitting.front().second) all.push_back({fitting.front().first, item});
@@ -96,7 +96,7 @@ ExitCode run_compose(const Command& command, const Arguments& arguments, Streams
     std::string title = "Own analysis (自作の分析)", kind, folder, output;
     CommandLine line(command, "cephtool compose Steiner:SNA,SNB,ANB Wits -o new.txt",
                      "cephtool compose --title Ours Tweed:FMA,IMPA Kim -o new.txt");
-    line.add_argument("SHEET:ITEMS", words, "an analysis and items of it; without\nitems, all of them").required();
+    line.add_argument("NAME:ITEMS", words, "an analysis and items of it; without\nitems, all of them").required();
     line.add_text("--title", "TEXT", title, "of the new analysis");
     line.add_choice("--kind", kind, {"lateral", "frontal", "model", "diagnosis", "surgery"},
                     "where analyses of several kinds have\nthe name");
@@ -109,20 +109,20 @@ ExitCode run_compose(const Command& command, const Arguments& arguments, Streams
     std::vector<Selection> selections;  // own what the items are of
     for (const std::string& word : words) {
         wishes.push_back(wish_of(word, listed.listed()));
-        check_output(output, {wishes.back().sheet});
+        check_output(output, {wishes.back().analysis});
     }
     selections.reserve(wishes.size());
     std::vector<tool::ComposedItem> items;
     for (const Wish& wish : wishes) {
-        const bool is_listed = !named(listed.listed(), wish.sheet).empty();
-        std::vector<AnalysisFamily> sheets;
+        const bool is_listed = !named(listed.listed(), wish.analysis).empty();
+        std::vector<AnalysisFamily> families;
         if (is_listed) {
-            for (const Analysis* analysis : named(listed.listed(), wish.sheet)) sheets.emplace_back(analysis);
+            for (const Analysis* analysis : named(listed.listed(), wish.analysis)) families.emplace_back(analysis);
         } else {
-            const Selection& own = selections.emplace_back(folder, Arguments{wish.sheet}, streams);
-            sheets.assign(own.chosen().begin(), own.chosen().end());
+            const Selection& own = selections.emplace_back(folder, Arguments{wish.analysis}, streams);
+            families.assign(own.chosen().begin(), own.chosen().end());
         }
-        add(items, wish, sheets, kind);
+        add(items, wish, families, kind);
     }
     const auto text = tool::compose(title, items);
     if (!text)

@@ -262,13 +262,17 @@ TEST(Tracing, RoundsValuesAsTheModeSaysAndFindsLandmarksInPartsOfPixels) {
     EXPECT_EQ(tracing.landmarks[3].name, "M");
     EXPECT_THAT(to_json(record), HasSubstr("\"image\": \"film.jpg\""));
 
-    analyses.push_back(*Analysis::from_text(tool::Kind::lateral, "b.txt", "Calc:\nLength=len([S],[X])\n"));
+    analyses.push_back(
+        *Analysis::from_text(tool::Kind::lateral, "b.txt", "Calc:\nLength=len([S],[X])\nAngle=angle1([S],[N],[X])\n"));
     Tracing measured;
     EXPECT_THROW(add_measure(measured, record, analyses, "Length"), Error);  // which is meant?
     measured.mm_per_pixel = *record.mm_per_pixel;
     add_measure(measured, record, analyses, "b:length");
     ASSERT_EQ(measured.lines.size(), 1u);
     EXPECT_EQ(measured.lines[0].to.x, 7);
+    add_measure(measured, record, analyses, "angle");
+    EXPECT_GT(measured.lines.size(), 10u);
+    for (const TracingLine& line : measured.lines) EXPECT_LE(line.to.x, 101.6875);  // the arc lies between the sides
 
     record.outlines = {{"Long", false, std::vector<Position>(40000), {}}, {"Short", false, {{1, 1}, {2, 2}}, {}}};
     const Tracing own = tracing_of(record, mode, analyses, {}, OutlineSource::own_or_fitted);
