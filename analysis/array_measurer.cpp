@@ -56,10 +56,10 @@ struct ArrayMeasurer::Body {
     ProgramBlock block;
     Subject subject;                            // its landmarks are those of the array
     std::optional<SubjectRecord> empty;         // of no landmark; nothing: names are such that no record takes them
-    std::vector<std::size_t> place_in_block;    // of each of the array's landmarks
+    std::vector<LanePoints> unused;             // those of the array's landmarks that no item needs
+    std::vector<LanePoints*> columns;           // where each of the array's landmarks is read to
     std::vector<int> items, places_in_program;  // of each column
     std::vector<bool> has_formula;
-    LanePoints unused{};  // for those that no item needs
     std::map<std::pair<std::optional<Sex>, int>, std::vector<PlainNorm>> known_norms;
     std::array<const std::vector<PlainNorm>*, lane_count> norms{};  // of each lane
 };
@@ -70,7 +70,8 @@ ArrayMeasurer::Body::Body(const Analysis& its_analysis, std::span<const std::str
       set(analysis.sheet()),
       measurer(set),
       block(program),
-      place_in_block(names.size(), nowhere) {
+      unused(names.size()) {
+    for (LanePoints& points : unused) columns.push_back(&points);
     for (std::size_t i = 0; i < analysis.items().size(); ++i) {
         if (analysis.items()[i].heading) continue;
         items.push_back(static_cast<int>(i));
@@ -104,7 +105,7 @@ ArrayMeasurer::Body::Body(const Analysis& its_analysis, std::span<const std::str
             if (found.source == Landmarks::Source::fixed && slot == found.slot) named = i;
             if (slot < 0 && found.source == Landmarks::Source::user && own++ == found.slot) named = i;
         }
-        if (named != nowhere) place_in_block[named] = place;
+        if (named != nowhere) columns[named] = &block.landmark(place);
     }
 }
 
@@ -126,16 +127,25 @@ bool ArrayMeasurer::Body::take(const LandmarkArray& array, std::span<const Array
     LaneNumbers within, whole;
     std::ranges::fill(within.of, 1);
     std::ranges::fill(whole.of, 1);
-    for (std::size_t i = 0; i < place_in_block.size(); ++i) {
-        LanePoints& points = place_in_block[i] == nowhere ? unused : block.landmark(place_in_block[i]);
-        const auto* at =
-            static_cast<const std::byte*>(array.first) + static_cast<std::ptrdiff_t>(i) * array.to_next_landmark;
-        for (std::size_t lane = 0; lane < cases.size(); ++lane, at += array.to_next_case) {
-            points.x[lane] = coordinate(at);
-            points.y[lane] = coordinate(at + array.to_y);
+    // Whole lines of the processor's cache are written, while those that are read stay there, whatever the array's
+    // order. An array of many cases is larger than the cache: it is asked for ahead.
+    constexpr std::size_t lanes_a_line = 64 / sizeof(double), points_a_line = 4;
+    const std::ptrdiff_t ahead = 2 * static_cast<std::ptrdiff_t>(lanes_a_line) * array.to_next_case;
+    const auto* const begin = static_cast<const std::byte*>(array.first);
+    for (std::size_t first = 0; first < cases.size(); first += lanes_a_line) {
+        const std::size_t end = std::min(first + lanes_a_line, cases.size());
+        for (std::size_t i = 0; i < columns.size(); ++i) {
+            LanePoints& points = *columns[i];
+            const std::byte* at = begin + static_cast<std::ptrdiff_t>(first) * array.to_next_case +
+                                  static_cast<std::ptrdiff_t>(i) * array.to_next_landmark;
+            for (std::size_t lane = first; lane < end; ++lane, at += array.to_next_case) {
+                if (i % points_a_line == 0) prefetch(at, ahead);
+                points.x[lane] = coordinate(at);
+                points.y[lane] = coordinate(at + array.to_y);
+            }
         }
-        take_placed(points, farthest_px, within, whole);
     }
+    for (LanePoints* const points : columns) take_placed(*points, farthest_px, within, whole);
     bool all_good = empty.has_value();
     for (std::size_t lane = 0; lane < cases.size(); ++lane) {
         const double steps = whole[lane] == 1 ? 1 : fine_steps, mm = cases[lane].mm_per_pixel;

@@ -3,6 +3,7 @@
 #include <bit>
 #include <limits>
 
+#include "geometry/translation.h"
 #include "platform/arithmetic.h"
 
 namespace tool {
@@ -74,6 +75,32 @@ TOOL_WIDE void end_signed_angle(const LaneNumbers& side, LaneNumbers& __restrict
     for (std::size_t i = 0; i < lane_count; ++i) angle[i] = formula_degrees(side[i] < 0 ? angle[i] : -angle[i]);
 }
 
+// As translated_along takes an angle of 0: the turn of the direction from straight right, in the quadrant where it is
+// taken.
+TOOL_WIDE Lanes begin_extension(const LanePoints& a, const LanePoints& b, const LaneNumbers& scale,
+                                LaneNumbers& __restrict tangent) {
+    LaneNumbers plain;
+    for (std::size_t i = 0; i < lane_count; ++i) {
+        const Line line{a[i], b[i]};
+        tangent[i] = quadrant_of(line).rise / (line.b.x - line.a.x);
+        plain[i] = apart(line.a, line.b) * is(line.a.x != line.b.x) * is(scale[i] != 0);
+    }
+    return lanes_but(plain);
+}
+
+TOOL_WIDE void add(double number, LaneNumbers& to) {
+    for (double& each : to.of) each = number + each;
+}
+
+TOOL_WIDE void end_extension(const LanePoints& a, const LanePoints& b, double mm, const LaneNumbers& scale,
+                             const LaneNumbers& cosine, const LaneNumbers& sine, LanePoints& __restrict point) {
+    for (std::size_t i = 0; i < lane_count; ++i) {
+        const Quadrant quadrant = quadrant_of({a[i], b[i]});
+        put({b.x[i] + cosine[i] * mm / scale[i] * quadrant.sx, b.y[i] - sine[i] * mm / scale[i] * quadrant.sy}, point,
+            i);
+    }
+}
+
 template <class Combine>
 inline void each(const LaneNumbers& left, const LaneNumbers& right, LaneNumbers& __restrict number,
                  const Combine& combine) {
@@ -115,6 +142,17 @@ TOOL_WIDE Lanes crossing(const LanePoints& a, const LanePoints& b, const LanePoi
                    is(ab.slope() != cd.slope());
     }
     return lanes_but(plain);
+}
+
+Lanes extension(const LanePoints& a, const LanePoints& b, double mm, const LaneNumbers& scale, LanePoints& point) {
+    LaneNumbers angle, cosine, sine;
+    const Lanes told = begin_extension(a, b, scale, angle);
+    atan(angle, angle);
+    add(short_pi, angle);
+    cos(angle, cosine);
+    sin(angle, sine);
+    end_extension(a, b, mm, scale, cosine, sine, point);
+    return told;
 }
 
 TOOL_WIDE Lanes length(Measure measure, const LanePoints& a, const LanePoints& b, const LaneNumbers& scale,

@@ -19,6 +19,8 @@ void middle(const LanePoints& a, const LanePoints& b, LanePoints& point);  // of
 Lanes foot(const LanePoints& p, const LanePoints& a, const LanePoints& b, LanePoints& point);
 Lanes crossing(const LanePoints& a, const LanePoints& b, const LanePoints& c, const LanePoints& d, LanePoints& point);
 
+Lanes extension(const LanePoints& a, const LanePoints& b, double mm, const LaneNumbers& scale, LanePoints& point);
+
 // Of one of the three measures, in mm. All lanes have a length; it tells those whose points lie at one place.
 Lanes length(Measure measure, const LanePoints& a, const LanePoints& b, const LaneNumbers& scale, LaneNumbers& length);
 Lanes angle_at(const LanePoints& a, const LanePoints& b, const LanePoints& c, LaneNumbers& angle);

@@ -152,6 +152,7 @@ Lanes ProgramBlock::compute_plain(const Step& step, StepId id) {
                 case Construction::middle: return middle(p(0), p(1), made), Lanes{0};
                 case Construction::foot: return foot(p(0), p(1), p(2), made);
                 case Construction::crossing: return crossing(p(0), p(1), p(2), p(3), made);
+                case Construction::extension: return extension(p(0), p(1), step.number, scale, made);
                 default: return all_lanes;
             }
         case Step::Kind::measure:
@@ -205,6 +206,8 @@ Lanes ProgramBlock::open(int item) const {
 Lanes ProgramBlock::texts(int item) const {
     static constexpr LaneNumbers none{};
     const Program::Item& of = program_.items[static_cast<std::size_t>(item)];
+    const auto is_text = [](const Program::Alternative& alternative) { return alternative.is_text; };
+    if (std::ranges::none_of(of.alternatives, is_text)) return 0;
     LaneNumbers numbers;
     std::ranges::fill(numbers.of, 1);
     for (std::size_t i = 0; i < of.alternatives.size(); ++i)

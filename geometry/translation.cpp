@@ -14,14 +14,10 @@ Vec2 moved_by(Vec2 a, Vec2 b, Vec2 c) {
 
 Vec2 translated_along(Vec2 a, Vec2 b, Vec2 c, double distance, double angle_deg, double scale) {
     if (scale == 0) return b;
-    // The direction is taken in the quadrant of a seen from b, where atan is unambiguous, and mirrored back by the
-    // signs.
-    const double sx = b.x < a.x ? 1.0 : -1.0, sy = b.y < a.y ? 1.0 : -1.0;
-    const bool same_signs = sx == sy;
-    const double rise = same_signs ? a.y - b.y : b.y - a.y;
+    const auto [sx, sy, rise] = quadrant_of({a, b});
     const double axis = Line{a, b}.vertical() ? -short_half_pi : tool::atan(rise / (b.x - a.x));
     const double turn = radians_from_degrees(angle_deg);
-    const double t = same_signs ? short_pi + axis - turn : short_pi + axis + turn;
+    const double t = sx == sy ? short_pi + axis - turn : short_pi + axis + turn;
     return {c.x + tool::cos(t) * distance / scale * sx, c.y - tool::sin(t) * distance / scale * sy};
 }
 

@@ -12,10 +12,15 @@
 namespace tool {
 
 double acos(double cosine);  // in 0 ... pi; NaN outside -1 ... 1
-void acos(const LaneNumbers& cosines, LaneNumbers& angles);  // may be one object
 double atan(double tangent);
 double sin(double angle);  // any size of angle; NaN of an infinite one
 double cos(double angle);
 double exp(double exponent);
+
+// The same of 64 at a time. Argument and result may be one object.
+void acos(const LaneNumbers& cosines, LaneNumbers& angles);
+void atan(const LaneNumbers& tangents, LaneNumbers& angles);
+void sin(const LaneNumbers& angles, LaneNumbers& sines);
+void cos(const LaneNumbers& angles, LaneNumbers& cosines);
 
 }  // namespace tool

@@ -16,7 +16,7 @@
 #define TOOL_SANITIZED 0
 #endif
 #if defined(__x86_64__) && defined(__GLIBC__) && defined(__OPTIMIZE__) && !TOOL_SANITIZED
-#define TOOL_WIDE __attribute__((target_clones("default", "avx2")))
+#define TOOL_WIDE __attribute__((target_clones("default", "avx2", "avx512f")))
 #else
 #define TOOL_WIDE
 #endif
@@ -32,5 +32,13 @@ struct alignas(64) LaneNumbers {
     double& operator[](std::size_t lane) { return of[lane]; }
     double operator[](std::size_t lane) const { return of[lane]; }
 };
+
+// Asks for the memory so many bytes behind, which need not be there.
+inline void prefetch([[maybe_unused]] const void* address, [[maybe_unused]] std::ptrdiff_t behind) {
+#ifdef __GNUC__
+    __builtin_prefetch(
+        reinterpret_cast<const void*>(reinterpret_cast<std::uintptr_t>(address) + static_cast<std::uintptr_t>(behind)));
+#endif
+}
 
 }  // namespace tool

@@ -95,13 +95,23 @@ struct LargeAngle {
 };
 LargeAngle reduced(double angle);
 
-// The sine of t + r, t = index pi/512, r = high + low with |r| < 2^-8.3, missing `error`.
-inline Approximation sine_at(int index, Split r, double error) {
-    using namespace arithmetic;
+// What the table has of t = index pi/512: its sine and cosine up to their signs, and these.
+struct SineRow {
+    Split s, c;
+    double turn, sign;  // sin(pi/2 + y + r) = cos(y + r) turns the way of r
+};
+inline SineRow sine_row(int index) {
     const bool odd = index & 256, negative = index & 512;
     const auto place = static_cast<std::size_t>(index & 255);
-    const Split s = sine_table[odd ? 256 - place : place], c = sine_table[odd ? place : 256 - place];
-    if (odd) r = {-r.high, -r.low};  // sin(pi/2 + y + r) = cos(y + r)
+    return {sine_table[odd ? 256 - place : place], sine_table[odd ? place : 256 - place], odd ? -1.0 : 1.0,
+            negative ? -1.0 : 1.0};
+}
+
+// The sine of t + r, r = high + low with |r| < 2^-8.3, missing `error`.
+inline Approximation sine_at(const SineRow& row, Split r, double error) {
+    using namespace arithmetic;
+    const auto& [s, c, turn, sign] = row;
+    r = {turn * r.high, turn * r.low};
     const Split first = split(r.high);
     const double second = first.low + r.low;  // below 2^-24 r: rounded by 2^-77 r
     const double whole = r.high + r.low, square = whole * whole;
@@ -117,18 +127,18 @@ inline Approximation sine_at(int index, Split r, double error) {
     // In parts of s: the cosine's powers with their factor 7u 2^-17.6, the sine's 9u 2^-20.1, as c r < 0.52 s where s
     // is not 0; five more roundings, with that of the test, of less than 2^-17.4. Together 15u 2^-17.6 < 2^-66.6. The
     // result is more than 0.48 s: 2^-65.6. (Where s is 0 it is r, and there is less to round.)
-    const double sign = negative ? -1.0 : 1.0;
     return {sign * sum.high, sign * (sum.low + rest), 0x1.8p-66 * std::abs(sum.high) + error};
 }
 
-// sin(x + quarters pi/2), for 2^-27 <= |x|, finite.
-inline Approximation approximate_sin(double x, int quarters) {
+// An angle of at most 16384 as index pi/512 + rest, which misses `error`.
+inline constexpr double small_angle = 16384;
+struct SmallAngle {
+    int index;
+    Split rest;
+    double error;
+};
+inline SmallAngle reduced_small(double x) {
     using namespace arithmetic;
-    if (std::abs(x) > 16384) {
-        const LargeAngle angle = reduced(std::abs(x));
-        const int sign = x < 0 ? -1 : 1;
-        return sine_at(sign * angle.index + 256 * quarters, {sign * angle.rest.high, sign * angle.rest.low}, 0x1p-99);
-    }
     const Whole k = nearest(x * per_pi_512);
     // k < 2^21.4, so two products are exact. The first difference is a multiple of 2^-61 below 2^-8.3, so exact too.
     // The third product is below 2^-72.8 k: rounded by 2^-125 k, as is the difference, apart from 2^-107 of itself. The
@@ -136,28 +146,48 @@ inline Approximation approximate_sin(double x, int quarters) {
     const double a = x - k.value * pi_512_parts[0];
     const Split r = exact_sum(a, -(k.value * pi_512_parts[1]));
     const double low = r.low - k.value * pi_512_parts[2];
-    return sine_at(k.bits + 256 * quarters, {r.high, low}, 0x1p-120 * std::abs(k.value));
+    return {k.bits, {r.high, low}, 0x1p-120 * std::abs(k.value)};
 }
 
-// atan x = atan c + atan q, q = (x - c)/(1 + x c), c the number of 6 bits nearest to x. For 2^-27 <= x < 2^54.
-inline Approximation approximate_atan(double x) {
-    using namespace arithmetic;
+// sin(x + quarters pi/2), for 2^-27 <= |x|, finite.
+inline Approximation approximate_sin(double x, int quarters) {
+    if (std::abs(x) > small_angle) {
+        const LargeAngle angle = reduced(std::abs(x));
+        const int sign = x < 0 ? -1 : 1;
+        return sine_at(sine_row(sign * angle.index + 256 * quarters), {sign * angle.rest.high, sign * angle.rest.low},
+                       0x1p-99);
+    }
+    const SmallAngle angle = reduced_small(x);
+    return sine_at(sine_row(angle.index + 256 * quarters), angle.rest, angle.error);
+}
+
+// c and its arctangent.
+struct ArctangentRow {
+    double c;
+    Split arctangent;
+};
+// c is the number of 6 bits nearest to x; 0 below 2^-9 and infinite above 2^7.
+inline ArctangentRow arctangent_row(double x) {
     constexpr int dropped = 47;  // bits of a double, to leave 6
     constexpr std::uint64_t first = std::bit_cast<std::uint64_t>(0x1p-9) >> dropped;
     constexpr std::uint64_t last = first + std::size(arctangent_table) - 1;
     const std::uint64_t place = (std::bit_cast<std::uint64_t>(x) + (std::uint64_t{1} << (dropped - 1))) >> dropped;
-    Split base{0, 0}, denominator{1, 0};  // below 2^-9 c is 0,
-    double numerator = x;
-    if (place > last) {  // and above 2^7 it is infinite: q = -1/x
-        base = half_pi, numerator = -1, denominator = {x, 0};
-    } else if (place >= first) {
-        const double c = std::bit_cast<double>(place << dropped);
-        const Split factor = split(x);
-        const Split sum = exact_sum(1, c * factor.high);
-        base = arctangent_table[place - first];
-        numerator = x - c;                                              // exact, as c is within 2^-6 x of x (Sterbenz)
-        denominator = ordered_sum(sum.high, sum.low + c * factor.low);  // both products are exact; rounded by 2^-77
-    }
+    if (place > last) return {std::numeric_limits<double>::infinity(), half_pi};
+    if (place < first) return {0, {0, 0}};
+    return {std::bit_cast<double>(place << dropped), arctangent_table[place - first]};
+}
+
+// atan x = atan c + atan q, q = (x - c)/(1 + x c), or -1/x where c is infinite. For 2^-27 <= x < 2^54.
+inline Approximation approximate_atan(double x, const ArctangentRow& row) {
+    using namespace arithmetic;
+    const auto& [c, base] = row;
+    const bool infinite = c > std::numeric_limits<double>::max();
+    const Split factor = split(x);
+    const Split one_and = exact_sum(1, c * factor.high);
+    // Both products are exact; rounded by 2^-77.
+    const Split finite = ordered_sum(one_and.high, one_and.low + c * factor.low);
+    const double numerator = infinite ? -1 : x - c;  // exact, as c is within 2^-6 x of x (Sterbenz)
+    const Split denominator{infinite ? x : finite.high, infinite ? 0 : finite.low};
     // q = quotient + second. The first product is exact, and the difference, which 24 bits of quotient and divisor
     // leave below 2^-22 of the numerator, too. second is below 2^-22 q, with an error of 6u of itself.
     const double inverse = 1 / denominator.high;
@@ -172,6 +202,10 @@ inline Approximation approximate_atan(double x) {
     // Four more roundings, with that of the test, of less than 2^-19.5. Together 11u 2^-19.5 < 2^-69.
     const Split sum = ordered_sum(base.high, quotient);
     return {sum.high, sum.low + (base.low + (second + powers)), 0x1p-68 * sum.high};
+}
+
+inline Approximation approximate_atan(double x) {
+    return approximate_atan(x, arctangent_row(x));
 }
 
 using ArcsineRow = std::remove_cvref_t<decltype(arcsine_table[0])>;

@@ -41,24 +41,25 @@ Approximation approximate_exp(double x) {
     return {std::ldexp(value.high, power), std::ldexp(value.low, power), std::ldexp(value.error, power)};
 }
 
-// 0 where a lane has another result than the function by itself.
-double acos_in_lane(double x) {
-    static tool::LaneNumbers cosines{}, angles{};
+// A number that is no result where a lane has another one than the function by itself.
+template <double (*alone)(double), void (*of_lanes)(const tool::LaneNumbers&, tool::LaneNumbers&)>
+double both_ways(double x) {
+    static tool::LaneNumbers arguments{}, results{};
     static std::size_t lane = 0;
-    cosines[lane = (lane + 1) % tool::lane_count] = x;
-    tool::acos(cosines, angles);
-    const double alone = tool::acos(x);
-    return std::memcmp(&alone, &angles[lane], sizeof alone) == 0 || std::isnan(x) ? alone : 0;
+    arguments[lane = (lane + 1) % tool::lane_count] = x;
+    of_lanes(arguments, results);
+    const double result = alone(x);
+    return std::memcmp(&result, &results[lane], sizeof result) == 0 || std::isnan(result) ? result : 1000;
 }
 
 const Function functions[] = {
-    {"acos", acos_in_lane, std::acos, mpfr_acos, [](double x) { return tool::approximate_acos(x); }, tool::acos_above,
-     0, 1 - 0x1p-53, 1, 1 / 128.},
-    {"atan", [](double x) { return tool::atan(x); }, std::atan, mpfr_atan, tool::approximate_atan, tool::atan_above,
-     0x1p-27, 0x1p53, 4, 1 / 64.},
-    {"sin", tool::sin, std::sin, mpfr_sin, [](double x) { return tool::approximate_sin(x, 0); },
+    {"acos", both_ways<tool::acos, tool::acos>, std::acos, mpfr_acos,
+     [](double x) { return tool::approximate_acos(x); }, tool::acos_above, 0, 1 - 0x1p-53, 1, 1 / 128.},
+    {"atan", both_ways<tool::atan, tool::atan>, std::atan, mpfr_atan,
+     [](double x) { return tool::approximate_atan(x); }, tool::atan_above, 0x1p-27, 0x1p53, 4, 1 / 64.},
+    {"sin", both_ways<tool::sin, tool::sin>, std::sin, mpfr_sin, [](double x) { return tool::approximate_sin(x, 0); },
      [](double x, Parts middle) { return tool::sin_above(x, 0, middle); }, 0x1p-26, 1.7e308, 10, pi / 2},
-    {"cos", tool::cos, std::cos, mpfr_cos, [](double x) { return tool::approximate_sin(x, 1); },
+    {"cos", both_ways<tool::cos, tool::cos>, std::cos, mpfr_cos, [](double x) { return tool::approximate_sin(x, 1); },
      [](double x, Parts middle) { return tool::sin_above(x, 1, middle); }, 0x1p-27, 1.7e308, 10, pi / 2},
     {"exp", tool::exp, std::exp, mpfr_exp, approximate_exp, tool::exp_above, 0x1p-54, 600, 700,
      0.69314718055994531 / 256},
