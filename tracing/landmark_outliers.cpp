@@ -123,12 +123,14 @@ std::vector<LandmarkOutlier> LandmarkOutliers::operator()(const Case& record) {
     return outliers;
 }
 
+Remark remark_of(const LandmarkOutlier& outlier) {
+    return {"landmark_far",
+            "%1 lies %2 mm from where the other %3 landmarks expect it.",
+            {outlier.name, with_decimals(outlier.mm, 0), std::to_string(outlier.others)}};
+}
+
 void LandmarkOutliers::remark(Case& record) {
-    for (const LandmarkOutlier& outlier : (*this)(record)) {
-        record.remarks.push_back({"landmark_far",
-                                  "%1 lies %2 mm from where the other %3 landmarks expect it.",
-                                  {outlier.name, with_decimals(outlier.mm, 0), std::to_string(outlier.others)}});
-    }
+    for (const LandmarkOutlier& outlier : (*this)(record)) record.remarks.push_back(remark_of(outlier));
 }
 
 }  // namespace cephtool

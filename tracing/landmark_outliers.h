@@ -22,6 +22,9 @@ struct LandmarkOutlier {
     std::size_t others = 0;  // how many expect it
 };
 
+// In words: "Go lies 9 mm from where the other 18 landmarks expect it."
+Remark remark_of(const LandmarkOutlier& outlier);
+
 // For one thread. What rests on the landmarks' names alone is kept from case to case.
 class LandmarkOutliers {
  public:

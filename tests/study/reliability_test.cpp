@@ -3,12 +3,18 @@
 
 #include <gmock/gmock.h>
 
+#include <algorithm>
 #include <cmath>
 #include <random>
 
+#include "base/numbers.h"
+#include "cases/case.h"
 #include "host/host_test.h"
 #include "report/agreement_plot.h"
 #include "report/landmark_scatter.h"
+#include "results/analysis_folder.h"
+#include "results/names.h"
+#include "study/reading_comparison.h"
 
 namespace cephtool {
 namespace {
@@ -126,6 +132,37 @@ TEST(Reliability, EllipsesAndAxesAreThoseOfTheReadings) {
                        .limits = {},
                        .limit_error = std::sqrt(0.3) * 2};
     EXPECT_NEAR(limit_interval(pair, 10, 5).high, 5 + 2.262 * std::sqrt(0.3) * 2, 1e-9);
+}
+
+// A moves by 3 mm along Frankfort and N by 4 across it; values follow, their signs too.
+TEST(Reliability, ComparesTwoReadingsOfAFilm) {
+    const Case first = read_cases({"first.csv", film(300, 500, 0)}, {}).front();
+    Case second = first;
+    const double c = std::cos(0.2), s = std::sin(0.2);
+    for (Landmark& landmark : second.landmarks) {
+        if (landmark.name == "A") landmark.position.x += 30 * c, landmark.position.y += 30 * s;
+        if (landmark.name == "N") landmark.position.x += 40 * s, landmark.position.y -= 40 * c;
+    }
+    std::erase_if(second.landmarks, [](const Landmark& landmark) { return landmark.name == "Or"; });
+    const auto folder = analysis_folder(ANALYSES, {tool::FolderPart::analyses});
+    const auto all = listed_analyses(folder);
+    const auto steiner = std::ranges::find_if(all, [](const Analysis& each) { return short_name(each) == "Steiner"; });
+    const Analysis* const chosen[] = {&*steiner};
+    const ReadingComparison found = compared(first, second, chosen);
+    ASSERT_EQ(found.landmarks.size(), 4);
+    for (const LandmarkDifference& landmark : found.landmarks) {
+        EXPECT_NEAR(landmark.along, landmark.name == "A" ? 3 : 0, 0.001) << landmark.name;
+        EXPECT_NEAR(landmark.across, landmark.name == "N" ? 4 : 0, 0.001) << landmark.name;
+        EXPECT_NEAR(landmark.distance, std::hypot(landmark.along, landmark.across), 1e-12);
+    }
+    EXPECT_NEAR(*found.dahlberg_along, std::sqrt(9 / 8.0), 0.001);
+    EXPECT_NEAR(*found.dahlberg_across, std::sqrt(16 / 8.0), 0.001);
+    ASSERT_EQ(found.values.size(), 1);  // SNA: of the others landmarks are missing
+    const ValueDifference& sna = found.values.front();
+    EXPECT_EQ(steiner->items()[sna.item].name, "SNA");
+    EXPECT_EQ(sna.text, (sna.difference > 0 ? "+" : "") + with_decimals(sna.difference, 1));
+    EXPECT_NEAR(sna.dahlberg * sna.dahlberg, sna.difference * sna.difference / 2, 1e-12);
+    EXPECT_EQ(compared(first, first, chosen).values.front().text, "0.0");
 }
 
 TEST(Reliability, RefusesWhatIsNoStudy) {

@@ -110,6 +110,15 @@ export interface Engine {
   resultsCsv(records: readonly Case[], analyses: readonly Analysis[], language?: Language): string;
   resultsJson(records: readonly Case[], analyses: readonly Analysis[], language?: Language): string;
 
+  /** The second reading of a film less the first: landmarks in mm along and across Frankfort of the first, values that both
+   * have. Throws without scales. */
+  compareReadings(first: Case, second: Case, analyses: readonly Analysis[]): ReadingComparison;
+  /** How well readings of the same films agree, as `cephtool reliability` reckons it: of at least three films, each with the
+   * readings in the same order and on one scale. */
+  study(films: readonly StudyFilm[], analyses: readonly Analysis[]): Study;
+  /** As its --format csv. */
+  studyCsv(films: readonly StudyFilm[], analyses: readonly Analysis[]): string;
+
   /** In place of each analysis its variant with norms of the population, where it has one; as Case.population has it. Choose
    * these for a session, and for reports and results. Where there is none, Session.norms has a remark. */
   forPopulation(analyses: readonly Analysis[], population: string | undefined): Analysis[];
@@ -141,6 +150,68 @@ export interface FilmPicture {
 export interface ReportFilm {
   record: Case;
   film?: FilmPicture;
+}
+
+// ---- Readings ------------------------------------------------------------------------------------------------------
+
+export interface ReadingComparison {
+  /** That both readings have; mm. */
+  landmarks: { name: string; along: number; across: number; distance: number }[];
+  /** Dahlberg's error of all these landmarks together; mm. */
+  dahlbergAlong: number | null;
+  dahlbergAcross: number | null;
+  values: {
+    analysis: Analysis;
+    item: Item;
+    /** As they are shown, and the second less the first. */
+    first: string;
+    second: string;
+    text: string;
+    difference: number;
+    /** Of this pair alone. */
+    dahlberg: number;
+  }[];
+}
+
+export interface StudyFilm {
+  name: string;
+  readings: readonly Case[];
+}
+
+export interface Study {
+  films: number;
+  readings: number;
+  /** Two of each landmark ("A along", "A across"; mm), and one of each item that three films have. */
+  rows: {
+    group: "landmark" | "item";
+    /** The analysis' title, "" for landmarks. */
+    analysis: string;
+    name: string;
+    unit: Item["unit"];
+    films: number;
+    mean: number;
+    technical_error: number;
+    icc21: IntraclassCorrelation | null;
+    icc31: IntraclassCorrelation | null;
+    mean_squares: [films: number, readings: number, error: number];
+    /** Each further reading less the first. */
+    against_first: {
+      bias: number;
+      bias_interval: [low: number, high: number];
+      t: number | null;
+      p: number | null;
+      sd_of_differences: number;
+      dahlberg: number;
+      limits: [low: number, high: number];
+      limit_error: number;
+    }[];
+  }[];
+}
+
+/** Of single readings, with its 95 % interval. */
+export interface IntraclassCorrelation {
+  value: number;
+  interval: [low: number, high: number];
 }
 
 // ---- Landmarks -----------------------------------------------------------------------------------------------------
@@ -359,6 +430,11 @@ export interface Session {
   measure(): Numbers;
   /** The same rows in words; `rows` picks some. */
   texts(language: Language, rows?: readonly number[]): RowText[];
+  /** Standard errors of values, from those of the landmarks (docs/errors.md): of these rows, or of all; rows without a value
+   * are left out. Without a scale there are none. Takes longer than a frame of a drag has. */
+  errors(language: Language, rows?: readonly number[]): RowErrors;
+  /** Landmarks that lie improbably far from where the others expect them, the farthest first. */
+  outliers(language: Language): Outlier[];
   /** What holds for all rows: mirrored, y up, no scale, norms that end, norms by sex. */
   remarks(language: Language): Remark[];
   /** Of each chosen analysis: which norms count, in words, and remarks on them. */
@@ -441,6 +517,35 @@ export interface RowText {
   normMissing: string[];
   /** Why there is no value when no landmark is missing, "" with one. */
   reason: string;
+}
+
+export interface RowErrors {
+  /** What they are; null without any. */
+  remark: string | null;
+  rows: {
+    row: number;
+    /** One standard error in the value's unit, and of the deviation in SD; null where it is not known. */
+    error: number | null;
+    deviation: number | null;
+    /** The error with the decimals of the value, "" where it is not known. */
+    text: string;
+    /** The landmark that makes up most of it, "" where it is not known. */
+    mostly: string;
+    /** The 95 % interval of a deviation of stars covers 0. */
+    isDoubtful: boolean;
+    /** "mostly N (71 %)", that the deviation may be none, or why no error is known. */
+    words: string[];
+  }[];
+}
+
+export interface Outlier {
+  name: string;
+  /** From where the others expect it. */
+  mm: number;
+  /** How many expect it. */
+  others: number;
+  /** "Go lies 9 mm from where the other 18 landmarks expect it." */
+  message: string;
 }
 
 /**

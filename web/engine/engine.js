@@ -149,6 +149,23 @@ class Engine {
     return new Uint8Array(told(this.#raw.compose(title, JSON.stringify(places))));
   }
 
+  compareReadings(first, second, analyses) {
+    const found = told(this.#raw.compareReadings(JSON.stringify(first), JSON.stringify(second), idsOf(analyses)));
+    const values = found.values.map((value) => {
+      const analysis = analyses[value.analysis];
+      return { ...value, analysis, item: analysis.items[value.item] };
+    });
+    return { ...found, values };
+  }
+
+  study(films, analyses) {
+    return told(this.#raw.study(JSON.stringify(films), idsOf(analyses), "json"));
+  }
+
+  studyCsv(films, analyses) {
+    return told(this.#raw.study(JSON.stringify(films), idsOf(analyses), "csv"));
+  }
+
   readDate(text) {
     return told(this.#raw.readDate(text));
   }
@@ -245,6 +262,14 @@ class Session {
 
   texts(language, rows) {
     return rows?.length === 0 ? [] : told(this.#raw.texts(this.#id, JSON.stringify(rows ?? []), language));
+  }
+
+  errors(language, rows) {
+    return told(this.#raw.errors(this.#id, JSON.stringify(rows ?? []), language));
+  }
+
+  outliers(language) {
+    return told(this.#raw.outliers(this.#id, language));
   }
 
   remarks(language) {

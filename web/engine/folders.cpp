@@ -273,6 +273,15 @@ const std::vector<Analysis>& analyses_of(int number) {
     return folder_at(number).analyses;
 }
 
+const tool::LandmarkErrors& landmark_errors_of(const Analysis& analysis) {
+    for (const auto& folder : folders) {
+        const auto is_it = [&](const Analysis& each) { return &each == &analysis; };
+        if (folder && std::ranges::any_of(folder->analyses, is_it) && !folder->folder.landmark_errors().all().empty())
+            return folder->folder.landmark_errors();
+    }
+    return folder_at(shipped_folder).folder.landmark_errors();
+}
+
 const Analysis& analysis_numbered(int number) {
     const auto place = static_cast<std::size_t>(number);
     if (number < 0 || place >= numbered_analyses.size() || !numbered_analyses[place])

@@ -28,6 +28,9 @@ const cephtool::AnalysisFolder& folder_numbered(int folder);
 // All that it lists.
 const std::vector<cephtool::Analysis>& analyses_of(int folder);
 
+// Of its folder, or of the one that ships where that has none.
+const tool::LandmarkErrors& landmark_errors_of(const cephtool::Analysis& analysis);
+
 // These throw an Error for a number that was closed or never given.
 const cephtool::Analysis& analysis_numbered(int analysis);
 std::vector<const cephtool::Analysis*> analyses_numbered(const std::vector<int>& analyses);

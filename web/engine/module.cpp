@@ -19,6 +19,7 @@
 #include "web/engine/drawings.h"
 #include "web/engine/fault.h"
 #include "web/engine/folders.h"
+#include "web/engine/readings.h"
 #include "web/engine/session.h"
 
 namespace engine {
@@ -255,6 +256,20 @@ std::string results(const std::string& records, const std::string& analyses, con
     });
 }
 
+std::string compare_readings(const std::string& first, const std::string& second, const std::string& analyses) {
+    return answer([&] { return comparison_of_readings(case_of(first), case_of(second), analyses_in(analyses)); });
+}
+
+std::string study(const std::string& films, const std::string& analyses, const std::string& format) {
+    return answer([&] {
+        std::vector<cephtool::StudyFilm> all;
+        for (const Json& film : Json::parse(films)) {
+            all.push_back({film["name"].get<std::string>(), cases_of(film["readings"].dump())});
+        }
+        return study_of(all, analyses_in(analyses), format);
+    });
+}
+
 // The bytes of a definition file; `items` are pairs of an analysis and the place of an item in it.
 std::string compose(const std::string& title, const std::string& items) {
     return answer([&] {
@@ -339,6 +354,14 @@ std::string texts(int session, const std::string& rows, const std::string& langu
     return answer([&] { return session_at(session).texts(numbers_of(rows), texts_in(language)); });
 }
 
+std::string errors(int session, const std::string& rows, const std::string& language) {
+    return answer([&] { return session_at(session).errors(numbers_of(rows), texts_in(language)); });
+}
+
+std::string outliers(int session, const std::string& language) {
+    return answer([&] { return session_at(session).outliers(texts_in(language)); });
+}
+
 std::string remarks(int session, const std::string& language) {
     return answer([&] { return session_at(session).remarks(texts_in(language)); });
 }
@@ -418,6 +441,8 @@ EMSCRIPTEN_BINDINGS(engine) {
     function("report", &report);
     function("chart", &chart);
     function("results", &results);
+    function("compareReadings", &compare_readings);
+    function("study", &study);
     function("compose", &compose);
     function("populationNamed", &population_named);
     function("newSession", &new_session);
@@ -430,6 +455,8 @@ EMSCRIPTEN_BINDINGS(engine) {
     function("choose", &choose);
     function("measure", &measure);
     function("texts", &texts);
+    function("errors", &errors);
+    function("outliers", &outliers);
     function("remarks", &remarks);
     function("norms", &norms);
     function("shapes", &shapes);

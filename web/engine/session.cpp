@@ -17,6 +17,7 @@
 #include "tracing/landmark_finder.h"
 #include "web/engine/drawings.h"
 #include "web/engine/fault.h"
+#include "web/engine/folders.h"
 
 namespace engine {
 namespace {
@@ -280,6 +281,55 @@ Json Session::texts(const std::vector<int>& wanted, const cephtool::Texts& texts
         for (std::size_t row = 0; row < row_count(); ++row) add(row);
     for (const int row : wanted)
         if (row >= 0 && static_cast<std::size_t>(row) < row_count()) add(static_cast<std::size_t>(row));
+    return list;
+}
+
+Json Session::errors(const std::vector<int>& wanted, const cephtool::Texts& texts) const {
+    Json told = {{"remark", nullptr}, {"rows", Json::array()}};
+    if (!record_.mm_per_pixel || chosen_.empty()) return told;
+    const tool::LandmarkErrors& of_landmarks = landmark_errors_of(*chosen_.front());
+    Case record = record_;
+    record.outlines.clear();
+    record.remarks.clear();
+    std::optional<cephtool::CaseResult> result;  // of the analysis that was asked for last
+    std::size_t measured_analysis = 0;
+    const auto add = [&](std::size_t row) {
+        const auto [analysis, item] = rows_[row];
+        if (!result || measured_analysis != analysis) {
+            const Analysis* const one[] = {chosen_[analysis]};
+            result = cephtool::measured(record, one, {}, false, &of_landmarks);
+            measured_analysis = analysis;
+            told["remark"] = texts(result->record.remarks.back());
+        }
+        const cephtool::Measurement& found = result->analyses.front().items[static_cast<std::size_t>(item)];
+        if (!found.error) return;
+        const tool::ValueError& error = *found.error;
+        Json words = Json::array();
+        for (const Remark& remark : found.error_remarks()) words.push_back(texts(remark));
+        const bool is_known = error.state == ErrorState::known;
+        told["rows"].push_back({{"row", row},
+                                {"error", is_known ? Json(error.value) : Json()},
+                                {"text", error.text},
+                                {"deviation", is_known ? json_of(error.deviation) : Json()},
+                                {"mostly", error.mostly},
+                                {"isDoubtful", found.stars_with_error() != found.stars},
+                                {"words", words}});
+    };
+    if (wanted.empty())
+        for (std::size_t row = 0; row < row_count(); ++row) add(row);
+    for (const int row : wanted)
+        if (row >= 0 && static_cast<std::size_t>(row) < row_count()) add(static_cast<std::size_t>(row));
+    return told;
+}
+
+Json Session::outliers(const cephtool::Texts& texts) {
+    if (!outliers_) outliers_.emplace(average_outlines(cephtool::Kind::lateral));
+    Json list = Json::array();
+    for (const cephtool::LandmarkOutlier& outlier : (*outliers_)(record_))
+        list.push_back({{"name", outlier.name},
+                        {"mm", outlier.mm},
+                        {"others", outlier.others},
+                        {"message", texts(cephtool::remark_of(outlier))}});
     return list;
 }
 

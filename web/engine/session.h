@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "results/measurement.h"
+#include "tracing/landmark_outliers.h"
 #include "tracing/landmark_suggestion.h"
 #include "web/engine/json.h"
 
@@ -44,6 +45,11 @@ class Session {
 
     // Of these rows, or of all.
     Json texts(const std::vector<int>& rows, const cephtool::Texts& texts);
+    // Of these rows, or of all: the standard errors of their values, as "analyze --error" has them. Without a scale
+    // there are none, since those of landmarks are in mm.
+    Json errors(const std::vector<int>& rows, const cephtool::Texts& texts) const;
+    // Landmarks that lie where the others do not expect them.
+    Json outliers(const cephtool::Texts& texts);
     Json remarks(const cephtool::Texts& texts);
     Json norms(const cephtool::Texts& texts);
     Json shapes(int row) const;
@@ -86,6 +92,7 @@ class Session {
     std::optional<tool::SubjectRecord> subject_;  // that was measured
     std::vector<ResultNumbers> found_, at_other_scale_;
     Numbers numbers_;
+    std::optional<cephtool::LandmarkOutliers> outliers_;
     bool norms_differ_ = false;
     bool is_measured_ = false;
 };

@@ -4,6 +4,7 @@ import type { Analysis, Case, Item, Row, RowText } from "../../engine/engine.js"
 import { chosenAnalyses, engine, landmarkTable } from "../state/desk.ts";
 import { askedAtRest, construct, rows } from "../state/measuring.ts";
 import { earlier } from "../view/tracings.ts";
+import { signed } from "../readings/number_words.ts";
 import { language } from "../words/words.ts";
 
 export interface Change {
@@ -50,8 +51,7 @@ export function changeWords(before: number, now: number, shown: string): string 
   const difference = now - before;
   if (Number.isNaN(difference)) return "";
   const digits = shown.split(".")[1]?.length ?? 0;
-  const text = difference.toFixed(digits).replace(/^-(?=[0.]*$)/, "");
-  return /[1-9]/.test(text) && difference > 0 ? `+${text}` : text;
+  return signed(difference, digits);
 }
 
 function changesIn(all: readonly Row[], before: Measured, now: Measured): AnalysisChanges[] {

@@ -3,6 +3,7 @@ import { signal } from "@preact/signals";
 import type { Registration } from "../../engine/engine.js";
 import { readCases } from "../files/open.ts";
 import { earlierCases, openEarlier } from "../files/keeping.ts";
+import { Readings } from "../readings/readings.tsx";
 import { ChangesTable } from "./changes_table.tsx";
 import { earlier, registration, superimposed, superimpositionError } from "../view/tracings.ts";
 import { say, sayError, words } from "../words/words.ts";
@@ -30,6 +31,7 @@ export function ComparePanel() {
   const picker = useRef<HTMLInputElement>(null);
   return (
     <div class="compare">
+      <Readings />
       <h2>{t.compareTitle}</h2>
       <p class="quiet">{t.compareHow}</p>
       {earlierCases.value.map((entry) => (

@@ -21,13 +21,25 @@ interface Place {
   readonly id: CaseId;
   readonly patient: PatientId;
   readonly film: FilmId | null;
+  /** The case with the film's first reading; null in that itself. */
+  readonly readingOf: CaseId | null;
 }
 
 function newPlace(patient: PatientId = crypto.randomUUID()): Place {
-  return { id: crypto.randomUUID(), patient, film: null };
+  return { id: crypto.randomUUID(), patient, film: null, readingOf: null };
 }
 
 const place = signal<Place>(newPlace());
+
+interface Reading {
+  readonly id: CaseId;
+  readonly document: Document;
+}
+
+/** The other reading of the film on the desk, where it was read twice. */
+export const otherReading = signal<Reading | null>(null);
+/** Whether the one on the desk is not the first. */
+export const isReadAgain = computed(() => place.value.readingOf !== null);
 let waitingPatient: PatientId | null = null;
 
 /** Another case. The one before has been kept with its last change. */
@@ -36,8 +48,56 @@ export function beginCase(document: Document): void {
     place.value = newPlace(waitingPatient ?? undefined);
     waitingPatient = null;
     earlier.value = null;
+    otherReading.value = null;
     history.begin(document);
   });
+}
+
+/** Another reading of the film on the desk, as a case of its own. */
+export function beginReading(document: Document): void {
+  const before = place.peek();
+  batch(() => {
+    otherReading.value = { id: before.id, document: history.document.peek() };
+    place.value = { ...before, id: crypto.randomUUID(), readingOf: before.readingOf ?? before.id };
+    earlier.value = null;
+    history.begin(document);
+  });
+}
+
+/** The other reading of the film comes to the desk, and this one becomes the other. */
+export async function openOtherReading(): Promise<void> {
+  const other = otherReading.peek();
+  if (!other) return;
+  const now = store.peek();
+  if (now) {
+    await now.settled();
+    await openKept(other.id);
+    return;
+  }
+  const before = place.peek();
+  batch(() => {
+    otherReading.value = { id: before.id, document: history.document.peek() };
+    place.value = { ...before, id: other.id, readingOf: before.readingOf === null ? before.id : null };
+    history.begin(other.document);
+  });
+}
+
+/** The reading on the desk is given up for the other one. */
+export async function giveReadingUp(): Promise<void> {
+  const { id } = place.peek();
+  await openOtherReading();
+  otherReading.value = null;
+  if (place.peek().id !== id) await store.peek()?.deleteCase(id);
+}
+
+async function otherReadingOf(now: Store<Document>, entry: CaseEntry): Promise<Reading | null> {
+  const all = (await now.patients()).flatMap(({ cases }) => cases);
+  const others = entry.readingOf === undefined ? all.filter(({ readingOf }) => readingOf === entry.id) : all.filter(({ id }) => id === entry.readingOf);
+  for (const { id } of others) {
+    const kept = await now.openCase(id);
+    if (kept && !kept.document.view.isBlind) return { id, document: kept.document };
+  }
+  return null;
 }
 
 function patientOf(id: PatientId, { name = "", sex, birth = "" }: Case, number = ""): Patient {
@@ -73,13 +133,14 @@ export async function keepFilm(file: File): Promise<void> {
   }
 }
 
-function entryOf({ id, patient, film }: Place, { work }: Document): CaseEntry {
+function entryOf({ id, patient, film, readingOf }: Place, { work }: Document): CaseEntry {
   return {
     id,
     patient,
     kind: work.case.kind,
     filmDate: work.case.film ?? "",
     film,
+    ...(readingOf !== null && { readingOf }),
     landmarkCount: allPlaced(work.case).length,
     changedAt: Date.now(),
   };
@@ -124,11 +185,12 @@ export async function refreshPatients(): Promise<void> {
   patients.value = (await store.peek()?.patients()) ?? [];
 }
 
-/** Films of the same patient beside this one, the latest first. */
+/** Other films of the same patient, the latest first. */
 export const earlierCases = computed<readonly CaseEntry[]>(() => {
-  const { id, patient } = place.value;
+  const { id, patient, readingOf } = place.value;
+  const first = readingOf ?? id;
   const all = patients.value.find((entry) => entry.patient.id === patient)?.cases ?? [];
-  return all.filter((entry) => entry.id !== id && entry.kind === record.value.kind && entry.landmarkCount > 0);
+  return all.filter((entry) => entry.id !== first && entry.readingOf === undefined && entry.kind === record.value.kind && entry.landmarkCount > 0);
 });
 
 export async function openEarlier(id: CaseId): Promise<void> {
@@ -143,9 +205,11 @@ export async function openKept(id: CaseId): Promise<boolean> {
   const stored = kept.entry.film === null ? null : await now.film(kept.entry.film);
   const file = stored && new File([stored.file], stored.name);
   const read = file && (await readFilm(file));
+  const other = await otherReadingOf(now, kept.entry);
   batch(() => {
-    place.value = { id, patient: kept.entry.patient, film: kept.entry.film };
+    place.value = { id, patient: kept.entry.patient, film: kept.entry.film, readingOf: kept.entry.readingOf ?? null };
     earlier.value = null;
+    otherReading.value = other;
     if (file && read?.kind === "film") showFilm(read.film, file);
     else showNoFilm();
     if (file && read?.kind === "error") sayError(new Error(`${file.name}: ${wordsOf(read.error, language.peek())}`));

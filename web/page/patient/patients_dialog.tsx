@@ -3,6 +3,7 @@ import { useEffect, useRef } from "preact/hooks";
 import { download } from "../files/download.ts";
 import { beginCase, deleteKept, nextCaseIsOf, openKept, patients, refreshPatients, store } from "../files/keeping.ts";
 import { showNoFilm } from "../files/show_film.ts";
+import { dialog } from "../parts/dialog_choice.ts";
 import { Dialog } from "../parts/dialog.tsx";
 import { panel } from "../parts/panel_choice.ts";
 import { usualAnalyses } from "../results/usual_analyses.ts";
@@ -50,6 +51,7 @@ function FilmRow({ entry, onClose }: { entry: CaseEntry; onClose: () => void }) 
         }}
       >
         {entry.filmDate || t.noDate} · {t.kinds[entry.kind]} · {t.landmarkCount(entry.landmarkCount)}
+        {entry.readingOf !== undefined && ` · ${t.readingAgain}`}
       </button>
       <button type="button" onClick={() => (isSure.value ? void deleteKept(entry.id).catch(sayError) : (isSure.value = true))}>
         {isSure.value ? t.reallyDelete : t.delete}
@@ -97,6 +99,7 @@ export function PatientsDialog({ onClose }: { onClose: () => void }) {
           <input type="search" value={search.value} onInput={(event) => (search.value = event.currentTarget.value)} />
         </label>
         <button type="button" class="primary" onClick={() => { newCase(); onClose(); }}>{t.newPatient}</button>
+        <button type="button" onClick={() => (dialog.value = "study")}>{t.studyTitle}</button>
         <button type="button" onClick={() => void exportAll()}>{t.exportAll}</button>
         <button type="button" onClick={() => picker.current?.click()}>{t.importAll}</button>
         <input ref={picker} class="unseen" type="file" accept=".digitiser" tabIndex={-1} aria-label={t.importAll} onChange={(event) => void importAll(event.currentTarget.files?.[0])} />

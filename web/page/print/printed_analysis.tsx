@@ -1,4 +1,4 @@
-import type { Remark, Row, RowText } from "../../engine/engine.js";
+import type { Remark, Row, RowErrors, RowText } from "../../engine/engine.js";
 import { language, words } from "../words/words.ts";
 
 interface Props {
@@ -6,7 +6,7 @@ interface Props {
   norms: string;
   remarks: readonly Remark[];
   daggers: readonly string[];
-  rows: readonly { readonly row: Row; readonly text: RowText }[];
+  rows: readonly { readonly row: Row; readonly text: RowText; readonly error: RowErrors["rows"][number] | undefined }[];
 }
 
 const edgeSd = 3.5;
@@ -45,17 +45,17 @@ export function PrintedAnalysis({ title, norms, remarks, daggers, rows }: Props)
           </tr>
         </thead>
         <tbody>
-          {rows.map(({ row, text }) =>
+          {rows.map(({ row, text, error }) =>
             row.item.heading ? (
               <tr key={text.row}><th colSpan={7}>{row.item.label[language.value]}</th></tr>
             ) : (
               <tr key={text.row} class={row.item.marked ? "marked" : ""}>
                 <td>{row.item.label[language.value]}</td>
-                <td>{text.value || (text.missing.length > 0 ? "–" : text.reason)}</td>
+                <td>{text.value || (text.missing.length > 0 ? "–" : text.reason)}{error?.text && ` ± ${error.text}`}</td>
                 <td>{row.item.unit === "deg" ? "°" : row.item.unit}</td>
                 <td>{text.mean}</td>
                 <td>{text.sd}</td>
-                <td>{text.deviation} {text.stars}</td>
+                <td>{text.deviation} {error?.isDoubtful ? `(${text.stars})` : text.stars}</td>
                 <td><Deviation text={text} /></td>
               </tr>
             ),

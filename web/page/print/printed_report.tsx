@@ -3,6 +3,8 @@ import { ChangesTable } from "../compare/changes_table.tsx";
 import { chosenAnalyses, engine, record } from "../state/desk.ts";
 import { populationLabel } from "../patient/population_choice.tsx";
 import { daggersOf } from "../results/daggers.ts";
+import { showsErrors } from "../results/row_errors.ts";
+import { outliers } from "../state/outliers.ts";
 import { rows, session } from "../state/measuring.ts";
 import { earlier, registration, tracingOptions } from "../view/tracings.ts";
 import { language, words } from "../words/words.ts";
@@ -58,6 +60,8 @@ export function PrintedReport() {
   if (!now) return null;
   now.measure();
   const texts = now.texts(language.value);
+  const errors = showsErrors.value ? now.errors(language.value) : { remark: null, rows: [] };
+  const errorOf = new Map(errors.rows.map((error) => [error.row, error]));
   const norms = new Map(now.norms(language.value).map((norm) => [norm.analysis.id, norm]));
   const ofAnalysis = (id: number): number[] => [...rows.value.keys()].filter((row) => rows.value[row]!.analysis.id === id);
   const isFruitful = (id: number): boolean => ofAnalysis(id).some((row) => texts[row]?.value);
@@ -70,6 +74,8 @@ export function PrintedReport() {
       <h1>{t.report}</h1>
       <Facts />
       {now.remarks(language.value).map(({ code, message }) => <p key={code} class="print-remark">{message}</p>)}
+      {outliers.value.map(({ name, message }) => <p key={name} class="print-remark">{message}</p>)}
+      {errors.remark && <p class="quiet">{errors.remark}</p>}
       {fruitful.map((analysis) => (
         <PrintedAnalysis
           key={analysis.id}
@@ -77,7 +83,7 @@ export function PrintedReport() {
           norms={norms.get(analysis.id)?.words ?? ""}
           remarks={norms.get(analysis.id)?.remarks ?? []}
           daggers={daggersOf(analysis)}
-          rows={ofAnalysis(analysis.id).map((row) => ({ row: rows.value[row]!, text: texts[row]! }))}
+          rows={ofAnalysis(analysis.id).map((row) => ({ row: rows.value[row]!, text: texts[row]!, error: errorOf.get(row) }))}
         />
       ))}
       {others.length > 0 && <p class="quiet">{t.notMeasured(others.map(({ label }) => label[language.value]).join(", "))}</p>}

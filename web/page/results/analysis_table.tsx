@@ -6,6 +6,7 @@ import { language, words } from "../words/words.ts";
 import { Polygon, rowHeight } from "./polygon.tsx";
 import { ResultRow } from "./result_row.tsx";
 import { cells, setSeen } from "./row_cells.ts";
+import { rowErrors, setErrorsSeen, showsErrors } from "./row_errors.ts";
 
 interface Props {
   analysis: Analysis;
@@ -46,7 +47,10 @@ export function AnalysisTable({ analysis, rows, first, end, norms, remarks }: Pr
   const element = useRef<HTMLElement>(null);
   const isSeen = useSignal(false);
   useEffect(() => watchSight(element.current!, isSeen), []);
-  useSignalEffect(() => setSeen(first, Math.min(end, cells.value.length), isSeen.value));
+  useSignalEffect(() => {
+    setSeen(first, Math.min(end, cells.value.length), isSeen.value);
+    setErrorsSeen(first, Math.min(end, rowErrors.value.length), isSeen.value);
+  });
   const firstItem = rows.findIndex((row, index) => index >= first && !row.item.heading);
   return (
     <section ref={element} class="analysis" aria-labelledby={`analysis-${analysis.id}`} style={{ "--rows": end - first, "--row-height": `${rowHeight}px` }}>
@@ -54,10 +58,11 @@ export function AnalysisTable({ analysis, rows, first, end, norms, remarks }: Pr
       {norms && <p class="quiet">{norms}</p>}
       {remarks.map((remark) => <p key={remark.code} class="remark">{remark.message}</p>)}
       {daggersOf(analysis).map((dagger) => <p key={dagger} class="quiet">{dagger}</p>)}
-      <div class="table" role="table" aria-labelledby={`analysis-${analysis.id}`} onKeyDown={walk}>
+      <div class={showsErrors.value ? "table with-errors" : "table"} role="table" aria-labelledby={`analysis-${analysis.id}`} onKeyDown={walk}>
         <div class="row head" role="row">
           <span role="columnheader">{t.item}</span>
           <span class="value" role="columnheader">{t.value}</span>
+          <span class="error" role="columnheader" aria-label={t.error}>±</span>
           <span class="unit" role="columnheader"><span class="unseen">{t.unit}</span></span>
           <span class="norm mean" role="columnheader">{t.mean}</span>
           <span class="norm sd" role="columnheader">{t.sd}</span>
@@ -67,7 +72,8 @@ export function AnalysisTable({ analysis, rows, first, end, norms, remarks }: Pr
         <div class="rows" role="rowgroup">
           {rows.slice(first, end).map((row, index) => {
             const cell = cells.value[first + index];
-            return cell && <ResultRow key={first + index} index={first + index} row={row} cells={cell} isStop={first + index === firstItem} />;
+            const error = rowErrors.value[first + index];
+            return cell && error && <ResultRow key={first + index} index={first + index} row={row} cells={cell} error={error} isStop={first + index === firstItem} />;
           })}
           <Polygon first={first} end={end} isSeen={isSeen} />
         </div>

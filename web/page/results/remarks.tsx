@@ -3,6 +3,8 @@ import { film, history, scale, scaleOrigin } from "../state/desk.ts";
 import { askedAtRest } from "../state/measuring.ts";
 import { panel } from "../parts/panel_choice.ts";
 import { Icon } from "../parts/icon.tsx";
+import { outliers } from "../state/outliers.ts";
+import { chooseLandmark } from "../place/guide.ts";
 import { filmSize } from "../view/stage.ts";
 import { type Turn, turnedWork } from "../view/orientation.ts";
 import { language, words } from "../words/words.ts";
@@ -50,6 +52,11 @@ export function Remarks() {
             {waysOut[code] && <button type="button" onClick={waysOut[code].go}>{waysOut[code].label()}</button>}
           </p>
         ))}
+      {outliers.value.map(({ name, message }) => (
+        <p key={name} class="remark warning">
+          <Icon name="warning" /> {message} <button type="button" onClick={() => chooseLandmark(name)}>{t.showLandmark(name)}</button>
+        </p>
+      ))}
     </div>
   );
 }

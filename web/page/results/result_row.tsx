@@ -5,6 +5,7 @@ import { shownRow } from "../state/desk.ts";
 import { language } from "../words/words.ts";
 import { isComposing, isTicked, tick } from "./composing.ts";
 import type { RowCells } from "./row_cells.ts";
+import type { RowError } from "./row_errors.ts";
 
 const unitWords: Record<string, string> = { deg: "°", mm: "mm", "%": "%", SD: "SD", "": "" };
 
@@ -12,20 +13,23 @@ interface Props {
   index: number;
   row: Row;
   cells: RowCells;
+  error: RowError;
   /** Whether Tab stops here; the other rows are reached by arrow keys. */
   isStop: boolean;
 }
 
-export function ResultRow({ index, row, cells, isStop }: Props) {
+export function ResultRow({ index, row, cells, error, isStop }: Props) {
   const { item } = row;
   const rowClass = useMemo(
     () => computed(() => `row${item.marked ? " marked" : ""}${shownRow.value === index ? " shown" : ""} stars-${Math.min(3, cells.stars.value.length)}`),
     [index, item, cells],
   );
+  // In brackets where the deviation may be none.
+  const stars = useMemo(() => computed(() => (error.isDoubtful.value && cells.stars.value !== "" ? `(${cells.stars.value})` : cells.stars.value)), [cells, error]);
   if (item.heading) {
     return (
       <div class="row heading" role="row">
-        <span role="columnheader" aria-colspan={6}>{item.label[language.value]}</span>
+        <span role="columnheader" aria-colspan={7}>{item.label[language.value]}</span>
       </div>
     );
   }
@@ -46,11 +50,12 @@ export function ResultRow({ index, row, cells, isStop }: Props) {
         </button>
       </span>
       <span class="value" role="cell">{cells.value}</span>
+      <span class="error" role="cell">{error.text}</span>
       <span class="unit" role="cell">{unitWords[item.unit]}</span>
       <span class="norm mean" role="cell">{cells.mean}</span>
       <span class="norm sd" role="cell">{cells.sd}</span>
       <span class="deviation" role="cell">
-        {cells.deviation} <i class="stars">{cells.stars}</i>
+        {cells.deviation} <i class="stars">{stars}</i>
       </span>
       <span class="chart-cell" role="presentation" />
       <span class="note" role="cell">{cells.note}</span>

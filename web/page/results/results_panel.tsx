@@ -6,6 +6,7 @@ import { GuideCard } from "../place/guide_card.tsx";
 import { AnalysisPicker } from "./analysis_picker.tsx";
 import { AnalysisTable } from "./analysis_table.tsx";
 import { Composer } from "./composer.tsx";
+import { ErrorSwitch } from "./error_switch.tsx";
 import { Remarks } from "./remarks.tsx";
 
 interface Part {
@@ -41,6 +42,7 @@ export function ResultsPanel() {
       <GuideCard brief />
       <AnalysisPicker />
       <Composer />
+      <ErrorSwitch />
       <Remarks />
       {chosen.length === 0 && <p class="quiet">{words.value.chooseFirst}</p>}
       {chosen.map((analysis) => {

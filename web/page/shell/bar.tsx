@@ -1,15 +1,15 @@
 import { computed } from "@preact/signals";
 import { useRef } from "preact/hooks";
 import { openFiles, opening } from "../files/open.ts";
-import { resolveConflict, saveState } from "../files/keeping.ts";
+import { isReadAgain, resolveConflict, saveState } from "../files/keeping.ts";
 import { SaveMenu } from "../files/save_menu.tsx";
+import { dialog } from "../parts/dialog_choice.ts";
 import { IconButton } from "../parts/icon_button.tsx";
 import { history, record } from "../state/desk.ts";
 import { language, words } from "../words/words.ts";
-import { dialog } from "./dialogs.tsx";
 import { theme } from "./theme.ts";
 
-const title = computed(() => [record.value.name, record.value.film].filter(Boolean).join(" · "));
+const title = computed(() => [record.value.name, record.value.film, isReadAgain.value && words.value.readingAgain].filter(Boolean).join(" · "));
 const cannotUndo = computed(() => !history.canUndo.value);
 const cannotRedo = computed(() => !history.canRedo.value);
 

@@ -3,6 +3,7 @@ import { ScalePanel } from "../calibrate/scale_panel.tsx";
 import { ComparePanel } from "../compare/compare_panel.tsx";
 import { PatientPanel } from "../patient/patient_panel.tsx";
 import { LandmarksPanel } from "../place/landmarks_panel.tsx";
+import { BlindNotice } from "../readings/blind_notice.tsx";
 import { ResultsPanel } from "../results/results_panel.tsx";
 import { type Panel, panel, panels } from "../parts/panel_choice.ts";
 import { words } from "../words/words.ts";
@@ -44,6 +45,7 @@ export function SidePanel() {
         ))}
       </div>
       <div id="panel-content" class="panel-content" role="tabpanel" aria-labelledby={`tab-${panel.value}`} tabIndex={0}>
+        <BlindNotice />
         <Content />
       </div>
     </aside>

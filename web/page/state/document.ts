@@ -49,6 +49,8 @@ export interface View {
   readonly labels: boolean;
   /** Names of display modes. */
   readonly modes: readonly string[];
+  /** A film is being read again, and nothing of the reading before is shown. */
+  readonly isBlind?: boolean;
 }
 
 /** How the greys are changed: brightness added (-1 to 1), contrast about the middle (1: as it is); window null: the film's own. */

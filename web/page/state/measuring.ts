@@ -5,7 +5,7 @@ import { chosenAnalyses, engine, history, kind, landmarkTable, record } from "./
 import type { Point } from "./document.ts";
 import { inSpareTime } from "./frames.ts";
 import { allPlaced, positionOf } from "./work.ts";
-import { sayError } from "../words/words.ts";
+import { language, sayError } from "../words/words.ts";
 
 /** Numbers of all rows, kept apart from the engine's memory. */
 export type RowNumbers = { -readonly [Key in keyof Numbers]: Numbers[Key] };
@@ -78,6 +78,16 @@ export function construct(to: Session, now: Case, infos: readonly LandmarkInfo[]
   }
 }
 
+/** The case with what can be constructed in it. */
+export function completed(record: Case): Case {
+  const apart = engine.peek()!.measure(record);
+  try {
+    return { ...record, landmarks: { ...record.landmarks, ...Object.fromEntries(construct(apart, record, engine.peek()!.landmarks(record.kind))) } };
+  } finally {
+    apart.delete();
+  }
+}
+
 /** An expression's landmarks are placed or constructed: the library takes (0, 0) for others. */
 function hasAll(expression: string, isKnown: (name: string) => boolean): boolean {
   return [...expression.matchAll(/\[([^\]]*)\]/g)].every(([, name]) => isKnown(name ?? ""));
@@ -147,6 +157,22 @@ export function askedBehind<Answer>(ask: (session: Session) => Answer, otherwise
     void numbers.value;
     if (history.isStepping.value) follow();
     else last.value = now.value;
+  });
+  return last;
+}
+
+/** The same for what always waits for that time. */
+export function askedInSpareTime<Answer>(ask: (session: Session) => Answer, otherwise: Answer): ReadonlySignal<Answer> {
+  const last = signal(otherwise);
+  const follow = inSpareTime(() => {
+    const found = session.peek() ? ask(session.peek()!) : otherwise;
+    if (JSON.stringify(found) !== JSON.stringify(last.peek())) last.value = found;
+  });
+  effect(() => {
+    void numbers.value;
+    void language.value;
+    void session.value;
+    follow();
   });
   return last;
 }

@@ -55,6 +55,7 @@ function isEntry(value: unknown): value is CaseEntry {
     hasTexts(value, "id", "patient", "kind", "filmDate") &&
     ["lateral", "frontal", "model"].includes(String(value["kind"])) &&
     (value["film"] === null || typeof value["film"] === "string") &&
+    (value["readingOf"] === undefined || typeof value["readingOf"] === "string") &&
     Number.isFinite(value["landmarkCount"]) &&
     Number.isFinite(value["changedAt"])
   );

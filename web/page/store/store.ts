@@ -23,6 +23,8 @@ export interface CaseEntry {
   /** YYYY-MM-DD or "". */
   readonly filmDate: string;
   readonly film: FilmId | null;
+  /** The case with the first reading of the film, where this is another one. */
+  readonly readingOf?: CaseId;
   readonly landmarkCount: number;
   /** Milliseconds of the last change, as Date.now() gives it. */
   readonly changedAt: number;

@@ -10,11 +10,13 @@ import type { Mark } from "./marks.ts";
 import { paintFilm } from "./paint_film.ts";
 import { Pointing } from "./pointing.ts";
 import { shapeMarks } from "./shape_marks.ts";
+import { readingMarks } from "./reading_marks.ts";
 import { dragged, hovered, pixelRatio, viewSize } from "./stage.ts";
 import { tracingMarks } from "./tracing_marks.ts";
 
 function* allMarks(): Iterable<Mark> {
   yield* tracingMarks();
+  yield* readingMarks();
   yield* landmarkMarks();
 }
 

@@ -11,6 +11,7 @@ export const ink = {
   ruler: "#ff9d5c",
   measured: "#ffe98a",
   construction: "#ffb07c",
+  doubtful: "#ff6b5e",
   earlier: "#ff7ab8",
   dotted: "#ff9d5c",
   halo: "rgba(0, 0, 0, 0.75)",

@@ -2,6 +2,7 @@
 import { record, scaleOrigin, tool, view } from "../state/desk.ts";
 import type { Point } from "../state/document.ts";
 import { constructed, shownPoints } from "../state/measuring.ts";
+import { outlyingNames } from "../state/outliers.ts";
 import { allPlaced, positionOf } from "../state/work.ts";
 import { draftRuler } from "../calibrate/draft.ts";
 import { suggestion } from "../place/guide.ts";
@@ -49,6 +50,18 @@ function ring(at: Point, radius: number, colour: string, isDashed = false): Mark
     context.setLineDash(isDashed ? [3, 3] : []);
     haloedLine(context, path, colour, 1.5);
     context.setLineDash([]);
+  });
+}
+
+/** Of form, too, not of colour alone: a landmark that the others do not expect there. */
+function triangle([x, y]: Point, size: number): Mark {
+  return mark(`triangle ${size}`, [x, y], 2 * size, (context) => {
+    const path = new Path2D();
+    path.moveTo(x, y - 1.3 * size);
+    path.lineTo(x + 1.2 * size, y + 0.8 * size);
+    path.lineTo(x - 1.2 * size, y + 0.8 * size);
+    path.closePath();
+    haloedLine(context, path, ink.doubtful, 1.6);
   });
 }
 
@@ -110,6 +123,7 @@ export function* landmarkMarks(): Iterable<Mark> {
   const now = camera.value;
   const { current, labels } = view.value;
   const names = new Labels();
+  const doubtful = outlyingNames.value;
   yield* rulerMarks();
 
   for (const [name, at] of shownPoints.value) {
@@ -120,6 +134,7 @@ export function* landmarkMarks(): Iterable<Mark> {
   for (const [name, at] of constructed.value) {
     const place = toScreen(now, at);
     yield diamond(place, 4);
+    if (doubtful.has(name)) yield triangle(place, 11);
     if (name === current) yield ring(place, 9, ink.chosen);
     if (labels || name === current || name === hovered.value) yield names.at(name, place, ink.constructed);
   }
@@ -132,6 +147,7 @@ export function* landmarkMarks(): Iterable<Mark> {
     // A dragged point is a cross: a dot would hide the structure that it is brought to.
     if (name === held) yield cross(place, 10, 2.5, ink.chosen, 1.2);
     else yield dot(place, ink.landmark, name === hovered.value ? 3.6 : 2.6);
+    if (doubtful.has(name)) yield triangle(place, 11);
     if (chosen) yield ring(place, 9, ink.chosen);
     if (labels || chosen || name === hovered.value) yield names.at(name, place, chosen ? ink.chosen : ink.landmark);
   }

@@ -344,6 +344,85 @@ describe("more than one case", () => {
 });
 
 describe("what goes wrong", () => {
+  test("values have their errors, slips are named, and whoever wants neither switches errors off for good", async () => {
+    const one = await person();
+    const face = JSON.parse(readFileSync(join(project, "examples/samples/lateral-class2.json"), "utf8")) as SavedCase;
+    const [x, y] = face.landmarks["Go"]!;
+    writeFileSync(file("slip.json"), JSON.stringify({ ...face, landmarks: { ...face.landmarks, Go: [x + 250, y] } }));
+    await one.open(file("slip.json"));
+    const snb = one.page.locator(".row", { has: one.page.getByRole("button", { name: "SNB", exact: true }) }).first();
+    await snb.scrollIntoViewIfNeeded();
+    await expect.poll(() => snb.innerText()).toMatch(/75\.1\s*± 0\.9/);
+    await snb.hover();
+    await expect.poll(() => one.page.locator(".measured-caption").innerText()).toContain("mostly B (48 %)");
+    expect(await one.page.locator(".remark.warning").allInnerTexts()).toContainEqual(expect.stringContaining("Go lies 25 mm from where"));
+    expect(await barriers(one.page)).toEqual([]);
+    await one.button(one.words.showLandmark("Go")).click();
+    expect(await one.asked()).toBe("Go");
+    await one.page.keyboard.press("Escape");
+    await one.page.getByLabel(one.words.errorsOfValues).uncheck();
+    await expect.poll(() => snb.innerText()).not.toContain("±");
+    await one.kept();
+    await one.page.reload();
+    await one.panel("results");
+    expect(await one.page.getByLabel(one.words.errorsOfValues).isChecked()).toBe(false);
+  });
+
+  test("a film is read again without sight of the first reading; three such films are the study that the program makes of their files", async () => {
+    const one = await person();
+    const { words } = one;
+    const firsts = ["S", "N", "Or", "A", "U1"];
+    for (let round = 0; round < 3; ++round) {
+      await one.open(file("film.dcm"));
+      await expect.poll(() => one.progress()).toMatch(/^0 /);
+      expect(await one.placeAll(undefined, firsts.length)).toEqual(firsts);
+      await one.panel("compare");
+      await one.button(words.readAgain).press("Enter");
+      await expect.poll(() => one.progress()).toMatch(/^0 /);
+      expect(Object.keys((await one.case()).landmarks)).toEqual([]);
+      expect([...(await one.values()).values()].join("")).toBe("");
+      if (round === 0) {
+        await one.panel("landmarks");
+        await one.placeAll(undefined, 1);
+        for (const name of [words.giveReadingUp, words.reallyGiveUp]) await one.button(name).click();
+        await expect.poll(async () => Object.keys((await one.case()).landmarks)).toEqual(firsts);
+        await one.panel("compare");
+        await one.button(words.readAgain).click();
+        await one.kept();
+        await one.page.reload();
+        await one.page.getByText(words.blindNow).waitFor();
+      }
+      await one.panel("landmarks");
+      expect(await barriers(one.page)).toEqual([]);
+      await one.placeAll(([x, y]) => one.click(x === film.landmarks["A"]?.[0] ? [x + 40 * round + 40, y] : [x, y]), firsts.length);
+      await one.button(words.finishReading).click();
+      const farthest = one.page.locator(".reading-landmarks tbody tr").first();
+      await expect.poll(() => farthest.locator("th").innerText()).toBe("A");
+      expect(Number(await farthest.locator("td").last().innerText())).toBeCloseTo((40 * round + 40) * film.mmPerPixel, 0);
+      await one.kept();
+    }
+    expect(await barriers(one.page)).toEqual([]);
+    await one.button(words.openFirstReading).click();
+    await one.button(words.openSecondReading).waitFor();
+    await one.button(words.patients).click();
+    await one.button(words.studyTitle).click();
+    await one.page.locator(".study").waitFor();
+    expect(await barriers(one.page)).toEqual([]);
+    const saved = async (choice: string): Promise<string> => {
+      const download = one.page.waitForEvent("download");
+      await one.button(choice).click();
+      return (await download).path();
+    };
+    // The program takes the files by their names, so that sums differ in their last digits.
+    const rounded = (csv: string): string[] => csv.split("\r\n").map((row) => row.replace(/-?\d+\.\d+(e-\d+)?/g, (digits) => Number(digits).toFixed(6).replace(/^-(?=[0.]*$)/, "")));
+    const ours = rounded(readFileSync(await saved(words.saveStudy), "utf8"));
+    execFileSync("python3", ["-m", "zipfile", "-e", await saved(words.saveAllReadings), file("study")]);
+    const readings = ["reading-1", "reading-2"].map((name) => join(file("study"), name)) as [string, string];
+    const theirs = execFileSync(cephtool, ["reliability", readings[0], "--second", readings[1], "--format", "csv"], { encoding: "utf8", stdio: ["ignore", "pipe", "ignore"] });
+    expect(ours.filter((row) => /,SNA,|,A along,/.test(row)).length).toBe(2);
+    expect(rounded(theirs)).toEqual(expect.arrayContaining(ours));
+  });
+
   test("a damaged file of each kind is told with its name, and what is open stays", async () => {
     const one = await person();
     await one.open(file("film.dcm"));

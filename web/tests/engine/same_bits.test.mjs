@@ -14,7 +14,7 @@ const engine = await loadEngine();
 const folder = engine.shippedFolder();
 
 /** The program's document on these cases. */
-function natively(faces) {
+function natively(faces, ...more) {
   const place = mkdtempSync(join(tmpdir(), "engine-"));
   try {
     const files = faces.map((face, number) => {
@@ -23,7 +23,7 @@ function natively(faces) {
       return file;
     });
     const options = { encoding: "utf8", maxBuffer: 2 ** 30, stdio: ["ignore", "pipe", "ignore"] };
-    return JSON.parse(execFileSync(cephtool, ["analyze", "--format", "json", ...files], options));
+    return JSON.parse(execFileSync(cephtool, ["analyze", "--format", "json", ...more, ...files], options));
   } finally {
     rmSync(place, { recursive: true });
   }
@@ -32,9 +32,10 @@ function natively(faces) {
 const measures = ["value", "mean", "sd", "deviation"];
 
 /** How many doubles were compared. */
-function compare(session, face, native) {
+function compare(session, face, native, withErrors = false) {
   session.setRecord(face);
   const numbers = session.measure();
+  const errors = new Map(withErrors ? session.errors("en").rows.map((error) => [error.row, error]) : []);
   let compared = 0;
   for (const analysis of native.analyses) {
     let row = session.rows.findIndex(
@@ -47,6 +48,12 @@ function compare(session, face, native) {
       for (const measure of measures) {
         const [here, there] = [numbers[measure][row], item[measure] ?? NaN];
         assert.ok(Object.is(here, there), `${analysis.file} ${item.name} ${measure}: ${here}, natively ${there}`);
+        ++compared;
+      }
+      if (item.error) {
+        const here = errors.get(row);
+        const [error, words] = [here.error, here.words.join("; ")];
+        assert.deepEqual({ error, words }, { error: item.error.value, words: item.error.text }, `${analysis.file} ${item.name}`);
         ++compared;
       }
       ++row;
@@ -93,4 +100,20 @@ test("the samples' documents are the program's", () => {
     }
     assert.deepEqual(document, native);
   }
+});
+
+test("errors of values, and landmarks far from where they are expected, are the program's", () => {
+  const all = sessions();
+  const [average, slip, ...others] = ["lateral-average.json", "lateral-class2.json", ...sampleNames].map(sample);
+  slip.landmarks.Go[0] += 250;
+  for (const face of [average, slip, ...others, ...randomFaces(20, 1922)]) {
+    const [native] = natively([face], "--error").cases;
+    const session = all[face.kind];
+    assert.ok(compare(session, face, native, true) > 0);
+    const far = native.remarks.filter(({ code }) => code === "landmark_far").map(({ text }) => text);
+    assert.deepEqual(session.outliers("en").map(({ message }) => message), far);
+    if (face === slip) assert.match(far.join(), /^Go lies 25 mm/);
+  }
+  all.lateral.setScale(null);
+  assert.deepEqual(all.lateral.errors("en"), { remark: null, rows: [] });
 });
