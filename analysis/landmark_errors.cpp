@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <array>
-#include <iterator>
 
 #include "FilmAxes.h"
 #include "LandmarkErrors.h"
@@ -105,8 +104,8 @@ const LandmarkError* LandmarkErrors::find(std::string_view name, bool frontal) c
 }
 
 LandmarkErrors LandmarkErrors::measured() const {
-    std::vector<LandmarkError> errors;
-    std::ranges::remove_copy_if(*errors_, std::back_inserter(errors), &LandmarkError::assumed);
+    std::vector<LandmarkError> errors = *errors_;
+    std::erase_if(errors, [](const LandmarkError& error) { return error.assumed; });
     return LandmarkErrors(errors);
 }
 
