@@ -520,8 +520,8 @@ export interface RowText {
 }
 
 export interface RowErrors {
-  /** What they are; null without any. */
-  remark: string | null;
+  /** What they are, and rest on; none without any. */
+  remarks: string[];
   rows: {
     row: number;
     /** One standard error in the value's unit, and of the deviation in SD; null where it is not known. */
@@ -531,6 +531,8 @@ export interface RowErrors {
     text: string;
     /** The landmark that makes up most of it, "" where it is not known. */
     mostly: string;
+    /** Landmarks whose own error nobody measured: the value's is in parentheses then. */
+    assumed: string[];
     /** The 95 % interval of a deviation of stars covers 0. */
     isDoubtful: boolean;
     /** "mostly N (71 %)", that the deviation may be none, or why no error is known. */

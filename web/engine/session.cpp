@@ -285,7 +285,7 @@ Json Session::texts(const std::vector<int>& wanted, const cephtool::Texts& texts
 }
 
 Json Session::errors(const std::vector<int>& wanted, const cephtool::Texts& texts) const {
-    Json told = {{"remark", nullptr}, {"rows", Json::array()}};
+    Json told = {{"remarks", Json::array()}, {"rows", Json::array()}};
     if (!record_.mm_per_pixel || chosen_.empty()) return told;
     const tool::LandmarkErrors& of_landmarks = landmark_errors_of(*chosen_.front());
     Case record = record_;
@@ -293,13 +293,16 @@ Json Session::errors(const std::vector<int>& wanted, const cephtool::Texts& text
     record.remarks.clear();
     std::optional<cephtool::CaseResult> result;  // of the analysis that was asked for last
     std::size_t measured_analysis = 0;
+    std::vector<Remark> remarks;
     const auto add = [&](std::size_t row) {
         const auto [analysis, item] = rows_[row];
         if (!result || measured_analysis != analysis) {
             const Analysis* const one[] = {chosen_[analysis]};
             result = cephtool::measured(record, one, {}, false, &of_landmarks);
             measured_analysis = analysis;
-            told["remark"] = texts(result->record.remarks.back());
+            for (const Remark& remark : result->record.remarks)
+                if (remark.code.starts_with("errors") && std::ranges::find(remarks, remark) == remarks.end())
+                    remarks.push_back(remark);
         }
         const cephtool::Measurement& found = result->analyses.front().items[static_cast<std::size_t>(item)];
         if (!found.error) return;
@@ -312,6 +315,7 @@ Json Session::errors(const std::vector<int>& wanted, const cephtool::Texts& text
                                 {"text", error.text},
                                 {"deviation", is_known ? json_of(error.deviation) : Json()},
                                 {"mostly", error.mostly},
+                                {"assumed", error.assumed},
                                 {"isDoubtful", found.stars_with_error() != found.stars},
                                 {"words", words}});
     };
@@ -319,6 +323,7 @@ Json Session::errors(const std::vector<int>& wanted, const cephtool::Texts& text
         for (std::size_t row = 0; row < row_count(); ++row) add(row);
     for (const int row : wanted)
         if (row >= 0 && static_cast<std::size_t>(row) < row_count()) add(static_cast<std::size_t>(row));
+    for (const Remark& remark : remarks) told["remarks"].push_back(texts(remark));
     return told;
 }
 

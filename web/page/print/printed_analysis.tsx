@@ -1,4 +1,5 @@
 import type { Remark, Row, RowErrors, RowText } from "../../engine/engine.js";
+import { errorText } from "../results/row_errors.ts";
 import { language, words } from "../words/words.ts";
 
 interface Props {
@@ -51,7 +52,7 @@ export function PrintedAnalysis({ title, norms, remarks, daggers, rows }: Props)
             ) : (
               <tr key={text.row} class={row.item.marked ? "marked" : ""}>
                 <td>{row.item.label[language.value]}</td>
-                <td>{text.value || (text.missing.length > 0 ? "–" : text.reason)}{error?.text && ` ± ${error.text}`}</td>
+                <td>{text.value || (text.missing.length > 0 ? "–" : text.reason)}{error && ` ${errorText(error)}`}</td>
                 <td>{row.item.unit === "deg" ? "°" : row.item.unit}</td>
                 <td>{text.mean}</td>
                 <td>{text.sd}</td>

@@ -60,7 +60,7 @@ export function PrintedReport() {
   if (!now) return null;
   now.measure();
   const texts = now.texts(language.value);
-  const errors = showsErrors.value ? now.errors(language.value) : { remark: null, rows: [] };
+  const errors = showsErrors.value ? now.errors(language.value) : { remarks: [], rows: [] };
   const errorOf = new Map(errors.rows.map((error) => [error.row, error]));
   const norms = new Map(now.norms(language.value).map((norm) => [norm.analysis.id, norm]));
   const ofAnalysis = (id: number): number[] => [...rows.value.keys()].filter((row) => rows.value[row]!.analysis.id === id);
@@ -75,7 +75,7 @@ export function PrintedReport() {
       <Facts />
       {now.remarks(language.value).map(({ code, message }) => <p key={code} class="print-remark">{message}</p>)}
       {outliers.value.map(({ name, message }) => <p key={name} class="print-remark">{message}</p>)}
-      {errors.remark && <p class="quiet">{errors.remark}</p>}
+      {errors.remarks.map((remark) => <p key={remark} class="quiet">{remark}</p>)}
       {fruitful.map((analysis) => (
         <PrintedAnalysis
           key={analysis.id}

@@ -1,5 +1,5 @@
 import { words } from "../words/words.ts";
-import { errorChoice, errorRemark, showsErrors } from "./row_errors.ts";
+import { errorChoice, errorRemarks, showsErrors } from "./row_errors.ts";
 
 /** Whether values have their standard errors beside them, and what those are. */
 export function ErrorSwitch() {
@@ -9,7 +9,7 @@ export function ErrorSwitch() {
         <input type="checkbox" checked={showsErrors.value} onChange={(event) => (errorChoice.value = event.currentTarget.checked ? "on" : "off")} />
         <span>{words.value.errorsOfValues}</span>
       </label>
-      {errorRemark.value && <p class="quiet">{errorRemark}</p>}
+      {errorRemarks.value.map((remark) => <p key={remark} class="quiet">{remark}</p>)}
     </div>
   );
 }

@@ -1,5 +1,6 @@
 // The standard error beside each value. It is reckoned in the time that frames leave over, of rows that can be seen.
 import { type Signal, batch, computed, effect, signal, untracked } from "@preact/signals";
+import type { RowErrors } from "../../engine/engine.js";
 import { remembered } from "../parts/remembered.ts";
 import { inSpareTime } from "../state/frames.ts";
 import { numbers, rows, session } from "../state/measuring.ts";
@@ -18,8 +19,8 @@ export interface RowError {
 }
 
 export const rowErrors = signal<readonly RowError[]>([]);
-/** What "±" stands for. */
-export const errorRemark = signal("");
+/** What "±" stands for, in the rows that were asked for last. */
+export const errorRemarks = signal<readonly string[]>([]);
 const seen = new Set<number>();
 let stale = new Set<number>();
 
@@ -30,19 +31,25 @@ effect(() => {
   rowErrors.value = made;
 });
 
+/** "± 1.2", in parentheses where nobody measured all that it rests on; "" where it is not known. */
+export function errorText({ text, assumed }: RowErrors["rows"][number]): string {
+  if (text === "") return "";
+  return assumed.length > 0 ? `(± ${text})` : `± ${text}`;
+}
+
 function refresh(): void {
   const now = session.peek();
   const due = [...stale].filter((row) => seen.has(row));
   if (!now || due.length === 0 || !showsErrors.peek()) return;
   for (const row of due) stale.delete(row);
-  const { remark, rows: found } = now.errors(language.peek(), due);
+  const { remarks, rows: found } = now.errors(language.peek(), due);
   const known = new Map(found.map((error) => [error.row, error]));
   batch(() => {
-    errorRemark.value = remark ?? "";
+    if (remarks.length > 0) errorRemarks.value = [...new Set([...errorRemarks.peek(), ...remarks])];
     for (const row of due) {
       const [cell, error] = [rowErrors.peek()[row], known.get(row)];
       if (!cell) continue;
-      cell.text.value = error?.text ? `± ${error.text}` : "";
+      cell.text.value = error ? errorText(error) : "";
       cell.isDoubtful.value = error?.isDoubtful ?? false;
       cell.words.value = error?.words.join("; ") ?? "";
     }
@@ -53,13 +60,19 @@ const follow = inSpareTime(refresh);
 
 function forget(): void {
   batch(() => {
-    errorRemark.value = "";
+    errorRemarks.value = [];
     for (const { text, isDoubtful, words } of rowErrors.peek()) {
       text.value = words.value = "";
       isDoubtful.value = false;
     }
   });
 }
+
+effect(() => {
+  void language.value;
+  void rows.value;
+  errorRemarks.value = [];
+});
 
 effect(() => {
   void numbers.value;

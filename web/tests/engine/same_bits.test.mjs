@@ -53,7 +53,7 @@ function compare(session, face, native, withErrors = false) {
       if (item.error) {
         const here = errors.get(row);
         const [error, words] = [here.error, here.words.join("; ")];
-        assert.deepEqual({ error, words }, { error: item.error.value, words: item.error.text }, `${analysis.file} ${item.name}`);
+        assert.deepEqual({ error, words, assumed: here.assumed }, { error: item.error.value, words: item.error.text, assumed: item.error.assumed ?? [] }, `${analysis.file} ${item.name}`);
         ++compared;
       }
       ++row;
@@ -110,10 +110,12 @@ test("errors of values, and landmarks far from where they are expected, are the 
     const [native] = natively([face], "--error").cases;
     const session = all[face.kind];
     assert.ok(compare(session, face, native, true) > 0);
+    const of = native.remarks.filter(({ code }) => code.startsWith("errors")).map(({ text }) => text);
+    assert.deepEqual(new Set(session.errors("en").remarks), new Set(of));
     const far = native.remarks.filter(({ code }) => code === "landmark_far").map(({ text }) => text);
     assert.deepEqual(session.outliers("en").map(({ message }) => message), far);
     if (face === slip) assert.match(far.join(), /^Go lies 25 mm/);
   }
   all.lateral.setScale(null);
-  assert.deepEqual(all.lateral.errors("en"), { remark: null, rows: [] });
+  assert.deepEqual(all.lateral.errors("en"), { remarks: [], rows: [] });
 });
