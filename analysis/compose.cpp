@@ -1,15 +1,13 @@
 #include <algorithm>
-#include <array>
 #include <map>
 #include <set>
 
 #include "ComposedAnalysis.h"
+#include "analysis/composed_stages.h"
 #include "analysis/formula_names.h"
-#include "analysis/growth_stage.h"
 #include "analysis/item_text.h"
 #include "analysis/landmark_names.h"
 #include "analysis/sheet_body.h"
-#include "platform/char_conversion.h"
 #include "platform/code_page.h"
 #include "platform/text.h"
 #include "util/key_value.h"
@@ -19,7 +17,6 @@ namespace {
 
 constexpr std::size_t most_stages = 100;
 constexpr int sexes[] = {1, 2};  // male, female
-constexpr std::string_view dental_stages[] = {"I", "IIA", "IIC", "IIIA", "IIIB", "IIIC", "IVA", "IVC", "VA"};
 
 // The beginning of a text in code page 932 that takes so many bytes at most.
 std::string_view cut(std::string_view text, std::size_t bytes) {
@@ -39,37 +36,6 @@ std::string file_name(const Analysis& analysis, bool extension) {
 
 std::string cp932(std::string_view utf8) {
     return code_page_from_utf8(utf8).value_or(std::string());
-}
-
-std::string number_text(double number) {
-    char text[32];
-    return {text, to_chars(text, std::end(text), number).ptr};
-}
-
-struct StagePlace {
-    std::string_view name;
-    StageRange range;
-    bool by_age;
-};
-using StageTable = std::vector<StagePlace>;
-
-StageTable table_of(std::string_view file, int sex, bool second) {
-    StageTable table;
-    for_each_stage(file, sex, second, [&](const StageLine& line) {
-        table.push_back(
-            {line.name,
-             line.by_age ? age_range(line.range, ZeroBound::open_above_a_nonzero_start) : dental_range(line.range),
-             line.by_age});
-    });
-    return table;
-}
-
-// The last of the stages that hold x, as Analysis::stage_of has it.
-std::optional<int> place_in(const StageTable& table, double x) {
-    std::optional<int> place;
-    for (std::size_t i = 0; i < table.size(); ++i)
-        if (table[i].range.contains(x)) place = static_cast<int>(i);
-    return place;
 }
 
 struct Source {
@@ -152,7 +118,7 @@ class Composer {
         Source& added = sources_.emplace_back(Source{analysis, sheet, {}});
         for (const bool second : {false, true})
             for (std::size_t sex = 0; sex < std::size(sexes); ++sex)
-                added.tables[second][sex] = table_of(sheet->file.text(), sexes[sex], second);
+                added.tables[second][sex] = stage_table(sheet->file.text(), sexes[sex], second);
         return sources_.size() - 1;
     }
 
@@ -278,40 +244,20 @@ class Composer {
     }
 
     void make_stages() {
-        std::set<double> borders;
         std::set<const StageTable*> tables;
         const Source *by_age = nullptr, *by_teeth = nullptr;
         for_each_norm([&](const Entry& entry, const NamedLine& norm, std::size_t sex) {
             if (!goes_by_stage(entry, norm, sex)) return;
             const Source& source = sources_[entry.source];
             tables.insert(&source.table(norm, sex));
-            for (const StagePlace& stage : source.table(norm, sex)) {
-                (stage.by_age ? by_age : by_teeth) = &source;
-                if (stage.range.from < stage.range.to) borders.insert({stage.range.from, stage.range.to});
-            }
+            for (const StagePlace& stage : source.table(norm, sex)) (stage.by_age ? by_age : by_teeth) = &source;
         });
         if (by_age && by_teeth)
             return fail("The norms of " + file_name(*by_age->analysis, true) + " go by the age, those of " +
                         file_name(*by_teeth->analysis, true) +
                         " by the teeth, and a file has one of them; make a file of each");
         by_age_ = !by_teeth;
-        const auto places_at = [&](double x) {
-            std::vector<std::optional<int>> places;
-            for (const StageTable* table : tables) places.push_back(place_in(*table, x));
-            return places;
-        };
-        for (auto border = borders.begin(); border != borders.end() && std::next(border) != borders.end(); ++border) {
-            const auto places = places_at(*border);
-            const bool is_beyond = !by_age_ && *border >= static_cast<double>(std::size(dental_stages));
-            if (is_beyond || std::ranges::none_of(places, [](const auto& place) { return place.has_value(); }))
-                continue;
-            const bool goes_on =
-                !stages_.empty() && stages_.back().to == *border && places_at(stages_.back().from) == places;
-            if (goes_on)
-                stages_.back().to = *std::next(border);
-            else
-                stages_.push_back({*border, *std::next(border)});
-        }
+        stages_ = cut_at_all_borders(tables, by_age_);
         if (stages_.size() > most_stages)
             fail("The stages of these analyses have more than 100 borders; make a file of fewer of them");
     }
@@ -431,17 +377,6 @@ class Composer {
         return {std::string(cut(name, longest)), names.size() == 1 ? japanese : std::string()};
     }
 
-    std::string range_text(const StageRange& stage) const {
-        if (!by_age_) {
-            const auto end = static_cast<std::size_t>(stage.to);
-            return std::string(dental_stages[static_cast<std::size_t>(stage.from)]) + "-" +
-                   std::string(end < std::size(dental_stages) ? dental_stages[end] : "");
-        }
-        constexpr double open = 200;
-        const bool is_open = stage.to >= open && stage.from > 0;
-        return number_text(stage.from) + "-" + (is_open ? "" : number_text(stage.to));
-    }
-
     void write_stages() {
         if (stages_.empty()) return;
         line("Stage_Type:");
@@ -449,7 +384,7 @@ class Composer {
         line("Stage:");
         for (const StageRange& stage : stages_) {
             const auto [name, japanese] = stage_name(stage);
-            line(name + "=" + range_text(stage));
+            line(name + "=" + range_text(stage, by_age_));
             if (!japanese.empty()) headings_.emplace(name, japanese);
         }
         line("");

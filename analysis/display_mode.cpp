@@ -1,6 +1,5 @@
 #include "analysis/display_mode.h"
 
-#include <cmath>
 #include <optional>
 
 #include "analysis/catalogue.h"

@@ -1,7 +1,5 @@
 #include "analysis/population.h"
 
-#include <algorithm>
-
 #include "platform/text.h"
 
 namespace tool {

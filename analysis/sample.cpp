@@ -1,6 +1,5 @@
 #include "analysis/sample.h"
 
-#include <algorithm>
 #include <charconv>
 
 #include "analysis/definition_file.h"

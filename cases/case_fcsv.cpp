@@ -1,6 +1,4 @@
 // 3D Slicer's older format of fiducials: comma-separated, with the coordinate system and the columns in comments.
-#include <algorithm>
-#include <map>
 
 #include "base/csv.h"
 #include "base/numbers.h"

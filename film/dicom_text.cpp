@@ -1,6 +1,5 @@
 // Texts of a DICOM header in UTF-8. DCMTK's own conversion knows no ISO 2022, which names in Japan are written in,
 // where it is built with the iconv of the C library, as Debian's is; so the escapes are followed here.
-#include <algorithm>
 #include <string>
 #ifdef TOOL_FILM_ICONV
 #include <iconv.h>

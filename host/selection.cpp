@@ -1,9 +1,7 @@
 #include "host/selection.h"
 
 #include <algorithm>
-#include <iterator>
 #include <ostream>
-#include <string_view>
 
 #include "base/suggestion.h"
 #include "base/wording.h"

@@ -20,7 +20,8 @@ struct ComposedItem {
 
 // The bytes of a definition file (code page 932, line ends CR LF) that gives each of the items the value, norms and
 // deviation that its own analysis gives for a patient of known sex and, where norms change with growth, known age or
-// dental stage.
+// dental stage. While the sex is unknown it may have norms that are left out there: those that are the same for both,
+// where they stand in columns of different stages.
 //
 // Items keep their order. Those that their formulas or norms refer to come along behind them. A name that another item
 // already has, with another formula or other norms, gets that of its analysis: "SNA (Steiner)". Stages of several

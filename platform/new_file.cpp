@@ -1,6 +1,5 @@
 #include "platform/new_file.h"
 
-#include <array>
 #include <string>
 
 namespace tool {

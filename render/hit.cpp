@@ -1,6 +1,6 @@
 #include "render/hit.h"
 
-#include <limits>
+#include <algorithm>
 
 #include "render/spline.h"
 

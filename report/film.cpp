@@ -5,7 +5,6 @@
 #include <surface/png_file.h>
 #endif
 
-#include <filesystem>
 #include <new>
 #include <sstream>
 

@@ -1,7 +1,6 @@
 #include "report/patient_section.h"
 
 #include <algorithm>
-#include <filesystem>
 
 #include "base/numbers.h"
 #include "base/path.h"

@@ -262,8 +262,6 @@ constexpr TextRow text_table[] = {
     {"The X-ray %1 can't be asked for scale and patient. %2", "画像 %1 の縮尺と患者の情報を読めない。%2"},
     {"From the header of %1: %*2.", "%1 のヘッダーの値：%*2。"},
     {"name", "氏名"},
-    {"sex", "性別"},
-    {"birth", "生年月日"},
     {"film date", "撮影日"},
     {"side", "撮影側"},
     {"The scale is taken as 0.1 mm a pixel, that of the films of challenges.",

@@ -8,9 +8,6 @@
 // Edges of the row below must be marked before a row is decided, since marks don't count as line. Removing may come at
 // once, as decisions don't tell a mark from paper, and all marking around a row is done when it is decided. Thus one
 // sweep makes an iteration, and what it touches is still in the cache.
-#include <algorithm>
-#include <cstddef>
-#include <cstring>
 
 #include "util/line_image.h"
 #include "util/line_image_chunk.h"

@@ -2,8 +2,6 @@
 #include <algorithm>
 #include <cstring>
 #include <limits>
-#include <optional>
-#include <string>
 
 #include "Tools.h"
 #include "framework/application.h"

@@ -1,6 +1,5 @@
 #include "analysis/check/stages.h"
 
-#include <algorithm>
 #include <iterator>
 #include <map>
 #include <set>

@@ -1,5 +1,4 @@
 // cephtool modes: what a tracing can show.
-#include <algorithm>
 #include <nlohmann/json.hpp>
 #include <ostream>
 

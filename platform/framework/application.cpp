@@ -1,6 +1,5 @@
 #include "framework/application.h"
 
-#include <algorithm>
 #include <mutex>
 #include <string>
 #include <vector>
