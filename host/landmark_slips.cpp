@@ -5,16 +5,16 @@
 namespace cephtool {
 
 void LandmarkSlips::remark(Case& record) {
-    if (record.kind != Kind::lateral) return;
-    if (!read_) {
-        read_ = true;
+    const auto [known, is_new] = outliers_.try_emplace(record.kind);
+    std::optional<LandmarkOutliers>& outliers = known->second;
+    if (is_new) {
         try {
-            outliers_.emplace(shipped_template(Kind::lateral));
+            outliers.emplace(shipped_template(record.kind), record.kind);
         } catch (const Error& error) {
             streams_.err << "cephtool: landmarks are not looked at for slips\n" << shown(error);
         }
     }
-    if (outliers_) outliers_->remark(record);
+    if (outliers) outliers->remark(record);
 }
 
 }  // namespace cephtool

@@ -1,6 +1,7 @@
 // Landmarks that lie improbably far from where the others expect them, remarked on before a case is measured.
 #pragma once
 
+#include <map>
 #include <optional>
 
 #include "host/command.h"
@@ -8,8 +9,8 @@
 
 namespace cephtool {
 
-// By the shipped average face, which is read at the first lateral case. Where it can't be read the user is told so, and
-// cases are measured all the same.
+// By the shipped average face, which is read at the first case of its kind; casts have none. Where it can't be read the
+// user is told so, and cases are measured all the same.
 class LandmarkSlips {
  public:
     explicit LandmarkSlips(Streams& streams) : streams_(streams) {}
@@ -18,8 +19,7 @@ class LandmarkSlips {
 
  private:
     Streams& streams_;
-    bool read_ = false;
-    std::optional<LandmarkOutliers> outliers_;
+    std::map<Kind, std::optional<LandmarkOutliers>> outliers_;
 };
 
 }  // namespace cephtool

@@ -54,48 +54,56 @@ Laid laid(const Points& from, const Points& to) {
 }  // namespace
 
 struct LandmarkOutliers::Spread {
-    std::vector<std::string> names;
     Points face;                // mm
     Eigen::MatrixXd precision;  // the inverse of the covariance
 };
 
-LandmarkOutliers::LandmarkOutliers(OutlineTemplate face) : face_(std::move(face)) {}
+LandmarkOutliers::LandmarkOutliers(const OutlineTemplate& face, Kind kind) : kind_(kind) {
+    for (const Landmark& landmark : face.landmarks) {
+        const Position at = landmark.position;
+        if (places_.emplace(landmark.name, face_.size()).second)
+            face_.push_back({landmark.name, {at.x * face.mm_per_pixel, at.y * face.mm_per_pixel}});
+    }
+}
 LandmarkOutliers::~LandmarkOutliers() = default;
 
-const LandmarkOutliers::Spread& LandmarkOutliers::spread_of(const std::vector<std::string>& names) {
-    if (spread_ && spread_->names == names) return *spread_;
-    auto made = std::make_unique<Spread>();
-    made->names = names;
+const LandmarkOutliers::Spread& LandmarkOutliers::spread_of(const Names& names) {
+    constexpr std::size_t most_kept = 100;  // cases of one source lack the same few landmarks
+    const auto known = spreads_.find(names);
+    if (known != spreads_.end()) return *known->second;
+    if (spreads_.size() >= most_kept) spreads_.clear();
+    Spread& made = *(spreads_[names] = std::make_unique<Spread>());
     const auto count = static_cast<Eigen::Index>(names.size());
-    made->face.resize(count, 2);
+    made.face.resize(count, 2);
     Eigen::MatrixXd covariance(count, count);
     for (Eigen::Index i = 0; i < count; ++i) {
-        const std::string& name = names[static_cast<std::size_t>(i)];
-        const Position at = *face_.find_landmark(name);
-        made->face.row(i) << at.x * face_.mm_per_pixel, at.y * face_.mm_per_pixel;
+        const Landmark& landmark = face_[names[static_cast<std::size_t>(i)]];
+        made.face.row(i) << landmark.position.x, landmark.position.y;
         for (Eigen::Index j = 0; j <= i; ++j)
             covariance(i, j) = covariance(j, i) =
-                shared * shared * std::exp(-(made->face.row(i) - made->face.row(j)).norm() / reach);
+                shared * shared * std::exp(-(made.face.row(i) - made.face.row(j)).norm() / reach);
         const double spread =
-            std::ranges::find(free_landmarks, name) == std::end(free_landmarks) ? own : own_of_the_free;
+            std::ranges::find(free_landmarks, landmark.name) == std::end(free_landmarks) ? own : own_of_the_free;
         covariance(i, i) += spread * spread;
     }
-    made->precision = covariance.ldlt().solve(Eigen::MatrixXd::Identity(count, count));
-    spread_ = std::move(made);
-    return *spread_;
+    made.precision = covariance.ldlt().solve(Eigen::MatrixXd::Identity(count, count));
+    return made;
 }
 
 std::vector<LandmarkOutlier> LandmarkOutliers::operator()(const Case& record) {
     std::vector<LandmarkOutlier> outliers;
-    if (record.kind != Kind::lateral || !record.mm_per_pixel) return outliers;
+    if (record.kind != kind_ || !record.mm_per_pixel) return outliers;
     std::vector<const Landmark*> placed;
-    for (const Landmark& landmark : record.landmarks)
-        if (face_.find_landmark(landmark.name)) placed.push_back(&landmark);
+    Names names;
+    for (const Landmark& landmark : record.landmarks) {
+        const auto place = places_.find(landmark.name);
+        if (place == places_.end()) continue;
+        placed.push_back(&landmark);
+        names.push_back(place->second);
+    }
     while (placed.size() >= least_landmarks && outliers.size() < most_outliers) {
-        std::vector<std::string> names;
         Points at(static_cast<Eigen::Index>(placed.size()), 2), mirrored;
         for (std::size_t i = 0; i < placed.size(); ++i) {
-            names.push_back(placed[i]->name);
             at.row(static_cast<Eigen::Index>(i)) << placed[i]->position.x * *record.mm_per_pixel,
                 placed[i]->position.y * *record.mm_per_pixel;
         }
@@ -119,6 +127,7 @@ std::vector<LandmarkOutlier> LandmarkOutliers::operator()(const Case& record) {
         if (!(most > far)) return outliers;
         outliers.push_back({placed[farthest]->name, mm, placed.size() - 1});
         placed.erase(placed.begin() + static_cast<std::ptrdiff_t>(farthest));
+        names.erase(names.begin() + static_cast<std::ptrdiff_t>(farthest));
     }
     return outliers;
 }

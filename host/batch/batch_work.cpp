@@ -1,6 +1,7 @@
 #include "host/batch/batch_work.h"
 
 #include <algorithm>
+#include <map>
 #include <memory>
 
 #include "base/wording.h"
@@ -33,7 +34,10 @@ class Worker {
  public:
     explicit Worker(const BatchWork& work)
         : work_(work), reader_(work.options), measurer_(work.columns, work.band, work.errors) {
-        if (work.slips) outliers_.emplace(shipped_template(Kind::lateral));
+        if (!work.slips) return;
+        for (const Kind kind : {Kind::lateral, Kind::frontal})
+            outliers_.emplace(std::piecewise_construct, std::forward_as_tuple(kind),
+                              std::forward_as_tuple(shipped_template(kind), kind));
     }
 
     void measure(Portion& portion) {
@@ -57,9 +61,10 @@ class Worker {
                                             " case, and none of the analyses is for its kind",
                                         "\"cephtool analyses\" lists the analyses by kind.");
             }
-            if (outliers_ && !(*outliers_)(record).empty()) {
+            const auto outliers = outliers_.find(record.kind);
+            if (outliers != outliers_.end() && !outliers->second(record).empty()) {
                 Case doubted = record;
-                outliers_->remark(doubted);
+                outliers->second.remark(doubted);
                 work_.format.append(portion.lines, text.number, doubted, measurer_.measure(doubted));
             } else {
                 work_.format.append(portion.lines, text.number, record, measurer_.measure(record));
@@ -74,7 +79,7 @@ class Worker {
     const BatchWork& work_;
     CaseReader reader_;
     CaseMeasurer measurer_;
-    std::optional<LandmarkOutliers> outliers_;
+    std::map<Kind, LandmarkOutliers> outliers_;  // none of kinds without an average face
 };
 
 // The case of the last line that an earlier run wrote must give that line again.

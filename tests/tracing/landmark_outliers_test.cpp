@@ -51,6 +51,21 @@ TEST(LandmarkOutliers, AreNamedOnAnyFilmAndNoneOnFacesAsTheyAre) {
     EXPECT_TRUE(outliers(exchanged).empty());
 }
 
+TEST(LandmarkOutliers, AreNamedOnFrontalFilmsToo) {
+    LandmarkOutliers outliers(shipped_template(Kind::frontal), Kind::frontal);
+    EXPECT_TRUE(outliers(sample("frontal-average.json")).empty());
+    EXPECT_TRUE(outliers(sample("lateral-average.json")).empty());
+    for (const char* slip : {"ZAR", "AGL", "Me", "JR", "CG"}) {
+        Case record = sample("frontal-average.json");
+        if (*slip == 'C') record.landmarks.erase(record.landmarks.begin());  // another set of names between
+        move(record, slip, -18, 20);
+        const auto found = outliers(record);
+        ASSERT_EQ(found.size(), 1) << slip;
+        EXPECT_EQ(found[0].name, slip);
+        EXPECT_NEAR(found[0].mm, 26.9, 8);
+    }
+}
+
 TEST(LandmarkOutliers, AreRemarkedInEveryOutput) {
     const host_test::Folder folder;
     std::string text = host_test::bytes_of(std::string(SAMPLES) + "/lateral-average.csv");
