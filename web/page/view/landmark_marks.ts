@@ -73,21 +73,31 @@ function cross(at: Point, arm: number, gap: number, colour: string, width: numbe
   });
 }
 
-/** Puts names beside their dots, where no other name stands yet. */
+const nearPointer = 44; // CSS pixels
+
+/** Puts names beside their dots, where no other name stands yet. One without room is left out until the pointer comes near. */
 class Labels {
   private readonly taken: { readonly x: number; readonly y: number; readonly width: number }[] = [];
+  private readonly pointer: Point | null;
 
-  at(text: string, [x, y]: Point, colour: string): Mark {
+  constructor(pointer: Point | null) {
+    this.pointer = pointer;
+  }
+
+  *at(text: string, [x, y]: Point, colour: string, isWanted = false): Iterable<Mark> {
     const width = 7 * text.length;
     const places: Point[] = [[x + 7, y - 6], [x + 7, y + 14], [x - 7 - width, y - 6], [x - 7 - width, y + 14]];
-    const free = places.find(([left, top]) => this.taken.every((other) => !this.overlap(left, top, width, other))) ?? places[0]!;
-    this.taken.push({ x: free[0], y: free[1], width });
-    return {
-      key: `label ${text} ${colour} ${free[0]} ${free[1]}`,
-      box: textBox(text, free[0], free[1]),
+    const free = places.find(([left, top]) => this.taken.every((other) => !this.overlap(left, top, width, other)));
+    const isNear = this.pointer !== null && Math.hypot(this.pointer[0] - x, this.pointer[1] - y) < nearPointer;
+    if (!free && !isWanted && !isNear) return;
+    const [left, top] = free ?? places[0]!;
+    this.taken.push({ x: left, y: top, width });
+    yield {
+      key: `label ${text} ${colour} ${left} ${top}`,
+      box: textBox(text, left, top),
       draw(context) {
         context.font = labelFont;
-        haloedText(context, text, free[0], free[1], colour);
+        haloedText(context, text, left, top, colour);
       },
     };
   }
@@ -122,21 +132,23 @@ function* rulerMarks(): Iterable<Mark> {
 export function* landmarkMarks(): Iterable<Mark> {
   const now = camera.value;
   const { current, labels } = view.value;
-  const names = new Labels();
+  // What is dragged comes by many names, which need not be read then.
+  const names = new Labels(pointer.value && dragged.value === null ? toScreen(now, pointer.value) : null);
   const doubtful = outlyingNames.value;
   yield* rulerMarks();
 
   for (const [name, at] of shownPoints.value) {
     const place = toScreen(now, at);
     yield diamond(place, 3);
-    if (labels) yield names.at(name, place, ink.constructed);
+    if (labels) yield* names.at(name, place, ink.constructed);
   }
   for (const [name, at] of constructed.value) {
     const place = toScreen(now, at);
     yield diamond(place, 4);
     if (doubtful.has(name)) yield triangle(place, 11);
     if (name === current) yield ring(place, 9, ink.chosen);
-    if (labels || name === current || name === hovered.value) yield names.at(name, place, ink.constructed);
+    const isWanted = name === current || name === hovered.value;
+    if (labels || isWanted) yield* names.at(name, place, ink.constructed, isWanted);
   }
   // The dragged one last, so that its name makes way for the others', which stay as they are.
   const held = dragged.value;
@@ -149,7 +161,8 @@ export function* landmarkMarks(): Iterable<Mark> {
     else yield dot(place, ink.landmark, name === hovered.value ? 3.6 : 2.6);
     if (doubtful.has(name)) yield triangle(place, 11);
     if (chosen) yield ring(place, 9, ink.chosen);
-    if (labels || chosen || name === hovered.value) yield names.at(name, place, chosen ? ink.chosen : ink.landmark);
+    const isWanted = chosen || name === hovered.value;
+    if (labels || isWanted) yield* names.at(name, place, chosen ? ink.chosen : ink.landmark, isWanted);
   }
 
   if (tool.value !== "place" || current === null || positionOf(record.value, current)) return;
@@ -158,7 +171,7 @@ export function* landmarkMarks(): Iterable<Mark> {
     const place = toScreen(now, likely);
     yield ring(place, 11, ink.suggestion, true);
     yield cross(place, 6, 2, ink.suggestion, 1);
-    yield names.at(`${current}?`, [place[0] + 6, place[1] - 5], ink.suggestion);
+    yield* names.at(`${current}?`, [place[0] + 6, place[1] - 5], ink.suggestion, true);
   }
   if (keyboardCursor.value) yield cross(toScreen(now, keyboardCursor.value), 14, 3, ink.chosen, 1.2);
   else if (snaps.value && pointer.value) yield cross(toScreen(now, snapped(pointer.value)), 7, 2, ink.suggestion, 1.2);
