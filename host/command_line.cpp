@@ -193,7 +193,9 @@ void CommandLine::add_format(ResultFormat& format, const std::string& output, st
     std::string list = names.front();
     for (std::size_t i = 1; i < names.size(); ++i) list += (i + 1 == names.size() ? " or " : ", ") + names[i];
     const auto name = std::make_shared<std::string>();
-    add_choice("--format", *name, names, list + "; else as FILE ends");
+    constexpr std::size_t most_beside_the_rest = 30;  // of 80 columns
+    const char* const gap = list.size() > most_beside_the_rest ? ";\n" : "; ";
+    add_choice("--format", *name, names, list + gap + "else as FILE ends");
     when_parsed_.emplace_back([this, name, names, &format, &output, formats = std::move(formats)] {
         format = name->empty() ? format_of_name(output, formats)
                                : formats[static_cast<std::size_t>(std::ranges::find(names, *name) - names.begin())];
