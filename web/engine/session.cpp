@@ -328,8 +328,9 @@ Json Session::errors(const std::vector<int>& wanted, const cephtool::Texts& text
 }
 
 Json Session::outliers(const cephtool::Texts& texts) {
-    if (!outliers_) outliers_.emplace(average_outlines(cephtool::Kind::lateral));
     Json list = Json::array();
+    if (record_.kind == cephtool::Kind::model) return list;  // of which there is no average face
+    if (!outliers_) outliers_.emplace(average_outlines(record_.kind), record_.kind);
     for (const cephtool::LandmarkOutlier& outlier : (*outliers_)(record_))
         list.push_back({{"name", outlier.name},
                         {"mm", outlier.mm},

@@ -104,9 +104,10 @@ test("the samples' documents are the program's", () => {
 
 test("errors of values, and landmarks far from where they are expected, are the program's", () => {
   const all = sessions();
-  const [average, slip, ...others] = ["lateral-average.json", "lateral-class2.json", ...sampleNames].map(sample);
+  const [frontal, slip, ...others] = ["frontal-average.json", "lateral-class2.json", ...sampleNames].map(sample);
+  frontal.landmarks.Me[0] += 400;
   slip.landmarks.Go[0] += 250;
-  for (const face of [average, slip, ...others, ...randomFaces(20, 1922)]) {
+  for (const face of [frontal, slip, ...others, ...randomFaces(20, 1922)]) {
     const [native] = natively([face], "--error").cases;
     const session = all[face.kind];
     assert.ok(compare(session, face, native, true) > 0);
@@ -115,6 +116,7 @@ test("errors of values, and landmarks far from where they are expected, are the 
     const far = native.remarks.filter(({ code }) => code === "landmark_far").map(({ text }) => text);
     assert.deepEqual(session.outliers("en").map(({ message }) => message), far);
     if (face === slip) assert.match(far.join(), /^Go lies 25 mm/);
+    if (face === frontal) assert.match(far.join(), /^Me lies/);
   }
   all.lateral.setScale(null);
   assert.deepEqual(all.lateral.errors("en"), { remarks: [], rows: [] });
