@@ -1,5 +1,6 @@
 // Puts scripts and styles into the HTML file, and a policy into its head that lets nothing leave the machine.
 import { createHash } from "node:crypto";
+import { relative, resolve } from "node:path";
 import type { Plugin } from "vite";
 
 function hash(text: string): string {
@@ -22,7 +23,24 @@ function policy(scripts: string[], styles: string[]): string {
   ].join("; ");
 }
 
-export function oneFile(): Plugin {
+/** Notes the files that the page, or a worker of it, is made of: what is packed has to be told with its licences. */
+export function noteModules(modules: Set<string>): Plugin {
+  const project = resolve(import.meta.dirname, "..");
+  return {
+    name: "note-modules",
+    apply: "build",
+    generateBundle(_options, bundle) {
+      for (const file of Object.values(bundle)) {
+        if (file.type !== "chunk") continue;
+        for (const [name, { renderedLength }] of Object.entries(file.modules))
+          if (renderedLength > 0) modules.add(relative(project, name.replaceAll("\0", "").replace(/\?.*/, "")));
+      }
+    },
+  };
+}
+
+/** The page as one file, and beside it `modules.txt`, what was noted. */
+export function oneFile(modules: ReadonlySet<string>): Plugin {
   return {
     name: "one-file",
     apply: "build",
@@ -44,6 +62,7 @@ export function oneFile(): Plugin {
         `<meta http-equiv="Content-Security-Policy" content="${policy(scripts, styles)}">` +
         styles.map((style) => `<style>${style}</style>`).join("");
       const body = scripts.map((script) => `<script type="module">${script}</script>`).join("");
+      this.emitFile({ type: "asset", fileName: "modules.txt", source: [...modules].sort().join("\n") + "\n" });
       page.source = html.replace(/<meta charset[^>]*>/, (charset) => charset + head).replace("</body>", () => `${body}</body>`);
     },
   };

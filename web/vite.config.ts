@@ -1,5 +1,7 @@
 import { defineConfig } from "vitest/config";
-import { oneFile } from "./one_file.ts";
+import { noteModules, oneFile } from "./one_file.ts";
+
+const modules = new Set<string>();
 
 // The whole page is one HTML file, so that it can be opened from disk, served, installed and mailed alike.
 export default defineConfig({
@@ -17,7 +19,7 @@ export default defineConfig({
     chunkSizeWarningLimit: 10_000,
     rolldownOptions: { output: { codeSplitting: false } },
   },
-  worker: { format: "iife" },
-  plugins: [oneFile()],
+  worker: { format: "iife", plugins: () => [noteModules(modules)] },
+  plugins: [noteModules(modules), oneFile(modules)],
   test: { root: ".", include: ["tests/**/*.test.ts"] },
 });

@@ -1,5 +1,6 @@
 # Debian packages, by `cmake --workflow --preset package` or, of any build, by cpack: the library, what compiling
-# against it needs, the program, and the package for Python. "libtool" is another's name there.
+# against it needs, the program, the page of "cephtool digitise", and the package for Python. "libtool" is another's name there.
+# cmake/archives.cmake has what is handed on otherwise.
 find_program(DPKG_SHLIBDEPS dpkg-shlibdeps)
 find_program(GZIP gzip)
 if(CMAKE_CROSSCOMPILING OR NOT TARGET cephtool)
@@ -14,6 +15,10 @@ set(CPACK_COMPONENTS_ALL library development program)
 set(library_package libceph-tool${tool_interface})
 set(development_package libceph-tool-dev)
 set(program_package cephtool)
+if(TOOL_PAGE)
+    list(APPEND CPACK_COMPONENTS_ALL digitiser)
+    set(digitiser_package cephtool-digitiser)
+endif()
 if(TARGET python_engine)
     list(APPEND CPACK_COMPONENTS_ALL python)
     set(python_package python3-cephtool)
@@ -43,6 +48,9 @@ set(CPACK_COMPONENT_PROGRAM_DESCRIPTION "cephalometric analysis for orthodontist
 ${about}\n.\nThis package holds the program with its analyses, display modes and samples.
 It prints tables, tracings, charts and reports.")
 
+set(CPACK_COMPONENT_DIGITISER_DESCRIPTION "cephalometric analysis for orthodontists (digitiser)
+${about}\n.\nThis package holds the page that \"cephtool digitise\" opens in a browser, which
+works without a network: landmarks are placed on films there, and measured.")
 set(CPACK_COMPONENT_PYTHON_DESCRIPTION "cephalometric analysis for orthodontists (Python 3)
 ${about}\n.\nThis package holds the module for Python: cases and arrays of landmarks go in,
 data frames and arrays come out.")
@@ -68,7 +76,9 @@ if(film_libraries)
     string(APPEND CPACK_DEBIAN_DEVELOPMENT_PACKAGE_DEPENDS ", libdcmtk-dev")
 endif()
 set(CPACK_DEBIAN_PROGRAM_PACKAGE_DEPENDS "${library_package} (>= ${PROJECT_VERSION})")
-set(CPACK_DEBIAN_PROGRAM_PACKAGE_RECOMMENDS fonts-ipafont-gothic)
+set(CPACK_DEBIAN_PROGRAM_PACKAGE_RECOMMENDS "cephtool-digitiser ${same_version}, fonts-ipafont-gothic")
+set(CPACK_DEBIAN_DIGITISER_PACKAGE_SECTION science)
+set(CPACK_DEBIAN_DIGITISER_PACKAGE_ARCHITECTURE all)
 set(CPACK_DEBIAN_PYTHON_PACKAGE_SECTION python)
 if(TARGET python_engine)  # which one minor version of Python can load
     math(EXPR next_python "${Python_VERSION_MINOR} + 1")
@@ -98,10 +108,9 @@ if(TARGET python_engine)
     install(CODE "file(RPATH_REMOVE FILE ${packed_module})" COMPONENT python EXCLUDE_FROM_ALL)
 endif()
 
-set(CPACK_GENERATOR DEB)
+list(APPEND CPACK_GENERATOR DEB)
 set(CPACK_PACKAGE_CONTACT "Tool maintainers <maintainers@users.noreply.c-seed-2ef94938.example>")
 set(CPACK_PACKAGING_INSTALL_PREFIX /usr)
-set(CPACK_PACKAGE_DIRECTORY ${PROJECT_BINARY_DIR}/packages)
 set(CPACK_STRIP_FILES ON)
 set(CPACK_DEB_COMPONENT_INSTALL ON)
 set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
@@ -111,5 +120,3 @@ set(CPACK_DEBIAN_LIBRARY_PACKAGE_CONTROL_EXTRA ${CMAKE_CURRENT_LIST_DIR}/trigger
 set(CPACK_DEBIAN_PACKAGE_GENERATE_SHLIBS ON)
 set(CPACK_DEBIAN_PACKAGE_GENERATE_SHLIBS_POLICY ">=")
 set(CPACK_DEBIAN_PACKAGE_CONTROL_STRICT_PERMISSION ON)
-set(CPACK_VERBATIM_VARIABLES ON)
-include(CPack)

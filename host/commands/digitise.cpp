@@ -25,7 +25,7 @@ std::filesystem::path installed_page() {
     std::error_code failure;
     if (std::filesystem::is_regular_file(page, failure)) return page;
     Error error(ExitCode::bad_input, "the page is not there",
-                "It is made by scripts/test-web, or by \"npm run build\" in web/; then build and install again.");
+                "It is in the package cephtool-digitiser; who builds cephtool asks for it by -DTOOL_PAGE=ON.");
     error.file = utf8_from_path(page);
     throw error;
 }

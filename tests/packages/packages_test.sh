@@ -8,7 +8,29 @@ expect() { grep -qE -- "$1" <<<"$2" || fail "no \"$1\" in:"$'\n'"$2"; }
 
 rm -rf "$build/packages" "$root"
 (cd "$build" && cpack >cpack.log) || fail "$(cat "$build/cpack.log")"
-for package in "$build"/packages/*.deb; do dpkg-deb -x "$package" "$root"; done
+# As dpkg installs them: no two hold the same file. What they depend on is the machine's.
+mkdir -p "$root/var/lib/dpkg/"{info,updates}
+touch "$root/var/lib/dpkg/"{status,available}
+dpkg --root="$root" --log="$root/log" --force-not-root,script-chrootless,depends,bad-path -i "$build"/packages/*.deb >"$root/dpkg.log" 2>&1 ||
+    fail "$(cat "$root/dpkg.log")"
+# What each is made of, by itself.
+page=""
+while read -r package parts; do
+    file=$(ls "$build"/packages/$package* 2>/dev/null) || continue
+    mkdir "$root/alone"
+    case $file in *.deb) dpkg-deb -x "$file" "$root/alone" ;; *) cmake -E chdir "$root/alone" cmake -E tar xf "$file" ;; esac
+    python3 "${BASH_SOURCE[0]%/*}/sbom_test.py" "$root"/alone$([[ $file != *.zip ]] || echo "/${package%.zip}") $parts || fail "$package"
+    [[ $package != cephtool-digitiser-* ]] || page=$(find "$root/alone" -name digitiser.html -size +1M)
+    [[ $package != cephtool-digitiser-* || $page ]] || fail "no page in the archive"
+    rm -r "$root/alone"
+done <<END
+libceph-tool0 libstdc++-12-dev
+libceph-tool-dev libstdc++-12-dev libeigen3-dev libcairo2-dev
+cephtool_ libstdc++-12-dev libcli11-dev nlohmann-json3-dev libeigen3-dev
+python3-cephtool_ pybind11-dev libeigen3-dev
+cephtool-digitiser_ $(sed -n '/"dependencies"/,/}/s/^ *"@\?\([^"]*\)": .*,\?$/\1/p' "$source/web/package.json" | grep -v dependencies | tr / - | xargs) emscripten
+cephtool-digitiser-$version.zip emscripten preact
+END
 interface=$(objdump -p "$libraries/libTool.so" | sed -n 's/ *SONAME *libTool.so.//p')
 [[ $interface == "${version%.*}" ]] || fail "$version promises another interface than SONAME $interface"
 expect "libceph-tool$interface \(= $version-[0-9]+\)" "$(dpkg-deb -f "$build"/packages/libceph-tool-dev_*.deb Depends)"
@@ -20,6 +42,10 @@ expect "SNA +82\.0 deg +82\.0" "$("$program" analyze --analysis Steiner "$sample
 expect "令和6年3月5日" "$("$program" era 2024-03-05)"
 "$program" trace --outlines fitted "$samples/lateral-class2.json" -o "$root/tracing.svg" 2>"$root/notes"
 grep -q 'id="outlines"' "$root/tracing.svg" || fail "a tracing without outlines"
+if ls "$build"/packages/cephtool-digitiser_*.deb >/dev/null 2>&1; then
+    "$program" digitise "$samples/lateral-class2.json" -o "$root/page.html"
+    grep -q 'data-name="lateral-class2.json"' "$root/page.html" || fail "a page without its case"
+fi
 ! objdump -p "$(readlink -f "$program")" | grep -E "RUNPATH|RPATH" || fail "a packaged program has a run path"
 
 # The package for Python, with the program's data; and the wheel, with its own.
