@@ -220,9 +220,20 @@ export async function openKept(id: CaseId): Promise<boolean> {
   return true;
 }
 
+export function isOnDesk(id: CaseId): boolean {
+  return place.peek().id === id;
+}
+
+/** A case that is not on the desk. */
 export async function deleteKept(id: CaseId): Promise<void> {
+  if (otherReading.peek()?.id === id) otherReading.value = null;
   await store.peek()?.deleteCase(id);
-  if (place.peek().id === id) place.value = newPlace();
+  await refreshPatients();
+}
+
+/** A patient none of whose cases is on the desk, with all of them. */
+export async function deleteKeptPatient(id: PatientId): Promise<void> {
+  await store.peek()?.deletePatient(id);
   await refreshPatients();
 }
 

@@ -1,7 +1,7 @@
 import { useComputed, useSignal } from "@preact/signals";
 import { useEffect, useRef } from "preact/hooks";
 import { download } from "../files/download.ts";
-import { beginCase, deleteKept, nextCaseIsOf, openKept, patients, refreshPatients, store } from "../files/keeping.ts";
+import { beginCase, deleteKept, deleteKeptPatient, isOnDesk, nextCaseIsOf, openKept, patients, refreshPatients, store } from "../files/keeping.ts";
 import { showNoFilm } from "../files/show_film.ts";
 import { dialog } from "../parts/dialog_choice.ts";
 import { Dialog } from "../parts/dialog.tsx";
@@ -16,6 +16,30 @@ function newCase(): void {
   beginCase(emptyDocument("lateral", usualAnalyses(folder.peek()?.analyses("lateral") ?? [])));
   showNoFilm();
   panel.value = "patient";
+}
+
+/** What is deleted leaves the desk first, for it would be kept anew. */
+function clearDesk(cases: readonly CaseEntry[]): void {
+  if (cases.some(({ id }) => isOnDesk(id))) newCase();
+}
+
+async function deleteCase(entry: CaseEntry): Promise<void> {
+  clearDesk([entry]);
+  await deleteKept(entry.id);
+}
+
+async function deletePatient({ patient, cases }: PatientEntry): Promise<void> {
+  clearDesk(cases);
+  await deleteKeptPatient(patient.id);
+}
+
+function DeleteButton({ label, onDelete }: { label: string; onDelete: () => Promise<void> }) {
+  const isSure = useSignal(false);
+  return (
+    <button type="button" onClick={() => (isSure.value ? void onDelete().catch(sayError) : (isSure.value = true))}>
+      {isSure.value ? words.value.reallyDelete : label}
+    </button>
+  );
 }
 
 async function exportAll(): Promise<void> {
@@ -39,7 +63,6 @@ async function importAll(file: File | undefined): Promise<void> {
 
 function FilmRow({ entry, onClose }: { entry: CaseEntry; onClose: () => void }) {
   const t = words.value;
-  const isSure = useSignal(false);
   return (
     <li class="film-row">
       <button
@@ -53,9 +76,7 @@ function FilmRow({ entry, onClose }: { entry: CaseEntry; onClose: () => void }) 
         {entry.filmDate || t.noDate} · {t.kinds[entry.kind]} · {t.landmarkCount(entry.landmarkCount)}
         {entry.readingOf !== undefined && ` · ${t.readingAgain}`}
       </button>
-      <button type="button" onClick={() => (isSure.value ? void deleteKept(entry.id).catch(sayError) : (isSure.value = true))}>
-        {isSure.value ? t.reallyDelete : t.delete}
-      </button>
+      <DeleteButton label={t.delete} onDelete={() => deleteCase(entry)} />
     </li>
   );
 }
@@ -77,6 +98,7 @@ function PatientRow({ entry, onClose }: { entry: PatientEntry; onClose: () => vo
       >
         {t.newFilm}
       </button>
+      <DeleteButton label={t.deletePatient} onDelete={() => deletePatient(entry)} />
     </li>
   );
 }

@@ -7,6 +7,7 @@ export const english = {
   remove: "Remove",
   delete: "Delete",
   reallyDelete: "Really delete?",
+  deletePatient: "Delete patient",
   unnamed: "No name",
   noDate: "no date",
   notKnown: "not known",

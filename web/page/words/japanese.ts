@@ -7,6 +7,7 @@ export const japanese: Words = {
   remove: "取り消す",
   delete: "削除",
   reallyDelete: "本当に削除しますか",
+  deletePatient: "患者を削除",
   unnamed: "名前なし",
   noDate: "日付なし",
   notKnown: "未入力",

@@ -523,6 +523,18 @@ describe("what goes wrong", () => {
     await one.page.locator(".film-entry").click();
     await one.panel("landmarks");
     await one.page.locator(".landmark.placed").first().waitFor();
+
+    // Who is on the desk is gone for good when the film and the patient are deleted.
+    await one.button(one.words.patients).click();
+    await one.page.getByLabel(one.words.search).fill("Patient 123");
+    await one.button(one.words.delete, one.page.getByRole("dialog")).click();
+    await one.button(one.words.reallyDelete).click();
+    await one.button(one.words.deletePatient).click();
+    await one.button(one.words.reallyDelete).click();
+    await expect.poll(() => count.textContent()).toBe(one.words.patientCount(0));
+    await one.page.reload();
+    await one.button(one.words.patients).click();
+    await expect.poll(() => count.textContent()).toBe(one.words.patientCount(299));
   });
 });
 
