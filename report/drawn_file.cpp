@@ -1,6 +1,7 @@
 #include "report/drawn_file.h"
 
 #include <surface/svg_surface.h>
+#include <surface/svg_text.h>
 #ifdef TOOL_SURFACE_PICTURES
 #include <surface/font_failure.h>
 #include <surface/pdf_surface.h>
@@ -128,6 +129,24 @@ std::string drawn_file(FileFormat format, const Sheet& sheet, std::span<const Dr
     throw Error(ExitCode::bad_command_line, "this program was built without Cairo and Pango, and writes SVG only",
                 "Name a file that ends in .svg.");
 #endif
+}
+
+std::string html_file(const Sheet& sheet, std::span<const DrawPage> pages, const std::string& title,
+                      Language language) {
+    std::string html = std::string("<!DOCTYPE html>\n<html lang=\"") + (language == Language::japanese ? "ja" : "en") +
+                       "\">\n<meta charset=\"utf-8\">\n<title>" + tool::xml_escaped(title) +
+                       "</title>\n<style>@page{size:A4;margin:0}body{margin:0;background:#888}"
+                       "svg{display:block;margin:0 auto 4mm}"
+                       "@media print{body{background:none}svg{margin:0;break-after:page}}</style>\n";
+    for (std::size_t i = 0; i < pages.size(); ++i) {
+        std::string page = drawn_file(FileFormat::svg, sheet, pages.subspan(i, 1));
+        const std::string id = " id=\"",
+                          numbered = id + "p" + std::to_string(i + 1) + "-";  // one of a name in a document
+        for (std::size_t at = 0; (at = page.find(id, at)) != std::string::npos; at += numbered.size())
+            page.replace(at, id.size(), numbered);
+        html += page;
+    }
+    return html + "</html>\n";
 }
 
 std::unique_ptr<CDC> text_measure() {

@@ -87,6 +87,11 @@ std::string report_pdf(const std::vector<FilmResults>& films, const Texts& texts
     return drawn_file(FileFormat::pdf, a4, pages.finished());
 }
 
+std::string report_html(const std::vector<FilmResults>& films, const Texts& texts) {
+    const Pages pages = report_pages(films, texts);
+    return html_file(a4, pages.finished(), running_head(films, texts), texts.language());
+}
+
 std::vector<std::string> report_svg(const std::vector<FilmResults>& films, const Texts& texts) {
     const Pages pages = report_pages(films, texts);
     std::vector<std::string> files;

@@ -13,7 +13,10 @@ namespace cephtool {
 // A PDF of A4 pages. Up to three films, which must be of one kind, oldest first.
 std::string report_pdf(const std::vector<FilmResults>& films, const Texts& texts);
 
-// The same pages as drawings, one each. Needs no Cairo; without it texts are broken by an estimate of their width.
+// The same pages in a document of HTML. Needs no Cairo; without it texts are broken by an estimate of their width.
+std::string report_html(const std::vector<FilmResults>& films, const Texts& texts);
+
+// The same pages as drawings, one each.
 std::vector<std::string> report_svg(const std::vector<FilmResults>& films, const Texts& texts);
 
 // Only the values and their charts, on one sheet of A4's width.

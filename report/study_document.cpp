@@ -150,24 +150,6 @@ class StudyPages {
     const Study& study_;
 };
 
-// Pages below each other on a screen, and one a sheet on paper.
-std::string html_of(std::span<const std::string> pages, const std::string& title, Language language) {
-    std::string html = std::string("<!DOCTYPE html>\n<html lang=\"") + (language == Language::japanese ? "ja" : "en") +
-                       "\">\n<meta charset=\"utf-8\">\n<title>" + title +
-                       "</title>\n<style>@page{size:A4;margin:0}body{margin:0;background:#888}"
-                       "svg{display:block;margin:0 auto 4mm}"
-                       "@media print{body{background:none}svg{margin:0;break-after:page}}</style>\n";
-    for (std::size_t i = 0; i < pages.size(); ++i) {
-        std::string page = pages[i];
-        const std::string id = " id=\"",
-                          numbered = id + "p" + std::to_string(i + 1) + "-";  // one of a name in a document
-        for (std::size_t at = 0; (at = page.find(id, at)) != std::string::npos; at += numbered.size())
-            page.replace(at, id.size(), numbered);
-        html += page;
-    }
-    return html + "</html>\n";
-}
-
 }  // namespace
 
 std::string study_file(StudyFile form, const Study& study, std::span<const StudyItem* const> items,
@@ -182,9 +164,7 @@ std::string study_file(StudyFile form, const Study& study, std::span<const Study
     constexpr double margin = 10;
     if (form == StudyFile::pdf) return drawn_file(FileFormat::pdf, a4, drawn);
     if (form == StudyFile::svg) return drawn_file(FileFormat::svg, {a4_width_mm, pages.used_height() + margin}, drawn);
-    std::vector<std::string> sheets;
-    for (const DrawPage& page : drawn) sheets.push_back(drawn_file(FileFormat::svg, a4, std::span(&page, 1)));
-    return html_of(sheets, title, texts.language());
+    return html_file(a4, drawn, title, texts.language());
 }
 
 }  // namespace cephtool

@@ -186,6 +186,7 @@ TEST_F(PrintedReport, AndEveryOtherOutputSaysHowItsNumbersAreToBeRead) {
         {"c.svg", {"chart"}, "the face looks left", "Norms that differ"},
         {"d.svg", {"chart", "--language", "ja"}, "左右反転している", "男女で異なる標準値は省いた"},
         {"t.svg", {"trace"}, "the face looks left", ""},
+        {"r.html", {"report"}, "the face looks left", "Norms that differ"},
 #ifdef TOOL_SURFACE_PICTURES
         {"r.pdf", {"report"}, "the face looks left", "Norms that differ"},
         {"q.pdf", {"report", "--language", "ja"}, "左右反転している", "男女で異なる標準値は省いた"},
@@ -221,7 +222,7 @@ TEST_F(PrintedReport, RefusesWhatItCanNotDoWithAWayOut) {
         ExitCode code;
         const char *message, *way_out;
     } const rows[] = {
-        {{"report", good, "-o", "a.svg"}, ExitCode::bad_command_line, "does not end in .pdf", "cephtool chart"},
+        {{"report", good, "-o", "a.svg"}, ExitCode::bad_command_line, "ends neither in .pdf", "cephtool chart"},
         {{"report", good}, ExitCode::bad_command_line, "--output is required", "help report"},
         {{"chart", good, "-o", "a.txt"}, ExitCode::bad_command_line, "\"a.txt\" does not end", "end of the name"},
         {{"chart", good, "-o", "a.svg", "--language", "fr"}, ExitCode::bad_command_line, "none of en, ja", "chart"},

@@ -29,6 +29,8 @@ program trace lateral-class2.json -o x.svg
 expect 'id="outlines"' "$(cat x.svg)"
 program chart lateral-class2.json --analysis Steiner -o chart.svg
 expect "</svg>" "$(cat chart.svg)"
+program report lateral-class2.json -o report.html
+expect 'id="p3-' "$(cat report.html)"
 program batch lateral-average.json lateral-class2.json -o x.csv
 [[ $(wc -l <x.csv) == 3 ]] || fail "not a row for each case: $(cat x.csv)"
 expect "," "$(program film film.dcm --format csv)"
