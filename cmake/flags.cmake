@@ -35,8 +35,9 @@ if(MSVC)
 else()
     target_compile_options(tool_warnings INTERFACE
         -Wall -Wextra -Wshadow -Wconversion -Wno-sign-conversion -Wnon-virtual-dtor -Woverloaded-virtual
-        # Files compiled in a batch (unity.cmake) share their unnamed namespaces.
+        # Files compiled in a batch (unity.cmake) share their unnamed namespaces, and are taken for headers.
         $<$<BOOL:${CMAKE_UNITY_BUILD}>:-Wno-shadow>
+        $<$<AND:$<BOOL:${CMAKE_UNITY_BUILD}>,$<CXX_COMPILER_ID:GNU>>:-Wno-subobject-linkage>
         $<$<BOOL:${TOOL_WERROR}>:-Werror>
         # g++ 12 warns of overlapping copies inside std::string's own operator+ (its bug 105651).
         $<$<CXX_COMPILER_ID:GNU>:-Wno-restrict>)

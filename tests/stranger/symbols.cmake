@@ -5,7 +5,7 @@ if(NOT symbols MATCHES "CCalcTool::Angle_Cal" OR NOT symbols MATCHES "tool::Anal
     message(FATAL_ERROR "${LIBRARY} does not offer CCalcTool::Angle_Cal or tool::AnalysisFolder::analyses")
 endif()
 string(REGEX MATCHALL "[0-9a-f]+ [A-Za-z] (vtable for |typeinfo for |typeinfo name for )?(tool|std)::[^\n]*" inner "${symbols}")
-set(types "(Analysis|AnalysisFolder|DisplayMode|EraCalendar|LandmarkErrors|SubjectRecord|ValueError)::")
+set(types "(Analysis|AnalysisFolder|ArrayMeasurer|DisplayMode|EraCalendar|LandmarkErrors|SubjectRecord|ValueError)::")
 set(functions "(bone_age|compose|dental_stage_named|error_axes|film_axes|measure_all|norm_band|number_texts|population_named|segments_of)(\\[abi:cxx11])?[(]")
 list(FILTER inner EXCLUDE REGEX "[0-9a-f]+ T tool::(${types}|${functions})")
 if(inner)
