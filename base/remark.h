@@ -4,17 +4,23 @@
 
 #include <span>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace cephtool {
 
 struct Remark {
-    std::string code;                      // short and stable, for programs; docs/formats.md lists them
-    std::string text;                      // in English, a row of the table in texts.cpp
+    std::string code;  // short and stable, for programs; docs/formats.md lists them
+    // In English, a row of the table in texts.cpp. Behind "%*" stands a list of words that are rows themselves, behind
+    // "%&" the name of a population.
+    std::string text;
     std::vector<std::string> values = {};  // what stands for its %1, %2 and %3
 
     bool operator==(const Remark&) const = default;
 };
+
+// "%1" is the first of the values; what they hold is not looked at again.
+std::string filled(std::string_view text, std::span<const std::string> values);
 
 std::string in_english(const Remark& remark);
 

@@ -58,9 +58,9 @@ class StudyPages {
     ResultTable table(const std::string& title) const {
         ResultTable table;
         table.title = title;
-        table.columns = {{texts_("Films"), 11},      {"TEM", 12},      {"Dahlberg", 15},
-                         {"ICC(2,1)", 27},           {"ICC(3,1)", 27}, {texts_("Bias, p"), 29},
-                         {texts_("95 % limits"), 26}};
+        table.columns = {{texts_("Films"), 10},      {"TEM", 11},      {"Dahlberg", 15},
+                         {"ICC(2,1)", 31},           {"ICC(3,1)", 31}, {texts_("Bias, p"), 26},
+                         {texts_("95 % limits"), 24}};
         return table;
     }
 

@@ -292,21 +292,6 @@ constexpr TextRow text_table[] = {
 
 constexpr const char* none = "-";
 
-// "%1" is the first of the values; what they hold is not looked at again.
-std::string filled(std::string_view text, std::span<const std::string> values) {
-    std::string whole;
-    for (std::size_t i = 0; i < text.size(); ++i) {
-        const std::size_t value = i + 1 < text.size() ? static_cast<std::size_t>(text[i + 1] - '1') : values.size();
-        if (text[i] != '%' || value >= values.size()) {
-            whole += text[i];
-        } else {
-            whole += values[value];
-            ++i;
-        }
-    }
-    return whole;
-}
-
 std::string number(unsigned value) {
     return std::to_string(value);
 }
@@ -323,7 +308,6 @@ std::string Texts::operator()(std::string_view english) const {
     return std::string(row == std::end(text_table) ? english : row->japanese);
 }
 
-// Behind "%*" stands a list of words that are texts of the table themselves, behind "%&" the name of a population.
 std::string Texts::operator()(const Remark& remark) const {
     std::string text = (*this)(remark.text);
     std::vector<std::string> values = remark.values;
@@ -410,16 +394,6 @@ std::vector<std::string> Texts::remarks(const std::vector<std::span<const Remark
             all.push_back((of_all ? "" : names + ": ") + (*this)(remark));
         }
     return all;
-}
-
-std::string in_english(const Remark& remark) {
-    return Texts(Language::english)(remark);
-}
-
-std::string codes_of(std::span<const Remark> remarks) {
-    std::string codes;
-    for (const Remark& remark : remarks) codes += (codes.empty() ? "" : "; ") + remark.code;
-    return codes;
 }
 
 }  // namespace cephtool
