@@ -129,8 +129,15 @@ export class Person {
     const read = new Map<string, string>();
     for (const [i, analysis] of (await analyses.all()).entries()) {
       await analysis.scrollIntoViewIfNeeded();
-      // Rows get their words when they are seen, a frame or two later.
-      await this.page.evaluate(() => new Promise((done) => requestAnimationFrame(() => requestAnimationFrame(() => setTimeout(done)))));
+      // Rows get their words when the page's observer tells that they are seen, which it does before one that came later.
+      await analysis.evaluate((element) => new Promise<void>((done) => {
+        const later = new IntersectionObserver((entries) => {
+          if (!entries.some((entry) => entry.isIntersecting)) return;
+          later.disconnect();
+          requestAnimationFrame(() => setTimeout(done));
+        });
+        later.observe(element);
+      }));
       const rows = await analysis.locator(".rows .row:not(.heading)").evaluateAll((all) =>
         all.map((row) => [row.querySelector(".name")?.textContent ?? "", row.querySelector(".value")?.textContent ?? ""] as const),
       );
