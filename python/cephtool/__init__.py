@@ -22,17 +22,20 @@ from cephtool import _setup as _setup
 from cephtool import geometry, line_image, shapes
 from cephtool._engine import version as __version__
 from cephtool._errors import Error, Remark
-from cephtool.analyses import (Analysis, DisplayMode, Folder, Formula, Item, Values, analysis, compose, formula,
-                               measure)
-from cephtool.cases import Case, Tracing, landmark_names, read
+from cephtool.analyses import Analysis, Item, Values, compose
+from cephtool.cases import Case, landmark_names, read
 from cephtool.dates import Age, Era, age, date, era
-from cephtool.errors import LandmarkError, LandmarkErrors
-from cephtool.growth import Finding, growth
+from cephtool.folders import DisplayMode, Folder, analysis
+from cephtool.formulas import Formula, formula
+from cephtool.growth import GrowthFinding, growth
+from cephtool.landmark_errors import LandmarkError, LandmarkErrors
+from cephtool.measuring import measure
 from cephtool.photographs import Photograph, photograph
 from cephtool.study import Agreement, Study, agreement, reliability
+from cephtool.tracings import Tracing
 
 __all__ = [
-    "Age", "Agreement", "Analysis", "Case", "DisplayMode", "Era", "Error", "Finding", "Folder", "Formula",
+    "Age", "Agreement", "Analysis", "Case", "DisplayMode", "Era", "Error", "Folder", "Formula", "GrowthFinding",
     "Item", "LandmarkError", "LandmarkErrors", "Photograph", "Remark", "Study", "Tracing", "Values", "__version__",
     "age", "agreement", "analysis", "compose", "date", "era", "formula", "geometry", "growth", "landmark_names", "line_image",
     "measure", "photograph", "read", "reliability", "shapes",

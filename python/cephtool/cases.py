@@ -8,7 +8,6 @@ import json
 import os
 from collections.abc import Mapping, Sequence
 from datetime import date as Date
-from pathlib import Path
 from types import MappingProxyType
 from typing import TYPE_CHECKING, Any, Optional, Union
 
@@ -17,11 +16,13 @@ import numpy.typing as npt
 
 from cephtool import _engine
 from cephtool._errors import warn
+from cephtool._files import PathLike, write_file
+from cephtool._shipped import shipped
+from cephtool.tracings import Tracing
 
 if TYPE_CHECKING:
-    from cephtool.analyses import Folder
+    from cephtool.folders import Folder
 
-PathLike = Union[str, "os.PathLike[str]"]
 Point = tuple[float, float]
 
 
@@ -35,12 +36,6 @@ def _options(sex: Optional[str] = None, mm_per_pixel: Optional[float] = None, mi
 def landmark_names(kind: str = "lateral") -> list[str]:
     """Names of the landmarks of a kind of case: ``"lateral"`` (51), ``"frontal"`` (27) or ``"model"``, a cast."""
     return _engine.landmark_names(kind)
-
-
-def _write(path: PathLike, content: bytes) -> None:
-    """A new file is its owner's alone, since it may show a patient; one that is replaced keeps its rights."""
-    with open(path, "wb", opener=lambda name, flags: os.open(name, flags, 0o600)) as file:
-        file.write(content)
 
 
 class Case:
@@ -248,7 +243,7 @@ class Case:
             What the format has no place for.
         """
         text, lost = self._record.written(format or os.fspath(path))
-        _write(path, text.encode())
+        write_file(path, text.encode())
         for what in lost:
             warn(f"{os.fspath(path)} lacks {what}")
 
@@ -273,16 +268,9 @@ class Case:
         folder : Folder, optional
             Where display modes and analyses lie, in place of those that ship.
         """
-        from cephtool.analyses import shipped_folder
-        chosen = folder or shipped_folder()
-
-        def drawn(format: str) -> tuple[bytes, list[str]]:
-            options = _engine.TracingOptions(mode=mode, outlines=outlines, style=style, language=language,
-                                             format=format, measures=list(measures), actual_size=actual_size)
-            return _engine.tracing(self._record, chosen._folder, options)
-
-        svg, notes = drawn("svg")
-        return Tracing(svg.decode(), notes, lambda format: drawn(format)[0])
+        options = {"mode": mode, "outlines": outlines, "style": style, "language": language,
+                   "measures": list(measures), "actual_size": actual_size}
+        return Tracing(self._record, folder._folder if folder else shipped(), options)
 
     def __repr__(self) -> str:
         return f"<Case {self.name or self.file!r}, {self.kind}, {len(self.landmarks)} landmarks>"
@@ -301,30 +289,6 @@ class Case:
             return ""
         years, months, _ = _engine.age(self.birth, self.film)
         return f"{years} years {months} months"
-
-
-class Tracing:
-    """A drawn tracing. A notebook shows it.
-
-    Attributes
-    ----------
-    svg : str
-    notes : list of str
-        What was left out, and why.
-    """
-
-    def __init__(self, svg: str, notes: list[str], drawn: Any) -> None:
-        self.svg = svg
-        self.notes = notes
-        self._drawn = drawn
-
-    def save(self, path: PathLike) -> None:
-        """Writes the tracing to a file ``.svg``, ``.pdf`` or ``.png`` (1600 pixels the longer side)."""
-        format = Path(path).suffix[1:].lower()
-        _write(path, self.svg.encode() if format == "svg" else self._drawn(format))
-
-    def _repr_svg_(self) -> str:
-        return self.svg[self.svg.index("<svg"):]
 
 
 def read(path: PathLike, *, sex: Optional[str] = None, mm_per_pixel: Optional[float] = None, mirror: bool = False,

@@ -14,8 +14,7 @@ import numpy as np
 import numpy.typing as npt
 
 from cephtool import _engine
-
-Floats = npt.NDArray[np.float64]
+from cephtool._arrays import Floats
 
 
 def _over(function: Callable[..., Floats], *points: npt.ArrayLike) -> Any:

@@ -6,11 +6,12 @@ from collections.abc import Mapping
 from typing import NamedTuple, Optional, Union
 
 from cephtool import _engine
-from cephtool.analyses import Folder, shipped_folder
+from cephtool._shipped import shipped
 from cephtool.cases import Case
+from cephtool.folders import Folder
 
 
-class Finding(NamedTuple):
+class GrowthFinding(NamedTuple):
     """One thing that was found out about growth, or why it was not."""
 
     what: str  #: ``"Bone age"``
@@ -22,7 +23,7 @@ class Finding(NamedTuple):
     reason: str  #: why there is no result although nothing is missing
 
 
-def growth(case: Case, folder: Optional[Folder] = None) -> list[Finding]:
+def growth(case: Case, folder: Optional[Folder] = None) -> list[GrowthFinding]:
     """Age and dental stage; of lateral films also the Ricketts stage, and the bone age with its lead on the age.
 
     Parameters
@@ -31,4 +32,4 @@ def growth(case: Case, folder: Optional[Folder] = None) -> list[Finding]:
     folder : Folder, optional
         Whose stages and coefficients are taken, in place of those that ship.
     """
-    return [Finding(*found) for found in _engine.growth(case._record, (folder or shipped_folder())._folder)]
+    return [GrowthFinding(*found) for found in _engine.growth(case._record, folder._folder if folder else shipped())]

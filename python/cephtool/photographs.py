@@ -7,7 +7,7 @@ from typing import NamedTuple, Union
 
 from cephtool import _engine
 from cephtool._errors import warn
-from cephtool.cases import PathLike
+from cephtool._files import PathLike
 
 
 class Photograph(NamedTuple):

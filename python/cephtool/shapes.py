@@ -11,7 +11,7 @@ from typing import NamedTuple
 import numpy as np
 import numpy.typing as npt
 
-Floats = npt.NDArray[np.float64]
+from cephtool._arrays import Floats
 
 
 class Similarity(NamedTuple):

@@ -11,22 +11,22 @@ import numpy as np
 import numpy.typing as npt
 
 from cephtool import _engine
+from cephtool._arrays import Floats
 from cephtool._errors import warn
-from cephtool.analyses import Analysis, shipped_folder
+from cephtool.analyses import Analysis
 from cephtool.cases import Case
-from cephtool.errors import LandmarkErrors
+from cephtool.folders import shipped_folder
+from cephtool.landmark_errors import LandmarkErrors
 
 if TYPE_CHECKING:
     import pandas
     from matplotlib.axes import Axes
 
-Floats = npt.NDArray[np.float64]
-
 Interval = tuple[float, float]
 
 
-class Correlation(NamedTuple):
-    """An intraclass correlation of single readings."""
+class IntraclassCorrelation(NamedTuple):
+    """Of single readings."""
 
     value: float
     interval: Interval  #: of 95 %
@@ -37,7 +37,7 @@ class PairAgreement(NamedTuple):
 
     bias: float  #: mean of its values less those of the first
     bias_interval: Interval  #: of 95 %
-    sd: float  #: of the differences
+    sd_of_differences: float
     t: Optional[float]  #: of the paired t test; None when all differences are the same
     p: Optional[float]  #: two-sided
     dahlberg: float  #: Dahlberg's error
@@ -50,8 +50,8 @@ class Agreement(NamedTuple):
 
     mean: float
     technical_error: float  #: of measurement; of two readings it is Dahlberg's error
-    icc21: Optional[Correlation]  #: agreement of readers who stand for others (Shrout and Fleiss, Psychol Bull 1979)
-    icc31: Optional[Correlation]  #: consistency of these readers; None where all values are the same
+    icc21: Optional[IntraclassCorrelation]  #: agreement of readers who stand for others (Shrout and Fleiss, Psychol Bull 1979)
+    icc31: Optional[IntraclassCorrelation]  #: consistency of these readers; None where all values are the same
     pairs: list[PairAgreement]  #: of each reading behind the first
 
 
@@ -69,8 +69,8 @@ def agreement(readings: npt.ArrayLike) -> Agreement:
         Fewer than three films or two readings, or a value that is missing.
     """
     mean, technical_error, icc21, icc31, pairs = _engine.agreement(np.asarray(readings, dtype=np.float64))
-    return Agreement(mean, technical_error, Correlation(*icc21) if icc21 else None,
-                     Correlation(*icc31) if icc31 else None, [PairAgreement(*pair) for pair in pairs])
+    return Agreement(mean, technical_error, IntraclassCorrelation(*icc21) if icc21 else None,
+                     IntraclassCorrelation(*icc31) if icc31 else None, [PairAgreement(*pair) for pair in pairs])
 
 
 class Study:

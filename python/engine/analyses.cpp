@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <cmath>
 #include <limits>
+#include <map>
 #include <memory>
 #include <sstream>
 
@@ -30,11 +31,12 @@ AnalysisFolder folder_at(const std::string& path) {
     return cephtool::analysis_folder(path, {FolderPart::analyses, FolderPart::modes, FolderPart::bone_age});
 }
 
-// The first of this name, of a kind of case where one is given.
+// The first of this name, of a kind, or for a kind of case, where one is given.
 Analysis analysis_named(const AnalysisFolder& folder, const std::string& name, const std::optional<std::string>& kind) {
     const std::vector<Analysis> listed = cephtool::listed_analyses(folder);
     for (const Analysis* found : cephtool::named(listed, name))
-        if (!kind || cephtool::case_kind(*found) == kind_named(*kind)) return *found;
+        if (!kind || *kind == cephtool::kind_name(*found) || *kind == cephtool::name_of(cephtool::case_kind(*found)))
+            return *found;
     throw cephtool::unknown_analysis(listed, name);
 }
 
@@ -166,6 +168,16 @@ struct Rows {
     }
 };
 
+// Read once. Throws an Error where it can't be.
+const cephtool::OutlineTemplate& average_face(cephtool::Kind kind) {
+    if (kind == cephtool::Kind::frontal) {
+        static const cephtool::OutlineTemplate frontal = cephtool::shipped_template(kind);
+        return frontal;
+    }
+    static const cephtool::OutlineTemplate lateral = cephtool::shipped_template(cephtool::Kind::lateral);
+    return lateral;
+}
+
 // Measures cases one after the other, remarking on landmarks where nobody expects them.
 class CaseMeasurer {
  public:
@@ -174,7 +186,7 @@ class CaseMeasurer {
         : families_(std::move(families)), band_(band), errors_(errors) {}
 
     cephtool::CaseResult operator()(Case record) {
-        if (record.kind == cephtool::Kind::lateral) remark_slips(record);
+        if (record.kind != cephtool::Kind::model) remark_slips(record);  // of which there is no average face
         return cephtool::measured(std::move(record), families_, band_, false, errors_);
     }
 
@@ -182,9 +194,8 @@ class CaseMeasurer {
     // Without the average face cases are measured all the same.
     void remark_slips(Case& record) {
         try {
-            static const cephtool::OutlineTemplate face = cephtool::shipped_template(cephtool::Kind::lateral);
-            if (!outliers_) outliers_.emplace(face);
-            outliers_->remark(record);
+            const cephtool::OutlineTemplate& face = average_face(record.kind);
+            outliers_.try_emplace(record.kind, face, record.kind).first->second.remark(record);
         } catch (const cephtool::Error& error) {
             record.remarks.push_back({"", "landmarks are not looked at for slips: %1", {shown_text(error)}});
         }
@@ -193,7 +204,7 @@ class CaseMeasurer {
     const std::vector<cephtool::AnalysisFamily> families_;
     const std::optional<int> band_;
     const tool::LandmarkErrors* const errors_;
-    std::optional<cephtool::LandmarkOutliers> outliers_;
+    std::map<cephtool::Kind, cephtool::LandmarkOutliers> outliers_;
 };
 
 // With `by_population` the analyses are those of a folder, and each case is measured by those for its population.
@@ -271,8 +282,8 @@ void add_analyses(py::module_& module) {
         .def_property_readonly("title", [](const Analysis& a) { return cephtool::title_of(a); })
         .def_property_readonly("comment", [](const Analysis& a) { return cephtool::comment_of(a); })
         .def_property_readonly("file", [](const Analysis& a) { return cephtool::utf8_from_path(a.file()); })
-        .def_property_readonly("kind", [](const Analysis& a) { return cephtool::name_of(cephtool::case_kind(a)); })
-        .def_property_readonly("family", [](const Analysis& a) { return cephtool::kind_name(a); })
+        .def_property_readonly("kind", [](const Analysis& a) { return cephtool::kind_name(a); })
+        .def_property_readonly("case_kind", [](const Analysis& a) { return cephtool::name_of(cephtool::case_kind(a)); })
         .def_property_readonly("population", population)
         .def_property_readonly("variant_of", [](const Analysis& a) { return cephtool::printable(a.variant_of()); })
         .def_property_readonly("landmarks", [](const Analysis& a) { return a.inputs().landmarks; })

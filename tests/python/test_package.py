@@ -70,10 +70,15 @@ def test_a_mirrored_film_is_warned_of_with_its_code(class2):
     assert caught[0].filename == __file__
 
 
-def test_a_landmark_that_slipped_is_warned_of(class2):
-    slipped = class2.replace(landmarks={**class2.landmarks, "A": (900, 1900)})
-    with pytest.warns(cephtool.Remark, match="A lies 87 mm from where the other 49 landmarks expect it"):
-        assert "landmark_far" in STEINER.measure(slipped).remarks[0]
+@pytest.mark.parametrize("kind, name, at, words", [
+    ("lateral", "A", (900, 1900), "A lies .* mm from where the other .* landmarks expect it"),
+    ("frontal", "Me", (1900, 2200), "Me lies .* mm from where the other .* landmarks expect it"),
+])
+def test_a_landmark_that_slipped_is_warned_of(samples, kind, name, at, words):
+    case = next(case for case in samples if case.kind == kind)
+    slipped = case.replace(landmarks={**case.landmarks, name: at})
+    with pytest.warns(cephtool.Remark, match=words):
+        assert "landmark_far" in cephtool.analysis("Ricketts", kind=kind).measure(slipped).remarks[0]
 
 
 @ignored
@@ -128,6 +133,7 @@ def test_pictures_and_tables_for_a_notebook(class2, tmp_path):
 def test_norms_of_a_population_stand_in_for_others(class2):
     folder = cephtool.Folder()
     assert {a.variant_of for a in folder.for_population()} == {""} and len(folder.for_population("日本人")) < len(folder)
+    assert cephtool.analysis(next(a.name for a in folder if a.kind == "surgery"), "surgery").case_kind == "lateral"
     japanese = [a for a in folder.for_population("japanese") if a.name.startswith("Downs")]
     assert [a.name for a in japanese] == ["Downs_Japanese"] and "Japanese" in japanese[0].population
     frame = cephtool.measure(class2, japanese, language="ja")

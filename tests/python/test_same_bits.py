@@ -54,8 +54,8 @@ def test_every_item_of_every_analysis_on_all_samples(samples, class2, tmp_path):
 
 @pytest.mark.parametrize("analysis", list(cephtool.Folder()), ids=repr)
 def test_arrays_give_what_cases_give(analysis, samples):
-    cases = [case for case in samples if case.kind == analysis.kind]
-    frankfort = ["Po", "Or", "S", "N"] if analysis.kind == "lateral" else []  # what errors of landmarks lie along
+    cases = [case for case in samples if case.kind == analysis.case_kind]
+    frankfort = ["Po", "Or", "S", "N"] if analysis.case_kind == "lateral" else []  # what errors of landmarks lie along
     names = list(dict.fromkeys(analysis.landmarks + frankfort))
     points = np.stack([case.points(names) for case in cases])
     patients = dict(landmarks=names, mm_per_pixel=[case.mm_per_pixel for case in cases], sex=[case.sex for case in cases],
@@ -69,7 +69,7 @@ def test_arrays_give_what_cases_give(analysis, samples):
     assert list(frame.mostly) == [[*names, ""][place] for place in values.mostly.ravel()]
     for place, item in enumerate(analysis.items):
         try:
-            formula = cephtool.formula(item.formula, analysis.kind)
+            formula = cephtool.formula(item.formula, analysis.case_kind)
         except cephtool.Error:  # of norms, texts or other items
             continue
         of_formula = formula(np.stack([case.points(formula.landmarks) for case in cases]),

@@ -9,7 +9,8 @@ from types import MappingProxyType
 from typing import Any, NamedTuple, Optional, Union
 
 from cephtool import _engine
-from cephtool.cases import PathLike, _write
+from cephtool._files import PathLike, write_file
+from cephtool._shipped import shipped
 
 
 class LandmarkError(NamedTuple):
@@ -72,7 +73,7 @@ class LandmarkErrors:
         heading : str
             First lines of the file, as comments.
         """
-        _write(path, self._errors.file_text(heading))
+        write_file(path, self._errors.file_text(heading))
 
     def _by_name(self, frontal: bool) -> Mapping[str, LandmarkError]:
         return MappingProxyType({figure[0]: LandmarkError(*figure[2:]) for figure in self._errors.figures
@@ -97,3 +98,12 @@ class LandmarkErrors:
 
     def __repr__(self) -> str:
         return f"<LandmarkErrors of {len(self.lateral)} lateral and {len(self.frontal)} frontal landmarks>"
+
+
+Errors = Union[bool, LandmarkErrors]
+
+
+def errors_wanted(error: Errors) -> Optional[_engine.LandmarkErrors]:
+    if isinstance(error, LandmarkErrors):
+        return error._errors
+    return shipped().landmark_errors if error else None
