@@ -36,7 +36,7 @@ double incisor_lean(Vec2 n, Vec2 a, const Line& incisor) {
 bool parallel(const std::array<Vec2, 4>& p) {
     constexpr double parallel_sine = 1e-12;
     const Vec2 ab = p[1] - p[0], cd = p[3] - p[2];
-    return !(std::abs(ab.x * cd.y - ab.y * cd.x) > parallel_sine * (length(ab) * length(cd)));
+    return !(std::abs(cross(ab, cd)) > parallel_sine * (length(ab) * length(cd)));
 }
 
 double measured(Measure measure, const std::array<Vec2, 4>& p, double scale) {

@@ -42,7 +42,4 @@ double measured_term(const CastTerm& term, tagPOINTMO& record);
 using CastLine = std::array<Vec2, 2>;
 std::vector<CastLine> lines_of_term(const CastTerm& term, tagPOINTMO& record);
 
-// Length of the wire over the points, in their unit; those at the place of the one before count once.
-double wire_length(const std::vector<Vec2>& points);
-
 }  // namespace tool

@@ -1,13 +1,10 @@
 #include "analysis/landmark_errors.h"
 
 #include <algorithm>
-#include <array>
 
 #include "FilmAxes.h"
 #include "LandmarkErrors.h"
-#include "analysis/landmark_names.h"
-#include "analysis/landmarks.h"
-#include "analysis/program_gradient.h"
+#include "analysis/error_frame.h"
 #include "platform/code_page.h"
 #include "platform/number_text.h"
 #include "platform/text.h"

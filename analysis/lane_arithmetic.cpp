@@ -36,7 +36,7 @@ inline Turn turn(Vec2 a, Vec2 b, Vec2 c, Vec2 d) {
     constexpr double clear_sine = 2e-4, longest = 1e26;
     const Vec2 u = b - a, v = d - c;
     const double uu = dot(u, u), vv = dot(v, v), lengths = std::sqrt(uu) * std::sqrt(vv);
-    const double side = u.x * v.y - u.y * v.x;
+    const double side = cross(u, v);
     const double plain =
         apart(a, b) * apart(c, d) * is(uu < longest) * is(vv < longest) * is(std::abs(side) > clear_sine * lengths);
     return {side, dot(u, v), lengths, plain};

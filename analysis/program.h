@@ -87,9 +87,9 @@ struct Program {
     template <class Visit>
     void each_input(const Step& step, const Visit& visit) const;
 
-    // The same for the formulas that a norm has, for any sex and band.
+    // The same, and of a norm for the formulas that it has, for any sex and band.
     template <class Visit>
-    void each_formula(const Step& norm, const Visit& visit) const;
+    void each_source(const Step& step, const Visit& visit) const;
 
     // Place of a norm's line for a sex (1 male, else female), -1 when it has none.
     int line(int norm, int sex) const { return norms[static_cast<std::size_t>(norm)][sex == 1 ? 0 : 1]; }
@@ -119,8 +119,9 @@ inline const Program::NormField& Program::NormLine::field(int band) const {
 }
 
 template <class Visit>
-void Program::each_formula(const Step& norm, const Visit& visit) const {
-    for (const int line : norms[norm.in[0]])
+void Program::each_source(const Step& step, const Visit& visit) const {
+    if (step.kind != Step::Kind::norm) return each_input(step, visit);
+    for (const int line : norms[step.in[0]])
         if (line >= 0)
             for (const NormField& field : norm_lines[static_cast<std::size_t>(line)].fields)
                 if (field.formula != no_step) visit(field.formula);

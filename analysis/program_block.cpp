@@ -16,14 +16,6 @@ void each_bit(std::uint64_t bits, const Visit& visit) {
     for (; bits; bits &= bits - 1) visit(static_cast<std::size_t>(std::countr_zero(bits)));
 }
 
-bool is_landmark(const Step& step) {
-    return step.kind == Step::Kind::landmark || step.kind == Step::Kind::named;
-}
-
-bool is_comparison(const Step& step) {
-    return step.kind == Step::Kind::operation && static_cast<Operation>(step.what) >= Operation::less;
-}
-
 }  // namespace
 
 ProgramBlock::ProgramBlock(const Program& program)

@@ -13,21 +13,14 @@
 #pragma once
 
 #include <cstdint>
-#include <optional>
 #include <span>
 #include <vector>
 
 #include "LandmarkErrors.h"
 #include "analysis/program_run.h"
+#include "geometry/matrix.h"
 
 namespace tool {
-
-// Along Frankfort towards the face, and across it; of unit length.
-struct ErrorFrame {
-    ErrorAxes axes = ErrorAxes::film;
-    Vec2 along{1, 0}, across{0, -1};
-};
-ErrorFrame error_frame(const Landmarks& landmarks);
 
 class ProgramGradient {
  public:
@@ -39,12 +32,6 @@ class ProgramGradient {
     // The record that `run` was begun with, and has run.
     void begin(const Landmarks& landmarks);
 
-    struct Part {
-        StepId landmark;  // the step that it is
-        Vec2 slope;       // of the value, per step of the landmark's coordinates
-    };
-    // Of an item that `run` has just given for the same sex and band. Nothing for what is not derived.
-    std::optional<std::vector<Part>> slopes(int item, int sex, int band);
     struct Error {
         ErrorState state = ErrorState::not_derived;
         double value = 0, deviation = 0;
@@ -52,25 +39,19 @@ class ProgramGradient {
         double share = 0;
         std::vector<StepId> without = {}, assumed = {};
     };
-    // The same; `result` is what it gave.
+    // Of an item that `run` has just given for the same sex and band; `result` is what it gave.
     Error error(int item, const ProgramRun::Result& result, int sex, int band);
     // As formulas name it.
     std::string_view name(StepId landmark) const;
 
  private:
-    // The derivatives of a step's x and y by a landmark's coordinates; numbers have x only.
-    struct Slope {
-        Vec2 x, y;
-    };
+    using Slope = Matrix;  // the derivatives of a step's x and y by a landmark's coordinates; numbers have x only
     struct Moments {
         double xx = 0, xy = 0, yy = 0;
     };
     struct Spread {
         bool known = false, assumed = false;
         Vec2 along, across;  // a standard error each way, in steps
-    };
-    struct Jacobian {
-        Vec2 x, y;  // derivatives of the result's x and y by the point that it takes
     };
 
     void lay_out();
@@ -84,12 +65,15 @@ class ProgramGradient {
     void derive(StepId root);
     template <class Visit>
     void each_used(StepId id, const Visit& visit) const;
-    void compute(StepId id);
     template <class Add>
     void add(StepId to, StepId from, const Add& add);
-    void add_point(StepId to, StepId from, const Jacobian& by);
+    void add_point(StepId to, StepId from, const Matrix& by);
     void add_slope(StepId to, StepId from, Vec2 by);
     void add_number(StepId to, StepId from, double by);
+    Moments moments(StepId id) const;
+
+    // step_derivatives.cpp
+    void compute(StepId id);
     void compute_construction(StepId id);
     void compute_measure(StepId id);
     void compute_length(StepId id, Measure measure);
@@ -98,7 +82,6 @@ class ProgramGradient {
     void compute_product(StepId id, StepId left, StepId right);
     void compute_choice(StepId id);
     bool turns_within(StepId number, double border) const;
-    Moments moments(StepId id) const;
 
     const Program& program_;
     const ProgramRun& run_;
@@ -118,5 +101,36 @@ class ProgramGradient {
     double near_ = 0;  // steps; landmarks' errors can matter to what lies nearer
     std::vector<StepId> wanted_;
 };
+
+// What the step took when its value was made; of a choice that rests on no norm all that it chooses from, which have
+// values then.
+template <class Visit>
+void ProgramGradient::each_used(StepId id, const Visit& visit) const {
+    const Step& step = program_.steps[id];
+    if (step.kind == Step::Kind::norm) {
+        const StepId formula = run_.norm_formula_of(static_cast<int>(step.in[0]));
+        if (formula != no_step) visit(formula);
+    } else if (step.kind == Step::Kind::choice && program_.by_norm[id]) {
+        visit(step.in[0]);
+        visit(run_.chosen(step));
+    } else {
+        program_.each_input(step, visit);
+    }
+}
+
+// Calls add(sum, term) for each landmark of `from`, which are all among those of `to`.
+template <class Add>
+void ProgramGradient::add(StepId to, StepId from, const Add& add) {
+    const auto sums = leaves_of(to), terms = leaves_of(from);
+    Slope* const sum = slopes_.data() + first_[to];
+    const Slope* const term = slopes_.data() + first_[from];
+    std::size_t at = 0;
+    for (std::size_t i = 0; i < terms.size(); ++i) {
+        while (sums[at] != terms[i]) ++at;
+        add(sum[at], term[i]);
+    }
+    at_border_[to] |= at_border_[from];
+    closed_[to] |= closed_[from];
+}
 
 }  // namespace tool

@@ -160,8 +160,7 @@ bool ProgramRun::leads_to_suspect(StepId root) {
         const Step& step = program_.steps[id];
         if (virtual_suspect_ && step.kind == Step::Kind::named) return true;
         if (std::ranges::find(suspects_, id) != suspects_.end()) return true;
-        program_.each_input(step, [&](StepId input) { wanted_.push_back(input); });
-        if (step.kind == Step::Kind::norm) program_.each_formula(step, [&](StepId input) { wanted_.push_back(input); });
+        program_.each_source(step, [&](StepId source) { wanted_.push_back(source); });
     }
     return false;
 }

@@ -1,7 +1,5 @@
 #include "analysis/program_step.h"
 
-#include "analysis/arithmetic.h"
-
 namespace tool {
 
 Vec2 geometric(const Step& step, const std::array<Vec2, 4>& in, double scale, double pixel) {
@@ -16,15 +14,15 @@ Vec2 geometric(const Step& step, const std::array<Vec2, 4>& in, double scale, do
 
 bool may_be_undefined(const Program& program, const Step& step, const std::array<Vec2, 4>& in) {
     const auto one_place = [&](std::size_t i, std::size_t j) { return at_one_place(in[i], in[j]); };
-    const auto is_landmark = [&](std::size_t i) {
-        const Step::Kind kind = program.steps[step.in[i]].kind;
-        return kind == Step::Kind::landmark || kind == Step::Kind::named || kind == Step::Kind::number;
+    const auto is_given = [&](std::size_t i) {
+        const Step& taken = program.steps[step.in[i]];
+        return is_landmark(taken) || taken.kind == Step::Kind::number;
     };
     if (step.kind == Step::Kind::incisor_lean) return one_place(0, 1) || one_place(2, 3);
     if (step.kind == Step::Kind::measure) switch (static_cast<Measure>(step.what)) {
             case Measure::length:
             case Measure::length_right:
-            case Measure::length_down: return is_landmark(0) && is_landmark(1) && one_place(0, 1);
+            case Measure::length_down: return is_given(0) && is_given(1) && one_place(0, 1);
             case Measure::angle1: return one_place(0, 1) || one_place(2, 1);
             default: return one_place(0, 1) || one_place(2, 3);
         }

@@ -1,13 +1,19 @@
-// What a program's constructions and measures of points come to.
+// Which sorts of steps there are, and what constructions and measures of points come to.
 #pragma once
 
 #include <array>
 
+#include "analysis/arithmetic.h"
 #include "analysis/program.h"
-#include "geometry/vec2.h"
 
 namespace tool {
 
+inline bool is_landmark(const Step& step) {
+    return step.kind == Step::Kind::landmark || step.kind == Step::Kind::named;
+}
+inline bool is_comparison(const Step& step) {
+    return step.kind == Step::Kind::operation && static_cast<Operation>(step.what) >= Operation::less;
+}
 // Those that `geometric` computes.
 inline bool is_geometric(const Step& step) {
     return step.kind == Step::Kind::construction || step.kind == Step::Kind::incisor_lean ||

@@ -8,45 +8,13 @@
 #include "analysis/cast_points.h"
 #include "analysis/item_text.h"
 #include "analysis/landmark_names.h"
+#include "analysis/program_order.h"
 #include "util/decimal_text.h"
 
 namespace tool {
 namespace {
 
-// Norms with more fields, and names beyond so many, are told from the text; no analysis comes near.
-constexpr std::size_t most_fields = 1000, most_names = 256;
-
-// Calls enter(node, reach) for each of `count` nodes that its roots lead to, in which reach(other) says where the node
-// leads, then leave(node), behind all that it leads to but for nodes that lead back to it: enter is told of those by
-// reach giving true.
-template <class Roots, class Enter, class Leave>
-void walk(std::size_t count, const Roots& roots, const Enter& enter, const Leave& leave) {
-    enum : char { unseen, open, done };
-    std::vector<char> states(count, unseen);
-    struct Visit {
-        std::size_t node;
-        bool leaving;
-    };
-    std::vector<Visit> visits;
-    for (const std::size_t root : roots) {
-        visits.push_back({root, false});
-        while (!visits.empty()) {
-            const Visit visit = visits.back();
-            visits.pop_back();
-            if (visit.leaving) {
-                states[visit.node] = done;
-                leave(visit.node);
-            } else if (states[visit.node] == unseen) {
-                states[visit.node] = open;
-                visits.push_back({visit.node, true});
-                enter(visit.node, [&](std::size_t other) {
-                    if (states[other] == unseen) visits.push_back({other, false});
-                    return states[other] == open;
-                });
-            }
-        }
-    }
-}
+constexpr std::size_t most_fields = 1000;  // norms with more are told from the text; no analysis comes near
 
 std::vector<std::string_view> alternatives_in(std::string_view list) {
     std::vector<std::string_view> alternatives;
@@ -338,101 +306,9 @@ void ProgramWriter::write_norm_line(const NamedLine& line) {
 }
 
 Program ProgramWriter::finished() {
-    arrange_steps();
-    collect_needs();
+    arrange_steps(program_);
+    collect_needs(item_needs_, line_needs_, program_);
     return std::move(program_);
-}
-
-// Puts the steps into an order in which each stands behind what it takes, and finds those that have none.
-void ProgramWriter::arrange_steps() {
-    const std::size_t count = program_.steps.size();
-    std::vector<bool> text_only(count);
-    program_.by_norm.resize(count);
-    const auto each_input = [&](std::size_t id, const auto& visit) {
-        const Step& step = program_.steps[id];
-        program_.each_input(step, visit);
-        if (step.kind == Step::Kind::norm) program_.each_formula(step, visit);
-    };
-    const auto as_text = [&](int norm) {
-        if (norm < 0) return false;
-        return std::ranges::any_of(program_.norms[static_cast<std::size_t>(norm)], [&](int line) {
-            if (line < 0) return false;
-            const Program::NormLine& written = program_.norm_lines[static_cast<std::size_t>(line)];
-            return written.as_text || std::ranges::any_of(written.fields, [&](const Program::NormField& field) {
-                       return field.formula != no_step && text_only[field.formula];
-                   });
-        });
-    };
-    const auto enter = [&](std::size_t id, const auto& reach) {
-        each_input(id, [&](StepId input) {
-            if (reach(input)) text_only[id] = true;
-        });
-    };
-    std::vector<StepId> order;
-    const auto leave = [&](std::size_t id) {
-        const Step& step = program_.steps[id];
-        const bool norm = step.kind == Step::Kind::norm;
-        program_.by_norm[id] = norm;
-        if (norm && as_text(static_cast<int>(step.in[0]))) text_only[id] = true;
-        if (step.kind == Step::Kind::item && program_.items[step.in[0]].as_text) text_only[id] = true;
-        each_input(id, [&](StepId input) {
-            if (text_only[input]) text_only[id] = true;
-            if (program_.by_norm[input]) program_.by_norm[id] = true;
-        });
-        order.push_back(static_cast<StepId>(id));
-    };
-    std::vector<StepId> roots;
-    for (const Program::Item& item : program_.items) roots.push_back(item.value);
-    for (const Program::NormLine& line : program_.norm_lines)
-        for (const Program::NormField& field : line.fields)
-            if (field.formula != no_step) roots.push_back(field.formula);
-    walk(count, roots, enter, leave);
-    for (Program::Item& item : program_.items)
-        item.as_text = item.as_text || text_only[item.value] || as_text(item.mean) || as_text(item.sd);
-    for (const StepId id : order)
-        if (!text_only[id] && !program_.by_norm[id]) program_.order.push_back(id);
-}
-
-void ProgramWriter::collect_needs() {
-    const std::size_t items = item_needs_.size(), names = std::min(program_.names.size(), most_names);
-    const std::size_t never_met = program_.never_met = program_.slots + names;
-    program_.words = never_met / 64 + 1;
-    program_.needs.resize((items + line_needs_.size()) * 2 * program_.words);
-    const auto needer = [&](std::size_t node) -> const Needer& {
-        return node < items ? item_needs_[node] : line_needs_[node - items];
-    };
-    const auto needs = [&](std::size_t node, bool sure) {
-        return &program_.needs[(2 * node + (sure ? 1 : 0)) * program_.words];
-    };
-    const auto need = [&](std::size_t node, bool sure, std::size_t bit) {
-        needs(node, sure)[bit / 64] |= std::uint64_t{1} << bit % 64;
-    };
-    const auto need_all = [&](std::size_t node, bool sure, std::size_t other) {
-        for (std::size_t word = 0; word < program_.words; ++word) needs(node, sure)[word] |= needs(other, sure)[word];
-    };
-    const auto each_other = [&](std::size_t node, const auto& visit) {
-        for (const int item : needer(node).items) visit(static_cast<std::size_t>(item));
-        for (const int line : needer(node).lines) visit(items + static_cast<std::size_t>(line));
-    };
-    std::vector<std::size_t> nodes(items + line_needs_.size());
-    for (std::size_t node = 0; node < nodes.size(); ++node) nodes[node] = node;
-    const auto enter = [&](std::size_t node, const auto& reach) {
-        const Needer& own = needer(node);
-        for (std::size_t i = 0; i < own.names.size(); ++i) {
-            need(node, false, std::min(own.names[i], never_met));
-            if (i < own.sure_names && own.names[i] < never_met) need(node, true, own.names[i]);
-        }
-        if (own.never_met) need(node, false, never_met);
-        each_other(node, [&](std::size_t other) {
-            if (reach(other)) need(node, false, never_met);  // circles are told from the text
-        });
-    };
-    const auto leave = [&](std::size_t node) {
-        each_other(node, [&](std::size_t other) { need_all(node, false, other); });
-        for (std::size_t i = 0; i < needer(node).sure_items; ++i)
-            need_all(node, true, static_cast<std::size_t>(needer(node).items[i]));
-    };
-    walk(nodes.size(), nodes, enter, leave);
 }
 
 }  // namespace tool

@@ -10,6 +10,7 @@
 #include "analysis/evaluation.h"
 #include "analysis/formula_names.h"
 #include "analysis/program.h"
+#include "analysis/program_needs.h"
 #include "analysis/virtual_landmarks.h"
 
 namespace tool {
@@ -51,13 +52,6 @@ class ProgramWriter {
     Number number(double number);
 
  private:
-    // What an item or a norm's line may need: landmarks, and what others need.
-    struct Needer {
-        std::vector<std::size_t> names;  // places in the table of landmarks, or behind it those in the program's names
-        std::vector<int> items, lines;
-        bool never_met = false;
-        std::size_t sure_names = 0, sure_items = 0;  // those that are needed whatever is selected
-    };
     class NameCollector;
     struct StepLess {
         bool operator()(const Step& a, const Step& b) const;
@@ -74,8 +68,6 @@ class ProgramWriter {
     void write_norm_line(const NamedLine& line);
     int norm_place(std::string_view name, NormPart part);
     int line_place(const std::optional<NamedLine>& line);
-    void arrange_steps();
-    void collect_needs();
 
     Program program_;
     VirtualLandmarks<Point> no_virtuals_{0};

@@ -15,7 +15,7 @@ compiled_alone(tool_rooms
     analysis/check/findings.cpp analysis/check/formula.cpp analysis/check/key.cpp analysis/check/landmark_errors.cpp
     analysis/compose.cpp analysis/composed_stages.cpp analysis/definition_file.cpp analysis/display_mode.cpp
     analysis/formula.cpp analysis/growth_stage.cpp analysis/key_line.cpp analysis/landmark_names.cpp
-    analysis/program_gradient.cpp platform/format.cpp platform/framework/files.cpp
+    platform/format.cpp platform/framework/files.cpp
     platform/posix/double_byte_table.cpp platform/posix/names.cpp platform/posix/new_file.cpp
     platform/posix/whole_files.cpp platform/settings_file.cpp render/construction_line.cpp render/pen.cpp
     render/tools_drawing.cpp util/era_table.cpp util/line_image_source.cpp util/line_image_thinning.cpp

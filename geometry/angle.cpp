@@ -7,14 +7,7 @@
 #include "platform/numbers.h"
 
 namespace tool {
-
 namespace {
-
-// x' = x cos - y sin, y' = x sin + y cos
-Vec2 turned(Vec2 v, double radians) {
-    const double c = tool::cos(radians), s = tool::sin(radians);
-    return {v.x * c - v.y * s, v.x * s + v.y * c};
-}
 
 // Turned the right way, unit vectors agree to about 1e-11, the other way they are 2e-4 apart when they span this.
 constexpr double clear_side = 1e-4;
@@ -23,7 +16,7 @@ constexpr double clear_side = 1e-4;
 bool lies_back(Vec2 from, Vec2 to, double radians) {
     // The side that `to` lies on decides. Nearer to the line of `from` rounding can, so there the two distances are
     // compared.
-    const double side = from.x * to.y - from.y * to.x;
+    const double side = cross(from, to);
     if (std::abs(side) > clear_side) return side < 0;
     return distance(turned(from, -radians), to) <= distance(turned(from, radians), to);
 }
@@ -43,6 +36,11 @@ bool surely_not_parallel(Vec2 u, Vec2 v, double uu, double vv) {
 }
 
 }  // namespace
+
+Vec2 turned(Vec2 v, double radians) {
+    const double c = tool::cos(radians), s = tool::sin(radians);
+    return {v.x * c - v.y * s, v.x * s + v.y * c};
+}
 
 double angle_at(Vec2 a, Vec2 b, Vec2 c, ToDegrees to_degrees) {
     const Vec2 u = b - a, v = c - b;
@@ -64,7 +62,7 @@ double signed_angle(Vec2 u, Vec2 v, ToDegrees to_degrees) {
     if (!(cosine < 1.0)) return 0.0;  // also NaN, which a line without length gives
     if (cosine <= -1.0) return 180.0;
 
-    const double radians = tool::acos(cosine), side = u.x * v.y - u.y * v.x;
+    const double radians = tool::acos(cosine), side = cross(u, v);
     // Most lines lie so that the unit vectors, four divisions, need not be made.
     const bool back =
         std::abs(side) > 2 * clear_side * lengths ? side < 0 : lies_back(u / length(u), v / length(v), radians);

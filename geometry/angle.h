@@ -7,6 +7,9 @@
 
 namespace tool {
 
+// v turned clockwise, as seen on the screen.
+Vec2 turned(Vec2 v, double radians);
+
 // How radians become degrees. The order of its steps shows in the last bits.
 using ToDegrees = double(double radians);
 

@@ -30,11 +30,18 @@ constexpr Vec2 operator+(Vec2 a, Vec2 b) {
 constexpr Vec2 operator-(Vec2 a, Vec2 b) {
     return {a.x - b.x, a.y - b.y};
 }
+constexpr Vec2 operator*(double k, Vec2 v) {
+    return {v.x * k, v.y * k};
+}
 constexpr Vec2 operator/(Vec2 v, double k) {
     return {v.x / k, v.y / k};
 }
 constexpr double dot(Vec2 u, Vec2 v) {
     return u.x * v.x + u.y * v.y;
+}
+// Above 0 when v lies clockwise of u, as seen on the screen.
+constexpr double cross(Vec2 u, Vec2 v) {
+    return u.x * v.y - u.y * v.x;
 }
 
 // The plain root, not hypot: other bits otherwise. Overflows to infinity beyond about 1e154.
