@@ -38,8 +38,6 @@ class LandmarksNamed : private FormulaNames {
     void landmark(std::string_view name) override {
         if (met_.emplace(name).second) names.push_back(utf8_from_code_page(name));
     }
-    void cast_measure(std::string_view) override {}
-    void reference(Ask, std::string_view) override {}
 
     std::unordered_set<std::string> met_;
 };
@@ -57,9 +55,8 @@ bool is_of_one_sex(int section) {
 }  // namespace
 
 std::optional<int> dental_stage_named(std::string_view name) {
-    constexpr int none = 9;
-    const int place = static_cast<int>(dental_stage_ordinal(name));
-    return place == none ? std::nullopt : std::optional(place);
+    const double place = dental_stage_ordinal(name);
+    return place == no_dental_stage ? std::nullopt : std::optional(static_cast<int>(place));
 }
 
 Population population_named(std::string_view text) {

@@ -7,8 +7,6 @@
 namespace tool {
 namespace {
 
-constexpr std::string_view dental_stages[] = {"I", "IIA", "IIC", "IIIA", "IIIB", "IIIC", "IVA", "IVC", "VA"};
-
 std::string number_text(double number) {
     char text[32];
     return {text, to_chars(text, std::end(text), number).ptr};

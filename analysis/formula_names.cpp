@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <iterator>
+#include <utility>
 
 #include "platform/text.h"
 
@@ -52,6 +53,15 @@ void visit_names(std::string_view formula, FormulaNames& names) {
             at += char_length(rest);
         }
     }
+}
+
+std::vector<Reference> references_in(std::string_view formula) {
+    struct : FormulaNames {
+        void reference(Ask ask, std::string_view item) override { found.push_back({ask, item}); }
+        std::vector<Reference> found;
+    } names;
+    visit_names(formula, names);
+    return std::move(names.found);
 }
 
 }  // namespace tool

@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <optional>
 #include <string_view>
+#include <type_traits>
 
 #include "analysis/arithmetic.h"
 
@@ -58,6 +59,13 @@ inline constexpr PointFunction point_functions[] = {
     {"extension", Construction::extension, 2, true},
     {"EffectiveA", Construction::effective_a, 0},
 };
+
+// The value or point function of that name; null when there is none.
+template <class Functions>
+auto function_named(const Functions& functions, std::string_view name) {
+    const auto* const found = std::ranges::find(functions, name, &std::remove_cvref_t<decltype(*functions)>::name);
+    return found == std::end(functions) ? nullptr : found;
+}
 
 // Of a measure's code; 0 for one that measures no points.
 constexpr int points_needed(Measure measure) {

@@ -9,11 +9,7 @@
 namespace tool {
 namespace {
 
-constexpr std::string_view dental_stages[] = {"I", "IIA", "IIC", "IIIA", "IIIB", "IIIC", "IVA", "IVC", "VA"};
-constexpr double no_dental_stage = 9;
-
 constexpr double open_age = 200, open_dental_stage = 100;
-constexpr std::size_t longest_stage_name = 49;
 
 bool opens_stages(int code, int sex) {
     return code == stages_section || code == (sex == 1 ? stages_male_section : stages_female_section);

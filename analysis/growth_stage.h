@@ -10,18 +10,23 @@
 #pragma once
 
 #include <functional>
+#include <iterator>
 #include <string_view>
 
 #include "analysis/definition_file.h"
 
 namespace tool {
 
-// 0 for "I" up to 8 for "VA", as Hellman's stages follow each other (Am J Orthod 1927;13:429-451); 9 for any other
-// text. Blanks around it do not matter, case does.
+// As Hellman's stages follow each other (Am J Orthod 1927;13:429-451).
+inline constexpr std::string_view dental_stages[] = {"I", "IIA", "IIC", "IIIA", "IIIB", "IIIC", "IVA", "IVC", "VA"};
+inline constexpr double no_dental_stage = std::size(dental_stages);
+// The place among them; no_dental_stage for any other text. Blanks around it do not matter, case does.
 double dental_stage_ordinal(std::string_view text);
 
+inline constexpr std::size_t longest_stage_name = 49;  // bytes
+
 struct StageLine {
-    std::string_view name;  // at most 49 bytes
+    std::string_view name;  // its first bytes, where it is longer
     std::string_view range;
     bool by_age;
 };

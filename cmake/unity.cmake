@@ -11,8 +11,8 @@ endfunction()
 file(GLOB of_windows CONFIGURE_DEPENDS RELATIVE ${PROJECT_SOURCE_DIR} ${PROJECT_SOURCE_DIR}/platform/win32/*.cpp)
 compiled_alone(tool_rooms
     analysis/analysis.cpp analysis/analysis_sheet.cpp analysis/bone_age.cpp analysis/cast_measures.cpp
-    analysis/check/definition.cpp analysis/check/definition_check.cpp analysis/check/display_mode.cpp
-    analysis/check/findings.cpp analysis/check/formula.cpp analysis/check/key.cpp analysis/check/landmark_errors.cpp
+    analysis/check/definition_check.cpp analysis/check/display_mode.cpp analysis/check/findings.cpp
+    analysis/check/key.cpp analysis/check/landmark_errors.cpp
     analysis/compose.cpp analysis/composed_stages.cpp analysis/definition_file.cpp analysis/display_mode.cpp
     analysis/formula.cpp analysis/growth_stage.cpp analysis/key_line.cpp analysis/landmark_names.cpp
     platform/format.cpp platform/framework/files.cpp

@@ -12,9 +12,6 @@
 #include "analysis/check/text.h"
 #include "analysis/check/variants.h"
 #include "analysis/face.h"
-#include "analysis/population.h"
-#include "analysis/sample.h"
-#include "platform/code_page.h"
 #include "platform/path.h"
 #include "platform/settings_form.h"
 #include "platform/system.h"
@@ -179,8 +176,7 @@ class PathCheck {
         check_as_read(text, findings, [&](const tool::DefinitionFile& file, Findings& in_copy) {
             tool::check_variant(file, base_file ? &*base_file : nullptr, in_copy);
         });
-        const std::string population =
-            tool::lower(tool::population_name(tool::utf8_from_code_page(sample.population)).name);
+        const std::string population = tool::population_of(sample);
         const auto [first, is_first] = variants_.emplace(tool::lower(base) + "\n" + population, path);
         if (!is_first && !population.empty())
             findings.fault(sample.population, tool::quoted(names_of(first->second).own) +

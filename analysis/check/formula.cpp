@@ -3,13 +3,9 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
-#include <optional>
-#include <type_traits>
 
-#include "analysis/cast_measures.h"
+#include "analysis/check/formula_arguments.h"
 #include "analysis/formula.h"
-#include "analysis/functions.h"
-#include "analysis/landmark_names.h"
 #include "platform/number_text.h"
 #include "platform/text.h"
 
@@ -18,51 +14,17 @@ namespace {
 
 using Values = std::array<double, FormulaTrials::count>;
 
-constexpr int deepest = 60;  // groups and constructions inside each other
-
-template <class Functions>
-auto function_named(const Functions& functions, std::string_view name) {
-    const auto* const found = std::ranges::find(functions, name, &std::remove_cvref_t<decltype(*functions)>::name);
-    return found == std::end(functions) ? nullptr : found;
-}
-
-std::vector<std::string_view> names_of(const auto& functions) {
-    std::vector<std::string_view> names;
-    for (const auto& function : functions) names.push_back(function.name);
-    return names;
-}
-
-// "a, b and c"
-std::string enumerated(const std::vector<std::string_view>& names) {
-    std::string text(names.front());
-    for (std::size_t i = 1; i < names.size(); ++i) text.append(i + 1 < names.size() ? ", " : " and ").append(names[i]);
-    return text;
-}
-
-std::string no_function(std::string_view name) {
-    std::vector<std::string_view> names = names_of(value_functions);
-    const std::vector<std::string_view> points = names_of(point_functions);
-    const std::string known = "; values come from " + enumerated(names) + ", points from " + enumerated(points);
-    names.insert(names.end(), points.begin(), points.end());
-    const std::string meant = suggestion(meant_name(name, names));
-    return "there is no function " + quoted(name) + (meant.empty() ? known : meant);
-}
-
-bool is_letter(char c) {
-    return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z') || c == '_';
-}
-
 bool same(double a, double b) {
     if (!std::isfinite(a) || !std::isfinite(b)) return a == b || (std::isnan(a) && std::isnan(b));
     return std::abs(a - b) <= 1e-9 * std::max(std::abs(a), std::abs(b));
 }
 
 // Reads a formula as mathematics does. Stops at the first thing that it can't make sense of.
-class FormulaReader {
+class FormulaReader : FormulaArguments {
  public:
     FormulaReader(std::string_view text, int kind, Findings& findings, LandmarkCheck& landmarks,
                   const FormulaTrials& trials)
-        : text_(text), kind_(kind), findings_(findings), landmarks_(landmarks), trials_(trials) {}
+        : FormulaArguments(text, kind, findings, landmarks), trials_(trials) {}
 
     void check() {
         const Term whole = comparison();
@@ -233,115 +195,6 @@ class FormulaReader {
         return term;
     }
 
-    // The points of a function up to its ")".
-    struct PointsWanted {
-        std::string_view of;
-        int points;
-        bool number = false;  // behind them
-    };
-    bool points(const PointsWanted& function, std::string_view open) {
-        if (!enter(open)) return false;
-        const std::string_view name = function.of;
-        int count = 0;
-        bool number = false, comma = false;
-        for (; sound_ && next() != ')' && at_ < text_.size(); comma |= text_[at_ - 1] == ',') {
-            const char c = text_[at_];
-            if (c == ',') {
-                ++at_;
-            } else if (c == '[') {
-                const auto landmark = bracketed();
-                if (landmark) landmarks_.check(*landmark);
-                ++count;
-                comma = false;
-            } else if (is_letter(c)) {
-                count += construction();
-                comma = false;
-            } else if (function.number && comma && count >= function.points && !number) {
-                std::size_t used = 0;
-                read_double(text_.substr(at_), &used);
-                if (used == 0) fail(here(), quoted(here()) + " is no number; write one like 12.5");
-                at_ += used;
-                number = true;
-            } else {
-                fail(here(), quoted(here()) + " is no point; write a landmark in brackets");
-            }
-        }
-        if (!sound_ || !close_here(open)) return false;
-        --depth_;
-        const std::string needs = quoted(name) + " takes " + counted(function.points, "point");
-        if (count != function.points)
-            slip(name, needs + " and has " + print_int(count) +
-                           (count < function.points ? "; it gives 0" : "; the last ones are not read"));
-        else if (function.number && !number)
-            slip(name, needs + " and a number behind them; the number is missing");
-        if (name == "EffectiveA" && kind_ >= 0 && !is_lateral(kind_))
-            slip(name, "\"EffectiveA\" is found on lateral films only; it gives (0, 0) here");
-        return true;
-    }
-
-    // A construction among points; 1 when it is one.
-    int construction() {
-        const std::string_view name = word();
-        const PointFunction* function = function_named(point_functions, name);
-        if (!function) {
-            fail(name, function_named(value_functions, name)
-                           ? quoted(name) + " gives a value, and a point belongs here; write a landmark in brackets"
-                           : no_function(name));
-            return 0;
-        }
-        at_ += name.size();
-        if (!text_.substr(at_).starts_with('(')) {
-            fail(name, "a \"(\" is missing right behind " + quoted(name));
-            return 0;
-        }
-        const std::string_view open = here();
-        ++at_;
-        points({name, function->points, function->number}, open);
-        return 1;
-    }
-
-    bool cast_token(std::string_view name, std::string& twin) {
-        const std::size_t begin = at_;
-        if (text_.substr(at_, 1) != "[" || !bracketed()) {
-            fail(name, "\"Model\" takes one measure of a cast, without blanks round it, as in Model([UCAW])");
-            return false;
-        }
-        const std::string_view token = text_.substr(begin, at_ - begin);
-        if (!text_.substr(at_).starts_with(')')) {
-            fail(name, "\"Model\" takes one measure of a cast and nothing else, as in Model([UCAW])");
-            return false;
-        }
-        ++at_;
-        if (!is_cast_token(token))
-            slip(token, quoted(token) + " is no measure of a cast; it gives 0");
-        else if (kind_ >= 0 && kind_ != 2)
-            slip(name, "\"Model\" measures casts; it gives 0 here");
-        twin += token;
-        return true;
-    }
-
-    // The quoted name of an item; whether there is such an item is for others to say.
-    bool item(std::string_view name) {
-        if (next() != '"') {
-            fail(name, quoted(name) + " takes the name of an item in double quotes, as in " + std::string(name) +
-                           "(\"name\")");
-            return false;
-        }
-        const std::string_view open = here();
-        const std::size_t end = text_.find('"', at_ + 1);
-        if (end == std::string_view::npos) {
-            fail(open, "this quote is never closed; write another \" behind the name");
-            return false;
-        }
-        at_ = end + 1;
-        if (next() != ')') {
-            fail(name, quoted(name) + " takes one name and nothing else; write \")\" behind it");
-            return false;
-        }
-        ++at_;
-        return true;
-    }
-
     Term switch_position(std::string_view name) {
         at_ += name.size();
         twin_ += name;
@@ -365,87 +218,11 @@ class FormulaReader {
         return term;
     }
 
-    // --- The text --------------------------------------------------------------------------------------------------
-
-    char next() {
-        const std::size_t begin = at_;
-        for (; at_ < text_.size() && (text_[at_] == ' ' || text_[at_] == '\t'); ++at_)
-            if (text_[at_] == '\t') remember(tabs_, here());
-        twin_ += text_.substr(begin, at_ - begin);
-        return at_ < text_.size() ? text_[at_] : '\0';
-    }
-    std::string_view here() const { return text_.substr(at_, char_length(text_.substr(at_))); }
-    void take(std::size_t count) {
-        twin_ += text_.substr(at_, count);
-        last_taken_ = at_;
-        at_ += count;
-    }
-    std::string_view word() const {
-        std::size_t end = at_;
-        while (end < text_.size() && (is_letter(text_[end]) || is_digit(text_[end]))) ++end;
-        return text_.substr(at_, end - at_);
-    }
-    std::string_view opening(std::string_view name) {
-        if (next() != '(') {
-            fail(name, "a \"(\" is missing behind " + quoted(name));
-            return {};
-        }
-        return text_.substr(at_++, 1);
-    }
-    // The name in the brackets that open here.
-    std::optional<std::string_view> bracketed() {
-        const std::string_view open = here();
-        const std::size_t length = find_char(text_.substr(at_ + 1), ']');
-        const std::string_view name = text_.substr(at_ + 1, length);
-        if (length == std::string_view::npos || find_char(name, '[') != std::string_view::npos) {
-            fail(open, "this \"[\" is never closed; write \"]\" behind the name");
-            return std::nullopt;
-        }
-        at_ += length + 2;
-        return name;
-    }
-    bool enter(std::string_view place) {
-        if (++depth_ <= deepest) return true;
-        fail(place, "too many brackets inside each other; split the formula over several items");
-        return false;
-    }
-    bool close_here(std::string_view open) {
-        if (next() == ')') {
-            ++at_;
-            return true;
-        }
-        fail(open, "this \"(\" is never closed; write \")\" where its part ends");
-        return false;
-    }
-    bool close(std::string_view open) {
-        if (!sound_) return false;
-        if (next() != ')' && at_ < text_.size()) {
-            fail(here(), quoted(here()) + " does not belong here; an operator or \")\" is missing");
-            return false;
-        }
-        if (!close_here(open)) return false;
-        twin_ += ')';
-        --depth_;
-        return true;
-    }
-
     // --- What is found ---------------------------------------------------------------------------------------------
 
-    void fail(std::string_view place, std::string message) {
-        if (sound_) findings_.fault(place, std::move(message));
-        sound_ = false;
-    }
     Term stop(std::string_view place, std::string message) {
         fail(place, std::move(message));
         return {};
-    }
-    // A fault behind which reading goes on.
-    void slip(std::string_view place, std::string message) {
-        findings_.fault(place, std::move(message));
-        has_faults_ = true;
-    }
-    static void remember(std::string_view& first, std::string_view place) {
-        if (first.empty()) first = place;
     }
 
     void explain_difference() {
@@ -474,17 +251,10 @@ class FormulaReader {
                             "the program does not compute this as mathematics does; split it over several items");
     }
 
-    std::string_view text_;
-    int kind_;
-    Findings& findings_;
-    LandmarkCheck& landmarks_;
     const FormulaTrials& trials_;
 
-    std::size_t at_ = 0, last_taken_ = 0;
-    std::string twin_;  // the formula over made-up landmarks and items
-    int calls_ = 0, steps_ = 0, switches_ = 0, depth_ = 0;
-    bool sound_ = true, has_faults_ = false;
-    std::string_view signs_, tabs_, lone_values_, nested_, products_;  // the first of each that may come out wrong
+    int calls_ = 0, steps_ = 0, switches_ = 0;
+    std::string_view signs_, lone_values_, nested_, products_;  // the first of each that may come out wrong
 };
 
 }  // namespace

@@ -1,6 +1,5 @@
 #include "analysis/check/landmark_errors.h"
 
-#include <algorithm>
 #include <set>
 
 #include "analysis/landmark_errors.h"

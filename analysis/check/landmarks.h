@@ -9,7 +9,7 @@
 namespace tool {
 
 // A name that is in no table can be a landmark of the user's own, so it is only noted, once a text. A fault are names
-// that nothing can have, and those that look like a slip in a name of the table (check_findings.h, meant_name).
+// that nothing can have, and those that look like a slip in a name of the table (findings.h, meant_name).
 class LandmarkCheck {
  public:
     LandmarkCheck(int kind, Findings& findings);

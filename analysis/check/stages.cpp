@@ -7,13 +7,9 @@
 #include "analysis/growth_stage.h"
 #include "platform/number_text.h"
 #include "platform/text.h"
-#include "util/key_value.h"
 
 namespace tool {
 namespace {
-
-constexpr std::size_t longest_stage_name = 49;
-constexpr double unknown_dental_stage = 9;
 
 struct PlacedRange {
     StageLine line;
@@ -150,7 +146,7 @@ class StageCheck {
     }
 
     static bool is_bound(std::string_view text, bool dental) {
-        return dental ? dental_stage_ordinal(text) != unknown_dental_stage : is_plain_number(text);
+        return dental ? dental_stage_ordinal(text) != no_dental_stage : is_plain_number(text);
     }
 
     struct Section {

@@ -1,16 +1,11 @@
 #include "analysis/check/variants.h"
 
 #include "analysis/population.h"
-#include "analysis/sample.h"
 #include "platform/code_page.h"
 #include "platform/text.h"
 
 namespace tool {
 namespace {
-
-std::string population_of(const Sample& sample) {
-    return lower(population_name(utf8_from_code_page(sample.population)).name);
-}
 
 // The names of items that `file` has and `other` has not, as far as a sentence holds them.
 std::string only_in(const DefinitionFile& file, const DefinitionFile& other) {
@@ -25,6 +20,10 @@ std::string only_in(const DefinitionFile& file, const DefinitionFile& other) {
 }
 
 }  // namespace
+
+std::string population_of(const Sample& sample) {
+    return lower(population_name(utf8_from_code_page(sample.population)).name);
+}
 
 void check_variant(const DefinitionFile& variant, const DefinitionFile* base, Findings& findings) {
     const Sample sample = sample_of(variant.text());

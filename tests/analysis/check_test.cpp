@@ -515,8 +515,6 @@ struct MissingItems : tool::FormulaNames {
         for (const tool::NamedLine& item : file.items())
             tool::visit_names(tool::split_type(item.rest).expression, *this);
     }
-    void landmark(std::string_view) override {}
-    void cast_measure(std::string_view) override {}
     void reference(tool::Ask, std::string_view item) override { missing |= !file.find_item(item); }
     const tool::DefinitionFile& file;
     bool missing = false;
