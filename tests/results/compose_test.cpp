@@ -120,6 +120,15 @@ TEST(Compose, RenamesWhatDiffersAndBringsWhatIsReferredTo) {
     const Analysis lacking = lateral("L.txt", "title:\nT\nCalc:\nZ=case(\"X\")\n");
     const ComposedItem with_x[] = {{&a, 0}, {&lacking, 0}};
     EXPECT_EQ(composed(with_x), "failed: \"Z\" of L.txt refers to \"X\", which is no item there");
+    // A long way of references, with many ways along it, is walked once.
+    std::string chain = "title:\nT\nCalc:\nX30=" + points + "\n";
+    for (int i = 0; i < 30; ++i) {
+        const std::string next = "case(\"X" + std::to_string(i + 1) + "\")";
+        chain += "X" + std::to_string(i) + "=" + next + "*" + next + "*" + next + "\n";
+    }
+    const Analysis one = lateral("A.txt", chain), other = lateral("B.txt", chain);
+    const ComposedItem twice[] = {{&one, 1}, {&other, 1}};
+    EXPECT_THAT(composed(twice), testing::Not(HasSubstr(" (B)=")));
 }
 
 TEST(Compose, CutsStagesAtAllBorders) {
