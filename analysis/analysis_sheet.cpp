@@ -2,7 +2,6 @@
 
 #include <optional>
 
-#include "analysis/catalogue.h"
 #include "analysis/evaluation.h"
 #include "analysis/face.h"
 #include "analysis/growth_stage.h"

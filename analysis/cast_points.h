@@ -9,8 +9,8 @@ namespace tool {
 
 // Teeth first (upper, then lower arch; mesial before distal), then the arch points.
 inline constexpr int teeth_in_arch = 12;
-inline constexpr int arch_points =
-    5;  // of each of the four curves: width right, width left, front, rear right, rear left
+// Of each of the four curves: width right, width left, front, rear right, rear left.
+inline constexpr int arch_points = 5;
 inline constexpr int cast_point_count = 2 * teeth_in_arch * 2 + 4 * arch_points;
 
 enum class CastCurve { upper_coronal, upper_basal, lower_coronal, lower_basal };

@@ -8,7 +8,6 @@
 #include "analysis/face.h"
 #include "analysis/item_text.h"
 #include "analysis/landmark_use.h"
-#include "util/key_value.h"
 
 using tool::or_failed;
 using tool::text_or_empty;

@@ -170,10 +170,6 @@ std::string_view mode_folder_name(int kind) {
     return kind >= 0 && kind < static_cast<int>(std::size(folders)) ? folders[kind] : std::string_view();
 }
 
-std::string mode_folder(int kind) {
-    return with_delimiter(analysis_root().append(mode_folder_name(kind)));
-}
-
 std::vector<ModeEntry> mode_entries(std::string_view list) {
     std::vector<ModeEntry> entries;
     for_each_line(list, [&](std::string_view line, int) {
@@ -186,8 +182,8 @@ std::vector<ModeEntry> mode_entries(std::string_view list) {
 }
 
 std::vector<ModeEntry> listed_modes(int kind) {
-    const std::string folder = mode_folder(kind);
-    std::vector<ModeEntry> entries = mode_entries(file_text(folder + "list.txt"));
+    const std::string folder = with_delimiter(analysis_root().append(mode_folder_name(kind)));
+    std::vector<ModeEntry> entries = mode_entries(file_text(folder + std::string(list_file)));
     for (ModeEntry& entry : entries) entry.path.insert(0, folder);
     return entries;
 }

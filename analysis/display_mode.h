@@ -36,10 +36,8 @@ ModeFile read_display_mode(std::string_view text);
 // All but the file and the number, for hosts.
 DisplayMode display_mode(std::string_view text);
 
-// The folder of a kind's display modes in the analysis folder, "" for none; and with all in front of it and its
-// delimiter.
+// The folder of a kind's display modes in the analysis folder, "" for none.
 std::string_view mode_folder_name(int kind);
-std::string mode_folder(int kind);
 
 struct ModeEntry {
     int number;

@@ -6,8 +6,7 @@
 //   Unverified SNA=words     the norm of the item SNA comes from a source that nobody here saw
 //   Sign SNA=words           what a positive value of the item SNA means
 //   Japanese SNA=name        the Japanese name of an item, a heading, a stage or the text of a finding; of "Comment"
-//   the
-//                            comment's first line
+//                            the comment's first line
 //
 // Any other line of these sections is for other hosts. The first line of a name counts.
 #pragma once

@@ -2,8 +2,6 @@
 
 #include "analysis/formula_unit.h"
 #include "analysis/item_text.h"
-#include "analysis/landmark_names.h"
-#include "analysis/measures.h"
 #include "analysis/program_writer.h"
 
 namespace tool {
