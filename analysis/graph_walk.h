@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstddef>
+#include <numeric>
 #include <vector>
 
 namespace tool {
@@ -36,6 +37,14 @@ void walk(std::size_t count, const Roots& roots, const Enter& enter, const Leave
             }
         }
     }
+}
+
+// The same with each node as a root.
+template <class Enter, class Leave>
+void walk_all(std::size_t count, const Enter& enter, const Leave& leave) {
+    std::vector<std::size_t> nodes(count);
+    std::iota(nodes.begin(), nodes.end(), std::size_t{0});
+    walk(count, nodes, enter, leave);
 }
 
 }  // namespace tool

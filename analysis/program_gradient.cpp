@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <ranges>
 
 #include "analysis/error_frame.h"
 #include "analysis/graph_walk.h"
@@ -50,7 +49,7 @@ void ProgramGradient::lay_out() {
         if (all + own.size() > most_slopes) own.clear(), opaque_[id] = true;
         all += own.size();
     };
-    walk(count, std::views::iota(std::size_t{0}, count), enter, leave);
+    walk_all(count, enter, leave);
     first_.reserve(count + 1);
     leaves_.reserve(all);
     for (const auto& own : leaves) {

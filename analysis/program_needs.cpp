@@ -32,8 +32,6 @@ void collect_needs(std::span<const Needer> item_needs, std::span<const Needer> l
         for (const int item : needer(node).items) visit(static_cast<std::size_t>(item));
         for (const int line : needer(node).lines) visit(items + static_cast<std::size_t>(line));
     };
-    std::vector<std::size_t> nodes(items + line_needs.size());
-    for (std::size_t node = 0; node < nodes.size(); ++node) nodes[node] = node;
     const auto enter = [&](std::size_t node, const auto& reach) {
         const Needer& own = needer(node);
         for (std::size_t i = 0; i < own.names.size(); ++i) {
@@ -50,7 +48,7 @@ void collect_needs(std::span<const Needer> item_needs, std::span<const Needer> l
         for (std::size_t i = 0; i < needer(node).sure_items; ++i)
             need_all(node, true, static_cast<std::size_t>(needer(node).items[i]));
     };
-    walk(nodes.size(), nodes, enter, leave);
+    walk_all(items + line_needs.size(), enter, leave);
 }
 
 }  // namespace tool
