@@ -268,7 +268,3 @@ export async function openLast(): Promise<boolean> {
   const id = storages().map((storage) => storage.getItem(lastCaseKey)).find((found) => found !== null);
   return id ? openKept(id) : false;
 }
-
-export function forgetLast(): void {
-  for (const storage of storages()) storage.removeItem(lastCaseKey);
-}

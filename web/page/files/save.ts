@@ -4,11 +4,11 @@ import { chosenAnalyses, engine, film, record, work } from "../state/desk.ts";
 import { constructed, session } from "../state/measuring.ts";
 import { tracingOptions } from "../view/tracings.ts";
 import { language, say, sayError, sayNothing, words } from "../words/words.ts";
-import { download } from "./download.ts";
+import { download, fileStem } from "./download.ts";
 import { turnedPicture } from "./turned_picture.ts";
 
 /** The case with what the page constructed, so that other programs measure the same. Turned, it no longer lies on its film's file. */
-export function caseToSave(): Case {
+function caseToSave(): Case {
   const now = record.peek();
   const made = [...constructed.peek()];
   const { mirrored, quarters } = work.peek().orientation;
@@ -21,17 +21,11 @@ export function caseToSave(): Case {
   };
 }
 
-/** Says nothing of the patient, nor does it repeat the name of the film's file, which may: names of files are seen by many. */
-function baseName(): string {
-  const { kind, film: date } = record.peek();
-  return [kind, date].filter(Boolean).join(" ").replace(/[\\/:*?"<>|\u0000-\u001f]/g, "_");
-}
-
 export function saveCase({ name, extension }: CaseFormat): void {
   sayNothing();
   try {
     const { bytes, lost } = engine.peek()!.writeCase(caseToSave(), name);
-    download(bytes, baseName() + extension);
+    download(bytes, fileStem(record.peek()) + extension);
     if (lost.length > 0) say(words.peek().formatLoses(lost.join("; ")));
   } catch (error) {
     sayError(error);
@@ -43,14 +37,14 @@ export function saveResults(format: "csv" | "json"): void {
     const analyses = chosenAnalyses.peek();
     const ready = engine.peek()!;
     const text = format === "csv" ? ready.resultsCsv([caseToSave()], analyses, language.peek()) : ready.resultsJson([caseToSave()], analyses, language.peek());
-    download(text, `${baseName()}.results.${format}`, format === "csv" ? "text/csv" : "application/json");
+    download(text, `${fileStem(record.peek())}.results.${format}`, format === "csv" ? "text/csv" : "application/json");
   } catch (error) {
     sayError(error);
   }
 }
 
 /** The tracing over the film at true size. */
-export async function tracingOverFilm(style: "paper" | "film"): Promise<{ svg: string; widthMm: number; heightMm: number }> {
+async function tracingOverFilm(style: "paper" | "film"): Promise<{ svg: string; widthMm: number; heightMm: number }> {
   const under = style === "film" && film.peek() ? await turnedPicture("image/jpeg") : null;
   return session.peek()!.tracingSvg({ ...tracingOptions.peek(), style, ...(under && { film: under }) });
 }
@@ -58,7 +52,7 @@ export async function tracingOverFilm(style: "paper" | "film"): Promise<{ svg: s
 export async function saveTracing(format: "svg" | "png", style: "paper" | "film"): Promise<void> {
   try {
     const { svg, widthMm, heightMm } = await tracingOverFilm(style);
-    const name = `${baseName()}.tracing.${format}`;
+    const name = `${fileStem(record.peek())}.tracing.${format}`;
     if (format === "svg") return download(svg, name, "image/svg+xml");
     download(await rasterised(svg, widthMm, heightMm), name);
   } catch (error) {

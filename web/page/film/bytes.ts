@@ -30,7 +30,7 @@ export const noScale: DicomScale = {
   aspect: null,
 };
 
-export const noPatient: FilmPatient = { name: "", id: "", sex: "", birthDate: "", filmDate: "", laterality: "" };
+const noPatient: FilmPatient = { name: "", id: "", sex: "", birthDate: "", filmDate: "", laterality: "" };
 
 /** The header of a picture that knows no patient. */
 export function pictureHeader(
@@ -38,7 +38,7 @@ export function pictureHeader(
   compression: string,
   rest: Partial<FilmHeader> = {},
 ): FilmHeader {
-  const empty = { frames: 1, resolution: null, scale: noScale, patient: noPatient, madeBy: "", doubts: [] };
+  const empty = { frames: 1, scale: noScale, patient: noPatient, madeBy: "", doubts: [] };
   return { format, compression, ...empty, ...rest };
 }
 

@@ -74,7 +74,6 @@ export function dicomHeader(data: DicomDataSet, compression: string, frames: num
     format: "DICOM",
     compression,
     frames,
-    resolution: null,
     scale: {
       imagerSpacing: spacing(data, tags.imagerPixelSpacing),
       pixelSpacing: spacing(data, tags.pixelSpacing),

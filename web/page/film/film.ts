@@ -42,12 +42,6 @@ export interface PixelSpacing {
   readonly acrossMm: number;
 }
 
-/** Pixels an inch, as TIFF, PNG and JPEG note them. */
-export interface Resolution {
-  readonly acrossDpi: number;
-  readonly downDpi: number;
-}
-
 /** The elements of a DICOM header that say how large a pixel is, each as its tag has it; null where it is missing. */
 export interface DicomScale {
   readonly imagerSpacing: PixelSpacing | null; // (0018,1164), in the plane of the detector
@@ -80,7 +74,6 @@ export interface FilmHeader {
   readonly compression: string;
   /** Pictures in the file, of which the film is the first. */
   readonly frames: number;
-  readonly resolution: Resolution | null;
   readonly scale: DicomScale;
   readonly patient: FilmPatient;
   /** Manufacturer and model. */

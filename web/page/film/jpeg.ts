@@ -36,7 +36,7 @@ export async function decodeJpeg(bytes: Uint8Array): Promise<Film> {
   }
   const { width, height } = picture;
   const compression = markers.process === progressive ? "JPEG progressive" : "JPEG";
-  const header = pictureHeader("JPEG", compression, { resolution: markers.resolution });
+  const header = pictureHeader("JPEG", compression);
   if (picture.channels === 1)
     return { kind: "grey", width, height, bits: 8, samples: picture.bytes, rule: plainRule, header };
   return { kind: "colour", width, height, bits: 8, samples: withAlpha(picture.bytes, width * height), header };

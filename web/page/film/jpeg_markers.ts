@@ -1,6 +1,5 @@
 // The markers of a JPEG stream, ITU-T T.81 annex B; those of JPEG-LS (T.87) stand in the same way.
 import { viewOf } from "./bytes.ts";
-import type { Resolution } from "./film.ts";
 
 export interface JpegMarkers {
   /** 0xC0 baseline, 0xC2 progressive, 0xC3 lossless, 0xF7 JPEG-LS. */
@@ -9,19 +8,9 @@ export interface JpegMarkers {
   readonly width: number;
   readonly height: number;
   readonly channels: number;
-  readonly resolution: Resolution | null;
   readonly scans: number;
   /** Whether the stream has its end mark: one that ends early lacks pixels. */
   readonly ended: boolean;
-}
-
-const cmPerInch = 2.54;
-
-function resolutionOf(segment: DataView): Resolution | null {
-  if (segment.byteLength < 14 || segment.getUint32(0) !== 0x4a464946 || segment.getUint8(4) !== 0) return null;
-  const unit = segment.getUint8(7) === 1 ? 1 : segment.getUint8(7) === 2 ? cmPerInch : 0;
-  const [across, down] = [segment.getUint16(8), segment.getUint16(10)];
-  return unit > 0 && across > 0 && down > 0 ? { acrossDpi: across * unit, downDpi: down * unit } : null;
 }
 
 function isFrame(marker: number): boolean {
@@ -32,8 +21,7 @@ function isFrame(marker: number): boolean {
 export function jpegMarkers(bytes: Uint8Array): JpegMarkers | null {
   const view = viewOf(bytes);
   if (bytes.length < 4 || view.getUint16(0) !== 0xffd8) return null;
-  let frame: Omit<JpegMarkers, "resolution" | "scans" | "ended"> | null = null;
-  let resolution: Resolution | null = null;
+  let frame: Omit<JpegMarkers, "scans" | "ended"> | null = null;
   let scans = 0;
   let ended = false;
   for (let at = 2; at + 1 < bytes.length; ) {
@@ -62,12 +50,10 @@ export function jpegMarkers(bytes: Uint8Array): JpegMarkers | null {
         width: segment.getUint16(3),
         channels: segment.getUint8(5),
       };
-    } else if (marker === 0xe0 && !resolution) {
-      resolution = resolutionOf(segment);
     } else if (marker === 0xda) {
       ++scans;
     }
     at += 2 + length;
   }
-  return frame && { ...frame, resolution, scans, ended };
+  return frame && { ...frame, scans, ended };
 }

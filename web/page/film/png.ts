@@ -1,11 +1,10 @@
 // PNG pictures, W3C Portable Network Graphics (Second Edition).
 import { checkSize, latin, pictureHeader, plainRule, viewOf } from "./bytes.ts";
-import type { Film, Resolution } from "./film.ts";
+import type { Film } from "./film.ts";
 import { inflate } from "./inflate.ts";
 import { FilmError, sentence, type Sentence, type SentenceKey } from "./sentence.ts";
 
 const signatureBytes = 8;
-const metrePerInch = 0.0254;
 
 interface Shape {
   readonly width: number;
@@ -19,7 +18,6 @@ interface Parts {
   readonly shape: Shape;
   readonly palette: Uint8Array | null;
   readonly transparency: Uint8Array | null;
-  readonly resolution: Resolution | null;
   readonly packed: readonly Uint8Array[];
 }
 
@@ -67,7 +65,6 @@ function partsOf(bytes: Uint8Array): Parts {
   let shape: Shape | null = null;
   let palette: Uint8Array | null = null;
   let transparency: Uint8Array | null = null;
-  let resolution: Resolution | null = null;
   const packed: Uint8Array[] = [];
   for (let at = signatureBytes; ; ) {
     if (bytes.length - at < 12) break;
@@ -91,18 +88,12 @@ function partsOf(bytes: Uint8Array): Parts {
     else if (name === "PLTE") palette = body;
     else if (name === "tRNS") transparency = body;
     else if (name === "IDAT") packed.push(body);
-    else if (name === "pHYs" && length === 9 && body[8] === 1) resolution = resolutionOf(viewOf(body));
-    else if (name === "IEND" && shape) return { shape, palette, transparency, resolution, packed };
+    else if (name === "IEND" && shape) return { shape, palette, transparency, packed };
   }
   if (!shape) throw damaged(inHeader, "pngEndsEarly");
-  const parts = { shape, palette, transparency, resolution, packed };
+  const parts = { shape, palette, transparency, packed };
   read(parts); // throws at the row where it ends
   throw damaged(sentence("atRow", { row: shape.height, rows: shape.height }), "pngEndsEarly");
-}
-
-function resolutionOf(pixelsPerMetre: DataView): Resolution | null {
-  const [across, down] = [pixelsPerMetre.getUint32(0), pixelsPerMetre.getUint32(4)];
-  return across > 0 && down > 0 ? { acrossDpi: across * metrePerInch, downDpi: down * metrePerInch } : null;
 }
 
 /** The filters of section 9, in place. `above` is the row before, zeros for the first. */
@@ -273,7 +264,7 @@ function read(parts: Parts): Film {
     throw damaged(place(), early ? "pngEndsEarly" : "pngDeflate");
   }
   if (!next.done) throw damaged(place(), "pngEndsEarly");
-  const header = pictureHeader("PNG", "deflate", { resolution: parts.resolution });
+  const header = pictureHeader("PNG", "deflate");
   if (colours) return { kind: "colour", width, height, bits: 8, samples: colours, header };
   const bits = depth === 16 ? 16 : 8;
   return { kind: "grey", width, height, bits, samples: greySamples ?? new Uint8Array(), rule: plainRule, header };

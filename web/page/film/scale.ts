@@ -5,7 +5,6 @@ import { sentence, type Sentence, type SentenceKey } from "./sentence.ts";
 const squareWithin = 0.001; // 0.1 mm in a face of 100 mm
 const sameWithin = 0.01; // headers round their factors to two or three digits
 const mostUsualMagnification = 1.5;
-const mmPerInch = 25.4;
 
 function differ(one: number, other: number, part: number): boolean {
   return !(Math.abs(one - other) <= part * Math.max(Math.abs(one), Math.abs(other)));
@@ -142,27 +141,4 @@ class HeaderScale {
  */
 export function scaleOfHeader(header: FilmHeader, magnification: number | null = null): FilmScale {
   return new HeaderScale(header.scale, magnification).scale();
-}
-
-/**
- * Out of the resolution that TIFF, PNG and JPEG files note. Mostly it is what the last program that wrote the file had
- * for a screen or a printer, so it is for whoever knows better.
- */
-export function scaleOfResolution(header: FilmHeader, magnification: number | null = null): FilmScale {
-  const contradictory = (error: Sentence): FilmScale => ({ kind: "contradictory", error, doubts: [] });
-  if (!header.resolution) return contradictory(sentence("noResolution"));
-  const { acrossDpi: across, downDpi: down } = header.resolution;
-  if (differ(across, down, squareWithin)) return contradictory(sentence("resolutionNotSquare", { across, down }));
-  return {
-    kind: "known",
-    mmPerPixel: mmPerInch / across / (magnification ?? 1),
-    plane: magnification === null ? "unknown" : "patient",
-    source:
-      magnification === null
-        ? sentence("resolution", { dpi: across })
-        : sentence("resolutionOver", { dpi: across, factor: magnification }),
-    doubts: [72, 96]
-      .filter((screen) => !differ(across, screen, squareWithin))
-      .map((dpi) => sentence("resolutionOfScreens", { dpi })),
-  };
 }

@@ -21,7 +21,6 @@ export const english = {
   pngFilter: "a row has filter {filter}",
   pngPalette: "it has no palette",
   pngDeflate: "its compressed bytes are damaged",
-  pngTooMuch: "it holds more than its size says",
   tiffHeader: "The TIFF picture's header is damaged ({what}).",
   tiffDamaged: "The TIFF picture is damaged, ends early or is of a kind that can't be read {place} ({what}).",
   tiffSamples: "Grey TIFF pictures are read with whole samples of 1 to 16 bits; this one's have {bits}.",
@@ -86,9 +85,4 @@ export const english = {
   calibrationOfNothing: "The film has a calibration type (0028,0A02), but no Pixel Spacing (0028,0030).",
   mayBeOut: "The film notes a magnification of {factor}, which may be out of its Pixel Spacing or not; it is not applied.",
   unusualMagnification: "A magnification of {factor} is unusual.",
-  noResolution: "Its file notes no resolution.",
-  resolutionNotSquare: "Its pixels are not square: {across} dpi across and {down} down.",
-  resolution: "resolution of {dpi} dpi",
-  resolutionOver: "resolution of {dpi} dpi / the magnification given, {factor}",
-  resolutionOfScreens: "{dpi} dpi is what programs write that know no resolution.",
 } as const;

@@ -20,7 +20,6 @@ export const japanese: Readonly<Record<SentenceKey, string>> = {
   pngFilter: "フィルター {filter} の行があります",
   pngPalette: "パレットがありません",
   pngDeflate: "圧縮データが壊れています",
-  pngTooMuch: "寸法より多いデータがあります",
   tiffHeader: "TIFF 画像のヘッダーが壊れています({what})。",
   tiffDamaged: "TIFF 画像が壊れているか、途中で終わっているか、読み込めない種類です({place}:{what})。",
   tiffSamples: "グレーの TIFF 画像は 1~16 ビットの整数に限ります。この画像は {bits} ビットです。",
@@ -82,9 +81,4 @@ export const japanese: Readonly<Record<SentenceKey, string>> = {
   calibrationOfNothing: "較正の種類 (0028,0A02) が記されていますが、Pixel Spacing (0028,0030) がありません。",
   mayBeOut: "ヘッダーの拡大率 {factor} が Pixel Spacing から除かれているかどうか不明なので、適用しません。",
   unusualMagnification: "拡大率 {factor} は通常と異なります。",
-  noResolution: "ファイルに解像度が記されていません。",
-  resolutionNotSquare: "画素が正方形ではありません。横 {across} dpi、縦 {down} dpi です。",
-  resolution: "解像度 {dpi} dpi",
-  resolutionOver: "解像度 {dpi} dpi / 指定の拡大率 {factor}",
-  resolutionOfScreens: "{dpi} dpi は、解像度を知らないプログラムが書き込む値です。",
 };

@@ -8,7 +8,7 @@ function inTable(table: GreyTable, value: number): number {
 }
 
 /** The value of the device that a sample stands for. */
-export function deviceValue(rule: GreyRule, sample: number): number {
+function deviceValue(rule: GreyRule, sample: number): number {
   const stored = sample + rule.lowest;
   return rule.modality ? inTable(rule.modality, stored) : stored * rule.slope + rule.intercept;
 }
@@ -27,7 +27,7 @@ function brightness({ centre, width, shape }: GreyWindow, value: number): number
 }
 
 /** Black at `low`, white at `high`, in values of the device. */
-export function windowBetween(low: number, high: number): GreyWindow {
+function windowBetween(low: number, high: number): GreyWindow {
   const width = Math.max(high - low, 1e-9);
   return { centre: low + width / 2, width, shape: "linear_exact" };
 }

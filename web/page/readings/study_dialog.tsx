@@ -1,53 +1,16 @@
 import { useComputed, useSignal } from "@preact/signals";
 import { useEffect } from "preact/hooks";
 import type { Study } from "../../engine/engine.js";
-import { download } from "../files/download.ts";
 import { store } from "../files/keeping.ts";
 import { Choice } from "../parts/choice.tsx";
 import { Dialog } from "../parts/dialog.tsx";
 import { engine, kind } from "../state/desk.ts";
 import type { Kind } from "../state/document.ts";
-import { errorWords, language, sayError, words } from "../words/words.ts";
-import { fixed, signed } from "./number_words.ts";
-import { saveReadings } from "./save_readings.ts";
+import { errorWords, sayError, words } from "../words/words.ts";
+import { StudyResult } from "./study_result.tsx";
 import { type TwiceRead, analysesFor, readTwice } from "./study.ts";
 
 const least = 3;
-
-type Row = Study["rows"][number];
-
-function StudyTable({ title, rows, nameOf }: { title: string; rows: readonly Row[]; nameOf: (row: Row) => string }) {
-  const { films, bias, p, limits, error, icc } = words.value.studyColumns;
-  return (
-    <table>
-      <caption>{title}</caption>
-      <thead>
-        <tr>
-          <th scope="col">{words.value.item}</th>
-          {[films, bias, p, limits, error, icc].map((column) => <th key={column} scope="col">{column}</th>)}
-        </tr>
-      </thead>
-      <tbody>
-        {rows.map((row, index) => {
-          const [against] = row.against_first;
-          return (
-            against && (
-              <tr key={index}>
-                <th scope="row">{nameOf(row)}</th>
-                <td>{row.films}</td>
-                <td>{signed(against.bias, 2)}</td>
-                <td>{against.p === null ? "–" : against.p < 0.001 ? "<0.001" : against.p.toFixed(3)}</td>
-                <td>{against.limits.map((limit) => signed(limit, 2)).join(" … ")}</td>
-                <td>{against.dahlberg.toFixed(2)}</td>
-                <td>{row.icc21 ? `${fixed(row.icc21.value, 2)} (${row.icc21.interval.map((end) => fixed(end, 2)).join(" – ")})` : "–"}</td>
-              </tr>
-            )
-          );
-        })}
-      </tbody>
-    </table>
-  );
-}
 
 /** How well the readings agree of films that were read twice. */
 export function StudyDialog({ onClose }: { onClose: () => void }) {
@@ -103,25 +66,7 @@ export function StudyDialog({ onClose }: { onClose: () => void }) {
       {typeof found === "string" ? (
         <p class="remark" role="status">{found}</p>
       ) : (
-        <>
-          <div class="buttons">
-            <button type="button" onClick={() => download(engine.peek()!.studyCsv(chosen.value, analyses), `${t.studyTitle}.csv`, "text/csv")}>{t.saveStudy}</button>
-            <button type="button" onClick={() => saveReadings(chosen.value.map(({ readings }) => readings))}>{t.saveAllReadings}</button>
-          </div>
-          <div class="study" tabIndex={0} role="region" aria-label={t.studyTitle}>
-            {analyses.map((analysis) => {
-              const rows = found.rows.filter((row) => row.group === "item" && row.analysis === analysis.title);
-              const label = (row: Row): string => `${analysis.items.find(({ name }) => name === row.name)?.label[language.value] ?? row.name}${row.unit === "deg" ? ", °" : row.unit && `, ${row.unit}`}`;
-              return rows.length > 0 && <StudyTable key={analysis.id} title={analysis.label[language.value]} rows={rows} nameOf={label} />;
-            })}
-            <StudyTable
-              title={t.studyLandmarks}
-              rows={found.rows.filter(({ group }) => group === "landmark")}
-              nameOf={({ name }) => name.replace(/^(.*) (along|across)$/, (_all, landmark: string, way: string) => (way === "along" ? t.alongOf(landmark) : t.acrossOf(landmark)))}
-            />
-            <p class="quiet">{t.studyLegend}</p>
-          </div>
-        </>
+        <StudyResult study={found} films={chosen.value} analyses={analyses} />
       )}
     </Dialog>
   );

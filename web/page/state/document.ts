@@ -68,7 +68,7 @@ export interface Document {
 }
 
 export const plainTone: Tone = { brightness: 0, contrast: 1, inverted: false, clahe: false, window: null };
-export const upright: Orientation = { mirrored: false, quarters: 0 };
+const upright: Orientation = { mirrored: false, quarters: 0 };
 
 export function emptyDocument(kind: Kind, analyses: readonly string[]): Document {
   return {
