@@ -12,8 +12,8 @@ export function loadEngine(): Promise<Engine>;
 export type Kind = "lateral" | "frontal" | "model";
 export type Sex = "male" | "female";
 export type Language = "en" | "ja";
-/** Of a lateral film: sheets of diagnosis and surgery are measured on the same landmarks. */
-export type Group = "lateral" | "diagnosis" | "surgery" | "frontal" | "model";
+/** Sheets of diagnosis and surgery are measured on lateral films. */
+export type AnalysisKind = Kind | "diagnosis" | "surgery";
 /** Hellman's; also Engine.dentalStages. */
 export type DentalStage = "I" | "IIA" | "IIC" | "IIIA" | "IIIB" | "IIIC" | "IVA" | "IVC" | "VA";
 
@@ -39,10 +39,10 @@ export class EngineError extends Error {
   readonly wayOut: string;
 }
 
-/** `message` has the words, in the language asked for; `code` is short and stable (docs/formats.md#remarks). */
+/** `text` is in the language asked for; `code` is short and stable (docs/formats.md#remarks). */
 export interface Remark {
   code: string;
-  message: string;
+  text: string;
 }
 
 /** What the checker finds: `cephtool check`. */
@@ -98,9 +98,8 @@ export interface Engine {
   readDate(text: string): string;
   /** "2024年3月5日（令和6年3月5日）", "2024-03-05 (R6.3.5)"; without the era for a day of none. */
   showDate(date: string, language: Language): string;
-  /** Completed years and months, and the years that stages go by. Throws when the film is older than the patient. */
-  age(birth: string, film: string, language: Language): { years: number; months: number; exactYears: number; text: string };
-  eras(): readonly { code: string; name: string }[];
+  /** "13 y 7 m", completed. Throws when the film is older than the patient. */
+  age(birth: string, film: string, language: Language): string;
 
   /** All of a report on A4, or values with their charts on one sheet as long as it must be; of up to three films of one
    * kind, the oldest first. Throws without a scale. */
@@ -122,8 +121,6 @@ export interface Engine {
   /** In place of each analysis its variant with norms of the population, where it has one; as Case.population has it. Choose
    * these for a session, and for reports and results. Where there is none, Session.norms has a remark. */
   forPopulation(analyses: readonly Analysis[], population: string | undefined): Analysis[];
-  /** What somebody types: "japanese" and "日本人" are "Japanese". Unknown names are what they are. */
-  populationNamed(text: string): { name: string; label: InBoth };
 
   /**
    * A definition file (code page 932) of items of analyses of one kind, in their order: each has the value, norm and
@@ -226,8 +223,6 @@ export interface LandmarkInfo {
   howFound: { en: string; ja: string };
   /** No landmark of the kind's table, but of particular analyses: a case has it under "user". */
   own: boolean;
-  /** On the average face, in its pixels; null where that lacks it. */
-  onAverageFace: Point | null;
   /** Found by construction, not by eye; `howFound` says how. */
   constructed: boolean;
   /** Where other landmarks can make it: an expression of the formula language, and what it needs. Nothing is measured on
@@ -263,6 +258,8 @@ export interface AverageFace {
 // ---- Analyses ------------------------------------------------------------------------------------------------------
 
 export interface AnalysisFolder {
+  /** Of this engine. */
+  readonly id: number;
   /** Of the checker: nothing of the shipped folder. */
   readonly problems: readonly Problem[];
   /** Without those that are variants of others for another population. */
@@ -277,8 +274,9 @@ export interface AnalysisFolder {
 export interface Analysis {
   /** Of this engine; different for each analysis of each folder. */
   readonly id: number;
-  readonly kind: Kind;
-  readonly group: Group;
+  readonly kind: AnalysisKind;
+  /** Of the cases that it is for. */
+  readonly caseKind: Kind;
   /** "Steiner": the file's name without extension. */
   readonly name: string;
   readonly title: string;
@@ -289,10 +287,6 @@ export interface Analysis {
   /** Sheets with norms of other populations for it: AnalysisFolder.analyses has not them, but Engine.forPopulation. */
   readonly variants: readonly Analysis[];
   readonly comment: string;
-  /** How old, in completed years, the people were that the norms were taken from. */
-  readonly ages: { from: number; to: number | null } | null;
-  /** What must be known of the patient for its norms. */
-  readonly wants: { sex: boolean; age: boolean; dentalStage: boolean };
   readonly items: readonly Item[];
   /** All that its formulas name, in the order in which a person places them: that of the kind's table, others last. */
   readonly landmarks: readonly string[];
@@ -416,8 +410,6 @@ export interface Session {
   place(name: string, x: number, y: number): void;
   /** Nothing happens when it is not placed. */
   remove(name: string): void;
-  /** mm a pixel at the patient, 0.000001 to 1000000; null: not known. */
-  setScale(mmPerPixel: number | null): void;
 
   /** Whose rows `measure` gives, one after the other. Of the session's kind. */
   choose(analyses: readonly Analysis[]): void;
@@ -513,8 +505,6 @@ export interface RowText {
   stars: string;
   /** Landmarks that the value needs and the case lacks. */
   missing: string[];
-  /** The same for the norm. */
-  normMissing: string[];
   /** Why there is no value when no landmark is missing, "" with one. */
   reason: string;
 }
@@ -526,7 +516,7 @@ export interface RowErrors {
     row: number;
     /** One standard error in the value's unit, and of the deviation in SD; null where it is not known. */
     error: number | null;
-    deviation: number | null;
+    deviationError: number | null;
     /** The error with the decimals of the value, "" where it is not known. */
     text: string;
     /** The landmark that makes up most of it, "" where it is not known. */
@@ -547,7 +537,7 @@ export interface Outlier {
   /** How many expect it. */
   others: number;
   /** "Go lies 9 mm from where the other 18 landmarks expect it." */
-  message: string;
+  text: string;
 }
 
 /**
@@ -580,8 +570,8 @@ export interface Shape {
 export interface TracingOptions {
   /** The first of the folder without it; null: outlines and landmarks alone, which take a fraction of the time. */
   mode?: DisplayMode | null;
-  /** own: the case's outlines where it has any; fitted: those of the average face. */
-  outlines: "own" | "fitted" | "none";
+  /** case: its own outlines where it has any; fitted: those of the average face. */
+  outlines: "case" | "fitted" | "none";
   /** For values of the display mode; the shipped folder's without it. */
   folder?: AnalysisFolder;
 }

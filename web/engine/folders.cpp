@@ -94,7 +94,7 @@ bool in_part(const fs::path& place) {
     return !place.empty() && is_part(cephtool::utf8_from_path(*place.begin())) && place.has_parent_path();
 }
 
-void write(const fs::path& file, const std::string& bytes) {
+void write_file(const fs::path& file, const std::string& bytes) {
     fs::create_directories(file.parent_path());
     std::ofstream(file, std::ios::binary).write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
 }
@@ -177,20 +177,16 @@ Json json_of(const Analysis& analysis, int number) {
                          {"landmarks", needed[i]}});
     }
     put_in_order(landmarks, cephtool::case_kind(analysis));
-    const auto& ages = analysis.ages();
-    const tool::Inputs& inputs = analysis.inputs();
     return {
         {"id", number},
-        {"kind", cephtool::name_of(cephtool::case_kind(analysis))},
-        {"group", cephtool::kind_name(analysis)},
+        {"kind", cephtool::kind_name(analysis)},
+        {"caseKind", cephtool::name_of(cephtool::case_kind(analysis))},
         {"name", cephtool::short_name(analysis)},
         {"title", cephtool::title_of(analysis)},
         {"label",
          {{"en", cephtool::title_of(analysis, texts_in("en"))}, {"ja", cephtool::title_of(analysis, texts_in("ja"))}}},
         {"population", population_of(analysis)},
         {"comment", cephtool::comment_of(analysis)},
-        {"ages", ages ? Json{{"from", ages->from}, {"to", ages->to ? Json(*ages->to) : Json(nullptr)}} : Json()},
-        {"wants", {{"sex", inputs.sex}, {"age", inputs.age}, {"dentalStage", inputs.dental_stage}}},
         {"items", items},
         {"landmarks", landmarks}};
 }
@@ -207,12 +203,12 @@ int open_folder(const std::vector<NamedBytes>& files) {
         if (is_folder) {
             for (const NamedBytes& file : files)
                 if (const fs::path place = place_of(file.name); !place.empty())
-                    write(root / (in_part(place) ? place : place.filename()), file.bytes);
+                    write_file(root / (in_part(place) ? place : place.filename()), file.bytes);
             folder = read_folder(cephtool::utf8_from_path(root));
             folder->problems = problems_of(root, root);
         } else if (files.size() == 1) {
             const fs::path file = root / cephtool::path_from_utf8(files.front().name).filename();
-            write(file, files.front().bytes);
+            write_file(file, files.front().bytes);
             folder = std::make_unique<Folder>(folder_at(shipped_folder).folder);
             std::istringstream no_input;
             std::vector<std::string> notes;

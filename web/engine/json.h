@@ -8,6 +8,7 @@
 
 #include "base/error.h"
 #include "base/remark.h"
+#include "cases/case_format.h"
 #include "results/texts.h"
 
 namespace engine {
@@ -27,6 +28,14 @@ inline Json json_of(const cephtool::Position& point) {
     return {{"x", point.x}, {"y", point.y}};
 }
 
+inline Json json_of(const std::optional<cephtool::Position>& point) {
+    return point ? json_of(*point) : Json();
+}
+
+inline Json json_of(const cephtool::Case& record) {
+    return Json::parse(cephtool::to_json(record));
+}
+
 inline Json json_of(const std::string& name, const cephtool::Position& point) {
     return {{"name", name}, {"x", point.x}, {"y", point.y}};
 }
@@ -34,7 +43,7 @@ inline Json json_of(const std::string& name, const cephtool::Position& point) {
 template <class Remarks>
 Json json_of(const Remarks& remarks, const cephtool::Texts& texts) {
     Json list = Json::array();
-    for (const cephtool::Remark& remark : remarks) list.push_back({{"code", remark.code}, {"message", texts(remark)}});
+    for (const cephtool::Remark& remark : remarks) list.push_back({{"code", remark.code}, {"text", texts(remark)}});
     return list;
 }
 

@@ -1,6 +1,12 @@
+// @ts-check
 // What is known of the landmarks, read off the tables of docs/landmarks.md and docs/landmarks.ja.md.
 
-/** Landmarks that others make, by expressions of the formula language, as textbooks construct them. */
+/** @import { InBoth, Kind, LandmarkInfo } from "./engine.js" */
+
+/**
+ * Landmarks that others make, by expressions of the formula language, as textbooks construct them.
+ * @type {Record<Kind, Record<string, LandmarkInfo["construction"]>>}
+ */
 const constructions = {
   lateral: {
     // The crossing of the facial plane with the mandibular plane: Ricketts, McNamara.
@@ -19,7 +25,10 @@ const constructions = {
   model: {},
 };
 
-/** Points that formulas construct and that are no landmarks, as Ricketts' analysis makes them. */
+/**
+ * Points that formulas construct and that are no landmarks, as Ricketts' analysis makes them.
+ * @type {Record<Kind, { name: string, expression: string }[]>}
+ */
 export const formulaPoints = {
   lateral: [
     // Centre of the cranium: the facial axis crosses Ba-N.
@@ -36,7 +45,10 @@ const headings = {
   ja: { lateral: "## 側面セファロ", frontal: "## 正面セファロ", model: "## 歯列模型" },
 };
 
-/** "Sella (セラ(トルコ鞍中心点))": the Japanese stands in the last brackets, which may hold others. */
+/**
+ * "Sella (セラ(トルコ鞍中心点))": the Japanese stands in the last brackets, which may hold others.
+ * @param {string} text
+ */
 export function titlesOf(text) {
   if (!text.endsWith(")")) return { en: text, ja: text };
   let depth = 0;
@@ -49,40 +61,47 @@ export function titlesOf(text) {
   return { en: text.slice(0, at).trim(), ja: text.slice(at + 1, -1) };
 }
 
-/** The rows of the tables beneath headings that begin so, by landmark. */
+/**
+ * The rows of the tables beneath headings that begin so, by landmark.
+ * @param {string} document
+ * @param {string} heading
+ */
 function rowsOf(document, heading) {
+  /** @type {Map<string, string[]>} */
   const rows = new Map();
   for (const section of document.split(/^(?=## )/m).filter((each) => each.startsWith(heading)))
     for (const line of section.split("\n").filter((each) => /^\| (?!name|名前)/.test(each))) {
-      const [names, ...cells] = line.trim().slice(1, -1).split("|").map((cell) => cell.trim());
+      const [names = "", ...cells] = line.trim().slice(1, -1).split("|").map((cell) => cell.trim());
       for (const name of names.replace(" *", "").split(/[,;] */)) rows.set(name, cells);
     }
   return rows;
 }
 
-/** `documents` by their language. */
-export function landmarkTable(documents, kind, names, onFace) {
+/**
+ * @param {InBoth} documents
+ * @param {Kind} kind
+ * @param {string[]} names those of its table
+ * @returns {LandmarkInfo[]}
+ */
+export function landmarkTable(documents, kind, names) {
   const rows = rowsOf(documents.en, headings.en[kind]);
   const japanese = rowsOf(documents.ja, headings.ja[kind]);
-  const isOwn = ([name, cells]) => (cells.length === 4 || toothPoint.test(name)) && !names.includes(name);
-  const own = [...rows].filter(isOwn).map(([name]) => name);
+  const own = [...rows].flatMap(([name, { length }]) => ((length === 4 || toothPoint.test(name)) && !names.includes(name) ? [name] : []));
   return [...names, ...own].map((name) => {
-    const [title, ...cells] = toothPoint.test(name) ? [toothTitle(name)] : rows.get(name);
+    const [title = "", ...cells] = toothPoint.test(name) ? [toothTitle(name)] : (rows.get(name) ?? []);
     const titles = titlesOf(title);
-    let [definition, howFound] = cells;
-    let [definitionJa, howFoundJa] = japanese.get(name) ?? ["", ""];
+    let [definition = "", howFound = ""] = cells;
+    let [definitionJa = "", howFoundJa = ""] = japanese.get(name) ?? [];
     if (cells.length !== 3) {
       // Those of casts have a title alone.
       if (!toothPoint.test(name)) titles.ja = definitionJa;
       definition = howFound = definitionJa = howFoundJa = "";
     }
-    const at = onFace.find((landmark) => landmark.name === name);
     return {
       name,
       title: titles,
       definition: { en: definition, ja: definitionJa },
       howFound: { en: howFound, ja: howFoundJa },
-      onAverageFace: at ? { x: at.x, y: at.y } : null,
       constructed: howFound.startsWith("Constructed:"),
       construction: constructions[kind][name] ?? null,
       own: !names.includes(name),
@@ -91,6 +110,7 @@ export function landmarkTable(documents, kind, names, onFace) {
 }
 
 const toothPoint = /^(\d\d)([mdcfl])$/;
+/** @type {Record<string, [english: string, japanese: string]>} */
 const toothPlaces = {
   m: ["mesial", "近心"],
   d: ["distal", "遠心"],
@@ -99,9 +119,12 @@ const toothPlaces = {
   l: ["lingual", "舌側"],
 };
 
-/** "16m": the mesial contact point of tooth 16. */
+/**
+ * "16m": the mesial contact point of tooth 16.
+ * @param {string} name
+ */
 function toothTitle(name) {
-  const [, number, place] = toothPoint.exec(name);
-  const [english, japanese] = toothPlaces[place];
+  const [, number = "", place = ""] = toothPoint.exec(name) ?? [];
+  const [english, japanese] = toothPlaces[place] ?? ["", ""];
   return `${number}, ${english} (${number} ${japanese})`;
 }

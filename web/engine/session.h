@@ -1,29 +1,16 @@
 // One film or cast that is being measured: its case, the analyses chosen, and what they come to.
 #pragma once
 
-#include <MeasuredAnalysis.h>
-#include <SheetMeasurer.h>
-
-#include <cstdint>
+#include <memory>
 #include <optional>
 #include <string>
 #include <vector>
 
-#include "results/measurement.h"
 #include "tracing/landmark_outliers.h"
 #include "tracing/landmark_suggestion.h"
-#include "web/engine/json.h"
+#include "web/engine/measured_rows.h"
 
 namespace engine {
-
-// What a row shows: a ResultState, or this.
-inline constexpr auto no_scale = static_cast<ResultState>(10);
-
-// One entry a row, NaN where there is none.
-struct Numbers {
-    std::vector<double> value, mean, sd, deviation;
-    std::vector<std::uint8_t> state;
-};
 
 class Session {
  public:
@@ -35,8 +22,6 @@ class Session {
     // Throws an Error for a name that no landmark can have, and a place that none can have.
     void place(const std::string& name, cephtool::Position at);
     void remove(const std::string& name);
-    // Throws an Error for what is no scale.
-    void set_scale(std::optional<double> mm_per_pixel);
 
     // Their folders must stay open. Throws an Error for one of another kind.
     void choose(std::vector<const cephtool::Analysis*> analyses);
@@ -63,38 +48,9 @@ class Session {
     cephtool::Case scaled_record(double mm_per_pixel) const;
 
  private:
-    // What a text item of the row found, as it is shown.
-    std::string verdict(std::size_t row, const CString& text, const cephtool::Texts& texts) const;
-    struct Measurers {
-        explicit Measurers(const SheetSet& set) : his(set), hers(set) {}
-        SheetMeasurer his, hers;
-    };
-
-    void changed() { is_measured_ = false; }
-    std::vector<std::string> missing(std::size_t row, SheetPart part);
-    void find_bands();
-    void measure_at(double mm_per_pixel, std::vector<ResultNumbers>& found);
-    std::size_t row_count() const { return rows_.size(); }
-    const tool::Item& item_of(std::size_t row) const {
-        return chosen_[rows_[row].analysis]->items()[static_cast<std::size_t>(rows_[row].item)];
-    }
-
     cephtool::Case record_;
-    std::vector<const cephtool::Analysis*> chosen_;
-    struct Row {
-        std::size_t analysis;
-        int item;
-    };
-    std::vector<Row> rows_;
-    std::optional<SheetSet> sheets_;
-    std::optional<Measurers> measurers_;
-    std::vector<cephtool::NormBand> bands_;       // of the chosen; empty: to be found
-    std::optional<tool::SubjectRecord> subject_;  // that was measured
-    std::vector<ResultNumbers> found_, at_other_scale_;
-    Numbers numbers_;
+    std::unique_ptr<MeasuredRows> rows_;  // of the analyses that are chosen
     std::optional<cephtool::LandmarkOutliers> outliers_;
-    bool norms_differ_ = false;
-    bool is_measured_ = false;
 };
 
 }  // namespace engine

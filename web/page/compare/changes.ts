@@ -30,7 +30,7 @@ interface Measured {
 function measured(record: Case, analyses: readonly Analysis[]): Measured | null {
   const session = engine.value!.measure(record);
   try {
-    if (analyses.some(({ kind }) => kind !== record.kind)) return null;
+    if (analyses.some(({ caseKind }) => caseKind !== record.kind)) return null;
     session.choose(analyses);
     construct(session, record, landmarkTable.value);
     return { values: session.measure().value.slice(), texts: session.texts(language.value) };
@@ -47,7 +47,7 @@ const ofNow = askedAtRest<Measured | null>((session) => {
 }, null);
 
 /** Of the values as they are, not as they are shown; with as many digits as those. */
-export function changeWords(before: number, now: number, shown: string): string {
+function changeWords(before: number, now: number, shown: string): string {
   const difference = now - before;
   if (Number.isNaN(difference)) return "";
   const digits = shown.split(".")[1]?.length ?? 0;

@@ -11,7 +11,7 @@ import { beginGuide } from "../place/guide.ts";
 import { usualAnalyses } from "../results/usual_analyses.ts";
 import { engine, film, folder, history, record, work } from "../state/desk.ts";
 import { type Case, type Document, emptyDocument } from "../state/document.ts";
-import { withFacts } from "../state/work.ts";
+import { choosing, withFacts } from "../state/work.ts";
 import { takeHeader } from "../calibrate/scale_panel.tsx";
 import { fit, focusFilm } from "../view/stage.ts";
 import { alsoSay, alsoSayErrors, language, named, say, sayError, sayNothing, words } from "../words/words.ts";
@@ -115,7 +115,7 @@ async function openCases(files: readonly File[], faults: unknown[]): Promise<voi
     fit();
     panel.value = "results";
   });
-  const remarks = new Set(read.flatMap((each) => [...each.remarks.map(({ message }) => message), ...each.notes]));
+  const remarks = new Set(read.flatMap((each) => [...each.remarks.map(({ text }) => text), ...each.notes]));
   const { image } = first.work.case;
   const t = words.peek();
   if (image) remarks.add(t.filmOfCase(image));
@@ -145,7 +145,7 @@ export async function readCases(file: File): Promise<ReadCase[]> {
 }
 
 /** Landmarks that the page had constructed are constructed anew. */
-export function documentOf(read: EngineCase, analyses: readonly string[]): Document {
+function documentOf(read: EngineCase, analyses: readonly string[]): Document {
   const made = read["x-constructed"];
   const names = new Set(Array.isArray(made) ? made : []);
   const { "x-constructed": _made, ...rest } = read;
@@ -165,10 +165,8 @@ export async function openAnalyses(files: readonly File[]): Promise<void> {
     );
     const opened = ready.openFolder(named);
     folder.value = opened;
-    const { kind, analyses } = { kind: work.peek().case.kind, analyses: opened.analyses(work.peek().case.kind) };
-    if (!analyses.some(({ name }) => work.peek().analyses.includes(name))) {
-      history.change((now) => ({ ...now, analyses: opened.analyses(kind).map(({ name }) => name) }));
-    }
+    const names = opened.analyses(work.peek().case.kind).map(({ name }) => name);
+    if (!names.some((name) => work.peek().analyses.includes(name))) history.change((now) => choosing(now, names));
   } catch (error) {
     sayError(error);
   }

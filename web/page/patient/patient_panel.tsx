@@ -24,7 +24,7 @@ const age = computed(() => {
   const { birth, film } = patient.value;
   if (!engine.value || !birth || !film) return { text: "", error: "" };
   try {
-    return { text: engine.value.age(birth, film, language.value).text, error: "" };
+    return { text: engine.value.age(birth, film, language.value), error: "" };
   } catch (error) {
     return { text: "", error: errorWords(error) };
   }

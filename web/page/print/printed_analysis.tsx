@@ -32,7 +32,7 @@ export function PrintedAnalysis({ title, norms, remarks, daggers, rows }: Props)
     <section class="print-analysis">
       <h2>{title}</h2>
       {norms && <p class="quiet">{norms}</p>}
-      {remarks.map(({ code, message }) => <p key={code} class="print-remark">{message}</p>)}
+      {remarks.map(({ code, text }) => <p key={code} class="print-remark">{text}</p>)}
       <table>
         <thead>
           <tr>

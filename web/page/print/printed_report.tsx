@@ -73,8 +73,8 @@ export function PrintedReport() {
     <article class="print">
       <h1>{t.report}</h1>
       <Facts />
-      {now.remarks(language.value).map(({ code, message }) => <p key={code} class="print-remark">{message}</p>)}
-      {outliers.value.map(({ name, message }) => <p key={name} class="print-remark">{message}</p>)}
+      {now.remarks(language.value).map(({ code, text }) => <p key={code} class="print-remark">{text}</p>)}
+      {outliers.value.map(({ name, text }) => <p key={name} class="print-remark">{text}</p>)}
       {errors.remarks.map((remark) => <p key={remark} class="quiet">{remark}</p>)}
       {fruitful.map((analysis) => (
         <PrintedAnalysis

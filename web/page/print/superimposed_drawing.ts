@@ -30,7 +30,7 @@ function drawn(outlines: readonly Outline[], pen: Pen, mm: number): string {
 export function superimposedDrawing(): SvgPage | null {
   const [of, over, mm] = [session.value, superimposed.value, scale.value];
   if (!of || !over || !mm || !earlier.value) return null;
-  const outlines = of.tracing({ mode: null, outlines: "own" }).outlines;
+  const outlines = of.tracing({ mode: null, outlines: "case" }).outlines;
   const points = [...outlines, ...over.outlines].flatMap((outline) => outline.points);
   if (points.length === 0) return null;
   const [xs, ys] = [points.map(({ x }) => x * mm), points.map(({ y }) => y * mm)];

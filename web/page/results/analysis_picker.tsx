@@ -1,4 +1,4 @@
-import type { Analysis, Group } from "../../engine/engine.js";
+import type { Analysis, AnalysisKind } from "../../engine/engine.js";
 import { analysesOfKind, chosenNames, history } from "../state/desk.ts";
 import { choosing } from "../state/work.ts";
 import { KindChoice } from "../patient/kind_choice.tsx";
@@ -31,21 +31,21 @@ function Choice({ analysis }: { analysis: Analysis }) {
 export function AnalysisPicker() {
   const t = words.value;
   const all = analysesOfKind.value;
-  const groups = [...new Set(all.map((analysis) => analysis.group))];
+  const kinds = [...new Set(all.map((analysis) => analysis.kind))];
   const count = all.filter((analysis) => chosenNames.value.includes(analysis.name)).length;
-  const ofGroup = (group: Group): readonly Analysis[] => all.filter((analysis) => analysis.group === group);
+  const ofKind = (wanted: AnalysisKind | undefined): readonly Analysis[] => all.filter(({ kind }) => kind === wanted);
   return (
     <details class="picker" open={count === 0}>
       <summary>{t.analysesChosen(count, all.length)}</summary>
       <div class="buttons">
         <KindChoice />
-        <button type="button" onClick={() => choose(all.filter(({ group }) => group === all[0]?.group).map(({ name }) => name))}>{t.all}</button>
+        <button type="button" onClick={() => choose(ofKind(kinds[0]).map(({ name }) => name))}>{t.all}</button>
         <button type="button" onClick={() => choose([])}>{t.none}</button>
       </div>
-      {groups.map((group) => (
-        <fieldset key={group}>
-          <legend>{t.groups[group]}</legend>
-          {ofGroup(group).map((analysis) => <Choice key={analysis.id} analysis={analysis} />)}
+      {kinds.map((kind) => (
+        <fieldset key={kind}>
+          <legend>{t.analysisKinds[kind]}</legend>
+          {ofKind(kind).map((analysis) => <Choice key={analysis.id} analysis={analysis} />)}
         </fieldset>
       ))}
     </details>

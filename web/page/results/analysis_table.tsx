@@ -56,7 +56,7 @@ export function AnalysisTable({ analysis, rows, first, end, norms, remarks }: Pr
     <section ref={element} class="analysis" aria-labelledby={`analysis-${analysis.id}`} style={{ "--rows": end - first, "--row-height": `${rowHeight}px` }}>
       <h2 id={`analysis-${analysis.id}`} class="small" title={analysis.comment}>{analysis.label[language.value]}</h2>
       {norms && <p class="quiet">{norms}</p>}
-      {remarks.map((remark) => <p key={remark.code} class="remark">{remark.message}</p>)}
+      {remarks.map((remark) => <p key={remark.code} class="remark">{remark.text}</p>)}
       {daggersOf(analysis).map((dagger) => <p key={dagger} class="quiet">{dagger}</p>)}
       <div class={showsErrors.value ? "table with-errors" : "table"} role="table" aria-labelledby={`analysis-${analysis.id}`} onKeyDown={walk}>
         <div class="row head" role="row">

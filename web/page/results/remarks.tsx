@@ -46,15 +46,15 @@ export function Remarks() {
       )}
       {found.value
         .filter(({ code }) => code !== "no_scale")
-        .map(({ code, message }) => (
+        .map(({ code, text }) => (
           <p key={code} class="remark warning">
-            <Icon name="warning" /> {t.remarks[code] ?? message}{" "}
+            <Icon name="warning" /> {t.remarks[code] ?? text}{" "}
             {waysOut[code] && <button type="button" onClick={waysOut[code].go}>{waysOut[code].label()}</button>}
           </p>
         ))}
-      {outliers.value.map(({ name, message }) => (
+      {outliers.value.map(({ name, text }) => (
         <p key={name} class="remark warning">
-          <Icon name="warning" /> {message} <button type="button" onClick={() => chooseLandmark(name)}>{t.showLandmark(name)}</button>
+          <Icon name="warning" /> {text} <button type="button" onClick={() => chooseLandmark(name)}>{t.showLandmark(name)}</button>
         </p>
       ))}
     </div>

@@ -117,7 +117,7 @@ effect(() => {
 effect(() => {
   const measured = session.value;
   if (!measured) return;
-  measured.choose(chosenAnalyses.value.filter((analysis) => analysis.kind === kind.peek()));
+  measured.choose(chosenAnalyses.value.filter((analysis) => analysis.caseKind === kind.peek()));
   rows.value = measured.rows;
   neededLandmarks.value = measured.neededLandmarks;
 });

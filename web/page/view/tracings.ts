@@ -20,7 +20,7 @@ function orNone<Made>(make: () => Made): Made | null {
 export const tracingOptions = computed<TracingOptions>(() => {
   const { outlines, modes } = view.value;
   const mode = modesOfKind.value.find(({ name }) => modes.includes(name));
-  return { ...(folder.value && { folder: folder.value }), ...(mode && { mode }), outlines: outlines ? "own" : "none" };
+  return { ...(folder.value && { folder: folder.value }), ...(mode && { mode }), outlines: outlines ? "case" : "none" };
 });
 
 /** The first one with outlines, one for each display mode. Empty without a scale: outlines are fitted in millimetres. */
@@ -30,7 +30,7 @@ export const tracings = askedBehind<Tracing[]>((session) => {
   const chosen = modesOfKind.value.filter((mode) => modes.includes(mode.name));
   const rest = folder.value ? { folder: folder.value } : {};
   const all = (chosen.length > 0 ? chosen : [null]).map((mode, index) =>
-    orNone(() => session.tracing({ ...rest, mode, outlines: outlines && index === 0 ? "own" : "none" })),
+    orNone(() => session.tracing({ ...rest, mode, outlines: outlines && index === 0 ? "case" : "none" })),
   );
   return all.flatMap((made) => (made ? [made] : []));
 }, []);
@@ -42,7 +42,7 @@ export const registration = signal<Registration>("cranial-base");
 const comparison = askedBehind<{ tracing: Tracing | null; error: string }>((session) => {
   if (!earlier.value) return { tracing: null, error: "" };
   try {
-    return { tracing: session.superimpose(earlier.value, registration.value, { mode: null, outlines: "own" }), error: "" };
+    return { tracing: session.superimpose(earlier.value, registration.value, { mode: null, outlines: "case" }), error: "" };
   } catch (error) {
     return { tracing: null, error: errorWords(error) };
   }

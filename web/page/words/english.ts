@@ -153,7 +153,7 @@ export const english = {
   constructedLandmarks: "Constructed from others",
   otherLandmarks: "Others",
   ownLandmarks: "Your own",
-  vertebrae: "Neck vertebrae, for the bone age",
+  vertebrae: "Cervical vertebrae, for the bone age",
   placedAt: (name: string, x: number, y: number) => `${name} placed at ${x.toFixed(1)}, ${y.toFixed(1)}`,
   removed: (name: string) => `${name} removed`,
 
@@ -175,7 +175,7 @@ export const english = {
   analysesChosen: (chosen: number, all: number) => `Analyses: ${chosen} of ${all}`,
   all: "All",
   none: "None",
-  groups: { lateral: "Lateral film", diagnosis: "Diagnosis", surgery: "Surgery", frontal: "Frontal film", model: "Dental cast" },
+  analysisKinds: { lateral: "Lateral film", diagnosis: "Diagnosis", surgery: "Surgery", frontal: "Frontal film", model: "Dental cast" },
 
   /** In place of the engine's words, which tell the way out on a command line. */
   remarks: {

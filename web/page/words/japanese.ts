@@ -23,7 +23,6 @@ export const japanese: Words = {
     no_analysis: () => "分析の定義がありません。フォルダには、定義ファイルを並べた CalcForm/list.txt が必要です。",
     at_origin: (name) => `${name} を (0, 0) に打つことはできません。1画素ずらしてください。`,
     too_many_own: () => "独自の計測点は100個までです。",
-    scale_range: () => "1画素の大きさは 0.000001～1000000 mm です。",
     out_of_range: (name) => `${name} の座標が範囲外です。`,
     too_large: () => "64 MiB より大きいファイルです。",
     few_films: () => "2回計測した画像が3枚必要です。",
@@ -177,7 +176,7 @@ export const japanese: Words = {
   analysesChosen: (chosen, all) => `分析：${all} のうち ${chosen}`,
   all: "すべて",
   none: "なし",
-  groups: { lateral: "側面セファロ", diagnosis: "診断", surgery: "外科", frontal: "正面セファロ", model: "歯列模型" },
+  analysisKinds: { lateral: "側面セファロ", diagnosis: "診断", surgery: "外科", frontal: "正面セファロ", model: "歯列模型" },
 
   remarks: {
     norms_by_sex: "性別が未入力のため、男女で異なる標準値は省いています。",
