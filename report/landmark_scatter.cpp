@@ -27,14 +27,7 @@ TracingStyle pale_style() {
 
 // In the middle of the room, at true size whatever its height: reports' tracings may be smaller, ellipses may not.
 Page page_at_true_size(const Tracing& tracing, const Box& room) {
-    constexpr double far = 1e9;
-    Box box{far, far, -far, -far};
-    const auto include = [&](Position p) {
-        box = {std::min(box.left, p.x), std::min(box.top, p.y), std::max(box.right, p.x), std::max(box.bottom, p.y)};
-    };
-    for (const FittedCurve& curve : tracing.outlines)
-        for (const Position& p : curve.outline.points) include(p);
-    for (const Landmark& landmark : tracing.landmarks) include(landmark.position);
+    const Box box = extent_of_shapes(tracing);
     const double scale = tracing.mm_per_pixel;
     const double left = room.left + (room.width() - box.width() * scale) / 2;
     return {.width_mm = room.width(),

@@ -20,10 +20,6 @@ int digits_behind_point(const std::string& number) {
     return point == std::string::npos ? 0 : static_cast<int>(number.size() - point - 1);
 }
 
-std::string unit_sign(const std::string& unit) {
-    return unit == "deg" ? "°" : unit;
-}
-
 std::string column_name(const Texts& texts, std::size_t column) {
     return texts("Value") + (column == 0 ? "" : " " + std::to_string(column + 1));
 }

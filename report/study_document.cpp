@@ -1,7 +1,5 @@
 #include "report/study_document.h"
 
-#include <algorithm>
-
 #include "base/numbers.h"
 #include "report/agreement_plot.h"
 #include "report/drawn_file.h"
@@ -22,11 +20,6 @@ std::string title_of(const StudyItem& item, const Texts& texts) {
 
 std::string label_of(const StudyItem& item, const Texts& texts) {
     return item.of ? label_of(item.of->items()[item.index], texts) : item.name;
-}
-
-// Of an item with its unit where the table lies among those of others.
-std::string unit_sign(const std::string& unit) {
-    return unit == "deg" ? "°" : unit;
 }
 
 class StudyPages {

@@ -34,6 +34,10 @@ std::string verdict_of(const Measurement& item, const Texts& texts) {
     return texts.chosen(texts.part(item.text), item.text_japanese);
 }
 
+std::string unit_sign(const std::string& unit) {
+    return unit == "deg" ? "°" : unit;
+}
+
 std::string what_of(const Finding& finding, const Texts& texts) {
     return texts.chosen(texts(finding.what), finding.japanese_what);
 }

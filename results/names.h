@@ -18,6 +18,8 @@ std::string label_of(const Measurement& item, const Texts& texts);
 std::string label_of(const tool::Item& item, const Texts& texts);
 // The text of an item that has one in place of a value.
 std::string verdict_of(const Measurement& item, const Texts& texts);
+// "°" for "deg"; other units as they are.
+std::string unit_sign(const std::string& unit);
 // Of a finding: what it is about, and the stage that it found.
 std::string what_of(const Finding& finding, const Texts& texts);
 std::string stage_of(const Finding& finding, const Texts& texts);

@@ -111,7 +111,7 @@ Position text_place(const std::vector<MeasuredShape>& shapes) {
 std::string text_of(const tool::MeasuredItem& item, const Analysis& analysis, const Texts& texts) {
     const std::string& unit = item.item->unit;
     const bool with_unit = item.state == ResultState::value && !unit.empty();
-    const std::string shown = unit == "deg" ? "°" : unit == "%" ? unit : " " + unit;
+    const std::string shown = (unit == "deg" || unit == "%" ? "" : " ") + unit_sign(unit);
     const bool english = texts.language() == Language::english;
     const std::string value = item.state != ResultState::text || english
                                   ? item.value_text

@@ -18,25 +18,22 @@ constexpr double narrowest_mm = 130;  // or the legend has no room
 constexpr double least_height_mm = 100, most_height_mm = 420, usual_height_mm = 240;
 constexpr double sheet_edge_mm = 4;  // what printers leave white
 
+void widen(Box& box, Position p) {
+    box = {std::min(box.left, p.x), std::min(box.top, p.y), std::max(box.right, p.x), std::max(box.bottom, p.y)};
+}
+
 // In pixels of the film.
 Box extent(const Tracing& tracing, const std::optional<FilmSize>& film) {
     if (film) return {0, 0, static_cast<double>(film->width), static_cast<double>(film->height)};
-    constexpr double far = std::numeric_limits<double>::infinity();
-    Box box{far, far, -far, -far};
-    const auto include = [&](Position p) {
-        box = {std::min(box.left, p.x), std::min(box.top, p.y), std::max(box.right, p.x), std::max(box.bottom, p.y)};
-    };
-    for (const FittedCurve& curve : tracing.outlines)
-        for (const Position& p : curve.outline.points) include(p);
-    for (const Landmark& landmark : tracing.landmarks) include(landmark.position);
+    Box box = extent_of_shapes(tracing);
     for (const TracingLine& line : tracing.lines) {
-        include(line.from);
-        include(line.to);
+        widen(box, line.from);
+        widen(box, line.to);
     }
     for (const TracingValue& value : tracing.values) {
         const double height = value.size_pt * mm_a_point / tracing.mm_per_pixel;
-        include(value.corner);
-        include({value.corner.x + display_width(value.text) * height / 2, value.corner.y + height});
+        widen(box, value.corner);
+        widen(box, {value.corner.x + display_width(value.text) * height / 2, value.corner.y + height});
     }
     if (box.left > box.right) return {0, 0, 1, 1};
     const double margin = margin_mm / tracing.mm_per_pixel;
@@ -60,6 +57,15 @@ Page laid_out(const Box& extent, const Tracing& tracing, double enlargement, dou
 }
 
 }  // namespace
+
+Box extent_of_shapes(const Tracing& tracing) {
+    constexpr double far = std::numeric_limits<double>::infinity();
+    Box box{far, far, -far, -far};
+    for (const FittedCurve& curve : tracing.outlines)
+        for (const Position& p : curve.outline.points) widen(box, p);
+    for (const Landmark& landmark : tracing.landmarks) widen(box, landmark.position);
+    return box;
+}
 
 std::vector<std::string> legend_remarks(const Tracing& tracing, double page_width_mm) {
     constexpr double column_mm = 0.55 * legend_line_mm;

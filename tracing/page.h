@@ -29,6 +29,9 @@ inline constexpr double legend_line_mm = 2.9, legend_line_height_mm = legend_lin
 // What is remarked on the case, in lines of a legend on a page of this width.
 std::vector<std::string> legend_remarks(const Tracing& tracing, double page_width_mm);
 
+// The box round outlines and landmarks, in pixels of the film; where there are none its left is infinite.
+Box extent_of_shapes(const Tracing& tracing);
+
 // Room for the whole film when there is one, else for what the tracing shows.
 Page page_for(const Tracing& tracing, const std::optional<FilmSize>& film);
 
