@@ -11,7 +11,7 @@ namespace cephtool {
 
 struct Remark {
     std::string code;  // short and stable, for programs; docs/formats.md lists them
-    // In English, a row of the table in texts.cpp. Behind "%*" stands a list of words that are rows themselves, behind
+    // In English, a row of results/text_table.cpp. Behind "%*" stands a list of words that are rows themselves, behind
     // "%&" the name of a population.
     std::string text;
     std::vector<std::string> values = {};  // what stands for its %1, %2 and %3

@@ -12,12 +12,6 @@ namespace cephtool {
 
 enum class Language { english, japanese };
 
-// One text in both languages.
-struct TextRow {
-    std::string_view english, japanese;
-};
-std::span<const TextRow> all_texts();
-
 class Texts {
  public:
     explicit Texts(Language language) : language_(language) {}

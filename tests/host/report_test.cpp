@@ -2,13 +2,14 @@
 #include <gmock/gmock.h>
 
 #include <cmath>
+#include <cstdlib>
 #include <nlohmann/json.hpp>
 
 #include "host/host_test.h"
 #include "report/deviation_chart.h"
 #include "report/result_table.h"
-#include "report/style.h"
 #include "report/superimposition.h"
+#include "results/text_table.h"
 #include "surface/recording_surface.h"
 
 namespace cephtool {
