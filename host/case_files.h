@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "cases/case.h"
-#include "host/command_line.h"
+#include "host/case_option_flags.h"
 
 namespace cephtool {
 

@@ -17,7 +17,7 @@ struct ErrorOption {
     bool measured_only = false;
 };
 
-// "--error" and "--error-file"; a command that has its own way of asking takes the second alone.
+// "--error", "--error-file" and "--no-assumed"; a command that has its own way of asking adds only the last two.
 void add_error_options(CommandLine& line, ErrorOption& option);
 void add_error_file(CommandLine& line, ErrorOption& option);
 

@@ -40,8 +40,8 @@ constexpr Command command_table[] = {
      "without outlines of its own gets those of an average face, fitted to its landmarks.",
      run_trace},
     {"report", "make a report to print, with tracing, tables and charts",
-     "Pages in PDF: the patient, the tracing, and each analysis with a chart of its deviations. With --compare they show "
-     "two or three films, laid over each other as well.",
+     "Pages in PDF or HTML: the patient, the tracing, and each analysis with a chart of its deviations. With --compare "
+     "they show two or three films, laid over each other as well.",
      run_report},
     {"chart", "draw the deviations from the norms as PNG, SVG or PDF",
      "Each item is a row, and a mark in it shows how many standard deviations the value lies from the mean. The bands "

@@ -25,7 +25,7 @@ class Selection {
     const std::vector<Analysis>& listed() const { return listed_; }
     // Valid as long as this object.
     std::span<const AnalysisFamily> chosen() const { return chosen_; }
-    // Throws an Error when "" is not meant and no analysis that is known here has norms of the population.
+    // Throws an Error when no analysis that is known here has norms of the population; "" asks for none.
     void check_population(const std::string& population) const;
 
  private:

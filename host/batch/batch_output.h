@@ -7,7 +7,7 @@
 // 3. So the number of the last whole line says where to go on, and later failures are to be found again.
 #pragma once
 
-#include <cstdint>
+#include <cstddef>
 #include <filesystem>
 #include <optional>
 #include <string>
@@ -34,8 +34,7 @@ class BatchOutput {
     // can't be done.
     bool lock();
 
-    // Whether an earlier run left something. Throws an Error when the name is that of
-    // something else.
+    // Whether an earlier run left something. Throws an Error when the name is that of something else.
     bool has_part() const;
     bool has_result() const;
 

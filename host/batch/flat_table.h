@@ -9,6 +9,7 @@
 
 #include "base/csv.h"
 #include "cases/case.h"
+#include "host/batch/plain_row.h"
 
 namespace cephtool {
 
@@ -41,7 +42,7 @@ class FlatTable {
     struct Own {
         std::string key;
         std::size_t column;
-        bool (*read_plain)(std::string_view value, Case& record) = nullptr;
+        PlainSetting read_plain = nullptr;
     };
     // What becomes of a point in the cases of a kind; the readers of all formats have said so of a case with it alone.
     struct Use {

@@ -4,6 +4,7 @@
 #include "base/path.h"
 #include "base/wording.h"
 #include "host/case_files.h"
+#include "host/case_option_flags.h"
 #include "host/command_line.h"
 #include "host/error_option.h"
 #include "host/landmark_slips.h"

@@ -6,6 +6,7 @@
 #include "base/wording.h"
 #include "host/batch/batch_progress.h"
 #include "host/batch/batch_work.h"
+#include "host/case_option_flags.h"
 #include "host/command_line.h"
 #include "host/error_option.h"
 #include "host/interruption.h"

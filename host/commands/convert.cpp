@@ -6,6 +6,7 @@
 #include "cases/case_film.h"
 #include "cases/case_format.h"
 #include "host/case_files.h"
+#include "host/case_option_flags.h"
 #include "host/command_line.h"
 #include "host/output.h"
 

@@ -6,6 +6,7 @@
 #include "base/path.h"
 #include "base/suggestion.h"
 #include "base/wording.h"
+#include "host/case_option_flags.h"
 #include "host/command_line.h"
 #include "host/output.h"
 #include "host/selection.h"

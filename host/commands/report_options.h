@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "host/command_line.h"
+#include "host/case_option_flags.h"
 #include "host/error_option.h"
 #include "host/selection.h"
 #include "report/film_results.h"

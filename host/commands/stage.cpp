@@ -2,6 +2,7 @@
 #include <ostream>
 
 #include "host/case_files.h"
+#include "host/case_option_flags.h"
 #include "host/command_line.h"
 #include "host/output.h"
 #include "host/selection.h"

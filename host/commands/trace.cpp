@@ -4,9 +4,9 @@
 #include <ostream>
 
 #include "base/numbers.h"
-#include "base/suggestion.h"
 #include "base/wording.h"
 #include "host/case_files.h"
+#include "host/case_option_flags.h"
 #include "host/command_line.h"
 #include "host/landmark_slips.h"
 #include "host/output.h"
@@ -28,8 +28,9 @@ struct PixelSize {
 };
 
 struct TraceOptions {
-    std::string input, output, mode, zoom, size, style, outlines = "case", mirrored = "right", language = "en", folder;
+    std::string input, output, mode, zoom, size, style, outlines = "case", mirrored = "right", folder;
     std::vector<std::string> measures;
+    Language language = Language::english;
     bool no_image = false, actual_size = false;
 };
 
@@ -128,7 +129,7 @@ void trace(const TraceOptions& options, const CaseOptions& case_options, Streams
     Tracing tracing = tracing_of(record, mode, analyses, face, source, mirrored);
     for (const std::string& name : options.measures) add_measure(tracing, record, analyses, name);
     notes.insert(notes.end(), tracing.notes.begin(), tracing.notes.end());
-    const bool japanese = options.language == "ja";
+    const bool japanese = options.language == Language::japanese;
     if (japanese) put_legend_into_japanese(tracing, record);
 
     std::optional<Page> sheet;
@@ -167,7 +168,7 @@ ExitCode run_trace(const Command& command, const Arguments& arguments, Streams& 
     line.add_choice("--mirrored-half", given.mirrored, {"left", "none", "right"},
                     "of a frontal tracing: dotted over the other\nhalf, to compare the sides");
     line.add_choice("--style", given.style, {"film", "paper"}, "film: bright on dark; paper: dark on white");
-    line.add_choice("--language", given.language, {"en", "ja"}, "en or ja: of the texts below the tracing");
+    line.add_language(given.language, "en or ja: of the texts below the tracing");
     line.add_text("--size", "WxH", given.size, "PNG: the largest that fits in it", [](const std::string& text) {
         return size_from(text) ? "" : in_quotes(text) + " is no size from 16x16 to 32767x32767, such as 1200x1500";
     });
