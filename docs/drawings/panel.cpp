@@ -4,6 +4,7 @@
 #include <LandmarkTable.h>
 #include <Tools.h>
 
+#include <algorithm>
 #include <cmath>
 #include <cstdio>
 #include <cstring>
@@ -202,6 +203,32 @@ std::string number(double value, int decimals, bool with_sign) {
     char text[64];
     std::snprintf(text, sizeof text, with_sign ? "%+.*f" : "%.*f", decimals, value);
     return text;
+}
+
+void place(Panel& panel, NamedPlaces places) {
+    for (const auto& [name, at] : places) panel.place(name, at);
+}
+
+CPointD at(Panel& panel, const char* landmark) {
+    return panel.point('[' + std::string(landmark) + ']');
+}
+
+std::string measured(Panel& panel, const std::string& formula, const char* unit, bool with_sign) {
+    const std::string text = number(panel.value(formula), 1, with_sign) + unit;
+    panel.caption(formula, "= " + text);
+    return text;
+}
+
+CPointD made(Panel& panel, const std::string& expression) {
+    const CPointD point = panel.point(expression);
+    panel.caption(expression, "= (" + number(point.x, 1) + ", " + number(point.y, 1) + ")");
+    return point;
+}
+
+void draw_outlines(Panel& panel, const Sample& sample, std::initializer_list<const char*> names) {
+    for (const Outline& outline : sample.outlines)
+        if (names.size() == 0 || std::ranges::find(names, outline.name) != names.end())
+            panel.curve(outline.points, outline_stroke, outline.closed);
 }
 
 }  // namespace constructions

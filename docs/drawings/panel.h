@@ -4,8 +4,9 @@
 #include <CephCalc.h>
 #include <framework/drawing.h>
 
+#include <initializer_list>
 #include <string>
-#include <string_view>
+#include <utility>
 
 #include "sample.h"
 
@@ -20,7 +21,8 @@ struct Stroke {
     double width = 1;  // as all lengths of a panel's own: 1/96 inch
     bool dashed = false;
 };
-constexpr Stroke thin{}, dashed{help, 1, true}, bold{result, 3}, side{given, 2};
+constexpr Stroke thin{}, dashed{help, 1, true}, bold{result, 3}, side{given, 2}, axis{given, 2, false},
+    outline_stroke{RGB(175, 175, 175), 1, false};
 
 // What of the image a panel shows.
 struct View {
@@ -72,5 +74,15 @@ class Panel {
 double direction(CPointD from, CPointD to);  // degrees as seen, -180 to 180
 CPointD halfway(CPointD a, CPointD b);
 std::string number(double value, int decimals, bool with_sign = false);
+
+using NamedPlaces = std::initializer_list<std::pair<const char*, CPoint>>;
+void place(Panel& panel, NamedPlaces places);
+CPointD at(Panel& panel, const char* landmark);
+// The value of a formula as its caption, and as a text for a label.
+std::string measured(Panel& panel, const std::string& formula, const char* unit, bool with_sign);
+// The point that an expression makes, and in the caption where it lies.
+CPointD made(Panel& panel, const std::string& expression);
+// All outlines where none is named.
+void draw_outlines(Panel& panel, const Sample& sample, std::initializer_list<const char*> names = {});
 
 }  // namespace constructions

@@ -22,4 +22,24 @@ struct Picture {
 
 std::span<const Picture> pictures();
 
+// measures.cpp
+void draw_signs(CDC& dc, const Samples& samples);
+void draw_len(CDC& dc, const Samples& samples);
+void draw_len_right(CDC& dc, const Samples& samples);
+void draw_len_down(CDC& dc, const Samples& samples);
+void draw_angle_at(CDC& dc, const Samples& samples);
+void draw_angle_between(CDC& dc, const Samples& samples);
+void draw_cast(CDC& dc, const Samples& samples);
+// made_points.cpp
+void draw_middle(CDC& dc, const Samples& samples);
+void draw_feet(CDC& dc, const Samples& samples);
+void draw_crossing(CDC& dc, const Samples& samples);
+void draw_bisectors(CDC& dc, const Samples& samples);
+void draw_extensions(CDC& dc, const Samples& samples);
+void draw_effective_a(CDC& dc, const Samples& samples);
+// items.cpp
+void draw_references(CDC& dc, const Samples& samples);
+void draw_switch(CDC& dc, const Samples& samples);
+void draw_examples(CDC& dc, const Samples& samples);
+
 }  // namespace constructions
