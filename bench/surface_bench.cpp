@@ -6,9 +6,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdint>
-#include <cstdlib>
 #include <random>
-#include <string>
 #include <vector>
 
 #include "Tools.h"

@@ -1,7 +1,7 @@
 // Where a file's bytes come from.
 #pragma once
 
-#include <algorithm>
+#include <cstddef>
 #include <cstdio>
 #include <cstring>
 

@@ -3,7 +3,6 @@
 #include <memory>
 #include <new>
 
-#include "exif/byte_order.h"
 #include "exif/comment.h"
 #include "exif/exif_block.h"
 #include "exif/frame.h"

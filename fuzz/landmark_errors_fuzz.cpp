@@ -1,11 +1,8 @@
 // Any list of landmark errors: figures lie within their limits, each landmark has one, what is written is read again as
 // the same, and the checker names every line that is passed over.
-#include <algorithm>
 #include <cmath>
 #include <cstdint>
-#include <string_view>
 
-#include "DefinitionCheck.h"
 #include "LandmarkErrors.h"
 #include "fuzz/subject.h"
 

@@ -9,6 +9,7 @@
 #include "base/numbers.h"
 #include "base/paint.h"
 #include "base/wording.h"
+#include "host/film_reading.h"
 
 namespace cephtool {
 namespace {

@@ -1,14 +1,12 @@
 // What a film is, as "cephtool film" tells it.
 #pragma once
 
-#include <film/film_scale.h>
+#include <film/film.h>
 
+#include <optional>
 #include <span>
 #include <string>
 #include <vector>
-
-#include "host/film_reading.h"
-#include "report/film.h"
 
 namespace cephtool {
 

@@ -12,7 +12,6 @@
 #include "base/error.h"
 #include "base/library_name.h"
 #include "base/path.h"
-#include "base/suggestion.h"
 #include "base/wording.h"
 #include "host/output.h"
 #ifdef TOOL_SURFACE_PICTURES

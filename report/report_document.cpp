@@ -8,7 +8,6 @@
 #include "report/style.h"
 #include "report/table_section.h"
 #include "report/tracing_section.h"
-#include "tracing/font.h"
 
 namespace cephtool {
 namespace {

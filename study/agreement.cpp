@@ -4,6 +4,7 @@
 #include <boost/math/distributions/fisher_f.hpp>
 #include <boost/math/distributions/students_t.hpp>
 #include <cmath>
+#include <span>
 
 namespace cephtool {
 namespace {

@@ -1,8 +1,8 @@
 // How well readings of the same films agree. n films, k readings of each: two by one observer, or one each by several.
 #pragma once
 
+#include <cstddef>
 #include <optional>
-#include <span>
 #include <vector>
 
 namespace cephtool {

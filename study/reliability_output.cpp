@@ -3,7 +3,6 @@
 #include "base/columns.h"
 #include "base/csv.h"
 #include "base/numbers.h"
-#include "base/wording.h"
 #include "study/reliability.h"
 
 namespace cephtool {

@@ -1,7 +1,6 @@
 // A picture in memory, for PNG files, screens and tracings burned into a radiograph.
 #pragma once
 
-#include <cstdint>
 #include <memory>
 #include <string>
 

@@ -3,8 +3,6 @@
 #include <algorithm>
 #include <cmath>
 
-#include "base/numbers.h"
-
 namespace cephtool {
 namespace {
 

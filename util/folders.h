@@ -1,7 +1,6 @@
 // Chores on whole folders. Empty paths and failures give false; an operation stops at its first failure unless stated.
 #pragma once
 
-#include <string>
 #include <string_view>
 
 namespace tool {

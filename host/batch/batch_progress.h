@@ -2,7 +2,7 @@
 #pragma once
 
 #include <chrono>
-#include <cstdint>
+#include <cstddef>
 #include <optional>
 #include <ostream>
 

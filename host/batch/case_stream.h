@@ -1,7 +1,7 @@
 // The cases that a batch names, as text, one after the other, without reading more of a file than has to be.
 #pragma once
 
-#include <filesystem>
+#include <cstdint>
 #include <fstream>
 #include <functional>
 #include <memory>

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "base/source.h"
+
 namespace cephtool {
 
 bool LineReader::fill() {

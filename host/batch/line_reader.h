@@ -5,8 +5,6 @@
 #include <string>
 #include <string_view>
 
-#include "base/source.h"
-
 namespace cephtool {
 
 class LineReader {

@@ -5,7 +5,6 @@
 #include "base/path.h"
 #include "base/program_folder.h"
 #include "base/source.h"
-#include "base/wording.h"
 #include "host/command_line.h"
 #include "host/desktop.h"
 #include "host/output.h"

@@ -1,4 +1,5 @@
 // cephtool film: what the files of X-rays are, and one of them as PNG.
+#include <film/film_scale.h>
 #include <film/window.h>
 
 #include <ostream>
@@ -8,6 +9,7 @@
 #include "host/command_line.h"
 #include "host/film_report.h"
 #include "host/output.h"
+#include "report/film.h"
 
 namespace cephtool {
 namespace {

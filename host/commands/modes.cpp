@@ -3,7 +3,6 @@
 #include <ostream>
 
 #include "base/columns.h"
-#include "base/suggestion.h"
 #include "base/wording.h"
 #include "host/command_line.h"
 #include "host/output.h"

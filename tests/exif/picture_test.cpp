@@ -1,7 +1,6 @@
 // Pictures that other programs wrote, whole and damaged.
 #include <gtest/gtest.h>
 
-#include <cmath>
 #include <filesystem>
 #include <fstream>
 

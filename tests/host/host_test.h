@@ -1,7 +1,6 @@
 // What the program's tests share: a program run in memory, and a folder that goes away.
 #pragma once
 
-#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <random>

@@ -1,6 +1,7 @@
 #include <Framework.h>
 #include <gmock/gmock.h>
 
+#include <cstdlib>
 #include <regex>
 #include <set>
 

@@ -2,7 +2,6 @@
 
 #include <gmock/gmock.h>
 
-#include <cstring>
 #include <nlohmann/json.hpp>
 
 #include "base/columns.h"
