@@ -29,8 +29,9 @@ const std::vector<SheetItem>& SheetBody::items() const {
         std::vector<SheetItem> items;
         for (const NamedLine& line : lines) {
             const TypedExpression typed = split_type(line.rest);
+            const NamedLine read = *file.find_item(line.name);
             items.push_back({.name = CString(line.name),
-                             .expression = CString(typed.expression),
+                             .expression = CString(split_type(read.rest).expression),
                              .unit = CString(unit_of_item(file, line.name)),
                              .column = typed.type.column,
                              .mode = typed.type.mode,

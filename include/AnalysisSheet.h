@@ -38,7 +38,7 @@ struct SheetSubject {
 // A line of the file's item sections.
 struct SheetItem {
     CString name;
-    CString expression;    // without its type suffix; alternatives included
+    CString expression;    // without its type suffix, with alternatives; of the first line so named
     CString unit;          // "deg", "mm", "%", "SD" or "" (no unit, or none that can be told), read off the formula
     int column = 0;        // result-list column 0..2
     int mode = 0;          // row mark 0..3: bit 0, the norm is shown; bit 1, the row is set off from the others

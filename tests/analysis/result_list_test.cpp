@@ -12,7 +12,7 @@ constexpr const char* definition =
     "SN=len([S],[N])\nFar=len([S],[N])*100\nAt mean=len([S],[N])\nRatio=len([S],[N])/len([N],[A])\n"
     "Hidden=len([S],[N]):4\nMarked=len([S],[N]):11\nBoth=len([S],[N]):14\n"
     "Verdict=len([S],[N])>5;\"short\";\"long\"\nNo Gn=len([S],[Gn])\nNorm of Gn=len([S],[N])\n"
-    "Broken=len([S],[N])/len([S],[S])\nEmpty=\nHuge=len([S],[N])*1000000\nBy sex=len([S],[N])-mean(\"SN\")\n"
+    "Broken=len([S],[N])/len([S],[S])\nEmpty=\nLengths=1\nHuge=len([S],[N])*1000000\nBy sex=len([S],[N])-mean(\"SN\")\n"
     "Tiny=len([S],[N])-150.001\nFlat=len([S],[N])\nCalc2:\nSecond=len([N],[A])\n"
     "Mean_M:\nSN=140\nMean_F:\nSN=145\nMean:\nFar=15001\nAt mean=150.0\nRatio=1.505\nHidden=140\nMarked=140\nBoth=140\n"
     "Norm of Gn=len([S],[Gn]):1\nTiny=-0.01\nFlat=1\n"
@@ -53,6 +53,7 @@ TEST(ResultList, RowsHoldWhatAListShows) {
         {"Norm of Gn", ResultState::value, "150.0", "mm", "", "", "", ""},
         {"Broken", ResultState::not_finite, "", "", "", "", "", ""},
         {"Empty", ResultState::no_formula, "", "", "", "", "", ""},
+        {"Lengths", ResultState::no_formula, "", "", "", "", "", ""},
         {"Huge", ResultState::value, "1.500e+08", "mm", "", "", "", ""},
         {"By sex", ResultState::value, "10.0", "mm", "", "", "", ""},
         {"Tiny", ResultState::value, "0.00", "mm", "-0.01", "10.00", "0.00", ""},
@@ -156,7 +157,7 @@ TEST(ResultList, FacesFillItFromTheFolderOfAnalyses) {
     const auto fill = [&](int kind, int index) {
         return CCephCalc::User_Calc(kind, index, s.record, s.kCount, s.kPoints, s.uCount, s.uPoints, 1, 0, &list);
     };
-    EXPECT_EQ(fill(0, 0), 18);
+    EXPECT_EQ(fill(0, 0), 19);
     EXPECT_EQ(row_of(list, "SN").stars, "**");
     EXPECT_EQ(CCephCalc::User_Diag(0, s.record, s.kCount, s.kPoints, s.uCount, s.uPoints, 1, 0, &list), 1);
     EXPECT_EQ(list.GetRow(0).valueText, "forward");
@@ -165,7 +166,7 @@ TEST(ResultList, FacesFillItFromTheFolderOfAnalyses) {
     EXPECT_EQ(list.GetColumnCount(), 3);
     EXPECT_EQ(fill(0, 1), 0);  // the catalogue ends; the list is empty
     EXPECT_EQ(list.GetCount(), 0);
-    EXPECT_EQ(CCephCalc::User_Calc(0, 0, s.record, nullptr, nullptr, nullptr, nullptr, 1, 0, nullptr), 18);
+    EXPECT_EQ(CCephCalc::User_Calc(0, 0, s.record, nullptr, nullptr, nullptr, nullptr, 1, 0, nullptr), 19);
 }
 
 }  // namespace
