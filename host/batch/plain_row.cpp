@@ -49,17 +49,17 @@ bool split(std::string_view line, std::vector<std::string_view>& fields) {
 }
 
 template <class Number>
-bool read_number(std::string_view text, Number& number) {
+bool read_plain_number(std::string_view text, Number& number) {
     const auto [end, failure] = std::from_chars(text.data(), text.data() + text.size(), number);
     return failure == std::errc() && end == text.data() + text.size();
 }
 
 // 2024-03-05
-bool read_date(std::string_view text, std::optional<Date>& date) {
+bool read_plain_date(std::string_view text, std::optional<Date>& date) {
     if (text.size() != 10 || text[4] != '-' || text[7] != '-') return false;
     unsigned year = 0, month = 0, day = 0;
-    if (!read_number(text.substr(0, 4), year) || !read_number(text.substr(5, 2), month) ||
-        !read_number(text.substr(8), day))
+    if (!read_plain_number(text.substr(0, 4), year) || !read_plain_number(text.substr(5, 2), month) ||
+        !read_plain_number(text.substr(8), day))
         return false;
     date = Date(std::chrono::year(static_cast<int>(year)), std::chrono::month(month), std::chrono::day(day));
     return date->ok() && year >= 1 && year <= last_year;
@@ -81,8 +81,8 @@ constexpr Setting settings[] = {
          record.sex = male ? Sex::male : Sex::female;
          return male || value == "f" || value == name_of(Sex::female);
      }},
-    {"birth", [](std::string_view value, Case& record) { return read_date(value, record.birth); }},
-    {"film", [](std::string_view value, Case& record) { return read_date(value, record.film); }},
+    {"birth", [](std::string_view value, Case& record) { return read_plain_date(value, record.birth); }},
+    {"film", [](std::string_view value, Case& record) { return read_plain_date(value, record.film); }},
     {"dental_stage",
      [](std::string_view value, Case& record) {
          record.dental_stage = value;
@@ -102,7 +102,7 @@ constexpr Setting settings[] = {
     {"scale_mm_per_px",
      [](std::string_view value, Case& record) {
          double scale = 0;
-         const bool is_number = read_number(value, scale);
+         const bool is_number = read_plain_number(value, scale);
          record.mm_per_pixel = scale;
          return is_number && is_scale(scale);
      }},
@@ -137,7 +137,7 @@ bool read_plain_coordinate(std::string_view text, double& coordinate) {
         }
     }
     if (at != end || number == 0)  // zeros have signs, too
-        return read_number(text, coordinate) && std::isfinite(coordinate);
+        return read_plain_number(text, coordinate) && std::isfinite(coordinate);
     coordinate = static_cast<double>(negative ? -number : number);
     if (point != end) coordinate /= powers_of_ten[end - point];
     return true;
