@@ -2,6 +2,7 @@
 
 #include <numbers>
 
+#include "FilmAxes.h"
 #include "analysis/landmark_names.h"
 #include "geometry/angle.h"
 
@@ -22,6 +23,16 @@ ErrorFrame error_frame(const Landmarks& landmarks) {
     if (placed(s, n))
         return frame(ErrorAxes::sella_nasion, turned(n - s, n.x < s.x ? -frankfort_to_sn : frankfort_to_sn));
     return {};
+}
+
+Result<FilmAxes> film_axes(Kind kind, const Subject& subject) {
+    Result<SubjectRecord> record = SubjectRecord::of(kind, subject);
+    if (!record) return Failure{record.reason()};
+    const SheetSubject fields = record->subject(Sex::male, 0);
+    const Landmarks landmarks(static_cast<int>(measured_on(kind)), fields.record, fields.kCount, fields.kPoints,
+                              fields.uCount);
+    const ErrorFrame frame = error_frame(landmarks);
+    return FilmAxes{frame.axes, {frame.along.x, frame.along.y}, {frame.across.x, frame.across.y}};
 }
 
 }  // namespace tool

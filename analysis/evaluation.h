@@ -4,13 +4,11 @@
 #include <deque>
 #include <functional>
 #include <map>
-#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
 #include <unordered_set>
 #include <utility>
-#include <vector>
 
 #include "analysis/definition_file.h"
 #include "analysis/formula.h"

@@ -2,9 +2,7 @@
 
 #include <algorithm>
 
-#include "FilmAxes.h"
 #include "LandmarkErrors.h"
-#include "analysis/error_frame.h"
 #include "platform/code_page.h"
 #include "platform/number_text.h"
 #include "platform/text.h"
@@ -129,21 +127,6 @@ std::optional<std::string> LandmarkErrors::to_text(std::string_view heading) con
         }
     }
     return code_page_from_utf8(text);
-}
-
-ErrorAxes LandmarkErrors::axes_of(int kind, const SheetSubject& subject) {
-    const Landmarks landmarks(kind, subject.record, subject.kCount, subject.kPoints, subject.uCount);
-    return error_frame(landmarks).axes;
-}
-
-Result<FilmAxes> film_axes(Kind kind, const Subject& subject) {
-    Result<SubjectRecord> record = SubjectRecord::of(kind, subject);
-    if (!record) return Failure{record.reason()};
-    const SheetSubject fields = record->subject(Sex::male, 0);
-    const Landmarks landmarks(static_cast<int>(measured_on(kind)), fields.record, fields.kCount, fields.kPoints,
-                              fields.uCount);
-    const ErrorFrame frame = error_frame(landmarks);
-    return FilmAxes{frame.axes, {frame.along.x, frame.along.y}, {frame.across.x, frame.across.y}};
 }
 
 }  // namespace tool

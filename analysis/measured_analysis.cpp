@@ -132,12 +132,6 @@ bool ValueError::covers(double of_deviation) const {
     return state == ErrorState::known && deviation && std::abs(of_deviation) <= for_95_percent * *deviation;
 }
 
-Result<ErrorAxes> error_axes(Kind kind, const Subject& subject) {
-    Result<SubjectRecord> record = SubjectRecord::of(kind, subject);
-    if (!record) return Failure{record.reason()};
-    return LandmarkErrors::axes_of(static_cast<int>(measured_on(kind)), record->subject(Sex::male, 0));
-}
-
 Result<MeasuredAnalysis> measure_all(const Analysis& analysis, const Subject& subject, Shapes shapes,
                                      const LandmarkErrors* errors) {
     Result<SubjectRecord> record = SubjectRecord::of(analysis.kind(), subject);

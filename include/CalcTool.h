@@ -124,10 +124,10 @@ class TOOL_API CCalcTool {
         PROFIRO_SOFT_TISSUE = 256
     };
     static int Get_Profiro_Status(const tagPOINTLAT* record);
-    // Fills slots that are empty with what can be constructed from placed landmarks, to the nearest pixel, and tells how many. Go:
-    // the crossing of the tangents Ar-Go(P) and Me-Go(L), constructed gonion; Gn: of N-Pog and Me-Go(L), gnathion
-    // after Ricketts; 54 to 58: as CCephCalc::Check_LatPoint, but never from an empty landmark. A point on the bone
-    // itself is another: place it by hand where it is meant.
+    // Fills slots that are empty with what can be constructed from placed landmarks, to the nearest pixel, and tells
+    // how many. Go: the crossing of the tangents Ar-Go(P) and Me-Go(L), constructed gonion; Gn: of N-Pog and Me-Go(L),
+    // gnathion after Ricketts; 54 to 58: as CCephCalc::Check_LatPoint, but never from an empty landmark. A point on the
+    // bone itself is another: place it by hand where it is meant.
     static int Point_Make(tagPOINTLAT* record);
     // The same of one slot, unrounded and whatever the slot holds. 1, or 0 and nothing written when it can't be
     // constructed: a landmark is missing, the lines are parallel, or the point would be empty or beyond 32 bits.

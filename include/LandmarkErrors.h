@@ -44,9 +44,6 @@ class TOOL_API LandmarkErrors {
     // no place in the code page.
     std::optional<std::string> to_text(std::string_view heading) const;
 
-    // What the axes of a subject's errors are taken from.
-    static ErrorAxes axes_of(int kind, const SheetSubject& subject);
-
  private:
     std::shared_ptr<const std::vector<LandmarkError>> errors_;
 };
@@ -58,7 +55,7 @@ enum class ErrorState {
     known,
     no_figure,   // for a landmark that it rests on
     at_border,   // within the errors of the landmarks the formula goes another way, so that the value jumps
-    not_derived  // cast measures, virtual landmarks, and formulas that only their text can tell (program.h)
+    not_derived  // cast measures, virtual landmarks, and formulas that lead in a circle or make what they do not use
 };
 
 // The standard error of an item's value from those of its landmarks, which are taken as independent: linear

@@ -108,7 +108,4 @@ enum class Shapes { left_out, wanted };
 TOOL_API Result<MeasuredAnalysis> measure_all(const Analysis& analysis, const Subject& subject,
                                               Shapes shapes = Shapes::wanted, const LandmarkErrors* errors = nullptr);
 
-// What the axes of the errors are taken from (LandmarkErrors.h).
-TOOL_API Result<ErrorAxes> error_axes(Kind kind, const Subject& subject);
-
 }  // namespace tool

@@ -11,7 +11,6 @@ namespace tool {
 // 90.00000001175155 degrees and must stay so.
 inline constexpr double short_pi = 3.141592654;
 inline constexpr double short_half_pi = 1.570796327;
-inline constexpr double short_two_pi = 6.283185308;
 
 inline constexpr double degrees_from_radians(double radians) { return radians / short_pi * 180.0; }
 inline constexpr double radians_from_degrees(double degrees) { return degrees / 180.0 * short_pi; }

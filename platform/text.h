@@ -35,12 +35,6 @@ inline constexpr std::size_t char_length(std::string_view text) {
     return is_lead_byte(static_cast<unsigned char>(text[0])) && text.size() > 1 && text[1] != '\0' ? 2 : 1;
 }
 
-// The next character of a NUL-ended text; never beyond its NUL.
-inline constexpr const char* next_char(const char* text) {
-    if (*text == '\0') return text;
-    return text + (is_lead_byte(static_cast<unsigned char>(*text)) && text[1] != '\0' ? 2 : 1);
-}
-
 // Position of the first (last) `wanted` that is a character of its own, not a trail byte; npos when there is none.
 std::size_t find_char(std::string_view text, char wanted);
 std::size_t find_last_char(std::string_view text, char wanted);

@@ -1,5 +1,7 @@
 #include "results/measurement.h"
 
+#include <FilmAxes.h>
+
 #include <algorithm>
 #include <array>
 
@@ -48,13 +50,13 @@ Measurement measurement(const Analysis& analysis, const tool::MeasuredItem& row)
 
 // What stands behind "±".
 Remark error_remark(Kind kind, const tool::Subject& subject) {
-    const auto axes = tool::error_axes(static_cast<tool::Kind>(kind), subject);
-    if (kind == Kind::lateral && axes && *axes == tool::ErrorAxes::sella_nasion) {
+    const auto axes = tool::film_axes(static_cast<tool::Kind>(kind), subject);
+    if (kind == Kind::lateral && axes && axes->from == tool::ErrorAxes::sella_nasion) {
         return {"errors_by_sn",
                 "± is one standard error, by the errors of the landmarks along and across Frankfort, which is taken "
                 "as S-N less 7 degrees: Po or Or is missing."};
     }
-    if (kind == Kind::lateral && axes && *axes == tool::ErrorAxes::film) {
+    if (kind == Kind::lateral && axes && axes->from == tool::ErrorAxes::film) {
         return {"errors_by_film",
                 "± is one standard error, by the errors of the landmarks along and across Frankfort, which is taken "
                 "as the film's width: neither Po-Or nor S-N is there."};
