@@ -3,6 +3,7 @@
 #include <set>
 
 #include "analysis/composed_items.h"
+#include "analysis/formula_names.h"
 #include "analysis/item_text.h"
 #include "platform/code_page.h"
 #include "platform/text.h"
@@ -49,6 +50,43 @@ class Composer {
         return norms_differ(norm.rest) && !items_.source_of(entry).table(norm, sex).empty();
     }
 
+    // The norms for one sex that go by stages.
+    std::vector<const NamedLine*> staged(const Entry& entry, std::size_t sex) const {
+        std::vector<const NamedLine*> found;
+        for (const auto part : {&Norms::mean, &Norms::sd})
+            if (const auto& norm = entry.norms[sex].*part; norm && goes_by_stage(entry, *norm, sex))
+                found.push_back(&*norm);
+        return found;
+    }
+
+    // Where one of its norms has no column, an item has none in its own analysis.
+    bool has_norms_at(const StageRange& stage, const Entry& entry, std::size_t sex) const {
+        return std::ranges::all_of(staged(entry, sex), [&](const NamedLine* norm) {
+            return place_in(items_.source_of(entry).table(*norm, sex), stage.from).has_value();
+        });
+    }
+
+    bool has_norms_at_all_stages(const Entry& entry, std::size_t sex) const {
+        return !stages_.empty() &&
+               std::ranges::all_of(stages_, [&](const StageRange& stage) { return has_norms_at(stage, entry, sex); });
+    }
+
+    // A formula that takes a norm has no value where the norm has no column; an empty norm would be taken for 0 there.
+    std::string refused_reference() const {
+        for (const Entry& entry : items_.entries())
+            for (const std::string_view text : entry.texts())
+                for (const auto& [ask, name] : references_in(text)) {
+                    const Entry* const of = ask == Ask::value ? nullptr : items_.find(entry, name);
+                    for (std::size_t sex = 0; of && sex < std::size(ComposedItems::sexes); ++sex)
+                        if (!staged(*of, sex).empty() && !has_norms_at_all_stages(*of, sex))
+                            return "\"" + utf8_from_code_page(entry.item.name) + "\" of " +
+                                   file_name(*items_.source_of(entry).analysis) + " takes a norm of \"" +
+                                   utf8_from_code_page(name) +
+                                   "\", which it has for some of the stages of these analyses only; make a file of each";
+                }
+        return {};
+    }
+
     template <class Visit>
     void for_each_norm(Visit visit) const {
         for (const Entry& entry : items_.entries())
@@ -74,18 +112,21 @@ class Composer {
         stages_ = cut_at_all_borders(tables, by_age_);
         if (stages_.size() > most_stages)
             return "The stages of these analyses have more than 100 borders; make a file of fewer of them";
-        return {};
+        return refused_reference();
     }
 
     // The values of a norm for the stages of the new file.
     std::string values(const Entry& entry, const NamedLine& norm, std::size_t sex) const {
-        if (!goes_by_stage(entry, norm, sex)) return items_.renamed(entry, norm_field(norm.rest, 0));
-        const StageTable& table = items_.source_of(entry).table(norm, sex);
+        const bool by_stage = goes_by_stage(entry, norm, sex);
+        if (!by_stage && (staged(entry, sex).empty() || has_norms_at_all_stages(entry, sex)))
+            return items_.renamed(entry, norm_field(norm.rest, 0));
         std::string list;
         bool any = false;
         for (const StageRange& stage : stages_) {
-            const auto place = place_in(table, stage.from);
-            const std::string_view field = place ? norm_field(norm.rest, *place) : std::string_view();
+            std::string_view field;
+            if (has_norms_at(stage, entry, sex))
+                field = norm_field(norm.rest,
+                                   by_stage ? *place_in(items_.source_of(entry).table(norm, sex), stage.from) : 0);
             any = any || !field.empty();
             if (&stage != &stages_.front()) list += ',';
             list += items_.renamed(entry, field);

@@ -49,6 +49,11 @@ class ComposedItems {
     std::span<const Source> sources() const { return sources_; }
     std::span<const Entry> entries() const { return entries_; }
     const Source& source_of(const Entry& entry) const { return sources_[entry.source]; }
+    // The item that a text of the entry calls so; null when there is none.
+    const Entry* find(const Entry& entry, std::string_view name) const {
+        const auto known = places_.find({entry.source, name});
+        return known == places_.end() ? nullptr : &entries_[known->second];
+    }
     // What the file says of the entry's item.
     std::string_view of(Sample::ByName Sample::*lines, const Entry& entry) const {
         return Sample::of(source_of(entry).sheet->sample.*lines, entry.item.name);

@@ -145,6 +145,12 @@ TEST(Compose, CutsStagesAtAllBorders) {
         text,
         HasSubstr("Stage:\r\nBoy/Girl=4-6\r\nSmall/Boy/Girl=6-8\r\nSmall/Girl=8-9\r\nTall/Girl=9-12\r\nTall=12-\r\n"));
     EXPECT_THAT(text, HasSubstr("\r\nXA=,1,1,2,2\r\n"));
+    // Where the mean has no column the item has no SD either, and a formula that takes them has no value.
+    EXPECT_THAT(text, HasSubstr("\r\nXA=,1,1,1,1\r\n"));
+    const Analysis taken = with("T.txt", "Stage:\nSmall=6-9\nTall=9-\n", "Y=1+mean(\"XT\")\nMean:\nXT=1,2\n");
+    const ComposedItem alone[] = {{&taken, 0}, {&taken, 1}}, lacking[] = {{&taken, 1}, {&b, 0}};
+    EXPECT_THAT(composed(alone), HasSubstr("\r\nXT=1,2\r\n"));
+    EXPECT_THAT(composed(lacking), HasSubstr("failed: \"Y\" of T.txt takes a norm of \"XT\", which it has for some"));
     EXPECT_THAT(text, HasSubstr("Mean_M:\r\nXB=5,5,,,\r\n"));
     EXPECT_THAT(text, HasSubstr("Mean_F:\r\nXB=5,5,5,5,\r\n"));
     EXPECT_THAT(text, HasSubstr("Param:\r\nAges=12-18\r\n"));
