@@ -71,6 +71,18 @@ class Composer {
                std::ranges::all_of(stages_, [&](const StageRange& stage) { return has_norms_at(stage, entry, sex); });
     }
 
+    // A field takes in the comma behind it when a bracket, or a character of two bytes, is left open.
+    std::string refused_norm() const {
+        std::string refused;
+        for_each_norm([&](const Entry& entry, const NamedLine& norm, std::size_t) {
+            for (const std::string_view field : norm_fields(norm.rest))
+                if (norm_fields(std::string(field) + ",").size() != 2)
+                    refused = "A norm of \"" + utf8_from_code_page(entry.item.name) + "\" of " +
+                              file_name(*items_.source_of(entry).analysis) + " has a bracket that is not closed";
+        });
+        return refused;
+    }
+
     // A formula that takes a norm has no value where the norm has no column; an empty norm would be taken for 0 there.
     std::string refused_reference() const {
         for (const Entry& entry : items_.entries())
@@ -112,7 +124,8 @@ class Composer {
         stages_ = cut_at_all_borders(tables, by_age_);
         if (stages_.size() > most_stages)
             return "The stages of these analyses have more than 100 borders; make a file of fewer of them";
-        return refused_reference();
+        const std::string refused = refused_norm();
+        return refused.empty() ? refused_reference() : refused;
     }
 
     // The values of a norm for the stages of the new file.

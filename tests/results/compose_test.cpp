@@ -161,6 +161,9 @@ TEST(Compose, CutsStagesAtAllBorders) {
     const ComposedItem kinds[] = {{&a, 0}, {&frontal, 0}};
     EXPECT_THAT(composed(kinds), HasSubstr("failed: Items of A.txt and F.txt are not measured on the same kind"));
     EXPECT_THAT(composed({}), HasSubstr("failed: There is no item"));
+    const Analysis open = with("O.txt", "Stage:\nSmall=6-9\nTall=9-\n", "Mean:\nXO=1,2(3\n");
+    const ComposedItem ends_open[] = {{&open, 0}};
+    EXPECT_THAT(composed(ends_open), HasSubstr("failed: A norm of \"XO\" of O.txt has a bracket that is not closed"));
 }
 
 TEST(ComposeCommand, TakesItemsByNameWithCommasInThem) {
