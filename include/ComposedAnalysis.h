@@ -29,8 +29,8 @@ struct ComposedItem {
 // about norms come along. Ages of samples do as far as they overlap; `title` is UTF-8.
 //
 // A failure says why, when there is no item, items are of unlike records (lateral, frontal, casts) or their norms go by
-// the age here and the dental stage there, one refers to an item that its file lacks, or there would be more than 100
-// stages.
+// the age here and the dental stage there, one refers to an item that its file lacks, a formula takes a norm that has
+// columns for some of the stages only, a norm has a bracket that is not closed, or there would be more than 100 stages.
 TOOL_API Result<std::string> compose(std::string_view title, std::span<const ComposedItem> items);
 
 }  // namespace tool
