@@ -46,6 +46,12 @@ std::string printable(std::string_view text) {
     return safe;
 }
 
+std::vector<std::string> printable(const std::vector<std::string>& texts) {
+    std::vector<std::string> safe;
+    for (const std::string& text : texts) safe.push_back(printable(text));
+    return safe;
+}
+
 std::string in_quotes(std::string_view text) {
     constexpr int readable_columns = 40;
     constexpr std::size_t readable_bytes = 4 * readable_columns;

@@ -4,12 +4,14 @@
 #include <span>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace cephtool {
 
 // Safe to show: control characters become "\x1B", those that turn the direction of text "\u202E", malformed bytes
 // U+FFFD.
 std::string printable(std::string_view text);
+std::vector<std::string> printable(const std::vector<std::string>& texts);
 
 // printable(), cut to a readable length, in double quotes: what was found, in a message.
 std::string in_quotes(std::string_view text);

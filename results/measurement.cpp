@@ -13,12 +13,6 @@
 namespace cephtool {
 namespace {
 
-std::vector<std::string> printable_all(const std::vector<std::string>& texts) {
-    std::vector<std::string> all;
-    for (const std::string& text : texts) all.push_back(printable(text));
-    return all;
-}
-
 Measurement measurement(const Analysis& analysis, const tool::MeasuredItem& row) {
     const tool::Item& item = *row.item;
     const bool is_text = row.state == ResultState::text;
@@ -41,8 +35,8 @@ Measurement measurement(const Analysis& analysis, const tool::MeasuredItem& row)
             .sd_text = row.sd_text,
             .deviation_text = row.deviation_text,
             .stars = row.stars,
-            .missing = printable_all(row.missing),
-            .norm_missing = printable_all(row.norm_missing),
+            .missing = printable(row.missing),
+            .norm_missing = printable(row.norm_missing),
             .reason = reason_of(row.state, row.degenerate),
             .remarks = {},
             .error = row.error};

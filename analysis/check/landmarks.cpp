@@ -19,13 +19,13 @@ constexpr std::string_view vertebra_points[] = {"C3ua", "C3up", "C3da", "C3dp", 
 }  // namespace
 
 LandmarkCheck::LandmarkCheck(int kind, Findings& findings) : findings_(findings) {
-    const bool any_kind = !is_lateral(kind) && !is_frontal(kind) && kind != 2;
+    const bool any_kind = !is_lateral(kind) && !is_frontal(kind) && !is_cast(kind);
     for (const int film : {0, 1})
         if (any_kind || (film == 0 ? is_lateral(kind) : is_frontal(kind)))
             known_.insert(known_.end(), landmark_names(film).begin(), landmark_names(film).end());
     if (any_kind || is_lateral(kind))
         known_.insert(known_.end(), std::begin(vertebra_points), std::end(vertebra_points));
-    for (int slot = 0; slot < cast_point_count && (any_kind || kind == 2); ++slot)
+    for (int slot = 0; slot < cast_point_count && (any_kind || is_cast(kind)); ++slot)
         known_.push_back(cast_point_name(slot));
 }
 

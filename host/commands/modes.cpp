@@ -15,12 +15,6 @@ using Json = nlohmann::ordered_json;
 
 constexpr int kind_width = 8, number_width = 4, title_width = 30, count_width = 6, file_width = 13;
 
-std::vector<std::string> printable_all(const std::vector<std::string>& texts) {
-    std::vector<std::string> all;
-    for (const std::string& text : texts) all.push_back(printable(text));
-    return all;
-}
-
 std::string text_of(tool::ModeDecimals decimals) {
     switch (decimals) {
         case tool::ModeDecimals::none: return "0";
@@ -60,7 +54,7 @@ std::string shown(const KindOfMode& listed, const Texts& texts) {
                        file_of(mode) + "\n\n";
     text += mode.every_landmark ? texts("All landmarks") + "\n" : heading("%1 landmarks", mode.landmarks.size());
     if (!mode.landmarks.empty())
-        text += "  " + wrapped(joined(printable_all(mode.landmarks), " "), page_width - 2, "  ") + "\n";
+        text += "  " + wrapped(joined(printable(mode.landmarks), " "), page_width - 2, "  ") + "\n";
     text += heading("%1 lines", mode.lines.size());
     for (const tool::ModeLine& line : mode.lines) {
         text += "  " + left_aligned(printable(line.from + " - " + line.to), name_width) + hex(line.colour) + "  " +
@@ -109,10 +103,10 @@ Json json_of(const KindOfMode& listed, bool with_parts, const Texts& texts) {
                  {"file", file_of(mode)}};
     if (with_parts) {
         json["every_landmark"] = mode.every_landmark;
-        json["landmarks"] = printable_all(mode.landmarks);
+        json["landmarks"] = printable(mode.landmarks);
         json["lines"] = json_list(mode.lines);
         json["values"] = json_list(mode.values);
-        json["settings"] = printable_all(mode.landmark_settings);
+        json["settings"] = printable(mode.landmark_settings);
     } else {
         json["landmark_count"] = mode.landmarks.size();
         json["line_count"] = mode.lines.size();

@@ -73,7 +73,7 @@ std::vector<const StudyItem*> items_named(const Study& study, const std::vector<
 }  // namespace
 
 ExitCode run_reliability(const Command& command, const Arguments& arguments, Streams& streams) {
-    std::vector<std::vector<std::string>> paths(4), more;
+    std::vector<std::vector<std::string>> paths(2), more;
     std::vector<std::string> names;
     std::optional<int> repeats;
     std::string folder, output, errors_path;
@@ -85,9 +85,7 @@ ExitCode run_reliability(const Command& command, const Arguments& arguments, Str
     line.add_argument("FIRST", paths[0], "cases of the first reading: files or folders").required();
     line.add_list("--second", "CASE", paths[1], "the same films read again: the names of\nthe files are the same")
         .required();
-    line.add_list("--third", "CASE", paths[2], "and once more");
-    line.add_list("--fourth", "CASE", paths[3], "and once more");
-    line.add_lists("--next", "CASE", more, "a further reading; it may be given again");
+    line.add_lists("--next", "CASE", more, "and once more; it may be given again");
     line.add_number("--repeats", repeats, 1, 100,
                     "readings of each observer, which follow\neach other: tells observers apart from\nrepetition");
     line.add_text("--write-errors", "FILE", errors_path,
@@ -103,9 +101,6 @@ ExitCode run_reliability(const Command& command, const Arguments& arguments, Str
                      ResultFormat::html});
     line.add_output(output);
     if (!line.parse(arguments, streams)) return ExitCode::done;
-    if (paths[2].empty() && !paths[3].empty())
-        throw Error(ExitCode::bad_command_line, "there is a fourth reading and no third", "Name it with --third.");
-    std::erase_if(paths, [](const auto& reading) { return reading.empty(); });
     paths.insert(paths.end(), more.begin(), more.end());
     const std::size_t repeated = static_cast<std::size_t>(repeats.value_or(1));
     if (paths.size() % repeated != 0) {

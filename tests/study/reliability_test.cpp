@@ -66,7 +66,7 @@ TEST(Reliability, TellsTheErrorsThatWereMade) {
     EXPECT_EQ(written.find("A", false)->across_mm, 0);
     EXPECT_EQ(written.find("A", false)->readings, 2 * films);
     // Five readings are read like two.
-    const auto five = run({"reliability", "a", "--second", "b", "--third", "a", "--next", "b", "--next", "a",
+    const auto five = run({"reliability", "a", "--second", "b", "--next", "a", "--next", "b", "--next", "a",
                            "--analysis", "Steiner", "--format", "csv", "--anaitem", ANALYSES});
     EXPECT_THAT(five.out, HasSubstr("landmark,,A along,mm,40,5,5,")) << five.err;
     // The errors that were found are those of values.
