@@ -128,18 +128,31 @@ class Composer {
         return refused.empty() ? refused_reference() : refused;
     }
 
+    // "" where it has none.
+    std::string_view field_at(const StageRange& stage, const Entry& entry, const NamedLine& norm,
+                              std::size_t sex) const {
+        if (!has_norms_at(stage, entry, sex)) return {};
+        const StageTable& table = items_.source_of(entry).table(norm, sex);
+        return norm_field(norm.rest, goes_by_stage(entry, norm, sex) ? *place_in(table, stage.from) : 0);
+    }
+
+    // Whether the norms that go by stages tell by themselves where this item has any.
+    bool stages_stand_in_the_file(const Entry& entry, std::size_t sex) const {
+        return has_norms_at_all_stages(entry, sex) &&
+               std::ranges::any_of(staged(entry, sex), [&](const NamedLine* norm) {
+                   return std::ranges::any_of(
+                       stages_, [&](const StageRange& stage) { return !field_at(stage, entry, *norm, sex).empty(); });
+               });
+    }
+
     // The values of a norm for the stages of the new file.
     std::string values(const Entry& entry, const NamedLine& norm, std::size_t sex) const {
-        const bool by_stage = goes_by_stage(entry, norm, sex);
-        if (!by_stage && (staged(entry, sex).empty() || has_norms_at_all_stages(entry, sex)))
+        if (!goes_by_stage(entry, norm, sex) && (staged(entry, sex).empty() || stages_stand_in_the_file(entry, sex)))
             return items_.renamed(entry, norm_field(norm.rest, 0));
         std::string list;
         bool any = false;
         for (const StageRange& stage : stages_) {
-            std::string_view field;
-            if (has_norms_at(stage, entry, sex))
-                field = norm_field(norm.rest,
-                                   by_stage ? *place_in(items_.source_of(entry).table(norm, sex), stage.from) : 0);
+            const std::string_view field = field_at(stage, entry, norm, sex);
             any = any || !field.empty();
             if (&stage != &stages_.front()) list += ',';
             list += items_.renamed(entry, field);
