@@ -1,5 +1,6 @@
 #include "ArrayMeasurer.h"
 
+#include <algorithm>
 #include <cmath>
 #include <cstring>
 #include <limits>
@@ -14,6 +15,7 @@
 #include "analysis/film_steps.h"
 #include "analysis/landmarks.h"
 #include "analysis/program_block.h"
+#include "analysis/program_step.h"
 #include "analysis/sheet_body.h"
 
 namespace tool {
@@ -24,10 +26,38 @@ constexpr std::size_t nowhere = ~std::size_t{0};
 
 // An item's norm for a sex and band.
 struct PlainNorm {
-    bool is_plain = true;  // landmarks have no part in it
+    bool is_plain = true;  // the record has no part in it
     std::optional<double> mean = {}, sd = {};
     bool operator==(const PlainNorm&) const = default;
 };
+
+// Whether the record has a part in a norm's line: in what it names, or, since a text may read landmarks where it names
+// none (`len"[A][B]`), in what its formulas take.
+bool rests_on_record(const Program& program, int line) {
+    const std::uint64_t* const needs = program.needs_of_line(line);
+    if (std::any_of(needs, needs + program.words, [](std::uint64_t bits) { return bits != 0; })) return true;
+    const Program::NormLine& norm = program.norm_lines[static_cast<std::size_t>(line)];
+    if (norm.as_text) return true;
+    std::vector<StepId> wanted;
+    for (const Program::NormField& field : norm.fields)
+        if (field.formula != no_step) wanted.push_back(field.formula);
+    std::vector<bool> met(program.steps.size());
+    while (!wanted.empty()) {
+        const StepId id = wanted.back();
+        wanted.pop_back();
+        if (met[id]) continue;
+        met[id] = true;
+        const Step& step = program.steps[id];
+        if (is_landmark(step) || step.kind == Step::Kind::cast_measure) return true;
+        if (step.kind == Step::Kind::item && program.items[step.in[0]].as_text) return true;
+        const auto is_text = [&](int of) {
+            return of >= 0 && program.norm_lines[static_cast<std::size_t>(of)].as_text;
+        };
+        if (step.kind == Step::Kind::norm && std::ranges::any_of(program.norms[step.in[0]], is_text)) return true;
+        program.each_source(step, [&](StepId source) { wanted.push_back(source); });
+    }
+    return false;
+}
 
 double coordinate(const std::byte* at) {
     double value;
@@ -163,9 +193,7 @@ PlainNorm ArrayMeasurer::Body::plain_norm(std::size_t column, int sex, int band)
     PlainNorm norm;
     for (const int part : {item.mean, item.sd}) {
         const int line = part < 0 ? -1 : program.line(part, sex);
-        const auto needs = [](std::uint64_t bits) { return bits != 0; };
-        if (line >= 0 && std::ranges::any_of(std::span(program.needs_of_line(line), program.words), needs))
-            return {.is_plain = false};
+        if (line >= 0 && rests_on_record(program, line)) return {.is_plain = false};
     }
     const SheetRow row = measurer.Evaluate(0, items[column], sex, band);
     if (row.norm_needs_band) return norm;
