@@ -55,7 +55,7 @@ ErrorLine next_error_line(std::string_view& text) {
     if (equal_ignoring_case(readings, assumed_word)) readings = {};
     const bool whole = std::ranges::all_of(readings, [](char c) { return c >= '0' && c <= '9'; });
     if (!whole || readings.size() > 6) return line;
-    if (!readings.empty()) line.readings = read_int(readings);
+    if (!readings.empty() && !line.assumed) line.readings = read_int(readings);  // nobody read what is assumed
     line.source = trimmed(rest);
     line.kind = Sort::landmark;
     return line;
