@@ -223,7 +223,8 @@ TEST(ValueErrors, BordersAndWhatHasNoErrorAreTold) {
     };
     std::string text = "title:\nT\nCalc:\n";
     for (const Row& row : rows) text += "I" + std::to_string(&row - rows) + "=" + row.formula + ":1\n";
-    text += "Moving=len([S],[N]):1\nMean:\nMoving=case(\"I0\"),1\nSD:\nMoving=2\n";
+    text +=
+        "Moving=len([S],[N]):1\nStill=len([S],[N]):1\nMean:\nMoving=case(\"I0\")*1,1\nStill=99\nSD:\nMoving=2\nStill=2\n";
     Film film(lateral, "lateral-average.json");
     film.side = tagPOINTLAT();
     film.side.Scale = 1 / steps_a_mm;
@@ -251,9 +252,13 @@ TEST(ValueErrors, BordersAndWhatHasNoErrorAreTold) {
             EXPECT_EQ(error.without.GetAt(0), "Ba");
         }
     }
-    const SheetError moving = measurer.Error(0, int(std::size(rows)), 2, 0);
-    EXPECT_NEAR(moving.value, std::sqrt(2.0), 1e-9);
-    EXPECT_NEAR(moving.deviation, 0, 1e-9);  // the mean moves with the value
+    for (const auto& [behind, deviation] : {std::pair(0, 0.0), {1, std::sqrt(0.5)}}) {  // a mean moves with the value
+        const int item = int(std::size(rows)) + behind;
+        const SheetError error = measurer.Error(0, item, 2, 0);
+        EXPECT_TRUE(measurer.Evaluate(0, item, 2, 0).has_mean);
+        EXPECT_NEAR(error.value, std::sqrt(2.0), 1e-9);
+        EXPECT_NEAR(error.deviation, deviation, 1e-9);
+    }
 }
 
 TEST(ValueErrors, FileOfErrorsIsReadAndWritten) {
