@@ -59,10 +59,31 @@ void describe(DcmDataset& data_set, const DicomPicture& picture) {
     put(DCM_PixelRepresentation, picture.is_signed ? 1 : 0);
 }
 
+// What is wrong with a JPEG stream before its frame header (ITU-T T.81, B.1.1.3 and B.2.4), "" when nothing is. DCMTK
+// looks for that header, too, and stays for ever at the marker FF01, which has no length.
+std::string fault_before_frame_header(std::string_view jpeg) {
+    if (!jpeg.starts_with("\xFF\xD8")) return "it does not begin as a JPEG stream does";
+    const auto byte = [&](std::size_t at) { return static_cast<unsigned char>(jpeg[at]); };
+    for (std::size_t at = 2; at + 4 <= jpeg.size();) {
+        const unsigned marker = byte(at + 1);
+        const bool is_table = marker == 0xC4 || marker == 0xCC || marker == 0xFE || (marker >= 0xDB && marker <= 0xEF);
+        const bool is_frame = (marker & 0xF0) == 0xC0 && !is_table && marker != 0xC8;
+        const std::size_t length = byte(at + 2) * std::size_t{256} + byte(at + 3);
+        if (byte(at) != 0xFF || (!is_table && !is_frame) || length < 2)
+            return "its JPEG stream has no segment at byte " + std::to_string(at);
+        if (is_frame) return {};
+        at += 2 + length;
+    }
+    return "its JPEG stream has no frame header";
+}
+
 }  // namespace
 
 std::string unpack_by_dcmtk(const TransferSyntax& syntax, const std::vector<std::string_view>& fragments,
                             DicomPicture& picture, std::uint8_t* to) {
+    const bool is_jpeg = std::string_view(syntax.compression).starts_with("JPEG ");  // and not JPEG-LS
+    if (is_jpeg)
+        if (std::string fault = fault_before_frame_header(fragments[1]); !fault.empty()) return fault;
     prepare_dcmtk();
     DcmDataset data_set;
     describe(data_set, picture);
@@ -86,8 +107,7 @@ std::string unpack_by_dcmtk(const TransferSyntax& syntax, const std::vector<std:
     if (done.bad()) return done.text();
     std::copy_n(padded.begin(), padded.empty() ? 0 : size, to);
     picture.photometric.assign(colours.c_str(), colours.size());
-    constexpr std::string_view by_jpeg = "JPEG ";
-    if (std::string_view(syntax.compression).starts_with(by_jpeg)) picture.planes = false;
+    if (is_jpeg) picture.planes = false;
     return {};
 }
 

@@ -157,6 +157,8 @@ TEST(Film, IsNeverHalfAFilm) {
 }
 
 TEST(Film, TellsWhereItIsDamaged) {
+    std::string without_frame = bytes_of("grey12_extended.dcm");
+    without_frame.replace(without_frame.find("\xFF\xC1"), 2, "\xFF\x01");
     const struct {
         std::string bytes;
         const char* what;
@@ -166,6 +168,7 @@ TEST(Film, TellsWhereItIsDamaged) {
         {bytes_of("grey16_interlaced.png").substr(0, 500), "ends early"},
         {bytes_of("grey12_implicit.dcm").substr(0, 2000), "(7FE0,0010) is to have 2400 bytes, and there are"},
         {bytes_of("rgb8_rle.dcm").substr(0, 900), "at byte"},
+        {without_frame, "JPEG stream has no segment at byte"},
         {"GIF89a", "none of: "},
         {"", "none of: "},
     };
