@@ -59,19 +59,30 @@ void describe(DcmDataset& data_set, const DicomPicture& picture) {
     put(DCM_PixelRepresentation, picture.is_signed ? 1 : 0);
 }
 
-// What is wrong with a JPEG stream before its frame header (ITU-T T.81, B.1.1.3 and B.2.4), "" when nothing is. DCMTK
-// looks for that header, too, and stays for ever at the marker FF01, which has no length.
-std::string fault_before_frame_header(std::string_view jpeg) {
+// What is wrong with a JPEG stream before its frame header (ITU-T T.81, B.1.1.2 and B.2), "" when nothing is. DCMTK
+// looks for that header, too, and stays for ever at the marker FF01, which has no length. Where bytes stand that only
+// fill, `without_fill` becomes the stream without them: DCMTK would take them for markers, and look at other places
+// than this.
+std::string fault_before_frame_header(std::string_view jpeg, std::string& without_fill) {
     if (!jpeg.starts_with("\xFF\xD8")) return "it does not begin as a JPEG stream does";
     const auto byte = [&](std::size_t at) { return static_cast<unsigned char>(jpeg[at]); };
+    std::string header(jpeg.substr(0, 2));
     for (std::size_t at = 2; at + 4 <= jpeg.size();) {
         const unsigned marker = byte(at + 1);
+        if (byte(at) == 0xFF && marker == 0xFF) {
+            ++at;
+            continue;
+        }
         const bool is_table = marker == 0xC4 || marker == 0xCC || marker == 0xFE || (marker >= 0xDB && marker <= 0xEF);
         const bool is_frame = (marker & 0xF0) == 0xC0 && !is_table && marker != 0xC8;
         const std::size_t length = byte(at + 2) * std::size_t{256} + byte(at + 3);
         if (byte(at) != 0xFF || (!is_table && !is_frame) || length < 2)
             return "its JPEG stream has no segment at byte " + std::to_string(at);
-        if (is_frame) return {};
+        if (is_frame) {
+            if (header.size() < at) without_fill = header.append(jpeg.substr(at));
+            return {};
+        }
+        header.append(jpeg.substr(at, 2 + length));
         at += 2 + length;
     }
     return "its JPEG stream has no frame header";
@@ -82,13 +93,18 @@ std::string fault_before_frame_header(std::string_view jpeg) {
 std::string unpack_by_dcmtk(const TransferSyntax& syntax, const std::vector<std::string_view>& fragments,
                             DicomPicture& picture, std::uint8_t* to) {
     const bool is_jpeg = std::string_view(syntax.compression).starts_with("JPEG ");  // and not JPEG-LS
-    if (is_jpeg)
-        if (std::string fault = fault_before_frame_header(fragments[1]); !fault.empty()) return fault;
+    std::vector<std::string_view> streams = fragments;
+    std::string without_fill;
+    if (is_jpeg) {
+        const std::string fault = fault_before_frame_header(fragments[1], without_fill);
+        if (!fault.empty()) return fault;
+        if (!without_fill.empty()) streams[1] = without_fill;
+    }
     prepare_dcmtk();
     DcmDataset data_set;
     describe(data_set, picture);
     auto sequence = std::make_unique<DcmPixelSequence>(DcmTag(DCM_PixelData, EVR_OB));
-    OFCondition done = insert_fragments(*sequence, fragments);
+    OFCondition done = insert_fragments(*sequence, streams);
     if (done.bad()) return done.text();
     auto pixels = std::make_unique<DcmPixelData>(DCM_PixelData);
     DcmPixelData* const data = pixels.get();

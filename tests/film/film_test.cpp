@@ -93,6 +93,15 @@ TEST(Film, HasSignedSamplesAndThoseOfTheOtherByteOrderFromTheFirstOn) {
     EXPECT_TRUE(is_left_out(dicom) || dicom.grey.front() == 0x1234) << dicom.error;
 }
 
+TEST(Film, HasTheSamplesOfAJpegStreamWithBytesThatOnlyFill) {
+    const std::string plain = bytes_of("grey12_extended.dcm");
+    std::string filled = plain;
+    filled.insert(filled.find("\xFF\xC1"), "\xFF\xFF\xFF\xFF");
+    filled[filled.find("\xFF\xD8") - 4] += 4;  // the fragment's length, 0xF6
+    const tool::Film film = tool::decode_film(filled);
+    EXPECT_TRUE(is_left_out(film) || film.grey == tool::decode_film(plain).grey) << film.error;
+}
+
 TEST(Film, HasItsColours) {
     for (const char* name :
          {"planes_zip.tif", "rgb8_jpeg.tif", "rgb8_rle.dcm", "rgb8_baseline.dcm", "palette_lzw.tif"}) {
